@@ -1,0 +1,31 @@
+#include "menubar/menu_bar_manager.h"
+#include "platform/screen_capture.h"
+
+namespace velmo {
+
+void MenuBarManager::toggleHidden() {
+    changeRevealLevel(revealLevel_ == RevealLevel::none ? RevealLevel::hidden : RevealLevel::none);
+}
+
+void MenuBarManager::toggleAlwaysHidden() {
+    changeRevealLevel(revealLevel_ == RevealLevel::all ? RevealLevel::none : RevealLevel::all);
+}
+
+void MenuBarManager::togglePanel() {
+    if (platform_.screenCapture.preflightAccess())
+        return;
+    platform_.screenCapture.requestAccess();
+    requestSettings(SettingsTab::panel);
+}
+
+void MenuBarManager::openSettings() {
+    requestSettings(std::nullopt);
+}
+
+void MenuBarManager::requestSettings(std::optional<SettingsTab> tab) const {
+    // A copy: the callback may replace itself, or end the manager.
+    if (const auto callback = onOpenSettings)
+        callback(tab);
+}
+
+}  // namespace velmo

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/image.h"
+
+namespace velmo {
+
+Image dividerImage();
+Image alwaysHiddenDividerImage();
+
+}  // namespace velmo

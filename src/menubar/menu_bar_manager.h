@@ -1,0 +1,110 @@
+#pragma once
+
+#include "hidden_items/closed_interval.h"
+#include "hotkeys/hotkey_manager.h"
+#include "menubar/control_item.h"
+#include "menubar/hover_target.h"
+#include "menubar/reveal_level.h"
+#include "platform/events.h"
+#include "platform/lifetime.h"
+#include "platform/run_loop.h"
+#include "preferences/preferences.h"
+#include "settings/settings_tab.h"
+
+#include <vector>
+
+namespace velmo {
+
+/// Owns everything that the program has in the menu bar, and decides how much of the menu bar is shown.
+/// Whatever changes the reveal level applies it right after.
+class MenuBarManager {
+public:
+    /// Places the items in the menu bar, hides what is to be hidden, and begins to listen.
+    MenuBarManager(std::shared_ptr<Preferences> preferences, const Platform& platform);
+    MenuBarManager(const MenuBarManager&) = delete;
+    MenuBarManager& operator=(const MenuBarManager&) = delete;
+
+    /// Called with each wish to see the settings; an absent tab stands for the one that was seen last.
+    std::function<void(std::optional<SettingsTab>)> onOpenSettings;
+
+    RevealLevel revealLevel() const { return revealLevel_; }
+
+    /// Makes the items and the re-hide timer match the level.
+    void applyRevealLevel();
+    void restartRehideTimer();
+    /// Does not stop the timer that is pending: whoever may replace one invalidates it first.
+    void scheduleRehideTimer(Seconds interval);
+
+    void handleToggleClick(const Event& event);
+    void handleDividerClick(ControlItem& divider, const Event& event);
+
+    void toggleHidden();
+    void toggleAlwaysHidden();
+    /// Without access to pictures of the screen, asks for it and for the settings that explain it.
+    void togglePanel();
+    void openSettings();
+    /// Returns once the menu has closed.
+    void showToggleMenu(ControlItem& item);
+    /// Gives up the shortcuts that are registered, and registers those that the preferences have.
+    void registerHotkeys();
+
+    /// Shows the whole menu bar long enough to drag a new clock to its place.
+    void revealForClockPlacement();
+
+    bool isPointerInMenuBar() const;
+
+    /// The item's button: points, origin at the bottom left of the primary screen. Absent while it is not on
+    /// a screen.
+    static std::optional<Rect> frameOnScreen(const ControlItem& item);
+    /// The x values that the program's own visible items take, less the dividers that are expanded.
+    std::vector<ClosedInterval> ownItemRanges() const;
+
+private:
+    void installImages();
+    void installToolTips();
+    void installClickCallbacks();
+    void installHoverCallbacks();
+    void installEventMonitors();
+    void observePreferences();
+
+    Menu toggleMenu();
+    void requestSettings(std::optional<SettingsTab> tab) const;
+
+    void changeRevealLevel(RevealLevel level);
+    void invalidateRehideTimer();
+    void rehideTimerFired();
+
+    void clickedOutside();
+    void hideAfterClickOutside();
+    void scrolled(double delta);
+
+    void updateHoverTracking(bool enabled);
+    void hoverEntered();
+    void hoverExited();
+    void cancelHoverWork();
+    void revealByHover();
+
+    void alwaysHiddenEnabledChanged(bool enabled);
+
+    Platform platform_;
+    std::shared_ptr<Preferences> preferences_;
+    HotkeyManager hotkeys_;
+    std::optional<std::uint32_t> toggleHotkeyID_;
+    std::optional<std::uint32_t> panelHotkeyID_;
+    ControlItem toggle_;
+    ControlItem hiddenDivider_;
+    ControlItem alwaysHiddenDivider_;
+    HoverTarget hoverTarget_;
+    std::vector<Subscription> cancellables_;
+    std::shared_ptr<Timer> rehideTimer_;
+    std::vector<std::unique_ptr<EventMonitor>> eventMonitors_;
+    std::unique_ptr<TrackingArea> hoverTrackingArea_;
+    std::shared_ptr<Timer> hoverWorkItem_;
+    Date lastScrollToggle_ = distantPast;
+    RevealLevel revealLevel_ = RevealLevel::none;
+    /// Menus of ours that are open: nothing hides by itself meanwhile.
+    int openMenus_ = 0;
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "event.h"
+#include "geometry.h"
+
+#include <functional>
+#include <memory>
+
+namespace velmo {
+
+/// An installed monitor; destroying it removes it.
+class EventMonitor {
+public:
+    virtual ~EventMonitor() = default;
+};
+
+/// What happens in other applications, and where the pointer is.
+class Events {
+public:
+    virtual ~Events() = default;
+
+    /// Reports the events of the mask that go to other applications. Events in this application's
+    /// own windows and status items are never among them. Null where the system refuses.
+    virtual std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask,
+                                                           std::function<void(const Event&)> handler) = 0;
+
+    /// Points, origin at the bottom left of the primary screen.
+    virtual Point mouseLocation() const = 0;
+};
+
+}  // namespace velmo

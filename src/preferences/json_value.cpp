@@ -1,0 +1,29 @@
+#include "preferences/json_value.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace velmo {
+
+std::optional<std::uint64_t> JsonValue::asUnsigned(std::uint64_t maximum) const {
+    if (kind != Kind::number)
+        return std::nullopt;
+    const char* begin = text.data();
+    const char* end = begin + text.size();
+    std::uint64_t whole = 0;
+    const auto asWhole = std::from_chars(begin, end, whole);
+    if (asWhole.ec == std::errc() && asWhole.ptr == end)
+        return whole <= maximum ? std::optional(whole) : std::nullopt;
+    if (text.find_first_of(".eE") == std::string::npos && text != "-0")
+        return std::nullopt;
+    double number = 0;
+    if (std::from_chars(begin, end, number).ec != std::errc())
+        return std::nullopt;
+    constexpr double beyondLargest = 18446744073709551616.0;
+    if (number < 0 || number >= beyondLargest || number != std::floor(number))
+        return std::nullopt;
+    whole = static_cast<std::uint64_t>(number);
+    return whole <= maximum ? std::optional(whole) : std::nullopt;
+}
+
+}  // namespace velmo
