@@ -1,0 +1,37 @@
+#pragma once
+
+#include "application.h"
+
+#include <functional>
+#include <vector>
+
+namespace velmo {
+
+class SimulatedApplication : public Application {
+public:
+    enum class Call { setDelegate, unsetDelegate, setActivationPolicy, run, terminate };
+
+    void setDelegate(ApplicationDelegate* delegate) override;
+    void setActivationPolicy(ActivationPolicy policy) override;
+    /// Returns when launching has finished: the events come from whoever drives the simulation.
+    void run() override;
+    void terminate() override { calls_.push_back(Call::terminate); }
+    std::optional<Event> currentEvent() const override { return currentEvent_; }
+
+    ApplicationDelegate* delegate() const { return delegate_; }
+    std::optional<ActivationPolicy> activationPolicy() const { return activationPolicy_; }
+    /// What the program asked of its application, in order.
+    const std::vector<Call>& calls() const { return calls_; }
+    /// The user starts the running application once more. The delegate's answer, or true without one.
+    bool reopen(bool hasVisibleWindows);
+    /// Runs the work with the event as the current one.
+    void handle(const Event& event, const std::function<void()>& work);
+
+private:
+    ApplicationDelegate* delegate_ = nullptr;
+    std::optional<ActivationPolicy> activationPolicy_;
+    std::optional<Event> currentEvent_;
+    std::vector<Call> calls_;
+};
+
+}  // namespace velmo

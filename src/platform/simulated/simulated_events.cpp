@@ -1,0 +1,52 @@
+#include "simulated/simulated_events.h"
+
+#include "simulated/simulated_application.h"
+
+#include <utility>
+
+namespace velmo {
+
+struct SimulatedEvents::Monitor {
+    EventMask mask = 0;
+    std::function<void(const Event&)> handler;
+};
+
+/// Owns its monitor; the list holds it weakly and so forgets it.
+class SimulatedEvents::Token : public EventMonitor {
+public:
+    explicit Token(std::shared_ptr<Monitor> monitor) : monitor_(std::move(monitor)) {}
+
+private:
+    std::shared_ptr<Monitor> monitor_;
+};
+
+std::unique_ptr<EventMonitor> SimulatedEvents::addGlobalMonitor(EventMask mask,
+                                                                std::function<void(const Event&)> handler) {
+    if ((mask & refused_) != 0)
+        return nullptr;
+    std::erase_if(monitors_, [](const auto& monitor) { return monitor.expired(); });
+    auto monitor = std::make_shared<Monitor>(Monitor{mask, std::move(handler)});
+    monitors_.push_back(monitor);
+    return std::make_unique<Token>(std::move(monitor));
+}
+
+void SimulatedEvents::deliver(const Event& event) {
+    // A handler may add monitors, which do not see this event, or remove some.
+    const auto count = monitors_.size();
+    for (std::size_t i = 0; i < count && i < monitors_.size(); ++i) {
+        const auto monitor = monitors_[i].lock();
+        if (monitor && (monitor->mask & maskOf(event.type)) != 0)
+            application_.handle(event, [&] { monitor->handler(event); });
+    }
+}
+
+std::vector<EventMask> SimulatedEvents::monitoredMasks() const {
+    std::vector<EventMask> masks;
+    for (const auto& weak : monitors_) {
+        if (const auto monitor = weak.lock())
+            masks.push_back(monitor->mask);
+    }
+    return masks;
+}
+
+}  // namespace velmo

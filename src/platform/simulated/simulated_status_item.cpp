@@ -1,0 +1,58 @@
+#include "simulated/simulated_status_item.h"
+
+#include "simulated/simulated_status_bar.h"
+
+namespace velmo {
+
+namespace {
+
+/// Points at each side of the image.
+constexpr double contentMargin = 4;
+
+double imageWidth(const Image& image) {
+    if (const auto* drawing = std::get_if<Drawing>(&image.content))
+        return drawing->size.width;
+    constexpr double widthOfSymbol = 1.5;
+    return std::get<Symbol>(image.content).pointSize * widthOfSymbol;
+}
+
+}  // namespace
+
+SimulatedStatusItem::SimulatedStatusItem(SimulatedStatusBar& statusBar, double length, bool hasButton)
+    : statusBar_(statusBar),
+      length_(length),
+      button_(hasButton ? std::make_unique<SimulatedStatusBarButton>(statusBar, *this) : nullptr) {}
+
+SimulatedStatusItem::~SimulatedStatusItem() {
+    statusBar_.remove(*this);
+}
+
+void SimulatedStatusItem::setLength(double length) {
+    if (length_ == length)
+        return;
+    length_ = length;
+    statusBar_.changed();
+}
+
+void SimulatedStatusItem::setAutosaveName(const std::string& name) {
+    autosaveName_ = name;
+    statusBar_.rename(*this, name);
+}
+
+void SimulatedStatusItem::setVisible(bool visible) {
+    if (visible_ == visible)
+        return;
+    // What it leaves behind is the place where it was last.
+    statusBar_.layOut();
+    visible_ = visible;
+    statusBar_.reordered();
+}
+
+double SimulatedStatusItem::width() const {
+    if (length_ != variableLength)
+        return length_;
+    const bool hasImage = button_ && button_->image();
+    return 2 * contentMargin + (hasImage ? imageWidth(*button_->image()) : 0);
+}
+
+}  // namespace velmo

@@ -1,0 +1,18 @@
+# What else every change has to pass, as tests among the others.
+
+add_test(NAME lint.format COMMAND ${PROJECT_SOURCE_DIR}/script/lint format)
+add_test(NAME lint.tidy COMMAND ${PROJECT_SOURCE_DIR}/script/lint tidy)
+# Alone, because it takes every core.
+set_tests_properties(lint.tidy PROPERTIES TIMEOUT 1800 RUN_SERIAL ON)
+
+# script/test builds these presets before it runs the tests of this one.
+option(VELMO_SANITIZED_TESTS "Run the unit tests of the asan and tsan presets, too" OFF)
+if(VELMO_SANITIZED_TESTS)
+  foreach(preset asan tsan)
+    add_test(NAME ${preset}.unit_tests
+      COMMAND ${PROJECT_SOURCE_DIR}/build/${preset}/tests/unit_tests --gtest_brief=1)
+    set_tests_properties(${preset}.unit_tests PROPERTIES TIMEOUT 600)
+  endforeach()
+  add_test(NAME asan.linux_tests
+    COMMAND ${PROJECT_SOURCE_DIR}/build/asan/tests/platform/linux/linux_tests --gtest_brief=1)
+endif()

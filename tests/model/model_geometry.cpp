@@ -1,0 +1,61 @@
+#include "model/model_geometry.h"
+
+#include <algorithm>
+
+namespace velmo {
+
+bool ModelGeometry::isPointerInMenuBar() const {
+    constexpr double lowest = 24;
+    const double barlessHeight = std::max(thickness, lowest);
+    return std::any_of(screens.begin(), screens.end(), [&](const ArrangedScreen& screen) {
+        const bool hasBar = !menuBarHidden && screen.menuBarHeight > 0;
+        const double height = hasBar ? screen.menuBarHeight : barlessHeight;
+        const double top = screen.y + screen.height;
+        // The top edge and the left one belong to the menu bar.
+        return pointerX >= screen.x && pointerX < screen.x + screen.width && pointerY <= top &&
+               pointerY > top - height;
+    });
+}
+
+std::optional<ModelGeometry::Span> ModelGeometry::spanOf(OwnItem item) const {
+    if (screens.empty() || (item == OwnItem::alwaysHiddenDivider && !alwaysHiddenDividerVisible))
+        return std::nullopt;
+    // One other item to the right of each own item.
+    double right = screens.front().x + screens.front().width - otherItemWidth;
+    double width = toggleWidth;
+    if (item != OwnItem::toggle) {
+        right -= toggleWidth + otherItemWidth;
+        width = hiddenDividerLength;
+    }
+    if (item == OwnItem::alwaysHiddenDivider) {
+        right -= hiddenDividerLength + otherItemWidth;
+        width = alwaysHiddenDividerLength;
+    }
+    const Span span{right - width, right};
+    return isOnAnyScreen(span) ? std::optional(span) : std::nullopt;
+}
+
+bool ModelGeometry::isOnAnyScreen(const Span& span) const {
+    const double top = screens.front().y + screens.front().height;
+    return std::any_of(screens.begin(), screens.end(), [&](const ArrangedScreen& screen) {
+        return span.minX < screen.x + screen.width && span.maxX > screen.x && screen.y < top &&
+               screen.y + screen.height > top - thickness;
+    });
+}
+
+std::optional<OwnItem> ModelGeometry::itemUnderPointer() const {
+    if (screens.empty())
+        return std::nullopt;
+    const double top = screens.front().y + screens.front().height;
+    // The lower edge and the left one belong to an item.
+    if (pointerY >= top || pointerY < top - thickness)
+        return std::nullopt;
+    for (const OwnItem item : {OwnItem::toggle, OwnItem::hiddenDivider, OwnItem::alwaysHiddenDivider}) {
+        const auto span = spanOf(item);
+        if (span && pointerX >= span->minX && pointerX < span->maxX)
+            return item;
+    }
+    return std::nullopt;
+}
+
+}  // namespace velmo

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "model/own_item.h"
+#include "model/screen_arrangement.h"
+
+#include <array>
+#include <optional>
+
+namespace velmo {
+
+/// Where the program's items, the menu bars and the pointer are.
+class ModelGeometry {
+public:
+    /// Of all widths on the bar, those of the dividers alone vary.
+    static constexpr double toggleWidth = 26;
+    static constexpr double otherItemWidth = 24;
+
+    struct Span {
+        double minX = 0;
+        double maxX = 0;
+    };
+
+    std::span<const ArrangedScreen> screens = screenArrangements.front();
+    bool menuBarHidden = false;
+    double thickness = 26;
+    double pointerX = 0;
+    double pointerY = 0;
+    double hiddenDividerLength = 10000;
+    double alwaysHiddenDividerLength = 10000;
+    bool alwaysHiddenDividerVisible = false;
+
+    bool isPointerInMenuBar() const;
+    /// Where the item lies on the primary screen's bar. Absent while no part of it is on any screen.
+    std::optional<Span> spanOf(OwnItem item) const;
+    bool isReachable(OwnItem item) const { return spanOf(item).has_value(); }
+    std::optional<OwnItem> itemUnderPointer() const;
+
+private:
+    bool isOnAnyScreen(const Span& span) const;
+};
+
+}  // namespace velmo

@@ -1,0 +1,36 @@
+#include "model/observation.h"
+
+#include "model/reveal_table.h"
+
+#include <sstream>
+
+namespace velmo {
+
+std::string describeHeldKey(std::string_view signature, std::uint32_t id, std::uint32_t keyCode,
+                            std::uint32_t modifiers, std::uint32_t options) {
+    std::string text(signature);
+    for (const std::uint32_t number : {id, keyCode, modifiers, options})
+        text += ' ' + std::to_string(number);
+    return text + "; ";
+}
+
+std::string describe(const Observation& observation) {
+    const Observation& o = observation;
+    std::ostringstream out;
+    out << std::boolalpha << "level " << nameOf(o.level) << "; lengths: toggle " << o.toggleLength
+        << ", divider " << o.hiddenDividerLength << ", always-hidden divider " << o.alwaysHiddenDividerLength
+        << "; enabled: divider " << o.hiddenDividerEnabled << ", always-hidden divider "
+        << o.alwaysHiddenDividerEnabled << "; always-hidden divider visible " << o.alwaysHiddenDividerVisible
+        << "; images: toggle \"" << o.toggleImage << "\", divider \"" << o.hiddenDividerImage
+        << "\", always-hidden divider \"" << o.alwaysHiddenDividerImage << "\"; hover tracked "
+        << o.hoverTracked << "; pointer in menu bar " << o.pointerInMenuBar << "; posted " << o.posted
+        << "; timers " << o.timers << ", next in ";
+    if (o.nanosecondsToNextTimer)
+        out << *o.nanosecondsToNextTimer << " ns";
+    else
+        out << "-";
+    out << "; holds " << o.heldKeys << "; account: " << o.account << "; reached " << o.reached;
+    return out.str();
+}
+
+}  // namespace velmo

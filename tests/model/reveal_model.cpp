@@ -1,0 +1,238 @@
+#include "model/reveal_model.h"
+
+#include "model/menu_kind.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace velmo {
+
+namespace {
+
+struct ImageNames {
+    std::string_view hidden;
+    std::string_view revealed;
+};
+
+/// In the order of the styles.
+constexpr std::array<ImageNames, 6> toggleImages{{
+    {"chevron.left", "chevron.right"},
+    {"ellipsis.circle", "ellipsis.circle.fill"},
+    {"circle", "circle.fill"},
+    {"line.3.horizontal", "line.3.horizontal.decrease"},
+    {"eye.slash", "eye"},
+    {"fridge with dots", "fridge"},
+}};
+
+constexpr double shortestRehideDelay = 1.0;
+constexpr double rehideRetry = 1.0;
+constexpr double clickOutsideDelay = 0.25;
+constexpr double scrollThreshold = 4.0;
+constexpr double scrollDebounce = 0.6;
+constexpr double placementTime = 45.0;
+constexpr double collapsedLength = 12;
+
+}  // namespace
+
+RevealModel::RevealModel(const ModelPreferences& stored) : preferences_(stored) {
+    geometry_.alwaysHiddenDividerVisible = stored.alwaysHiddenEnabled;
+    if (stored.showOnHover)
+        hovering_ = false;
+    account_.handlerInstalled();
+    apply();
+    registerShortcuts();
+}
+
+Observation RevealModel::observe() {
+    const bool hiddenCollapsed = geometry_.hiddenDividerLength == collapsedLength;
+    const bool alwaysHiddenCollapsed = geometry_.alwaysHiddenDividerLength == collapsedLength;
+    return {.level = level_,
+            .toggleLength = -1,
+            .hiddenDividerLength = geometry_.hiddenDividerLength,
+            .alwaysHiddenDividerLength = geometry_.alwaysHiddenDividerLength,
+            .hiddenDividerEnabled = hiddenCollapsed,
+            .alwaysHiddenDividerEnabled = alwaysHiddenCollapsed,
+            .alwaysHiddenDividerVisible = geometry_.alwaysHiddenDividerVisible,
+            .toggleImage = toggleImage_,
+            .hiddenDividerImage = hiddenCollapsed ? "Velmo divider" : "",
+            .alwaysHiddenDividerImage = alwaysHiddenCollapsed ? "Velmo always-hidden divider" : "",
+            .hoverTracked = hovering_.has_value(),
+            .pointerInMenuBar = geometry_.isPointerInMenuBar(),
+            .posted = agenda_.postedCount(),
+            .timers = agenda_.waitCount(),
+            .nanosecondsToNextTimer = agenda_.nanosecondsToNextWait(),
+            .heldKeys = describeHeldKeys(),
+            .account = account_.take()};
+}
+
+Date RevealModel::now() const {
+    return dateAtStart_ + agenda_.seconds();
+}
+
+void RevealModel::setTimeOfDay(Date date) {
+    dateAtStart_ = date - agenda_.seconds();
+}
+
+void RevealModel::take(Cause cause) {
+    const std::size_t place = rowOf(cause, level_);
+    const Row& row = revealTable()[place];
+    ++taken_[place];
+    level_ = row.to;
+    switch (row.effect) {
+        case Effect::nothing:
+            break;
+        case Effect::applies:
+            apply();
+            break;
+        case Effect::restartsTimer:
+            restartTimer();
+            break;
+        case Effect::stopsTimer:
+            agenda_.cancel(rehide_);
+            break;
+        case Effect::retries:
+            scheduleRehide(rehideRetry);
+            break;
+    }
+}
+
+void RevealModel::apply() {
+    const Appearance& appearance = appearanceOf(level_);
+    geometry_.hiddenDividerLength = appearance.hiddenDividerLength;
+    geometry_.alwaysHiddenDividerLength = appearance.alwaysHiddenDividerLength;
+    const ImageNames& names = toggleImages[static_cast<std::size_t>(preferences_.toggleIconStyle)];
+    toggleImage_ = appearance.toggleRevealed ? names.revealed : names.hidden;
+    restartTimer();
+}
+
+void RevealModel::restartTimer() {
+    agenda_.cancel(rehide_);
+    rehide_.reset();
+    if (level_ != RevealLevel::none && preferences_.autoRehide)
+        scheduleRehide(std::max(preferences_.rehideDelay, shortestRehideDelay));
+}
+
+void RevealModel::scheduleRehide(double seconds) {
+    rehide_ = agenda_.wait(Wait::rehide, seconds);
+}
+
+void RevealModel::runPosted() {
+    while (const auto posted = agenda_.takePosted())
+        run(*posted);
+}
+
+void RevealModel::run(const ModelAgenda::Posted& posted) {
+    switch (posted.task) {
+        case Task::rehideFired:
+            rehideFired();
+            break;
+        case Task::clickedOutside:
+            clickedOutside();
+            break;
+        case Task::scrolled:
+            scrolled(posted.value);
+            break;
+        case Task::showOnHoverChanged:
+            showOnHoverChanged(posted.value != 0);
+            break;
+        case Task::delayChanged:
+            take(Cause::delayChange);
+            break;
+        case Task::styleChanged:
+            take(Cause::styleChange);
+            break;
+        case Task::alwaysHiddenChanged:
+            alwaysHiddenChanged(posted.value != 0);
+            break;
+        case Task::shortcutsChanged:
+            take(Cause::shortcutsChange);
+            registerShortcuts();
+            break;
+        case Task::toggleShortcutPressed:
+            take(Cause::shortcutToggleHidden);
+            break;
+        case Task::panelShortcutPressed:
+            togglePanel();
+            break;
+    }
+}
+
+void RevealModel::over(Wait wait) {
+    switch (wait) {
+        case Wait::rehide:
+            agenda_.post(Task::rehideFired);
+            break;
+        case Wait::clickOutside:
+            clickOutsideOver();
+            break;
+        case Wait::hover:
+            hoverOver();
+            break;
+    }
+}
+
+void RevealModel::rehideFired() {
+    if (geometry_.isPointerInMenuBar())
+        take(Cause::rehidePutOffByPointer);
+    else
+        take(isMenuOpen() || isOwnMenuOpen_ ? Cause::rehidePutOffByMenu : Cause::rehide);
+}
+
+void RevealModel::clickedOutside() {
+    if (level_ != RevealLevel::none && preferences_.hideOnClickOutside && !geometry_.isPointerInMenuBar() &&
+        !isMenuOpen())
+        agenda_.wait(Wait::clickOutside, clickOutsideDelay);
+}
+
+void RevealModel::clickOutsideOver() {
+    const bool putOff = level_ != RevealLevel::none && (isMenuOpen() || isOwnMenuOpen_);
+    take(putOff ? Cause::clickOutsidePutOff : Cause::clickOutside);
+}
+
+void RevealModel::scrolled(double delta) {
+    if (!preferences_.showOnScroll || !geometry_.isPointerInMenuBar())
+        return;
+    if (!(std::abs(delta) > scrollThreshold)) {
+        take(Cause::scrollTooWeak);
+    } else if (!(now() - lastScrollToggle_ > scrollDebounce)) {
+        take(Cause::scrollTooSoon);
+    } else {
+        lastScrollToggle_ = now();
+        take(Cause::scroll);
+    }
+}
+
+void RevealModel::hoverOver() {
+    if (preferences_.clickAction == ClickAction::revealInMenuBar) {
+        take(Cause::hover);
+    } else {
+        take(Cause::panelHover);
+        togglePanel();
+    }
+}
+
+void RevealModel::showOnHoverChanged(bool on) {
+    hovering_.reset();
+    if (on)
+        hovering_ = geometry_.itemUnderPointer() == OwnItem::toggle;
+}
+
+void RevealModel::alwaysHiddenChanged(bool on) {
+    geometry_.alwaysHiddenDividerVisible = on;
+    take(on ? Cause::alwaysHiddenOn : Cause::alwaysHiddenOff);
+}
+
+void RevealModel::placeClock() {
+    take(preferences_.alwaysHiddenEnabled ? Cause::placementWithAlwaysHidden
+                                          : Cause::placementWithoutAlwaysHidden);
+    agenda_.cancel(rehide_);
+    scheduleRehide(placementTime);
+}
+
+bool RevealModel::isMenuOpen() const {
+    return windowServerAnswers_ && std::any_of(menus_.begin(), menus_.end(), [](std::size_t kind) {
+               return menuKinds[kind].isOtherAppMenu;
+           });
+}
+
+}  // namespace velmo

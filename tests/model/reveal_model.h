@@ -1,0 +1,134 @@
+#pragma once
+
+#include "model/account.h"
+#include "model/model_agenda.h"
+#include "model/model_geometry.h"
+#include "model/model_preferences.h"
+#include "model/observation.h"
+#include "model/reveal_table.h"
+#include "model/step.h"
+#include "platform/run_loop.h"
+
+#include <set>
+#include <utility>
+#include <vector>
+
+namespace velmo {
+
+/// The reveal level as a transition table, and the little that decides which row is taken when.
+class RevealModel {
+public:
+    /// With the preferences that the program finds when it starts.
+    explicit RevealModel(const ModelPreferences& stored);
+
+    /// False where the step did not find what it was to act on.
+    bool perform(const Step& step);
+    Observation observe();
+
+    RevealLevel level() const { return level_; }
+    const ModelPreferences& preferences() const { return preferences_; }
+    const ModelGeometry& geometry() const { return geometry_; }
+    const ModelAgenda& agenda() const { return agenda_; }
+    std::uint32_t nextShortcutId() const { return nextShortcutId_; }
+    std::size_t menuCount() const { return menus_.size(); }
+    /// The time of day as the model knows it.
+    Date now() const;
+    Date lastScrollToggle() const { return lastScrollToggle_; }
+    /// How often each row of the table was taken.
+    const std::array<std::uint64_t, rowCount>& taken() const { return taken_; }
+
+private:
+    using Task = ModelAgenda::Task;
+    using Wait = ModelAgenda::Wait;
+
+    bool performTime(const Step& step);
+    bool performMouse(const Step& step);
+    bool performSurroundings(const Step& step);
+    bool performPreference(const Step& step);
+    bool performCommand(const Step& step);
+    void setTimeOfDay(Date date);
+    void closeMenu(std::size_t choice);
+    void movePointer(double x, double y);
+    template <typename T>
+    void change(T& preference, const T& value, std::optional<Task> reaction, double delivered);
+
+    bool pressItem(OwnItem item, bool rightButton);
+    bool releaseItem(OwnItem item, bool rightButton, ModifierFlags flags);
+    void pressAtPointer(bool rightButton);
+    void releaseAtPointer(bool rightButton, ModifierFlags flags);
+    void releaseOn(std::optional<OwnItem> item, bool rightButton, ModifierFlags flags);
+    bool isEnabled(OwnItem item) const;
+    void clicked(OwnItem item, bool rightButton, ModifierFlags flags);
+    void toggleClicked(bool rightButton, ModifierFlags flags);
+
+    /// What a right click opens; the step's plan tells what the user does with it.
+    void showOwnMenu(OwnItem item, Cause opened);
+    void chooseFromOwnMenu(MenuChoice choice);
+    void togglePanel();
+
+    void registerShortcuts();
+    void registerShortcut(std::size_t choice, Task task);
+    bool isRefused(const Shortcut& shortcut) const;
+    void pressShortcut(std::size_t choice);
+    /// Absent: the event does not tell which.
+    void reportPress(std::optional<std::uint32_t> id);
+    void setRefusal(const Shortcut& shortcut, bool refuse);
+    std::string describeHeldKeys() const;
+
+    /// Lets time pass.
+    void pass(std::int64_t nanoseconds);
+    void fireTimer();
+    void runPosted();
+    void run(const ModelAgenda::Posted& posted);
+    void over(Wait wait);
+    void rehideFired();
+    void clickedOutside();
+    void clickOutsideOver();
+    void scrolled(double delta);
+    void hoverOver();
+    void showOnHoverChanged(bool on);
+    void alwaysHiddenChanged(bool on);
+    void placeClock();
+
+    bool isMenuOpen() const;
+    void take(Cause cause);
+    void apply();
+    void restartTimer();
+    void scheduleRehide(double seconds);
+
+    struct HeldKey {
+        std::uint32_t id;
+        std::uint32_t keyCode;
+        std::uint32_t modifiers;
+        Task task;
+    };
+
+    RevealLevel level_ = RevealLevel::none;
+    ModelPreferences preferences_;
+    ModelGeometry geometry_;
+    ModelAgenda agenda_;
+    Date dateAtStart_ = 0;
+    Date lastScrollToggle_ = distantPast;
+    std::optional<ModelAgenda::WaitId> rehide_;
+    std::optional<ModelAgenda::WaitId> hover_;
+    /// Absent: hovering is not noticed. Otherwise whether the pointer was last noticed on the toggle.
+    std::optional<bool> hovering_;
+    std::string toggleImage_;
+    /// Kinds of the windows that are open.
+    std::vector<std::size_t> menus_;
+    bool windowServerAnswers_ = true;
+    MenuPlan menuPlan_;
+    bool isOwnMenuOpen_ = false;
+    bool mayCaptureScreen_ = true;
+    std::size_t accessRequests_ = 0;
+    std::vector<HeldKey> heldKeys_;
+    std::uint32_t nextShortcutId_ = 1;
+    /// Key codes and modifiers.
+    std::set<std::pair<std::uint32_t, std::uint32_t>> refused_;
+    Account account_;
+    /// Where each button of the mouse went down.
+    std::array<std::optional<OwnItem>, 2> pressed_;
+    std::array<std::uint64_t, rowCount> taken_{};
+};
+
+}  // namespace velmo

@@ -1,0 +1,77 @@
+#include "platform/status_item_order.h"
+
+#include <gtest/gtest.h>
+
+namespace velmo {
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(StatusItemOrder, DropsRepeatedAndEmptyIdentities) {
+    const StatusItemOrder order({"a", "", "b", "a"});
+    EXPECT_EQ(order.rightToLeft(), (Names{"a", "b"}));
+}
+
+TEST(StatusItemOrder, RanksFromTheRight) {
+    const StatusItemOrder order({"a", "b"});
+    EXPECT_EQ(order.rank("a"), 0U);
+    EXPECT_EQ(order.rank("b"), 1U);
+    EXPECT_EQ(order.rank("unknown"), 2U);
+    EXPECT_TRUE(order.contains("b"));
+    EXPECT_FALSE(order.contains("unknown"));
+}
+
+TEST(StatusItemOrder, LeavesKnownIdentitiesWhereTheyAre) {
+    StatusItemOrder order({"a", "b", "c"});
+    order.addAtFarLeft("a");
+    order.addRightOf("a", "c");
+    EXPECT_EQ(order.rightToLeft(), (Names{"a", "b", "c"}));
+}
+
+TEST(StatusItemOrder, AddsAtTheFarLeft) {
+    StatusItemOrder order({"a"});
+    order.addAtFarLeft("b");
+    EXPECT_EQ(order.rightToLeft(), (Names{"a", "b"}));
+}
+
+TEST(StatusItemOrder, AddsRightOfANeighbourOrAtTheFarRight) {
+    StatusItemOrder order({"a", "b"});
+    order.addRightOf("b", "c");
+    EXPECT_EQ(order.rightToLeft(), (Names{"a", "c", "b"}));
+    order.addRightOf("unknown", "d");
+    EXPECT_EQ(order.rightToLeft(), (Names{"d", "a", "c", "b"}));
+}
+
+TEST(StatusItemOrder, MovesBesideANeighbour) {
+    StatusItemOrder order({"a", "b", "c"});
+    order.moveLeftOf("c", "a");
+    EXPECT_EQ(order.rightToLeft(), (Names{"b", "c", "a"}));
+    order.moveRightOf("b", "a");
+    EXPECT_EQ(order.rightToLeft(), (Names{"a", "b", "c"}));
+    order.moveLeftOf("a", "c");
+    EXPECT_EQ(order.rightToLeft(), (Names{"a", "c", "b"}));
+}
+
+TEST(StatusItemOrder, MovesNothingThatIsUnknownOrItsOwnNeighbour) {
+    StatusItemOrder order({"a", "b"});
+    order.moveLeftOf("unknown", "a");
+    order.moveRightOf("a", "unknown");
+    order.moveLeftOf("a", "a");
+    order.moveRightOf("b", "b");
+    EXPECT_EQ(order.rightToLeft(), (Names{"a", "b"}));
+}
+
+TEST(StatusItemOrder, ForgetsWhatIsRemoved) {
+    StatusItemOrder order({"a", "b"});
+    order.remove("a");
+    order.remove("unknown");
+    EXPECT_EQ(order.rightToLeft(), (Names{"b"}));
+}
+
+TEST(StatusItemLayout, PutsItemsSideBySideFromTheRightEdge) {
+    EXPECT_EQ(layOutStatusItems(100, {10, 10000, 5}), (std::vector<double>{90, -9910, -9915}));
+    EXPECT_TRUE(layOutStatusItems(100, {}).empty());
+}
+
+}  // namespace
+}  // namespace velmo
