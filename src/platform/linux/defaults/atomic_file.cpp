@@ -1,0 +1,80 @@
+#include "atomic_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+#include <system_error>
+
+namespace velmo {
+
+namespace {
+
+bool makePrivateFolder(const std::filesystem::path& folder) {
+    std::error_code error;
+    if (folder.empty() || std::filesystem::is_directory(folder, error))
+        return true;
+    if (!makePrivateFolder(folder.parent_path()))
+        return false;
+    return mkdir(folder.c_str(), S_IRWXU) == 0 || errno == EEXIST;
+}
+
+bool writeAll(int descriptor, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = write(descriptor, content.data(), content.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// What a symbolic link stands for, whether or not that exists yet.
+std::filesystem::path behindLinks(std::filesystem::path file) {
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    for (int count = 0; count < mostLinks && std::filesystem::is_symlink(file, error); ++count) {
+        const auto target = std::filesystem::read_symlink(file, error);
+        file = file.parent_path() / target;
+    }
+    return file;
+}
+
+/// The rename itself reaches the disk only with the folder.
+void syncFolder(const std::filesystem::path& folder) {
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
+}  // namespace
+
+bool replaceFile(const std::filesystem::path& file, const std::string& content) {
+    const auto target = behindLinks(file);
+    const auto folder = target.parent_path();
+    if (!makePrivateFolder(folder))
+        return false;
+
+    std::string scratch = target.string() + ".XXXXXX";
+    const int descriptor = mkostemp(scratch.data(), O_CLOEXEC);
+    if (descriptor < 0)
+        return false;
+    const bool complete = writeAll(descriptor, content) && fsync(descriptor) == 0;
+    close(descriptor);
+    if (!complete || std::rename(scratch.c_str(), target.c_str()) != 0) {
+        unlink(scratch.c_str());
+        return false;
+    }
+    syncFolder(folder);
+    return true;
+}
+
+}  // namespace velmo

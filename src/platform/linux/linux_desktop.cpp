@@ -1,0 +1,113 @@
+#include "linux_desktop.h"
+
+#include "linux/application/linux_application.h"
+#include "linux/defaults/file_user_defaults.h"
+#include "linux/event_loop/event_loop.h"
+#include "linux/process/linux_process_info.h"
+#include "linux/toolkit/lazy_toolkit.h"
+#include "linux/x11/global_events.h"
+#include "linux/x11/hot_keys.h"
+#include "linux/x11/item_drag.h"
+#include "linux/x11/menu_bar.h"
+#include "linux/x11/selection.h"
+#include "linux/x11/single_instance.h"
+#include "linux/x11/tray_host.h"
+#include "linux/x11/window_capture.h"
+#include "linux/x11/window_list.h"
+
+namespace velmo {
+
+namespace {
+
+constexpr const char* orderKey = "statusItemOrder";
+
+}  // namespace
+
+/// In the order in which they need each other.
+struct LinuxDesktop::Services {
+    EventLoop loop;
+    CurrentEvent currentEvent;
+    LinuxProcessInfo processInfo;
+    LinuxApplication application{loop, currentEvent};
+    std::unique_ptr<x11::Connection> connection;
+    std::unique_ptr<x11::SingleInstance> instance;
+    std::unique_ptr<FileUserDefaults> userDefaults;
+    std::unique_ptr<x11::DesktopSettings> settings;
+    std::unique_ptr<x11::ScreenList> screens;
+    std::unique_ptr<x11::Modifiers> modifiers;
+    LazyToolkit toolkit{loop};
+    std::unique_ptr<x11::MenuBar> bar;
+    std::unique_ptr<x11::ItemDrag> drag;
+    std::unique_ptr<x11::GlobalEvents> events;
+    std::unique_ptr<x11::WindowList> windowList;
+    std::unique_ptr<x11::HotKeys> hotKeys;
+    x11::WindowCapture windowCapture;
+    std::unique_ptr<x11::TrayHost> tray;
+    Registration settingsChanges;
+    bool displayLost = false;
+
+    bool build();
+};
+
+/// False where another program is the tray.
+bool LinuxDesktop::Services::build() {
+    connection->setOnLost([this] {
+        displayLost = true;
+        loop.stop();
+    });
+    instance->setOnReopen([this] { application.reopen(); });
+    userDefaults = std::make_unique<FileUserDefaults>(userDefaultsFile());
+    settings = std::make_unique<x11::DesktopSettings>(*connection);
+    screens = std::make_unique<x11::ScreenList>(*connection, *settings);
+    modifiers = std::make_unique<x11::Modifiers>(*connection);
+    bar = std::make_unique<x11::MenuBar>(
+        x11::MenuBar::Environment{*connection, *settings, *screens, *modifiers, currentEvent, toolkit,
+                                  processInfo.processIdentifier()},
+        userDefaults->stringListForKey(orderKey),
+        [this](const auto& order) { userDefaults->setStringList(order, orderKey); });
+    drag = std::make_unique<x11::ItemDrag>(*bar, *modifiers);
+    events = std::make_unique<x11::GlobalEvents>(*bar);
+    windowList = std::make_unique<x11::WindowList>(*bar);
+    hotKeys = std::make_unique<x11::HotKeys>(*connection, *modifiers);
+    tray = std::make_unique<x11::TrayHost>(*bar);
+    toolkit.setAppearance(settings->appearance());
+    settingsChanges = settings->onChange([this] { toolkit.setAppearance(settings->appearance()); });
+    return tray->acquire();
+}
+
+LinuxDesktop::LinuxDesktop() : services_(std::make_unique<Services>()) {}
+
+LinuxDesktop::~LinuxDesktop() = default;
+
+LinuxDesktop::Start LinuxDesktop::start(std::string& problem) {
+    auto& services = *services_;
+    services.connection = x11::Connection::open(services.loop, problem);
+    if (!services.connection)
+        return Start::failed;
+    services.instance = std::make_unique<x11::SingleInstance>(*services.connection);
+    // An instance that ends at this moment leaves its part to us.
+    while (!services.instance->acquire()) {
+        if (services.instance->askToReopen())
+            return Start::alreadyRunning;
+    }
+    // Looked at first, so that a start in vain is not seen on the screen.
+    const auto tray = services.connection->atoms().netSystemTraySelection;
+    if (x11::selectionOwner(*services.connection, tray) != XCB_WINDOW_NONE || !services.build()) {
+        problem = "another program is the system tray of this display";
+        return Start::failed;
+    }
+    return Start::ready;
+}
+
+Platform LinuxDesktop::platform() const {
+    auto& services = *services_;
+    return {services.application, services.loop,         *services.userDefaults, services.processInfo,
+            *services.bar,        *services.screens,     *services.events,       *services.windowList,
+            *services.hotKeys,    services.windowCapture};
+}
+
+bool LinuxDesktop::displayLost() const {
+    return services_->displayLost;
+}
+
+}  // namespace velmo

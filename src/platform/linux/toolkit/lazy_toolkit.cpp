@@ -1,0 +1,93 @@
+#include "lazy_toolkit.h"
+
+#include <dlfcn.h>
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+#include <utility>
+
+namespace velmo {
+
+namespace {
+
+/// Long enough for a click that is on its way to be answered first.
+constexpr Seconds preparationDelay = 0.1;
+
+constexpr const char* moduleName = "velmo-qt.so";
+
+/// Beside the program, as it is built, or in the library folder beside the program's, as it is installed.
+void* openModule() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error)
+        return nullptr;
+    const auto folder = program.parent_path();
+    for (const auto& file : {folder / moduleName, folder.parent_path() / "lib" / "velmo" / moduleName}) {
+        if (std::filesystem::exists(file, error))
+            return dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+LazyToolkit::LazyToolkit(EventLoop& loop) : loop_(loop) {}
+
+LazyToolkit::~LazyToolkit() {
+    if (preparation_)
+        preparation_->invalidate();
+    loop_.setHost(nullptr);
+}
+
+Toolkit* LazyToolkit::get() {
+    if (!std::exchange(tried_, true))
+        load();
+    return toolkit_.get();
+}
+
+void LazyToolkit::prepare() {
+    if (!tried_ && !preparation_)
+        preparation_ = loop_.schedule(preparationDelay, [this] { get(); });
+}
+
+void LazyToolkit::setAppearance(const Appearance& appearance) {
+    appearance_ = appearance;
+    if (toolkit_)
+        toolkit_->setAppearance(appearance);
+}
+
+void LazyToolkit::popUp(const Menu& menu, int x, int y) {
+    // A menu that opened after the end of the loop would keep the program alive.
+    auto* toolkit = loop_.isRunning() ? get() : nullptr;
+    if (!toolkit)
+        return;
+    ++openMenus_;
+    toolkit->popUp(menu, x, y);
+    // The click that has closed the menu is known to the toolkit at once, and to us with the next events.
+    loop_.turn();
+    --openMenus_;
+}
+
+void LazyToolkit::showToolTip(const std::string& text, int x, int y) {
+    if (auto* toolkit = get())
+        toolkit->showToolTip(text, x, y);
+}
+
+void LazyToolkit::hideToolTip() {
+    if (toolkit_)
+        toolkit_->hideToolTip();
+}
+
+void LazyToolkit::load() {
+    void* module = openModule();
+    void* function = module ? dlsym(module, toolkitFunctionName) : nullptr;
+    if (!function)
+        return;
+    // The module stays loaded: a toolkit leaves things behind that run at the very end.
+    toolkit_.reset(reinterpret_cast<MakeToolkit>(function)(&loop_));
+    toolkit_->setAppearance(appearance_);
+    loop_.setHost(toolkit_.get());
+}
+
+}  // namespace velmo

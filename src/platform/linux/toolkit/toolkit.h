@@ -1,0 +1,29 @@
+#pragma once
+
+#include "linux/drawing/appearance.h"
+#include "linux/event_loop/hosted_loop.h"
+#include "menu.h"
+
+#include <string>
+
+namespace velmo {
+
+/// What a person looks at beyond the bar itself. It is loaded when it is needed first, so that a bar at
+/// rest stays small.
+class Toolkit : public LoopHost {
+public:
+    virtual void setAppearance(const Appearance& appearance) = 0;
+    /// Shows the menu with its upper left corner at (x, y), in pixels of the root window, or where it fits
+    /// on the screen. Returns once it has closed and the chosen item has been performed; the hosted loop
+    /// runs meanwhile.
+    virtual void popUp(const Menu& menu, int x, int y) = 0;
+    /// Shows a text below (x, y), in pixels of the root window, until it is hidden or has been read.
+    virtual void showToolTip(const std::string& text, int x, int y) = 0;
+    virtual void hideToolTip() = 0;
+};
+
+/// The name and type of the function that makes a module's toolkit.
+inline constexpr const char* toolkitFunctionName = "velmoMakeToolkit";
+using MakeToolkit = Toolkit* (*)(HostedLoop*);
+
+}  // namespace velmo

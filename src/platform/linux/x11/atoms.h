@@ -1,0 +1,41 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+namespace velmo::x11 {
+
+/// Names that the X server knows by number; asked for all at once.
+struct Atoms {
+    Atoms(xcb_connection_t* connection, int screenNumber);
+
+    xcb_atom_t manager = 0;
+    xcb_atom_t netSystemTrayColors = 0;
+    xcb_atom_t netSystemTrayOpcode = 0;
+    xcb_atom_t netSystemTrayOrientation = 0;
+    xcb_atom_t netSystemTraySelection = 0;
+    xcb_atom_t netSystemTrayVisual = 0;
+    xcb_atom_t netWmDesktop = 0;
+    xcb_atom_t netWmName = 0;
+    xcb_atom_t netWmPid = 0;
+    xcb_atom_t netWmState = 0;
+    xcb_atom_t netWmStateSkipPager = 0;
+    xcb_atom_t netWmStateSkipTaskbar = 0;
+    xcb_atom_t netWmStateSticky = 0;
+    xcb_atom_t netWmStrut = 0;
+    xcb_atom_t netWmStrutPartial = 0;
+    xcb_atom_t netWmWindowType = 0;
+    xcb_atom_t netWmWindowTypeCombo = 0;
+    xcb_atom_t netWmWindowTypeDock = 0;
+    xcb_atom_t netWmWindowTypeDropdownMenu = 0;
+    xcb_atom_t netWmWindowTypeMenu = 0;
+    xcb_atom_t netWmWindowTypePopupMenu = 0;
+    xcb_atom_t utf8String = 0;
+    xcb_atom_t velmoInstance = 0;
+    xcb_atom_t velmoReopen = 0;
+    xcb_atom_t xembed = 0;
+    xcb_atom_t xembedInfo = 0;
+    xcb_atom_t xsettingsSelection = 0;
+    xcb_atom_t xsettingsSettings = 0;
+};
+
+}  // namespace velmo::x11

@@ -1,0 +1,50 @@
+#include "bar_item.h"
+
+#include <algorithm>
+
+namespace velmo::x11 {
+
+namespace {
+
+/// Window coordinates are 16-bit numbers; everything left of this is as far off the screen as can be.
+constexpr int leftmost = -32000;
+constexpr int widest = 32000;
+
+}  // namespace
+
+BarItem::BarItem(Connection& connection, xcb_window_t bar)
+    : connection_(connection), window_(connection.newId()) {
+    const std::uint32_t values[] = {XCB_BACK_PIXMAP_PARENT_RELATIVE};
+    xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window_, bar, leftmost, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXMAP, values);
+}
+
+BarItem::~BarItem() {
+    xcb_destroy_window(connection_.raw(), window_);
+}
+
+void BarItem::setPlace(const std::optional<PixelRect>& place) {
+    if (place == place_)
+        return;
+    const auto former = place_;
+    place_ = place;
+    if (!place) {
+        xcb_unmap_window(connection_.raw(), window_);
+        return;
+    }
+    const std::uint32_t values[] = {static_cast<std::uint32_t>(std::max(place->x, leftmost)),
+                                    static_cast<std::uint32_t>(place->y),
+                                    static_cast<std::uint32_t>(std::clamp(place->width, 1, widest)),
+                                    static_cast<std::uint32_t>(std::clamp(place->height, 1, widest))};
+    xcb_configure_window(
+        connection_.raw(), window_,
+        XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+        values);
+    if (!former || former->width != place->width || former->height != place->height)
+        resized();
+    if (!former)
+        xcb_map_window(connection_.raw(), window_);
+    moved();
+}
+
+}  // namespace velmo::x11

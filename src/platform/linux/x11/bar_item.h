@@ -1,0 +1,57 @@
+#pragma once
+
+#include "linux/x11/connection.h"
+#include "linux/x11/pixel_rect.h"
+#include "window_server.h"
+
+#include <optional>
+#include <string>
+
+namespace velmo::x11 {
+
+/// Something that takes a place in the menu bar, in a window of its own.
+class BarItem {
+public:
+    /// `bar` is the window that the item's window is made in; it is unmapped at first.
+    BarItem(Connection& connection, xcb_window_t bar);
+    virtual ~BarItem();
+    BarItem(const BarItem&) = delete;
+    BarItem& operator=(const BarItem&) = delete;
+
+    /// Under which the bar remembers the item's place.
+    const std::string& identity() const { return identity_; }
+    /// True for our own items, false for those of other programs.
+    virtual bool isOurs() const = 0;
+    /// An item that is not shown takes no room.
+    virtual bool isShown() const = 0;
+    /// Pixels that the item wants at present.
+    virtual int preferredWidth() const = 0;
+    /// The colours, the scale or the bar's height have changed; a layout follows.
+    virtual void appearanceChanged() = 0;
+    /// Called after each layout.
+    virtual void displayIfNeeded() {}
+    /// As other programs may see it. Bounds and place are the bar's business.
+    virtual WindowListEntry describe() const = 0;
+
+    xcb_window_t window() const { return window_; }
+    /// Where the item lies in the bar, in pixels of the bar. Absent while it is not shown.
+    const std::optional<PixelRect>& place() const { return place_; }
+    /// Moves the window there and shows it, or hides it.
+    void setPlace(const std::optional<PixelRect>& place);
+
+protected:
+    void setIdentity(const std::string& identity) { identity_ = identity; }
+    /// The window's size has changed.
+    virtual void resized() = 0;
+    /// The item has another place.
+    virtual void moved() {}
+
+    Connection& connection_;
+
+private:
+    std::string identity_;
+    xcb_window_t window_;
+    std::optional<PixelRect> place_;
+};
+
+}  // namespace velmo::x11

@@ -1,0 +1,195 @@
+#include "desktop_settings.h"
+
+#include "linux/x11/selection.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <sstream>
+#include <string_view>
+
+namespace velmo::x11 {
+
+namespace {
+
+constexpr std::uint32_t propertyLimit = 1 << 20;
+constexpr double standardResolution = 96;
+
+/// Reads numbers and texts from a property in the byte order of its writer; every value is padded to
+/// four bytes. Past the end it yields nothing.
+class Reader {
+public:
+    Reader(const std::vector<std::uint8_t>& bytes, bool bigEndian) : bytes_(bytes), bigEndian_(bigEndian) {}
+
+    std::optional<std::uint32_t> number(std::size_t size) {
+        if (bytes_.size() - place_ < size)
+            return std::nullopt;
+        std::uint32_t value = 0;
+        for (std::size_t index = 0; index < size; ++index) {
+            const auto byte = bytes_[place_ + (bigEndian_ ? index : size - 1 - index)];
+            value = value << 8 | byte;
+        }
+        place_ += size;
+        return value;
+    }
+
+    std::optional<std::string> text(std::size_t length) {
+        const std::size_t padded = (length + 3) / 4 * 4;
+        if (length > bytes_.size() || bytes_.size() - place_ < padded)
+            return std::nullopt;
+        const auto begin = bytes_.begin() + static_cast<std::ptrdiff_t>(place_);
+        std::string value(begin, begin + static_cast<std::ptrdiff_t>(length));
+        place_ += padded;
+        return value;
+    }
+
+private:
+    const std::vector<std::uint8_t>& bytes_;
+    bool bigEndian_;
+    std::size_t place_ = 0;
+};
+
+enum XSettingType : std::uint32_t { xSettingInteger = 0, xSettingText = 1, xSettingColor = 2 };
+
+std::optional<std::pair<std::string, XSetting>> readSetting(Reader& reader) {
+    const auto type = reader.number(1);
+    const auto unused = reader.number(1);
+    const auto nameLength = reader.number(2);
+    if (!type || !unused || !nameLength)
+        return std::nullopt;
+    auto name = reader.text(*nameLength);
+    const auto serial = reader.number(4);
+    if (!name || !serial)
+        return std::nullopt;
+    if (*type == xSettingInteger) {
+        const auto value = reader.number(4);
+        if (!value)
+            return std::nullopt;
+        return std::pair(*std::move(name), XSetting(static_cast<std::int32_t>(*value)));
+    }
+    if (*type == xSettingText) {
+        const auto length = reader.number(4);
+        auto value = length ? reader.text(*length) : std::nullopt;
+        if (!value)
+            return std::nullopt;
+        return std::pair(*std::move(name), XSetting(*std::move(value)));
+    }
+    if (*type == xSettingColor && reader.number(4) && reader.number(4))
+        return std::pair(*std::move(name), XSetting(0));
+    return std::nullopt;
+}
+
+template <typename Type>
+std::optional<Type> valueOf(const std::map<std::string, XSetting>& settings, const std::string& name) {
+    const auto found = settings.find(name);
+    const auto* value = found == settings.end() ? nullptr : std::get_if<Type>(&found->second);
+    return value ? std::optional(*value) : std::nullopt;
+}
+
+std::optional<double> resolutionFrom(const std::string& resources) {
+    constexpr std::string_view name = "Xft.dpi:";
+    std::istringstream lines(resources);
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.starts_with(name))
+            continue;
+        const auto start = line.find_first_not_of(" \t", name.size());
+        double value = 0;
+        if (start != std::string::npos &&
+            std::from_chars(line.data() + start, line.data() + line.size(), value).ec == std::errc())
+            return value;
+    }
+    return std::nullopt;
+}
+
+bool namesDarkTheme(std::string theme) {
+    std::transform(theme.begin(), theme.end(), theme.begin(),
+                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
+    return theme.find("dark") != std::string::npos;
+}
+
+}  // namespace
+
+std::map<std::string, XSetting> parseXSettings(const std::vector<std::uint8_t>& content) {
+    std::map<std::string, XSetting> settings;
+    if (content.empty())
+        return settings;
+    Reader reader(content, content.front() == XCB_IMAGE_ORDER_MSB_FIRST);
+    // The byte order in the first of four bytes, then a serial number.
+    reader.number(4);
+    reader.number(4);
+    const auto count = reader.number(4).value_or(0);
+    for (std::uint32_t index = 0; index < count; ++index) {
+        auto setting = readSetting(reader);
+        if (!setting)
+            break;
+        settings.insert_or_assign(std::move(setting->first), std::move(setting->second));
+    }
+    return settings;
+}
+
+Appearance appearanceFrom(const std::map<std::string, XSetting>& settings, const std::string& resources) {
+    constexpr double unitsOfResolution = 1024;
+    double scale = valueOf<std::int32_t>(settings, "Gdk/WindowScalingFactor").value_or(1);
+    if (const auto resolution = valueOf<std::int32_t>(settings, "Xft/DPI"); resolution && *resolution > 0)
+        scale = std::max(scale, *resolution / unitsOfResolution / standardResolution);
+    else if (const auto fallback = resolutionFrom(resources); fallback && std::isfinite(*fallback))
+        scale = std::max(scale, *fallback / standardResolution);
+
+    Appearance appearance;
+    appearance.scale = std::clamp(std::round(scale * 4) / 4, 1.0, 4.0);
+    appearance.dark = valueOf<std::int32_t>(settings, "Gtk/ApplicationPreferDarkTheme").value_or(0) != 0 ||
+                      namesDarkTheme(valueOf<std::string>(settings, "Net/ThemeName").value_or(""));
+    appearance.font = valueOf<std::string>(settings, "Gtk/FontName").value_or("");
+    return appearance;
+}
+
+DesktopSettings::DesktopSettings(Connection& connection)
+    : connection_(connection), reading_(connection.loop(), [this] { read(); }) {
+    rootEvents_ = connection.onWindow(connection.root(), [this](const xcb_generic_event_t& event) {
+        const auto type = event.response_type & 0x7f;
+        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+        const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (type == XCB_CLIENT_MESSAGE && message.type == connection_.atoms().manager &&
+            message.data.data32[1] == connection_.atoms().xsettingsSelection)
+            followManager();
+        else if (type == XCB_PROPERTY_NOTIFY && property.atom == XCB_ATOM_RESOURCE_MANAGER)
+            reading_.request();
+    });
+    followManager();
+}
+
+void DesktopSettings::followManager() {
+    manager_ = selectionOwner(connection_, connection_.atoms().xsettingsSelection);
+    managerEvents_ = {};
+    if (manager_ != XCB_WINDOW_NONE) {
+        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+        xcb_change_window_attributes(connection_.raw(), manager_, XCB_CW_EVENT_MASK, &mask);
+        managerEvents_ = connection_.onWindow(manager_, [this](const xcb_generic_event_t& event) {
+            const auto type = event.response_type & 0x7f;
+            if (type == XCB_DESTROY_NOTIFY)
+                followManager();
+            else if (type == XCB_PROPERTY_NOTIFY)
+                reading_.request();
+        });
+    }
+    read();
+}
+
+void DesktopSettings::read() {
+    const auto& atoms = connection_.atoms();
+    std::map<std::string, XSetting> settings;
+    if (manager_ != XCB_WINDOW_NONE)
+        settings = parseXSettings(
+            connection_.property(manager_, atoms.xsettingsSettings, atoms.xsettingsSettings, propertyLimit));
+    const auto resources =
+        connection_.property(connection_.root(), XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, propertyLimit);
+    const auto appearance = appearanceFrom(settings, {resources.begin(), resources.end()});
+    if (appearance == appearance_)
+        return;
+    appearance_ = appearance;
+    listeners_.notify();
+}
+
+}  // namespace velmo::x11

@@ -1,0 +1,54 @@
+#include "keyboard.h"
+
+#include "linux/x11/keyboard_extension.h"
+#include "linux/x11/reply.h"
+#include "linux/x11/virtual_keys.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace velmo::x11 {
+
+namespace {
+
+constexpr std::uint16_t coreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
+
+std::string_view textOf(const xcb_xkb_key_name_t& name) {
+    return {name.name, static_cast<std::size_t>(std::find(name.name, name.name + 4, '\0') - name.name)};
+}
+
+}  // namespace
+
+Keyboard::Keyboard(Connection& connection)
+    : connection_(connection),
+      reading_(connection.loop(), [this] { read(); }),
+      changes_(connection.onKeyboardChange([this](const auto&) { reading_.request(); })) {
+    read();
+}
+
+void Keyboard::read() {
+    xcb_connection_t* raw = connection_.raw();
+    const auto cookie = xcb_xkb_get_names(raw, coreKeyboard, XCB_XKB_NAME_DETAIL_KEY_NAMES);
+    const auto reply = owned(xcb_xkb_get_names_reply(raw, cookie, nullptr));
+    if (!reply)
+        return;
+    xcb_xkb_get_names_value_list_t lists{};
+    xcb_xkb_get_names_value_list_unpack(
+        xcb_xkb_get_names_value_list(reply.get()), reply->nTypes, reply->indicators, reply->virtualMods,
+        reply->groupNames, reply->nKeys, reply->nKeyAliases, reply->nRadioGroups, reply->which, &lists);
+    std::unordered_map<std::uint32_t, xcb_keycode_t> keycodes;
+    for (int index = 0; lists.keyNames && index < reply->nKeys; ++index) {
+        if (const auto code = virtualKeyCodeOf(textOf(lists.keyNames[index])))
+            keycodes.emplace(*code, static_cast<xcb_keycode_t>(reply->firstKey + index));
+    }
+    if (std::exchange(keycodes_, std::move(keycodes)) != keycodes_)
+        listeners_.notify();
+}
+
+std::optional<xcb_keycode_t> Keyboard::keycodeOf(std::uint32_t virtualKeyCode) const {
+    const auto found = keycodes_.find(virtualKeyCode);
+    return found == keycodes_.end() ? std::nullopt : std::optional(found->second);
+}
+
+}  // namespace velmo::x11

@@ -1,0 +1,15 @@
+#pragma once
+
+// The header of the protocol has a field with a name that C++ keeps for itself.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+namespace velmo::x11 {
+
+/// Makes a connection aware of the X keyboard extension: changes of the keyboard come as its events, and a
+/// key that is held repeats its press without seeming to be released in between. False where the server lacks
+/// it.
+bool useKeyboardExtension(xcb_connection_t* connection);
+
+}  // namespace velmo::x11

@@ -1,0 +1,238 @@
+#include "menu_bar.h"
+
+#include "linux/x11/status_item_window.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velmo::x11 {
+
+namespace {
+
+/// Longer than any item that is looked at, in points.
+constexpr double longItem = 500;
+/// Items whose places are remembered.
+constexpr std::size_t mostIdentities = 500;
+
+xcb_window_t makeBarWindow(Connection& connection) {
+    const xcb_window_t window = connection.newId();
+    const std::uint32_t values[] = {1, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
+    xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window, connection.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    const auto& atoms = connection.atoms();
+    connection.setText(window, atoms.netWmName, "Velmo menu bar", atoms.utf8String);
+    connection.setText(window, XCB_ATOM_WM_CLASS, std::string("velmo\0Velmo\0", 12), XCB_ATOM_STRING);
+    connection.setCardinals(window, atoms.netWmWindowType, {atoms.netWmWindowTypeDock}, XCB_ATOM_ATOM);
+    return window;
+}
+
+}  // namespace
+
+MenuBar::MenuBar(const Environment& environment, const std::vector<std::string>& order,
+                 std::function<void(const std::vector<std::string>&)> saveOrder)
+    : environment_(environment),
+      painting_(environment.connection),
+      order_(order),
+      saveOrder_(std::move(saveOrder)),
+      window_(makeBarWindow(environment.connection)),
+      strip_(environment.connection, window_),
+      layout_(environment.connection.loop(), [this] { layOutIfNeeded(); }) {
+    settingsChanges_ = environment_.settings.onChange([this] { settle(); });
+    screenChanges_ = environment_.screens.onChange([this] { settle(); });
+    settle();
+    xcb_map_window(connection().raw(), window_);
+    strip_.show();
+}
+
+MenuBar::~MenuBar() {
+    xcb_destroy_window(connection().raw(), window_);
+}
+
+std::unique_ptr<StatusItem> MenuBar::makeStatusItem(double length) {
+    return std::make_unique<StatusItemWindow>(*this, length);
+}
+
+std::string MenuBar::nextItemName() {
+    return "Item-" + std::to_string(unnamedItems_++);
+}
+
+void MenuBar::addItem(BarItem& item) {
+    items_.push_back(&item);
+    setNeedsLayout();
+}
+
+void MenuBar::removeItem(BarItem& item) {
+    if (taken_ == &item)
+        letGo();
+    std::erase(items_, &item);
+    setNeedsLayout();
+}
+
+void MenuBar::setNeedsLayout() {
+    needsLayout_ = true;
+    layout_.request();
+}
+
+void MenuBar::layOutIfNeeded() {
+    if (std::exchange(needsLayout_, false))
+        layOut();
+}
+
+/// Puts the bar at the top of the primary screen, in the present appearance.
+void MenuBar::settle() {
+    const PixelRect screen = environment_.screens.primary();
+    area_ = {screen.x, screen.y, screen.width, appearance().pixels(bar_metrics::thickness)};
+    const std::uint32_t values[] = {static_cast<std::uint32_t>(area_.x), static_cast<std::uint32_t>(area_.y),
+                                    static_cast<std::uint32_t>(area_.width),
+                                    static_cast<std::uint32_t>(area_.height)};
+    xcb_configure_window(
+        connection().raw(), window_,
+        XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+        values);
+    makeTile();
+    strip_.reserve(area_, screens().primaryIsAtTheTop());
+    for (auto* item : items_)
+        item->appearanceChanged();
+    layOut();
+}
+
+void MenuBar::makeTile() {
+    Canvas canvas(1, area_.height);
+    drawBackground(canvas);
+    tile_ = painting_.upload(canvas);
+    painting_.setBackground(window_, tile_);
+}
+
+void MenuBar::drawBackground(Canvas& canvas) const {
+    canvas.fill(appearance().barBackground());
+    const double line = appearance().pixels(1);
+    canvas.fillRect({0, area_.height - line, double(canvas.width()), line}, appearance().hairline());
+}
+
+PixelRect MenuBar::onRoot(const PixelRect& place) const {
+    return {area_.x + place.x, area_.y + place.y, place.width, place.height};
+}
+
+int MenuBar::rightEdge() const {
+    return area_.width - appearance().pixels(bar_metrics::rightMargin);
+}
+
+bool MenuBar::isLong(const BarItem& item) const {
+    return item.preferredWidth() >= appearance().pixels(longItem);
+}
+
+/// Gives items that the order does not know a place in it.
+void MenuBar::placeNewItems() {
+    const auto known = order_.rightToLeft().size();
+    for (const auto* item : items_) {
+        if (!item->isShown())
+            continue;
+        if (item->isOurs())
+            item_placement::placeOwnItem(order_, item->identity());
+        else
+            item_placement::placeApplication(order_, item->identity());
+    }
+    if (order_.rightToLeft().size() == known)
+        return;
+    std::vector<std::string> present;
+    for (const auto* item : items_)
+        present.push_back(item->identity());
+    item_placement::forgetAbsent(order_, present, mostIdentities);
+    saveOrder_(order_.rightToLeft());
+}
+
+std::vector<BarItem*> MenuBar::shownItems() const {
+    std::vector<std::pair<std::size_t, BarItem*>> ranked;
+    for (auto* item : items_) {
+        if (item->isShown())
+            ranked.emplace_back(order_.rank(item->identity()), item);
+    }
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& left, const auto& right) { return left.first < right.first; });
+    std::vector<BarItem*> shown;
+    shown.reserve(ranked.size());
+    for (const auto& [rank, item] : ranked)
+        shown.push_back(item);
+    return shown;
+}
+
+void MenuBar::layOut() {
+    placeNewItems();
+    auto shown = shownItems();
+    const BarItem* dragged = isDragging_ && taken_->isShown() ? taken_ : nullptr;
+    if (dragged) {
+        // The others make room where the dragged item would be dropped.
+        std::erase(shown, taken_);
+        shown.insert(shown.begin() + static_cast<std::ptrdiff_t>(dropIndex()), taken_);
+    }
+    std::vector<double> lengths;
+    lengths.reserve(shown.size());
+    for (const auto* item : shown)
+        lengths.push_back(item->preferredWidth());
+    const auto lefts = layOutStatusItems(rightEdge(), lengths);
+    for (std::size_t index = 0; index < shown.size(); ++index) {
+        const int x = shown[index] == dragged ? draggedX_ : static_cast<int>(lefts[index]);
+        shown[index]->setPlace(PixelRect{x, 0, static_cast<int>(lengths[index]), area_.height});
+    }
+    for (auto* item : items_) {
+        if (!item->isShown())
+            item->setPlace(std::nullopt);
+        item->displayIfNeeded();
+    }
+}
+
+BarItem* MenuBar::itemAt(int x) const {
+    for (auto* item : items_) {
+        const auto& place = item->place();
+        if (place && x >= place->x && x < place->x + place->width)
+            return item;
+    }
+    return nullptr;
+}
+
+std::vector<item_placement::PlacedItem> MenuBar::placedItems(const BarItem* without) const {
+    std::vector<item_placement::PlacedItem> placed;
+    for (const auto* item : shownItems()) {
+        if (item != without && item->place())
+            placed.push_back({item->identity(), item->place()->x, item->place()->width});
+    }
+    return placed;
+}
+
+void MenuBar::take(BarItem& item) {
+    taken_ = &item;
+    isDragging_ = false;
+}
+
+void MenuBar::dragTo(int x) {
+    isDragging_ = true;
+    draggedX_ = x;
+    layOut();
+}
+
+void MenuBar::drop() {
+    if (isDragging_) {
+        item_placement::drop(order_, placedItems(taken_), taken_->identity(), dropIndex());
+        saveOrder_(order_.rightToLeft());
+    }
+    letGo();
+}
+
+void MenuBar::letGo() {
+    taken_ = nullptr;
+    isDragging_ = false;
+    setNeedsLayout();
+}
+
+std::size_t MenuBar::dropIndex() const {
+    return item_placement::dropIndex(placedItems(taken_),
+                                     {taken_->identity(), draggedX_, taken_->preferredWidth()}, rightEdge(),
+                                     appearance().pixels(longItem));
+}
+
+void MenuBar::notePress(xcb_timestamp_t time) {
+    lastPress_ = time;
+}
+
+}  // namespace velmo::x11

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "linux/bar/item_placement.h"
+#include "linux/current_event.h"
+#include "linux/toolkit/lazy_toolkit.h"
+#include "linux/x11/bar_item.h"
+#include "linux/x11/connection.h"
+#include "linux/x11/desktop_settings.h"
+#include "linux/x11/modifiers.h"
+#include "linux/x11/painting.h"
+#include "linux/x11/reserved_strip.h"
+#include "linux/x11/screen_list.h"
+#include "status_bar.h"
+#include "status_item_order.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmo::x11 {
+
+/// The strip across the top of the primary screen: its window, the items in it and their order.
+class MenuBar : public StatusBar {
+public:
+    struct Environment {
+        Connection& connection;
+        DesktopSettings& settings;
+        ScreenList& screens;
+        Modifiers& modifiers;
+        CurrentEvent& currentEvent;
+        LazyToolkit& toolkit;
+        std::int32_t processIdentifier;
+    };
+
+    /// `saveOrder` is called with the identities from right to left after the order has changed.
+    MenuBar(const Environment& environment, const std::vector<std::string>& order,
+            std::function<void(const std::vector<std::string>&)> saveOrder);
+    ~MenuBar() override;
+
+    std::unique_ptr<StatusItem> makeStatusItem(double length) override;
+    double thickness() const override { return bar_metrics::thickness; }
+
+    // For the items.
+    Connection& connection() const { return environment_.connection; }
+    const ScreenList& screens() const { return environment_.screens; }
+    DesktopSettings& settings() const { return environment_.settings; }
+    LazyToolkit& toolkit() const { return environment_.toolkit; }
+    const Modifiers& modifiers() const { return environment_.modifiers; }
+    CurrentEvent& currentEvent() const { return environment_.currentEvent; }
+    const Appearance& appearance() const { return environment_.settings.appearance(); }
+    const Painting& painting() const { return painting_; }
+    std::int32_t processIdentifier() const { return environment_.processIdentifier; }
+    xcb_window_t window() const { return window_; }
+    /// A name for an item that has none of its own.
+    std::string nextItemName();
+    void addItem(BarItem& item);
+    void removeItem(BarItem& item);
+    /// An item's width, visibility or identity has changed. Items are laid out once, in the next turn
+    /// of the loop, or as soon as somebody asks where one is.
+    void setNeedsLayout();
+    void layOutIfNeeded();
+    /// The bar as it looks behind an item, over the whole canvas.
+    void drawBackground(Canvas& canvas) const;
+    const Pixmap& backgroundTile() const { return tile_; }
+    /// From pixels of the bar to pixels of the root window.
+    PixelRect onRoot(const PixelRect& place) const;
+
+    // For those who look at the whole.
+    const std::vector<BarItem*>& items() const { return items_; }
+    /// The item at a place in the bar, in pixels of the bar. Null where there is none.
+    BarItem* itemAt(int x) const;
+    /// The same for a place on the root window.
+    BarItem* itemAtRoot(int x) const { return itemAt(x - area_.x); }
+    /// Begins a drag. The item stays where it is until `dragTo`; if it leaves the bar, nothing is taken.
+    void take(BarItem& item);
+    BarItem* taken() const { return taken_; }
+    /// The taken item's left edge is at `x`, in pixels of the bar, and the others make room where it would be
+    /// dropped.
+    void dragTo(int x);
+    /// Ends the drag; an item that was dragged has its place in the order where it is.
+    void drop();
+    /// One of our items was pressed at this time of the server.
+    void notePress(xcb_timestamp_t time);
+    bool wasPressedAt(xcb_timestamp_t time) const { return lastPress_ == time; }
+    /// True where the item hides what lies left of it.
+    bool isLong(const BarItem& item) const;
+
+private:
+    void settle();
+    void makeTile();
+    void layOut();
+    void placeNewItems();
+    void letGo();
+    std::size_t dropIndex() const;
+    /// From right to left.
+    std::vector<BarItem*> shownItems() const;
+    std::vector<item_placement::PlacedItem> placedItems(const BarItem* without) const;
+    /// Right edge of the rightmost place, in pixels of the bar.
+    int rightEdge() const;
+
+    Environment environment_;
+    Painting painting_;
+    StatusItemOrder order_;
+    std::function<void(const std::vector<std::string>&)> saveOrder_;
+    xcb_window_t window_;
+    PixelRect area_;
+    Pixmap tile_;
+    ReservedStrip strip_;
+    std::vector<BarItem*> items_;
+    BarItem* taken_ = nullptr;
+    bool isDragging_ = false;
+    int draggedX_ = 0;
+    std::optional<xcb_timestamp_t> lastPress_;
+    int unnamedItems_ = 0;
+    bool needsLayout_ = false;
+    PostedOnce layout_;
+    Registration settingsChanges_;
+    Registration screenChanges_;
+};
+
+}  // namespace velmo::x11

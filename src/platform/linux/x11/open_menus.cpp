@@ -1,0 +1,80 @@
+#include "open_menus.h"
+
+#include "linux/x11/client_process.h"
+#include "linux/x11/reply.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+namespace velmo::x11 {
+
+namespace {
+
+struct Candidate {
+    xcb_window_t window;
+    xcb_get_window_attributes_cookie_t attributes;
+    xcb_get_property_cookie_t types;
+    xcb_get_geometry_cookie_t geometry;
+};
+
+bool looksLikeMenu(const Atoms& atoms, const xcb_get_window_attributes_reply_t& attributes,
+                   std::span<const xcb_atom_t> types) {
+    if (attributes.map_state != XCB_MAP_STATE_VIEWABLE || !attributes.override_redirect ||
+        attributes._class != XCB_WINDOW_CLASS_INPUT_OUTPUT)
+        return false;
+    if (types.empty())
+        return attributes.save_under;
+    const std::array menuTypes = {atoms.netWmWindowTypeMenu, atoms.netWmWindowTypePopupMenu,
+                                  atoms.netWmWindowTypeDropdownMenu, atoms.netWmWindowTypeCombo};
+    return std::find_first_of(types.begin(), types.end(), menuTypes.begin(), menuTypes.end()) != types.end();
+}
+
+std::span<const xcb_atom_t> atomsIn(const xcb_get_property_reply_t& reply) {
+    if (reply.type != XCB_ATOM_ATOM || reply.format != 32)
+        return {};
+    return {static_cast<const xcb_atom_t*>(xcb_get_property_value(&reply)), reply.value_len};
+}
+
+std::optional<OpenMenu> menuFrom(const Connection& connection, const Candidate& candidate) {
+    xcb_connection_t* raw = connection.raw();
+    const auto attributes = owned(xcb_get_window_attributes_reply(raw, candidate.attributes, nullptr));
+    const auto types = owned(xcb_get_property_reply(raw, candidate.types, nullptr));
+    const auto geometry = owned(xcb_get_geometry_reply(raw, candidate.geometry, nullptr));
+    if (!attributes || !types || !geometry ||
+        !looksLikeMenu(connection.atoms(), *attributes, atomsIn(*types)))
+        return std::nullopt;
+    return OpenMenu{candidate.window,
+                    {geometry->x, geometry->y, geometry->width, geometry->height},
+                    processOfClient(connection, candidate.window)};
+}
+
+}  // namespace
+
+std::vector<OpenMenu> openMenus(const Connection& connection) {
+    xcb_connection_t* raw = connection.raw();
+    const auto tree = owned(xcb_query_tree_reply(raw, xcb_query_tree(raw, connection.root()), nullptr));
+    if (!tree)
+        return {};
+    const std::span windows(xcb_query_tree_children(tree.get()),
+                            static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
+    // All questions before the first answer, so that the server is waited for only once.
+    std::vector<Candidate> candidates;
+    candidates.reserve(windows.size());
+    for (const auto window : windows) {
+        candidates.push_back(
+            {window, xcb_get_window_attributes(raw, window),
+             xcb_get_property(raw, 0, window, connection.atoms().netWmWindowType, XCB_ATOM_ATOM, 0, 32),
+             xcb_get_geometry(raw, window)});
+    }
+    std::vector<OpenMenu> menus;
+    for (const auto& candidate : candidates) {
+        if (auto menu = menuFrom(connection, candidate))
+            menus.push_back(*menu);
+    }
+    // The server names the lowest window first.
+    std::reverse(menus.begin(), menus.end());
+    return menus;
+}
+
+}  // namespace velmo::x11

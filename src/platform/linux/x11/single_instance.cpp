@@ -1,0 +1,36 @@
+#include "single_instance.h"
+
+#include "linux/x11/selection.h"
+
+namespace velmo::x11 {
+
+SingleInstance::SingleInstance(Connection& connection)
+    : connection_(connection), window_(connection.newId()) {
+    xcb_create_window(connection.raw(), 0, window_, connection.root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    events_ = connection.onWindow(window_, [this](const xcb_generic_event_t& event) {
+        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+        if ((event.response_type & 0x7f) == XCB_CLIENT_MESSAGE &&
+            message.type == connection_.atoms().velmoReopen && onReopen_)
+            onReopen_();
+    });
+}
+
+SingleInstance::~SingleInstance() {
+    xcb_destroy_window(connection_.raw(), window_);
+}
+
+bool SingleInstance::acquire() {
+    return acquireSelection(connection_, connection_.atoms().velmoInstance, window_);
+}
+
+bool SingleInstance::askToReopen() const {
+    const auto owner = selectionOwner(connection_, connection_.atoms().velmoInstance);
+    if (owner == XCB_WINDOW_NONE)
+        return false;
+    connection_.sendMessage(owner, XCB_EVENT_MASK_NO_EVENT, owner, connection_.atoms().velmoReopen, {});
+    connection_.sync();
+    return true;
+}
+
+}  // namespace velmo::x11

@@ -1,0 +1,262 @@
+#include "status_item_window.h"
+
+#include "linux/x11/menu_bar.h"
+#include "linux/x11/window_tracking.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace velmo::x11 {
+
+namespace {
+
+/// How long the pointer rests on an item before its tooltip appears.
+constexpr Seconds toolTipPause = 0.7;
+
+std::optional<EventType> pressType(xcb_button_t button) {
+    switch (button) {
+        case XCB_BUTTON_INDEX_1:
+            return EventType::leftMouseDown;
+        case XCB_BUTTON_INDEX_2:
+            return EventType::otherMouseDown;
+        case XCB_BUTTON_INDEX_3:
+            return EventType::rightMouseDown;
+        default:
+            return std::nullopt;
+    }
+}
+
+EventType releaseTypeOf(EventType press) {
+    switch (press) {
+        case EventType::leftMouseDown:
+            return EventType::leftMouseUp;
+        case EventType::rightMouseDown:
+            return EventType::rightMouseUp;
+        default:
+            return EventType::otherMouseUp;
+    }
+}
+
+}  // namespace
+
+StatusItemWindow::StatusItemWindow(MenuBar& bar, double length)
+    : BarItem(bar.connection(), bar.window()), bar_(bar), length_(length) {
+    const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                               XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
+    xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_EVENT_MASK, &mask);
+    events_ = connection_.onWindow(window(), [this](const auto& event) { handle(event); });
+    setIdentity(bar.nextItemName());
+    bar_.addItem(*this);
+}
+
+StatusItemWindow::~StatusItemWindow() {
+    endToolTip();
+    bar_.removeItem(*this);
+}
+
+void StatusItemWindow::setLength(double length) {
+    length_ = length;
+    bar_.setNeedsLayout();
+}
+
+void StatusItemWindow::setAutosaveName(const std::string& name) {
+    setIdentity(name);
+    connection_.setText(window(), XCB_ATOM_WM_NAME, name, XCB_ATOM_STRING);
+    connection_.setText(window(), connection_.atoms().netWmName, name, connection_.atoms().utf8String);
+    bar_.setNeedsLayout();
+}
+
+void StatusItemWindow::setVisible(bool visible) {
+    visible_ = visible;
+    bar_.setNeedsLayout();
+}
+
+void StatusItemWindow::setImage(const std::optional<Image>& image) {
+    if (image == image_)
+        return;
+    image_ = image;
+    setNeedsDisplay();
+}
+
+void StatusItemWindow::setEnabled(bool enabled) {
+    enabled_ = enabled;
+}
+
+Size StatusItemWindow::size() const {
+    bar_.layOutIfNeeded();
+    const auto& appearance = bar_.appearance();
+    const double width = place() ? place()->width : 0;
+    return {width / appearance.scale, appearance.pixels(bar_metrics::thickness) / appearance.scale};
+}
+
+void StatusItemWindow::popUp(const Menu& menu, const Point& location) {
+    bar_.layOutIfNeeded();
+    if (!place())
+        return;
+    const auto& appearance = bar_.appearance();
+    const PixelRect area = bar_.onRoot(*place());
+    endToolTip();
+    auto endHighlight = lifetime_.guard([this] { setHighlighted(false); });
+    setHighlighted(true);
+    bar_.toolkit().popUp(menu, area.x + appearance.pixels(location.x),
+                         area.y + appearance.pixels(location.y));
+    endHighlight();
+}
+
+std::optional<Rect> StatusItemWindow::frameOnScreen() const {
+    bar_.layOutIfNeeded();
+    if (!place())
+        return std::nullopt;
+    return bar_.screens().toScreen(bar_.onRoot(*place()));
+}
+
+std::optional<Screen> StatusItemWindow::screen() const {
+    bar_.layOutIfNeeded();
+    if (!place())
+        return std::nullopt;
+    return bar_.screens().all().front();
+}
+
+std::unique_ptr<TrackingArea> StatusItemWindow::addTrackingArea(const Rect& rect, TrackingAreaOptions options,
+                                                                TrackingAreaOwner* owner) {
+    const bool whole = (options & tracking::inVisibleRect) != 0 || rect == Rect{};
+    if (!whole || !owner || !(options & tracking::mouseEnteredAndExited))
+        return nullptr;
+    return std::make_unique<WindowTracking>(connection_, bar_.currentEvent(), window(), *owner);
+}
+
+int StatusItemWindow::preferredWidth() const {
+    const auto& appearance = bar_.appearance();
+    if (length_ != variableLength)
+        return std::max(appearance.pixels(length_), 0);
+    const double content = image_ ? imageSize(*image_).width : 0;
+    return appearance.pixels(content + 2 * bar_metrics::itemPadding);
+}
+
+void StatusItemWindow::setNeedsDisplay() {
+    needsDisplay_ = true;
+    bar_.setNeedsLayout();
+}
+
+void StatusItemWindow::displayIfNeeded() {
+    // The release of a press goes nowhere once the window is hidden.
+    if (!place())
+        pressedButton_ = 0;
+    if (!place() || !std::exchange(needsDisplay_, false))
+        return;
+    const auto& appearance = bar_.appearance();
+    const auto [x, y, width, height] = *place();
+    if (!image_) {
+        const std::uint32_t background = XCB_BACK_PIXMAP_PARENT_RELATIVE;
+        xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_BACK_PIXMAP, &background);
+        xcb_clear_area(connection_.raw(), 0, window(), 0, 0, 0, 0);
+        return;
+    }
+    Canvas canvas(width, height);
+    bar_.drawBackground(canvas);
+    if (pressedButton_ != 0 || highlighted_) {
+        const double inset = appearance.pixels(bar_metrics::highlightInset);
+        const double radius = bar_metrics::highlightRadius * appearance.scale;
+        canvas.fillRoundedRect({{0, inset, double(width), height - 2 * inset}, radius, radius},
+                               appearance.text().withAlpha(0.14));
+    }
+    const Size size = imageSize(*image_);
+    // Whole pixels, so that edges stay sharp.
+    const double left = std::round((width - size.width * appearance.scale) / 2);
+    const double top = std::round((height - size.height * appearance.scale) / 2);
+    canvas.drawImage(*image_, left, top, appearance, appearance.text());
+    bar_.painting().setBackground(window(), bar_.painting().upload(canvas));
+}
+
+WindowListEntry StatusItemWindow::describe() const {
+    WindowListEntry entry;
+    entry.number = window();
+    entry.ownerPID = bar_.processIdentifier();
+    entry.ownerName = "Velmo";
+    entry.name = identity();
+    return entry;
+}
+
+void StatusItemWindow::setHighlighted(bool highlighted) {
+    highlighted_ = highlighted;
+    setNeedsDisplay();
+}
+
+void StatusItemWindow::handle(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7f) {
+        case XCB_BUTTON_PRESS:
+            pressed(reinterpret_cast<const xcb_button_press_event_t&>(event));
+            break;
+        case XCB_BUTTON_RELEASE:
+            released(reinterpret_cast<const xcb_button_release_event_t&>(event));
+            break;
+        case XCB_ENTER_NOTIFY:
+            entered();
+            break;
+        case XCB_LEAVE_NOTIFY:
+            endToolTip();
+            break;
+        default:
+            break;
+    }
+}
+
+void StatusItemWindow::entered() {
+    endToolTip();
+    if (bar_.isLong(*this))
+        return;
+    // Whoever comes here may want a menu next.
+    bar_.toolkit().prepare();
+    if (!toolTip_.empty())
+        toolTipDelay_ = connection_.loop().schedule(toolTipPause, lifetime_.guard([this] { showToolTip(); }));
+}
+
+void StatusItemWindow::showToolTip() const {
+    if (!place() || bar_.toolkit().isMenuOpen())
+        return;
+    const PixelRect area = bar_.onRoot(*place());
+    bar_.toolkit().showToolTip(toolTip_, area.x, area.y + area.height);
+}
+
+void StatusItemWindow::endToolTip() {
+    if (toolTipDelay_)
+        toolTipDelay_->invalidate();
+    bar_.toolkit().hideToolTip();
+}
+
+void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {
+    // A long divider is not seen: what is pressed there is the bare bar.
+    if (!bar_.isLong(*this))
+        bar_.notePress(event.time);
+    endToolTip();
+    const auto type = pressType(event.detail);
+    // A second button during a press belongs to the first one's click.
+    if (!type || !enabled_ || pressedButton_ != 0)
+        return;
+    pressedButton_ = event.detail;
+    setNeedsDisplay();
+    send({*type, bar_.modifiers().flags(event.state)});
+}
+
+void StatusItemWindow::released(const xcb_button_release_event_t& event) {
+    const auto type = pressType(event.detail);
+    if (!type || event.detail != pressedButton_)
+        return;
+    pressedButton_ = 0;
+    setNeedsDisplay();
+    const bool inside = place() && event.event_x >= 0 && event.event_y >= 0 &&
+                        event.event_x < place()->width && event.event_y < place()->height;
+    if (inside && enabled_)
+        send({releaseTypeOf(*type), bar_.modifiers().flags(event.state)});
+}
+
+void StatusItemWindow::send(const Event& event) {
+    if (!(actionMask_ & maskOf(event.type)) || !action_)
+        return;
+    // The action may end the item.
+    const auto action = action_;
+    bar_.currentEvent().during(event, action);
+}
+
+}  // namespace velmo::x11

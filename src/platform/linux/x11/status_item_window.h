@@ -1,0 +1,82 @@
+#pragma once
+
+#include "lifetime.h"
+#include "linux/x11/bar_item.h"
+#include "linux/x11/modifiers.h"
+#include "status_bar.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace velmo::x11 {
+
+class MenuBar;
+
+/// One of our own status items: its window, which bears the autosave name as title, and its button.
+class StatusItemWindow : public StatusItem, public StatusBarButton, public BarItem {
+public:
+    StatusItemWindow(MenuBar& bar, double length);
+    ~StatusItemWindow() override;
+
+    double length() const override { return length_; }
+    void setLength(double length) override;
+    void setAutosaveName(const std::string& name) override;
+    bool isVisible() const override { return visible_; }
+    void setVisible(bool visible) override;
+    StatusBarButton* button() override { return this; }
+
+    void setImage(const std::optional<Image>& image) override;
+    void setEnabled(bool enabled) override;
+    void setToolTip(const std::string& text) override { toolTip_ = text; }
+    void setAction(std::function<void()> action) override { action_ = std::move(action); }
+    void sendActionOn(EventMask mask) override { actionMask_ = mask; }
+    Size size() const override;
+    void popUp(const Menu& menu, const Point& location) override;
+    std::optional<Rect> frameOnScreen() const override;
+    std::optional<Screen> screen() const override;
+    std::unique_ptr<TrackingArea> addTrackingArea(const Rect& rect, TrackingAreaOptions options,
+                                                  TrackingAreaOwner* owner) override;
+
+    bool isOurs() const override { return true; }
+    bool isShown() const override { return visible_; }
+    int preferredWidth() const override;
+    void displayIfNeeded() override;
+    WindowListEntry describe() const override;
+
+    void appearanceChanged() override { needsDisplay_ = true; }
+
+protected:
+    void resized() override { needsDisplay_ = true; }
+
+private:
+    void setNeedsDisplay();
+    void setHighlighted(bool highlighted);
+    void entered();
+    void showToolTip() const;
+    void endToolTip();
+    void handle(const xcb_generic_event_t& event);
+    void pressed(const xcb_button_press_event_t& event);
+    void released(const xcb_button_release_event_t& event);
+    void send(const Event& event);
+
+    MenuBar& bar_;
+    double length_;
+    bool visible_ = true;
+    std::optional<Image> image_;
+    bool enabled_ = true;
+    bool needsDisplay_ = true;
+    std::string toolTip_;
+    std::function<void()> action_;
+    EventMask actionMask_ = maskOf(EventType::leftMouseUp);
+    /// The mouse button that is held down on the item, 0 for none.
+    xcb_button_t pressedButton_ = 0;
+    /// Its menu is open.
+    bool highlighted_ = false;
+    std::shared_ptr<Timer> toolTipDelay_;
+    Registration events_;
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo::x11

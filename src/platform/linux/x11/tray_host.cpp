@@ -1,0 +1,140 @@
+#include "tray_host.h"
+
+#include "linux/x11/selection.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace velmo::x11 {
+
+namespace {
+
+constexpr std::uint32_t requestDock = 0;
+constexpr std::uint32_t horizontal = 0;
+/// More than anybody has; a program gone wild ends here.
+constexpr std::size_t mostIcons = 1000;
+
+/// Red, green and blue as the tray protocol has them.
+void append(std::vector<std::uint32_t>& values, const Color& color) {
+    for (const double part : {color.red, color.green, color.blue})
+        values.push_back(static_cast<std::uint32_t>(std::lround(part * 0xffff)));
+}
+
+}  // namespace
+
+TrayHost::TrayHost(MenuBar& bar)
+    : bar_(bar),
+      connection_(bar.connection()),
+      // In a later turn, because it is the icon itself that notices its end.
+      removeEnded_(connection_.loop(),
+                   [this] { std::erase_if(icons_, [](const auto& icon) { return icon->hasEnded(); }); }),
+      appearanceChanges_(bar.settings().onChange([this] { publishAppearance(); })) {}
+
+TrayHost::~TrayHost() {
+    close();
+}
+
+bool TrayHost::acquire() {
+    open();
+    const auto& atoms = connection_.atoms();
+    if (!acquireSelection(connection_, atoms.netSystemTraySelection, window_)) {
+        close();
+        return false;
+    }
+    connection_.sendMessage(connection_.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY, connection_.root(),
+                            atoms.manager, {XCB_CURRENT_TIME, atoms.netSystemTraySelection, window_});
+    return true;
+}
+
+void TrayHost::open() {
+    window_ = connection_.newId();
+    const std::uint32_t values[] = {1};
+    xcb_create_window(connection_.raw(), XCB_COPY_FROM_PARENT, window_, connection_.root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, values);
+    const auto& atoms = connection_.atoms();
+    connection_.setCardinals(window_, atoms.netSystemTrayOrientation, {horizontal});
+    const auto visual = connection_.alphaVisual().value_or(connection_.screen().root_visual);
+    connection_.setCardinals(window_, atoms.netSystemTrayVisual, {visual}, XCB_ATOM_VISUALID);
+    publishAppearance();
+    events_ = connection_.onWindow(window_, [this](const auto& event) { handle(event); });
+}
+
+/// Gives the icons back. Programs notice by the window that the tray has gone.
+void TrayHost::close() {
+    icons_.clear();
+    events_ = {};
+    xcb_destroy_window(connection_.raw(), window_);
+    window_ = XCB_WINDOW_NONE;
+}
+
+void TrayHost::publishAppearance() const {
+    // Foreground, error, warning and success.
+    std::vector<std::uint32_t> colors;
+    append(colors, bar_.appearance().text());
+    append(colors, colorFromRgb(0xd33a31));
+    append(colors, colorFromRgb(0xe08a00));
+    append(colors, colorFromRgb(0x30a14e));
+    if (window_ == XCB_WINDOW_NONE)
+        return;
+    connection_.setCardinals(window_, connection_.atoms().netSystemTrayColors, colors);
+}
+
+void TrayHost::handle(const xcb_generic_event_t& event) {
+    const auto type = event.response_type & 0x7f;
+    if (type == XCB_SELECTION_CLEAR) {
+        standBack();
+        return;
+    }
+    const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+    if (type == XCB_CLIENT_MESSAGE && message.format == 32 &&
+        message.type == connection_.atoms().netSystemTrayOpcode && message.data.data32[1] == requestDock)
+        dock(message.data.data32[2]);
+}
+
+/// Another program has become the tray. It gets the icons, and we take the part again when it ends.
+void TrayHost::standBack() {
+    close();
+    while (!acquire()) {
+        const auto rival = selectionOwner(connection_, connection_.atoms().netSystemTraySelection);
+        if (rival == XCB_WINDOW_NONE)
+            continue;
+        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+        xcb_change_window_attributes(connection_.raw(), rival, XCB_CW_EVENT_MASK, &mask);
+        rivalEvents_ = connection_.onWindow(rival, [this](const xcb_generic_event_t& event) {
+            if ((event.response_type & 0x7f) == XCB_DESTROY_NOTIFY)
+                standBack();
+        });
+        // It may have gone before we listened.
+        if (selectionOwner(connection_, connection_.atoms().netSystemTraySelection) == rival)
+            return;
+    }
+    rivalEvents_ = {};
+}
+
+void TrayHost::dock(xcb_window_t client) {
+    const auto same = [client](const auto& icon) { return icon->client() == client && !icon->hasEnded(); };
+    if (icons_.size() >= mostIcons || std::any_of(icons_.begin(), icons_.end(), same))
+        return;
+    const auto facts = TrayIcon::examine(connection_, client);
+    if (!facts)
+        return;
+    auto icon = std::make_unique<TrayIcon>(bar_, *facts, identityFor(facts->application));
+    icon->setOnEnd([this] { removeEnded_.request(); });
+    icons_.push_back(std::move(icon));
+}
+
+/// The program's name, with a number where an icon has it already. Names of our own are for ours alone.
+std::string TrayHost::identityFor(const std::string& application) const {
+    const auto taken = [this](const std::string& identity) {
+        return std::any_of(icons_.begin(), icons_.end(), [&](const auto& icon) {
+            return icon->identity() == identity && !icon->hasEnded();
+        });
+    };
+    const std::string name = item_placement::isOwnName(application) ? "other." + application : application;
+    std::string identity = name;
+    for (int number = 2; taken(identity); ++number)
+        identity = name + "#" + std::to_string(number);
+    return identity;
+}
+
+}  // namespace velmo::x11

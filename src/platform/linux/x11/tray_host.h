@@ -1,0 +1,45 @@
+#pragma once
+
+#include "linux/x11/menu_bar.h"
+#include "linux/x11/tray_icon.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace velmo::x11 {
+
+/// The host of the X11 system tray: programs hand it windows that show their icons.
+class TrayHost {
+public:
+    explicit TrayHost(MenuBar& bar);
+    ~TrayHost();
+    TrayHost(const TrayHost&) = delete;
+    TrayHost& operator=(const TrayHost&) = delete;
+
+    /// Becomes the display's tray and calls the programs that wait for one. False where another program
+    /// is the tray.
+    bool acquire();
+
+private:
+    void open();
+    void close();
+    void publishAppearance() const;
+    void handle(const xcb_generic_event_t& event);
+    void standBack();
+    void dock(xcb_window_t client);
+    std::string identityFor(const std::string& application) const;
+
+    MenuBar& bar_;
+    Connection& connection_;
+    /// None while another program is the tray.
+    xcb_window_t window_ = XCB_WINDOW_NONE;
+    std::vector<std::unique_ptr<TrayIcon>> icons_;
+    PostedOnce removeEnded_;
+    Registration appearanceChanges_;
+    Registration events_;
+    /// Of the program that is the tray in our place.
+    Registration rivalEvents_;
+};
+
+}  // namespace velmo::x11

@@ -1,0 +1,40 @@
+#include "window_list.h"
+
+#include "linux/process/linux_process_info.h"
+#include "linux/x11/open_menus.h"
+
+namespace velmo::x11 {
+
+std::optional<std::vector<WindowListEntry>> WindowList::windowList(WindowListOption /*option*/) const {
+    std::vector<WindowListEntry> entries;
+    for (const auto& menu : openMenus(bar_.connection())) {
+        WindowListEntry entry;
+        entry.number = menu.window;
+        entry.layer = window_layer::popUpMenu;
+        entry.ownerPID = menu.processIdentifier;
+        if (menu.processIdentifier)
+            entry.ownerName = processName(*menu.processIdentifier);
+        entry.bounds = bar_.screens().toGlobal(menu.area);
+        entry.isOnScreen = true;
+        entries.push_back(entry);
+    }
+    appendItems(entries);
+    return entries;
+}
+
+void WindowList::appendItems(std::vector<WindowListEntry>& entries) const {
+    bar_.layOutIfNeeded();
+    const Rect screen = bar_.screens().toGlobal(bar_.screens().primary());
+    for (const auto* item : bar_.items()) {
+        if (!item->place())
+            continue;
+        auto entry = item->describe();
+        entry.layer = window_layer::status;
+        entry.bounds = bar_.screens().toGlobal(bar_.onRoot(*item->place()));
+        entry.isOnScreen = true;
+        if (entry.bounds->intersects(screen))
+            entries.push_back(std::move(entry));
+    }
+}
+
+}  // namespace velmo::x11

@@ -1,0 +1,221 @@
+#include "desktop_session.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <thread>
+
+namespace velmo::desktop {
+
+namespace {
+
+constexpr int awayFromBarX = 300;
+constexpr int awayFromBarY = 400;
+
+std::string readFile(const std::filesystem::path& file) {
+    std::ifstream stream(file);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+}  // namespace
+
+bool eventually(const std::function<bool()>& condition, milliseconds limit) {
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        std::this_thread::sleep_for(milliseconds(10));
+    }
+    return true;
+}
+
+bool stays(const std::function<bool()>& condition, milliseconds time) {
+    return !eventually([&] { return !condition(); }, time);
+}
+
+void DesktopSession::SetUp() {
+    std::string pattern = std::filesystem::temp_directory_path() / "velmo-desktop-XXXXXX";
+    home_ = mkdtemp(pattern.data());
+    environment_ = {{"HOME", home_},
+                    {"XDG_CONFIG_HOME", home_ / "config"},
+                    {"XDG_CACHE_HOME", home_ / "cache"},
+                    {"XDG_RUNTIME_DIR", home_},
+                    {"NO_AT_BRIDGE", "1"},
+                    {"GTK_A11Y", "none"},
+                    {"LC_ALL", "C.UTF-8"},
+                    // Nothing of the machine's own session takes part.
+                    {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+}
+
+void DesktopSession::TearDown() {
+    // However the test has treated it, it ends in order and without a word.
+    if (velmo_ && velmo_->isRunning())
+        stopVelmo();
+    velmo_.reset();
+    observer_.reset();
+    while (!programs_.empty())
+        programs_.pop_back();
+    server_.reset();
+    std::error_code error;
+    std::filesystem::remove_all(home_, error);
+}
+
+void DesktopSession::startServer(const std::string& screen) {
+    // The server chooses a free display and writes its number into the file.
+    const auto numberFile = home_ / "display";
+    const int descriptor = open(numberFile.c_str(), O_RDWR | O_CREAT, 0600);
+    server_.emplace(run({"Xvfb", "-displayfd", std::to_string(descriptor), "-screen", "0", screen,
+                         "-nolisten", "tcp", "-noreset"}));
+    close(descriptor);
+    ASSERT_TRUE(eventually([&] { return readFile(numberFile).ends_with("\n"); }));
+    std::string number = readFile(numberFile);
+    number.pop_back();
+    environment_["DISPLAY"] = ":" + number;
+    observer_ = std::make_unique<XObserver>(":" + number);
+    movePointer(awayFromBarX, awayFromBarY);
+}
+
+void DesktopSession::stopServer() {
+    observer_.reset();
+    server_->end();
+}
+
+void DesktopSession::startWindowManager(const std::vector<std::string>& command) {
+    programs_.push_back(run(command));
+    ASSERT_TRUE(eventually([&] { return !x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK").empty(); }));
+}
+
+void DesktopSession::writeDefaults(const nlohmann::json& values) const {
+    std::filesystem::create_directories(defaultsFile().parent_path());
+    std::ofstream(defaultsFile()) << values.dump(2);
+}
+
+nlohmann::json DesktopSession::readDefaults() const {
+    return nlohmann::json::parse(readFile(defaultsFile()));
+}
+
+void DesktopSession::startVelmo() {
+    velmo_.emplace(run({VELMO_PROGRAM}, home_ / "velmo.err"));
+    ASSERT_TRUE(eventually([&] {
+        const auto toggle = x().windowTitled("Velmo.Toggle");
+        return toggle && x().isViewable(*toggle) && isOnScreen(*toggle);
+    }));
+}
+
+void DesktopSession::stopVelmo() {
+    velmo_->signal(SIGTERM);
+    EXPECT_EQ(velmo_->wait(milliseconds(5000)), 0);
+    EXPECT_EQ(readFile(home_ / "velmo.err"), "") << "Velmo is silent";
+    velmo_.reset();
+}
+
+ChildProcess DesktopSession::run(const std::vector<std::string>& command,
+                                 const std::string& errorFile) const {
+    return {command, environment_, errorFile};
+}
+
+xcb_window_t DesktopSession::startTrayProgram(const std::string& command, const std::string& windowClass) {
+    programs_.push_back(run({command}));
+    return iconOf(windowClass);
+}
+
+xcb_window_t DesktopSession::iconOf(const std::string& windowClass) const {
+    std::optional<xcb_window_t> icon;
+    const auto docked = [&] {
+        icon = x().windowOfClass(bar(), windowClass);
+        return icon && x().isViewable(*icon);
+    };
+    EXPECT_TRUE(eventually(docked, milliseconds(20000))) << windowClass << " docks its icon";
+    return icon.value_or(xcb_window_t{XCB_WINDOW_NONE});
+}
+
+xcb_window_t DesktopSession::startOrdinaryWindow() {
+    programs_.push_back(run({"xterm", "-geometry", "60x12+200+300", "-title", "Ordinary"}));
+    std::optional<xcb_window_t> window;
+    EXPECT_TRUE(
+        eventually([&] { return (window = x().windowTitled("Ordinary")) && x().isViewable(*window); }));
+    return window.value_or(xcb_window_t{XCB_WINDOW_NONE});
+}
+
+void DesktopSession::xdotool(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> command = {"xdotool"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    outputOf(command, environment_);
+}
+
+void DesktopSession::movePointer(int pointerX, int pointerY) const {
+    xdotool({"mousemove", std::to_string(pointerX), std::to_string(pointerY)});
+}
+
+void DesktopSession::click(xcb_window_t window, int button) const {
+    const auto place = x().area(window).value_or(Area{});
+    xdotool({"mousemove", std::to_string(place.midX()), std::to_string(place.midY()), "click",
+             std::to_string(button)});
+}
+
+void DesktopSession::clickHolding(const std::string& key, xcb_window_t window) const {
+    const auto place = x().area(window).value_or(Area{});
+    xdotool({"mousemove", std::to_string(place.midX()), std::to_string(place.midY()), "keydown", key, "click",
+             "1", "keyup", key});
+}
+
+void DesktopSession::superDrag(xcb_window_t window, int targetX) const {
+    const auto place = x().area(window).value_or(Area{});
+    std::vector<std::string> steps = {"mousemove",
+                                      std::to_string(place.midX()),
+                                      std::to_string(place.midY()),
+                                      "keydown",
+                                      "Super_L",
+                                      "mousedown",
+                                      "1"};
+    constexpr int stepCount = 10;
+    for (int step = 1; step <= stepCount; ++step) {
+        const int stepX = place.midX() + (targetX - place.midX()) * step / stepCount;
+        steps.insert(steps.end(), {"mousemove", std::to_string(stepX), "13"});
+    }
+    steps.insert(steps.end(), {"mouseup", "1", "keyup", "Super_L"});
+    xdotool(steps);
+}
+
+xcb_window_t DesktopSession::bar() const {
+    const auto toggleWindow = x().windowTitled("Velmo.Toggle");
+    for (const auto window : x().children(x().root())) {
+        const auto items = x().children(window);
+        if (toggleWindow && std::find(items.begin(), items.end(), *toggleWindow) != items.end())
+            return window;
+    }
+    return XCB_WINDOW_NONE;
+}
+
+xcb_window_t DesktopSession::toggle() const {
+    return x().windowTitled("Velmo.Toggle").value_or(xcb_window_t{XCB_WINDOW_NONE});
+}
+
+xcb_window_t DesktopSession::divider() const {
+    return x().windowTitled("Velmo.Divider").value_or(xcb_window_t{XCB_WINDOW_NONE});
+}
+
+xcb_window_t DesktopSession::alwaysHiddenDivider() const {
+    return x().windowTitled("Velmo.AlwaysHiddenDivider").value_or(xcb_window_t{XCB_WINDOW_NONE});
+}
+
+bool DesktopSession::isOnScreen(xcb_window_t window) const {
+    const auto place = x().area(window);
+    const auto screen = x().area(x().root());
+    return place && screen && x().isViewable(window) && place->x + place->width > 0 &&
+           place->x < screen->width;
+}
+
+bool DesktopSession::isHidden(xcb_window_t window) const {
+    const auto place = x().area(window);
+    return place && x().isViewable(window) && place->x + place->width <= 0;
+}
+
+bool DesktopSession::dividerIsExpanded() const {
+    const auto place = x().area(divider());
+    return place && place->width == 10000;
+}
+
+}  // namespace velmo::desktop

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "child_process.h"
+#include "x_observer.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmo::desktop {
+
+using std::chrono::milliseconds;
+
+/// Waits until the condition holds; false where it does not within the limit.
+bool eventually(const std::function<bool()>& condition, milliseconds limit = milliseconds(8000));
+/// True where the condition holds from now on until the time has passed.
+bool stays(const std::function<bool()>& condition, milliseconds time);
+
+/// A display with a window manager, on which Velmo and other real programs run.
+class DesktopSession : public testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    /// Starts an X server with a screen of that size.
+    void startServer(const std::string& screen = "1280x720x24");
+    void stopServer();
+    void startWindowManager(const std::vector<std::string>& command = {"openbox"});
+    /// Written before Velmo starts; keys as in the defaults file.
+    void writeDefaults(const nlohmann::json& values) const;
+    nlohmann::json readDefaults() const;
+    std::filesystem::path defaultsFile() const { return home_ / "config" / "velmo" / "defaults.json"; }
+
+    /// Starts Velmo and waits until its toggle can be clicked.
+    void startVelmo();
+    /// Asks Velmo to end, as the session does, and waits for that.
+    void stopVelmo();
+    ChildProcess run(const std::vector<std::string>& command, const std::string& errorFile = {}) const;
+    /// Starts a program and waits until its icon is in the bar. Returns the icon's window.
+    xcb_window_t startTrayProgram(const std::string& command, const std::string& windowClass);
+    /// The icon of a running program, once it is in the bar.
+    xcb_window_t iconOf(const std::string& windowClass) const;
+    /// A window that is none of ours, with its frame's upper left corner near (x, y).
+    xcb_window_t startOrdinaryWindow();
+
+    void xdotool(const std::vector<std::string>& arguments) const;
+    void movePointer(int x, int y) const;
+    void click(xcb_window_t window, int button = 1) const;
+    void clickHolding(const std::string& key, xcb_window_t window) const;
+    /// Drags with Super held, from the middle of the window to (x, 13) in steps.
+    void superDrag(xcb_window_t window, int x) const;
+
+    XObserver& x() const { return *observer_; }
+    ChildProcess& velmo() { return *velmo_; }
+    xcb_window_t bar() const;
+    xcb_window_t toggle() const;
+    xcb_window_t divider() const;
+    xcb_window_t alwaysHiddenDivider() const;
+    bool isOnScreen(xcb_window_t window) const;
+    /// There, and pushed off the left edge of the screen.
+    bool isHidden(xcb_window_t window) const;
+    bool dividerIsExpanded() const;
+
+    std::filesystem::path home_;
+    Environment environment_;
+
+private:
+    std::optional<ChildProcess> server_;
+    std::vector<ChildProcess> programs_;
+    std::unique_ptr<XObserver> observer_;
+    std::optional<ChildProcess> velmo_;
+};
+
+}  // namespace velmo::desktop

@@ -1,0 +1,288 @@
+#include "desktop_session.h"
+
+#include <algorithm>
+
+namespace velmo::desktop {
+
+namespace {
+
+constexpr std::uint32_t barColor = 0xf6f6f8;
+
+class Tray : public DesktopSession {
+protected:
+    void SetUp() override {
+        DesktopSession::SetUp();
+        startServer();
+        startWindowManager();
+        startVelmo();
+    }
+
+    void sendToTray(std::uint32_t opcode, xcb_window_t window) const { sendToTray(opcode, window, x()); }
+
+    static void sendToTray(std::uint32_t opcode, xcb_window_t window, const XObserver& sender) {
+        const auto owner = sender.selectionOwner("_NET_SYSTEM_TRAY_S0");
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = owner;
+        message.type = sender.atom("_NET_SYSTEM_TRAY_OPCODE");
+        message.data.data32[1] = opcode;
+        message.data.data32[2] = window;
+        xcb_send_event(sender.raw(), 0, owner, 0, reinterpret_cast<const char*>(&message));
+        xcb_flush(sender.raw());
+    }
+
+    void setEmbeddingFlags(xcb_window_t window, std::uint32_t flags) const {
+        const std::uint32_t info[] = {0, flags};
+        const auto atom = x().atom("_XEMBED_INFO");
+        xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, atom, atom, 32, 2, info);
+        xcb_flush(x().raw());
+    }
+
+    static xcb_window_t makeWindow(const XObserver& client) {
+        const xcb_window_t window = xcb_generate_id(client.raw());
+        xcb_create_window(client.raw(), XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 16, 16, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        return window;
+    }
+
+    /// A window made by this test, docked like a program's and in the bar. `wmClass` as in the property.
+    xcb_window_t dockWindowOfOurs(const std::string& wmClass = {}) const {
+        const xcb_window_t window = makeWindow(x());
+        xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+                            static_cast<std::uint32_t>(wmClass.size()), wmClass.data());
+        setEmbeddingFlags(window, 1);
+        sendToTray(0, window);
+        EXPECT_TRUE(eventually([&] { return x().parent(window) != x().root() && x().isViewable(window); }));
+        return window;
+    }
+
+    std::vector<std::string> savedOrder() const { return readDefaults()["statusItemOrder"]; }
+};
+
+TEST_F(Tray, IconLeavesWithItsProgram) {
+    auto program = run({"gxkb"});
+    ASSERT_TRUE(eventually([&] { return x().windowOfClass(bar(), "Gxkb").has_value(); }));
+    const auto items = x().children(bar()).size();
+    program.end();
+    EXPECT_TRUE(eventually([&] { return x().children(bar()).size() == items - 1; }));
+    EXPECT_TRUE(isOnScreen(toggle()));
+}
+
+TEST_F(Tray, IconReturnsToItsPlace) {
+    startTrayProgram("parcellite", "Parcellite");
+    {
+        auto program = run({"gxkb"});
+        const auto icon = iconOf("Gxkb");
+        superDrag(icon, 300);
+        ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+    }
+    ASSERT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Gxkb"); }));
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    EXPECT_TRUE(stays([&] { return isHidden(icon); }, milliseconds(300))) << "it was hidden when it left";
+}
+
+TEST_F(Tray, TwoIconsOfOneProgramHavePlacesOfTheirOwn) {
+    const auto first = run({"gxkb"});
+    ASSERT_TRUE(eventually([&] { return x().windowOfClass(bar(), "Gxkb").has_value(); }));
+    const auto second = run({"gxkb"});
+    EXPECT_TRUE(eventually([&] {
+        const auto order = savedOrder();
+        return std::count(order.begin(), order.end(), "gxkb.Gxkb") == 1 &&
+               std::count(order.begin(), order.end(), "gxkb.Gxkb#2") == 1;
+    }));
+}
+
+TEST_F(Tray, DragMovesIconsPastEachOther) {
+    const auto first = startTrayProgram("gxkb", "Gxkb");
+    const auto second = startTrayProgram("parcellite", "Parcellite");
+    ASSERT_TRUE(eventually([&] { return isOnScreen(first) && isOnScreen(second); }));
+    ASSERT_LT(x().area(second)->x, x().area(first)->x) << "the newest stands next to the divider";
+    superDrag(second, x().area(first)->midX() + 5);
+    EXPECT_TRUE(eventually([&] { return x().area(second)->x > x().area(first)->x; }));
+    EXPECT_EQ(savedOrder(), (std::vector<std::string>{"Velmo.Toggle", "parcellite.Parcellite", "gxkb.Gxkb",
+                                                      "Velmo.Divider"}));
+}
+
+TEST_F(Tray, DraggedIconFollowsThePointerAndNeighboursMakeRoom) {
+    const auto first = startTrayProgram("gxkb", "Gxkb");
+    const auto second = startTrayProgram("parcellite", "Parcellite");
+    const auto left = *x().area(second);
+    const auto right = *x().area(first);
+    xdotool({"mousemove", std::to_string(left.midX()), "13", "keydown", "Super_L", "mousedown", "1",
+             "mousemove", std::to_string(left.midX() + 10), "13", "mousemove",
+             std::to_string(right.midX() - 4), "13"});
+    EXPECT_TRUE(eventually([&] { return x().area(second)->midX() == right.midX() - 4; }));
+    EXPECT_EQ(x().area(first)->x, left.x);
+    xdotool({"mouseup", "1", "keyup", "Super_L"});
+    EXPECT_TRUE(eventually([&] { return *x().area(second) == right; }));
+}
+
+TEST_F(Tray, ToggleCannotBeDraggedToWhereItWouldHideItself) {
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    superDrag(toggle(), 300);
+    EXPECT_TRUE(eventually([&] { return x().area(toggle())->x < x().area(icon)->x; }));
+    EXPECT_TRUE(isOnScreen(toggle()));
+    EXPECT_EQ(savedOrder(), (std::vector<std::string>{"gxkb.Gxkb", "Velmo.Toggle", "Velmo.Divider"}));
+}
+
+TEST_F(Tray, IconWindowOutlivesVelmo) {
+    const auto window = dockWindowOfOurs();
+    velmo().signal(SIGKILL);
+    velmo().wait(milliseconds(2000));
+    EXPECT_TRUE(eventually([&] { return x().parent(window) == x().root(); }));
+    EXPECT_TRUE(stays([&] { return !x().isViewable(window); }, milliseconds(300))) << "kept out of sight";
+}
+
+TEST_F(Tray, IconWindowIsGivenBackWhenVelmoEnds) {
+    const auto window = dockWindowOfOurs();
+    stopVelmo();
+    EXPECT_TRUE(eventually([&] { return x().parent(window) == x().root(); }));
+    EXPECT_FALSE(x().isViewable(window));
+    EXPECT_EQ(x().selectionOwner("_NET_SYSTEM_TRAY_S0"), xcb_window_t{XCB_WINDOW_NONE});
+}
+
+TEST_F(Tray, IconsReturnAfterASuddenEnd) {
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    superDrag(icon, 300);
+    ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+    velmo().signal(SIGKILL);
+    velmo().wait(milliseconds(2000));
+    startVelmo();
+    const auto returned = iconOf("Gxkb");
+    EXPECT_TRUE(eventually([&] { return isHidden(returned); })) << "it was hidden before";
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return isOnScreen(returned); }));
+}
+
+TEST_F(Tray, TransparentPartsOfAnIconShowTheBar) {
+    const auto icon = startTrayProgram("parcellite", "Parcellite");
+    const auto place = *x().area(icon);
+    EXPECT_TRUE(eventually([&] { return x().pixel(place.x, place.y) == barColor; })) << "a corner";
+    EXPECT_TRUE(eventually([&] { return x().pixel(place.midX(), place.midY()) != barColor; }))
+        << "the middle";
+}
+
+TEST_F(Tray, HostileDockRequestsCostNothing) {
+    const auto items = x().children(bar()).size();
+    const auto owner = x().selectionOwner("_NET_SYSTEM_TRAY_S0");
+    const xcb_window_t nobodys = 0xdeadbeef;
+    for (const auto window : {xcb_window_t{XCB_WINDOW_NONE}, x().root(), bar(), toggle(), owner, nobodys}) {
+        for (const std::uint32_t opcode : {0U, 1U, 2U, 77U})
+            sendToTray(opcode, window);
+    }
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    EXPECT_TRUE(eventually([&] { return isOnScreen(icon) && isOnScreen(toggle()); }));
+    EXPECT_EQ(x().children(bar()).size(), items + 1);
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+}
+
+TEST_F(Tray, ClientsThatDieWhileTheyDockLeaveNothing) {
+    const auto items = x().children(bar()).size();
+    const auto order = savedOrder();
+    for (int count = 0; count < 100; ++count) {
+        XObserver client(environment_.at("DISPLAY"));
+        const xcb_window_t window = makeWindow(client);
+        sendToTray(0, window, client);
+    }
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    EXPECT_TRUE(eventually([&] { return isOnScreen(icon) && x().children(bar()).size() == items + 1; }));
+}
+
+TEST_F(Tray, ForgedEventsTakeNoIconAway) {
+    const auto window = dockWindowOfOurs();
+    xcb_destroy_notify_event_t forged{};
+    forged.response_type = XCB_DESTROY_NOTIFY;
+    forged.event = window;
+    forged.window = window;
+    xcb_send_event(x().raw(), 0, window, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&forged));
+    xcb_flush(x().raw());
+    EXPECT_TRUE(stays([&] { return isOnScreen(window); }, milliseconds(300)));
+}
+
+TEST_F(Tray, WindowTakenBackIsFreeAgain) {
+    const auto window = dockWindowOfOurs();
+    // So that the window manager leaves it alone.
+    const std::uint32_t yes = 1;
+    xcb_change_window_attributes(x().raw(), window, XCB_CW_OVERRIDE_REDIRECT, &yes);
+    const auto items = x().children(bar()).size();
+    xcb_reparent_window(x().raw(), window, x().root(), 50, 300);
+    const std::uint32_t values[] = {200, 150};
+    xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);
+    xcb_flush(x().raw());
+    EXPECT_TRUE(eventually([&] { return x().children(bar()).size() == items - 1; }));
+    EXPECT_TRUE(x().exists(window));
+    EXPECT_EQ(x().area(window)->width, 200);
+
+    sendToTray(0, window);
+    EXPECT_TRUE(eventually([&] { return x().children(bar()).size() == items && isOnScreen(window); }));
+}
+
+TEST_F(Tray, IconThatLeavesWhileItIsDraggedLeavesTheOrderAlone) {
+    auto program = run({"gxkb"});
+    const auto icon = iconOf("Gxkb");
+    const auto place = *x().area(icon);
+    xdotool({"mousemove", std::to_string(place.midX()), "13", "keydown", "Super_L", "mousedown", "1",
+             "mousemove", std::to_string(place.midX() - 20), "13", "mousemove", "300", "13"});
+    program.end();
+    ASSERT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Gxkb"); }));
+    xdotool({"mousemove", "200", "13", "mouseup", "1", "keyup", "Super_L"});
+    EXPECT_EQ(savedOrder(), (std::vector<std::string>{"Velmo.Toggle", "gxkb.Gxkb", "Velmo.Divider"}));
+    EXPECT_TRUE(isOnScreen(toggle()));
+}
+
+TEST_F(Tray, NamesOfOurOwnItemsAreTaken) {
+    const auto window = dockWindowOfOurs(std::string("Velmo\0Divider\0", 14));
+    EXPECT_TRUE(isOnScreen(window));
+    const auto order = savedOrder();
+    EXPECT_EQ(std::count(order.begin(), order.end(), "Velmo.Divider"), 1);
+    EXPECT_EQ(std::count(order.begin(), order.end(), "other.Velmo.Divider"), 1);
+}
+
+TEST_F(Tray, FloodOfChangesLeavesTheBarResponsive) {
+    const auto window = dockWindowOfOurs();
+    for (int count = 0; count < 20000; ++count)
+        setEmbeddingFlags(window, 1);
+    const auto start = std::chrono::steady_clock::now();
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(2000));
+}
+
+TEST_F(Tray, AnotherTrayGetsTheIconsAndGivesThemBack) {
+    startTrayProgram("gxkb", "Gxkb");
+    XObserver rival(environment_.at("DISPLAY"));
+    const xcb_window_t window = makeWindow(rival);
+    xcb_set_selection_owner(rival.raw(), window, rival.atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
+    ASSERT_EQ(rival.selectionOwner("_NET_SYSTEM_TRAY_S0"), window);
+    EXPECT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Gxkb"); }));
+    EXPECT_TRUE(isOnScreen(toggle()));
+    xcb_destroy_window(rival.raw(), window);
+    xcb_flush(rival.raw());
+    EXPECT_TRUE(isOnScreen(iconOf("Gxkb")));
+}
+
+TEST_F(Tray, WindowThatInsistsOnASizeOfItsOwnIsKeptInItsPlace) {
+    const auto window = dockWindowOfOurs();
+    const auto place = *x().area(window);
+    for (std::uint32_t size = 1; size < 200; ++size) {
+        const std::uint32_t values[] = {size, size};
+        xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);
+    }
+    xcb_flush(x().raw());
+    EXPECT_TRUE(eventually([&] { return *x().area(window) == place; }));
+}
+
+TEST_F(Tray, IconFollowsTheEmbeddingFlag) {
+    const auto window = dockWindowOfOurs();
+    setEmbeddingFlags(window, 0);
+    EXPECT_TRUE(eventually([&] { return !x().isViewable(window); }));
+    setEmbeddingFlags(window, 1);
+    EXPECT_TRUE(eventually([&] { return isOnScreen(window); }));
+}
+
+}  // namespace
+
+}  // namespace velmo::desktop

@@ -1,0 +1,137 @@
+#include "x_observer.h"
+
+#include <cstdlib>
+#include <functional>
+#include <span>
+#include <stdexcept>
+
+namespace velmo::desktop {
+
+namespace {
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+template <typename Type>
+std::unique_ptr<Type, Free> owned(Type* reply) {
+    return std::unique_ptr<Type, Free>(reply);
+}
+
+std::optional<xcb_window_t> findBelow(const XObserver& observer, xcb_window_t window,
+                                      const std::function<bool(xcb_window_t)>& matches) {
+    for (const auto child : observer.children(window)) {
+        if (matches(child))
+            return child;
+        if (const auto found = findBelow(observer, child, matches))
+            return found;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+XObserver::XObserver(const std::string& display) : connection_(xcb_connect(display.c_str(), nullptr)) {
+    if (xcb_connection_has_error(connection_))
+        throw std::runtime_error("no display " + display);
+    root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+}
+
+XObserver::~XObserver() {
+    xcb_disconnect(connection_);
+}
+
+xcb_window_t XObserver::parent(xcb_window_t window) const {
+    const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
+    return tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+std::vector<xcb_window_t> XObserver::children(xcb_window_t window) const {
+    const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
+    if (!tree)
+        return {};
+    const auto* begin = xcb_query_tree_children(tree.get());
+    return {begin, begin + xcb_query_tree_children_length(tree.get())};
+}
+
+xcb_atom_t XObserver::atom(const std::string& name) const {
+    const auto cookie =
+        xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    const auto reply = owned(xcb_intern_atom_reply(connection_, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+std::string XObserver::property(xcb_window_t window, const std::string& name) const {
+    const auto cookie =
+        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
+    const auto reply = owned(xcb_get_property_reply(connection_, cookie, nullptr));
+    if (!reply)
+        return {};
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
+std::vector<std::uint32_t> XObserver::cardinals(xcb_window_t window, const std::string& name) const {
+    const auto cookie =
+        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
+    const auto reply = owned(xcb_get_property_reply(connection_, cookie, nullptr));
+    if (!reply || reply->format != 32)
+        return {};
+    const auto* begin = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return {begin, begin + reply->value_len};
+}
+
+std::optional<xcb_window_t> XObserver::windowTitled(const std::string& title) const {
+    return findBelow(*this, root_, [&](xcb_window_t window) { return property(window, "WM_NAME") == title; });
+}
+
+std::optional<xcb_window_t> XObserver::windowOfClass(xcb_window_t ancestor, const std::string& name) const {
+    const std::string suffix = name + std::string(1, '\0');
+    return findBelow(*this, ancestor,
+                     [&](xcb_window_t window) { return property(window, "WM_CLASS").ends_with(suffix); });
+}
+
+std::optional<Area> XObserver::area(xcb_window_t window) const {
+    const auto geometry =
+        owned(xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+    const auto cookie = xcb_translate_coordinates(connection_, window, root_, 0, 0);
+    const auto place = owned(xcb_translate_coordinates_reply(connection_, cookie, nullptr));
+    if (!geometry || !place)
+        return std::nullopt;
+    return Area{place->dst_x, place->dst_y, geometry->width, geometry->height};
+}
+
+bool XObserver::isViewable(xcb_window_t window) const {
+    const auto cookie = xcb_get_window_attributes(connection_, window);
+    const auto attributes = owned(xcb_get_window_attributes_reply(connection_, cookie, nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+bool XObserver::exists(xcb_window_t window) const {
+    return area(window).has_value();
+}
+
+std::uint32_t XObserver::pixel(int x, int y) const {
+    const auto cookie = xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_,
+                                      static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 1, 1, ~0U);
+    const auto reply = owned(xcb_get_image_reply(connection_, cookie, nullptr));
+    if (!reply)
+        return 0;
+    const auto* bytes = xcb_get_image_data(reply.get());
+    return static_cast<std::uint32_t>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
+}
+
+std::uint16_t XObserver::modifierState() const {
+    constexpr std::uint16_t modifiers = 0xff;
+    const auto reply =
+        owned(xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr));
+    return reply ? static_cast<std::uint16_t>(reply->mask & modifiers) : std::uint16_t{0};
+}
+
+xcb_window_t XObserver::selectionOwner(const std::string& name) const {
+    const auto cookie = xcb_get_selection_owner(connection_, atom(name));
+    const auto reply = owned(xcb_get_selection_owner_reply(connection_, cookie, nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+}  // namespace velmo::desktop

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmo::desktop {
+
+/// Pixels of the root window.
+struct Area {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+
+    int midX() const { return x + width / 2; }
+    int midY() const { return y + height / 2; }
+    bool operator==(const Area&) const = default;
+};
+
+/// Looks at the windows of a display as a bystander does.
+class XObserver {
+public:
+    explicit XObserver(const std::string& display);
+    ~XObserver();
+    XObserver(const XObserver&) = delete;
+    XObserver& operator=(const XObserver&) = delete;
+
+    xcb_connection_t* raw() const { return connection_; }
+    xcb_window_t root() const { return root_; }
+    xcb_window_t parent(xcb_window_t window) const;
+    std::vector<xcb_window_t> children(xcb_window_t window) const;
+    std::string property(xcb_window_t window, const std::string& name) const;
+    std::vector<std::uint32_t> cardinals(xcb_window_t window, const std::string& name) const;
+    /// The first window, from the top down the tree, with this title.
+    std::optional<xcb_window_t> windowTitled(const std::string& title) const;
+    /// The first window below `ancestor` with this class.
+    std::optional<xcb_window_t> windowOfClass(xcb_window_t ancestor, const std::string& name) const;
+    std::optional<Area> area(xcb_window_t window) const;
+    /// True where it and all its ancestors are mapped.
+    bool isViewable(xcb_window_t window) const;
+    bool exists(xcb_window_t window) const;
+    /// 0xRRGGBB as the screen shows it.
+    std::uint32_t pixel(int x, int y) const;
+    /// Modifiers and locks that are down or on, as bits of the core protocol.
+    std::uint16_t modifierState() const;
+    xcb_window_t selectionOwner(const std::string& name) const;
+    xcb_atom_t atom(const std::string& name) const;
+
+private:
+    xcb_connection_t* connection_;
+    xcb_window_t root_ = XCB_WINDOW_NONE;
+};
+
+}  // namespace velmo::desktop
