@@ -200,6 +200,8 @@ TEST_F(MainJob, OrderAndSettingsSurviveARestart) {
     click(toggle());
     ASSERT_TRUE(eventually([&] { return iconIsHidden(); }));
     const auto order = readDefaults()["statusItemOrder"];
+    // Left on the toggle, the pointer would count as hovering over it after the restart.
+    movePointer(farLeft, farLeft);
     stopVelmo();
 
     startVelmo();
@@ -213,6 +215,8 @@ TEST_F(MainJob, OrderAndSettingsSurviveARestart) {
     const auto other = startOrdinaryWindow();
     reveal();
     EXPECT_TRUE(isHidden(alwaysHidden));
+    // A second click before the hover's delay has passed would be undone by the hover.
+    EXPECT_TRUE(stays([&] { return iconIsShown(); }, milliseconds(500)));
     click(toggle());
     ASSERT_TRUE(eventually([&] { return iconIsHidden(); }));
     movePointer(farLeft, farLeft);
