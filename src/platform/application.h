@@ -29,6 +29,8 @@ public:
     /// Tells the delegate that launching has finished, then dispatches events until the application
     /// is terminated.
     virtual void run() = 0;
+    /// Makes this the application that the user works with.
+    virtual void activateIgnoringOtherApps(bool ignoring) = 0;
     /// Makes `run` return once the work at hand is done.
     virtual void terminate() = 0;
     /// The event being handled. Absent outside of event handling.

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 namespace velmo {
 
@@ -10,12 +12,17 @@ enum class EventType : std::uint32_t {
     leftMouseUp = 2,
     rightMouseDown = 3,
     rightMouseUp = 4,
+    mouseMoved = 5,
     mouseEntered = 8,
     mouseExited = 9,
+    keyDown = 10,
     scrollWheel = 22,
     otherMouseDown = 25,
     otherMouseUp = 26,
 };
+
+/// Names one of the program's own windows. 0 stands for none.
+using WindowNumber = std::int64_t;
 
 /// A set of event types: bit n stands for the type with number n.
 using EventMask = std::uint64_t;
@@ -44,6 +51,13 @@ struct Event {
     /// Points; only scroll-wheel events have them.
     double scrollingDeltaX = 0;
     double scrollingDeltaY = 0;
+    /// The own window that the event goes to.
+    WindowNumber windowNumber = 0;
+    /// Keyboard events only: the virtual key code, which names a key by its place on the keyboard.
+    std::uint16_t keyCode = 0;
+    /// Keyboard events only: what the key types with no modifier but Shift held. Absent where the system
+    /// gives none.
+    std::optional<std::string> charactersIgnoringModifiers = {};
 
     bool operator==(const Event&) const = default;
 };

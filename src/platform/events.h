@@ -14,7 +14,10 @@ public:
     virtual ~EventMonitor() = default;
 };
 
-/// What happens in other applications, and where the pointer is.
+/// What a local monitor wants done with an event.
+enum class EventDisposition { pass, swallow };
+
+/// What happens in other applications and in this one, and where the pointer is.
 class Events {
 public:
     virtual ~Events() = default;
@@ -23,6 +26,11 @@ public:
     /// own windows and status items are never among them. Null where the system refuses.
     virtual std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask,
                                                            std::function<void(const Event&)> handler) = 0;
+    /// Sees the events of the mask that go to this application's own windows and status items, before they
+    /// do, and keys while one of them has the keyboard or floats as a panel. A swallowed event goes no
+    /// further, not even to later monitors. Null where the system refuses.
+    virtual std::unique_ptr<EventMonitor> addLocalMonitor(
+        EventMask mask, std::function<EventDisposition(const Event&)> handler) = 0;
 
     /// Points, origin at the bottom left of the primary screen.
     virtual Point mouseLocation() const = 0;

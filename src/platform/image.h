@@ -2,6 +2,8 @@
 
 #include "geometry.h"
 
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
@@ -60,8 +62,23 @@ struct Drawing {
     bool operator==(const Drawing&) const = default;
 };
 
+/// A picture made of pixels.
+struct Bitmap {
+    /// Pixels.
+    int width = 0;
+    int height = 0;
+    /// Rows from top to bottom without gaps: bytes blue, green, red, alpha; colours premultiplied. Never
+    /// null where there are pixels, and never changed.
+    std::shared_ptr<const std::vector<std::uint8_t>> pixels;
+    /// Points that the picture covers.
+    Size size;
+
+    /// True for the same pixels, not for equal ones.
+    bool operator==(const Bitmap&) const = default;
+};
+
 struct Image {
-    std::variant<Symbol, Drawing> content;
+    std::variant<Symbol, Drawing, Bitmap> content;
     /// A template gives only its shape; its colour is that of the text around it.
     bool isTemplate = false;
     std::string accessibilityDescription;

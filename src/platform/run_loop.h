@@ -22,7 +22,7 @@ public:
 
     /// Prevents the work from running. Harmless afterwards and when repeated.
     virtual void invalidate() = 0;
-    /// True until the work has begun to run or the timer was invalidated.
+    /// True until the work has begun to run for the last time or the timer was invalidated.
     virtual bool isValid() const = 0;
 };
 
@@ -37,6 +37,11 @@ public:
     virtual void post(std::function<void()> work) = 0;
     /// Runs the work once, not before `interval` seconds of the monotonic clock have passed.
     virtual std::shared_ptr<Timer> schedule(Seconds interval, std::function<void()> work) = 0;
+    /// Runs the work every `interval` seconds from now on until the timer is invalidated, also while a menu
+    /// is open. The system may be late by up to `tolerance` seconds. Turns that were missed are not made up
+    /// for.
+    virtual std::shared_ptr<Timer> scheduleRepeating(Seconds interval, Seconds tolerance,
+                                                     std::function<void()> work) = 0;
 };
 
 }  // namespace velmo

@@ -5,6 +5,7 @@
 #include "image.h"
 #include "menu.h"
 #include "screens.h"
+#include "text_style.h"
 #include "tracking_area.h"
 
 #include <functional>
@@ -20,6 +21,10 @@ public:
     virtual ~StatusBarButton() = default;
 
     virtual void setImage(const std::optional<Image>& image) = 0;
+    /// A text instead of the image; empty shows nothing.
+    virtual void setTitle(const std::string& title) = 0;
+    /// Of the title.
+    virtual void setFont(const Font& font) = 0;
     /// A disabled button sends no action.
     virtual void setEnabled(bool enabled) = 0;
     virtual void setToolTip(const std::string& text) = 0;

@@ -3,6 +3,7 @@
 #include "linux/application/linux_application.h"
 #include "linux/defaults/file_user_defaults.h"
 #include "linux/event_loop/event_loop.h"
+#include "linux/placeholders.h"
 #include "linux/process/linux_process_info.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/x11/global_events.h"
@@ -43,6 +44,14 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::HotKeys> hotKeys;
     x11::WindowCapture windowCapture;
     std::unique_ptr<x11::TrayHost> tray;
+    placeholder::Access accessibility;
+    placeholder::Poster eventPoster;
+    placeholder::Factory windows;
+    placeholder::Opener workspace;
+    placeholder::NoDates dates;
+    placeholder::NoLogin loginService;
+    placeholder::NoGlobals globalPreferences;
+    placeholder::NoSession session;
     Registration settingsChanges;
     bool displayLost = false;
 
@@ -101,9 +110,24 @@ LinuxDesktop::Start LinuxDesktop::start(std::string& problem) {
 
 Platform LinuxDesktop::platform() const {
     auto& services = *services_;
-    return {services.application, services.loop,         *services.userDefaults, services.processInfo,
-            *services.bar,        *services.screens,     *services.events,       *services.windowList,
-            *services.hotKeys,    services.windowCapture};
+    return {services.application,
+            services.loop,
+            *services.userDefaults,
+            services.processInfo,
+            *services.bar,
+            *services.screens,
+            *services.events,
+            *services.windowList,
+            *services.hotKeys,
+            services.windowCapture,
+            services.accessibility,
+            services.eventPoster,
+            services.windows,
+            services.workspace,
+            services.dates,
+            services.loginService,
+            services.globalPreferences,
+            services.session};
 }
 
 bool LinuxDesktop::displayLost() const {

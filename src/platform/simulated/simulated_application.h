@@ -9,12 +9,16 @@ namespace velmo {
 
 class SimulatedApplication : public Application {
 public:
-    enum class Call { setDelegate, unsetDelegate, setActivationPolicy, run, terminate };
+    enum class Call { setDelegate, unsetDelegate, setActivationPolicy, run, activate, terminate };
 
     void setDelegate(ApplicationDelegate* delegate) override;
     void setActivationPolicy(ActivationPolicy policy) override;
     /// Returns when launching has finished: the events come from whoever drives the simulation.
     void run() override;
+    void activateIgnoringOtherApps(bool ignoring) override {
+        if (ignoring)
+            calls_.push_back(Call::activate);
+    }
     void terminate() override { calls_.push_back(Call::terminate); }
     std::optional<Event> currentEvent() const override { return currentEvent_; }
 

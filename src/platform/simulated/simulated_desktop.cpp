@@ -17,8 +17,9 @@ EventType releaseType(MouseButton button) {
 }  // namespace
 
 Platform SimulatedDesktop::platform() {
-    return {application_, runLoop_, userDefaults_, processInfo_, statusBar_,
-            screens_,     events_,  windowServer_, hotKeys_,     screenCapture_};
+    return {application_, runLoop_,      userDefaults_, processInfo_,   statusBar_,         screens_,
+            events_,      windowServer_, hotKeys_,      screenCapture_, accessibility_,     eventPoster_,
+            windows_,     workspace_,    dates_,        loginService_,  globalPreferences_, session_};
 }
 
 void SimulatedDesktop::movePointer(const Point& location) {

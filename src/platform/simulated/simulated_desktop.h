@@ -1,17 +1,25 @@
 #pragma once
 
 #include "platform.h"
+#include "simulated/simulated_accessibility.h"
 #include "simulated/simulated_application.h"
+#include "simulated/simulated_dates.h"
+#include "simulated/simulated_event_poster.h"
 #include "simulated/simulated_events.h"
+#include "simulated/simulated_global_preferences.h"
 #include "simulated/simulated_hot_key_service.h"
+#include "simulated/simulated_login_service.h"
 #include "simulated/simulated_menus.h"
 #include "simulated/simulated_process_info.h"
 #include "simulated/simulated_run_loop.h"
 #include "simulated/simulated_screen_capture.h"
 #include "simulated/simulated_screens.h"
+#include "simulated/simulated_session.h"
 #include "simulated/simulated_status_bar.h"
 #include "simulated/simulated_user_defaults.h"
 #include "simulated/simulated_window_server.h"
+#include "simulated/simulated_windows.h"
+#include "simulated/simulated_workspace.h"
 
 #include <array>
 
@@ -42,6 +50,14 @@ public:
     SimulatedWindowServer& windowServer() { return windowServer_; }
     SimulatedHotKeyService& hotKeys() { return hotKeys_; }
     SimulatedScreenCapture& screenCapture() { return screenCapture_; }
+    SimulatedAccessibility& accessibility() { return accessibility_; }
+    SimulatedEventPoster& eventPoster() { return eventPoster_; }
+    SimulatedWindows& windows() { return windows_; }
+    SimulatedWorkspace& workspace() { return workspace_; }
+    SimulatedDates& dates() { return dates_; }
+    SimulatedLoginService& loginService() { return loginService_; }
+    SimulatedGlobalPreferences& globalPreferences() { return globalPreferences_; }
+    SimulatedSession& session() { return session_; }
     SimulatedMenus& menus() { return menus_; }
 
     /// Shorthand for `runLoop().advance()`.
@@ -87,7 +103,15 @@ private:
     SimulatedStatusBar statusBar_{screens_, menus_};
     SimulatedWindowServer windowServer_{statusBar_, screens_, processInfo_};
     SimulatedHotKeyService hotKeys_;
-    SimulatedScreenCapture screenCapture_;
+    SimulatedScreenCapture screenCapture_{runLoop_};
+    SimulatedAccessibility accessibility_;
+    SimulatedEventPoster eventPoster_{runLoop_};
+    SimulatedWindows windows_;
+    SimulatedWorkspace workspace_;
+    SimulatedDates dates_;
+    SimulatedLoginService loginService_;
+    SimulatedGlobalPreferences globalPreferences_;
+    SimulatedSession session_;
     std::array<std::int64_t, 2> pressedWindows_{};
 };
 

@@ -11,14 +11,34 @@ struct SimulatedEvents::Monitor {
     std::function<void(const Event&)> handler;
 };
 
+struct SimulatedEvents::LocalMonitor {
+    EventMask mask = 0;
+    std::function<EventDisposition(const Event&)> handler;
+};
+
 /// Owns its monitor; the list holds it weakly and so forgets it.
+template <typename Kind>
 class SimulatedEvents::Token : public EventMonitor {
 public:
-    explicit Token(std::shared_ptr<Monitor> monitor) : monitor_(std::move(monitor)) {}
+    explicit Token(std::shared_ptr<Kind> monitor) : monitor_(std::move(monitor)) {}
 
 private:
-    std::shared_ptr<Monitor> monitor_;
+    std::shared_ptr<Kind> monitor_;
 };
+
+namespace {
+
+template <typename Monitors>
+std::vector<EventMask> masksOf(const Monitors& monitors) {
+    std::vector<EventMask> masks;
+    for (const auto& weak : monitors) {
+        if (const auto monitor = weak.lock())
+            masks.push_back(monitor->mask);
+    }
+    return masks;
+}
+
+}  // namespace
 
 std::unique_ptr<EventMonitor> SimulatedEvents::addGlobalMonitor(EventMask mask,
                                                                 std::function<void(const Event&)> handler) {
@@ -27,7 +47,31 @@ std::unique_ptr<EventMonitor> SimulatedEvents::addGlobalMonitor(EventMask mask,
     std::erase_if(monitors_, [](const auto& monitor) { return monitor.expired(); });
     auto monitor = std::make_shared<Monitor>(Monitor{mask, std::move(handler)});
     monitors_.push_back(monitor);
-    return std::make_unique<Token>(std::move(monitor));
+    return std::make_unique<Token<Monitor>>(std::move(monitor));
+}
+
+std::unique_ptr<EventMonitor> SimulatedEvents::addLocalMonitor(
+    EventMask mask, std::function<EventDisposition(const Event&)> handler) {
+    if ((mask & refused_) != 0)
+        return nullptr;
+    std::erase_if(localMonitors_, [](const auto& monitor) { return monitor.expired(); });
+    auto monitor = std::make_shared<LocalMonitor>(LocalMonitor{mask, std::move(handler)});
+    localMonitors_.push_back(monitor);
+    return std::make_unique<Token<LocalMonitor>>(std::move(monitor));
+}
+
+bool SimulatedEvents::deliverLocally(const Event& event) {
+    const auto monitors = localMonitors_;
+    for (const auto& weak : monitors) {
+        const auto monitor = weak.lock();
+        if (!monitor || (monitor->mask & maskOf(event.type)) == 0)
+            continue;
+        auto disposition = EventDisposition::pass;
+        application_.handle(event, [&] { disposition = monitor->handler(event); });
+        if (disposition == EventDisposition::swallow)
+            return false;
+    }
+    return true;
 }
 
 void SimulatedEvents::deliver(const Event& event) {
@@ -41,12 +85,11 @@ void SimulatedEvents::deliver(const Event& event) {
 }
 
 std::vector<EventMask> SimulatedEvents::monitoredMasks() const {
-    std::vector<EventMask> masks;
-    for (const auto& weak : monitors_) {
-        if (const auto monitor = weak.lock())
-            masks.push_back(monitor->mask);
-    }
-    return masks;
+    return masksOf(monitors_);
+}
+
+std::vector<EventMask> SimulatedEvents::locallyMonitoredMasks() const {
+    return masksOf(localMonitors_);
 }
 
 }  // namespace velmo

@@ -43,6 +43,16 @@ std::shared_ptr<Timer> SimulatedRunLoop::schedule(Seconds interval, std::functio
     return timer;
 }
 
+std::shared_ptr<Timer> SimulatedRunLoop::scheduleRepeating(Seconds interval, Seconds /*tolerance*/,
+                                                           std::function<void()> work) {
+    // An interval of nothing would never let the clock move on.
+    const auto step = std::max<std::int64_t>(nanoseconds(interval), 1);
+    const SimulatedTimer::Key key{elapsed_ + step, sequence_++};
+    auto timer = std::make_shared<SimulatedTimer>(*this, key, std::move(work), step);
+    timers_.emplace(key, timer);
+    return timer;
+}
+
 void SimulatedRunLoop::runPosted() {
     while (!posted_.empty()) {
         const auto work = std::move(posted_.front());
@@ -85,6 +95,14 @@ void SimulatedRunLoop::fireEarliestTimer() {
     const auto timer = earliest->second;
     elapsed_ = std::max(elapsed_, earliest->first.first);
     timers_.erase(earliest);
+    if (timer->interval_ > 0) {
+        timer->key_ = {timer->key_.first + timer->interval_, sequence_++};
+        timers_.emplace(timer->key_, timer);
+        // A copy: the work may invalidate its own timer.
+        const auto work = timer->work_;
+        work();
+        return;
+    }
     timer->runLoop_ = nullptr;
     const auto work = std::exchange(timer->work_, nullptr);
     work();

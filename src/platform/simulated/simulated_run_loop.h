@@ -22,6 +22,9 @@ public:
     void post(std::function<void()> work) override;
     std::shared_ptr<Timer> schedule(Seconds interval, std::function<void()> work) override;
 
+    std::shared_ptr<Timer> scheduleRepeating(Seconds interval, Seconds tolerance,
+                                             std::function<void()> work) override;
+
     /// Runs what is posted, and whatever that posts in turn. Timers do not run.
     void runPosted();
     /// Lets the time pass, running posted work and each timer at its moment. `advance(0)` runs what is due

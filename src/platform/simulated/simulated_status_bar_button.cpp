@@ -11,6 +11,13 @@ void SimulatedStatusBarButton::setImage(const std::optional<Image>& image) {
         statusBar_.changed();
 }
 
+void SimulatedStatusBarButton::setTitle(const std::string& title) {
+    title_ = title;
+    ++titleWrites_;
+    if (item_.length() == StatusItem::variableLength)
+        statusBar_.changed();
+}
+
 Size SimulatedStatusBarButton::size() const {
     return {item_.width(), statusBar_.thickness()};
 }

@@ -16,6 +16,8 @@ public:
         : statusBar_(statusBar), item_(item) {}
 
     void setImage(const std::optional<Image>& image) override;
+    void setTitle(const std::string& title) override;
+    void setFont(const Font& font) override { font_ = font; }
     void setEnabled(bool enabled) override { enabled_ = enabled; }
     void setToolTip(const std::string& text) override { toolTip_ = text; }
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
@@ -28,6 +30,10 @@ public:
                                                   TrackingAreaOwner* owner) override;
 
     const std::optional<Image>& image() const { return image_; }
+    const std::string& title() const { return title_; }
+    const std::optional<Font>& font() const { return font_; }
+    /// How often a title was written, equal ones counted.
+    int titleWrites() const { return titleWrites_; }
     bool isEnabled() const { return enabled_; }
     const std::string& toolTip() const { return toolTip_; }
     const std::function<void()>& action() const { return action_; }
@@ -44,6 +50,9 @@ private:
     SimulatedStatusBar& statusBar_;
     SimulatedStatusItem& item_;
     std::optional<Image> image_;
+    std::string title_;
+    std::optional<Font> font_;
+    int titleWrites_ = 0;
     bool enabled_ = true;
     std::string toolTip_;
     std::function<void()> action_;

@@ -8,8 +8,12 @@ namespace {
 
 /// Points at each side of the image.
 constexpr double contentMargin = 4;
+/// Points for each byte of the title.
+constexpr double widthOfCharacter = 7;
 
 double imageWidth(const Image& image) {
+    if (const auto* bitmap = std::get_if<Bitmap>(&image.content))
+        return bitmap->size.width;
     if (const auto* drawing = std::get_if<Drawing>(&image.content))
         return drawing->size.width;
     constexpr double widthOfSymbol = 1.5;
@@ -52,7 +56,8 @@ double SimulatedStatusItem::width() const {
     if (length_ != variableLength)
         return length_;
     const bool hasImage = button_ && button_->image();
-    return 2 * contentMargin + (hasImage ? imageWidth(*button_->image()) : 0);
+    const double titleWidth = button_ ? widthOfCharacter * static_cast<double>(button_->title().size()) : 0;
+    return 2 * contentMargin + titleWidth + (hasImage ? imageWidth(*button_->image()) : 0);
 }
 
 }  // namespace velmo

@@ -4,8 +4,9 @@
 
 namespace velmo {
 
-SimulatedTimer::SimulatedTimer(SimulatedRunLoop& runLoop, Key key, std::function<void()> work)
-    : runLoop_(&runLoop), key_(std::move(key)), work_(std::move(work)) {}
+SimulatedTimer::SimulatedTimer(SimulatedRunLoop& runLoop, Key key, std::function<void()> work,
+                               std::int64_t interval)
+    : runLoop_(&runLoop), key_(std::move(key)), work_(std::move(work)), interval_(interval) {}
 
 void SimulatedTimer::invalidate() {
     auto* runLoop = std::exchange(runLoop_, nullptr);

@@ -14,7 +14,8 @@ public:
     /// Deadline in nanoseconds of the virtual clock, then the order of scheduling.
     using Key = std::pair<std::int64_t, std::uint64_t>;
 
-    SimulatedTimer(SimulatedRunLoop& runLoop, Key key, std::function<void()> work);
+    /// `interval` is in nanoseconds; 0 runs the work once.
+    SimulatedTimer(SimulatedRunLoop& runLoop, Key key, std::function<void()> work, std::int64_t interval = 0);
 
     void invalidate() override;
     bool isValid() const override { return runLoop_ != nullptr; }
@@ -26,6 +27,7 @@ private:
     SimulatedRunLoop* runLoop_;
     Key key_;
     std::function<void()> work_;
+    std::int64_t interval_;
 };
 
 }  // namespace velmo

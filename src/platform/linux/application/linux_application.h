@@ -19,6 +19,8 @@ public:
     /// Every policy shows the same here: a process without windows of its own appears nowhere.
     void setActivationPolicy(ActivationPolicy /*policy*/) override {}
     void run() override;
+    /// Windows ask for it themselves as they are shown.
+    void activateIgnoringOtherApps(bool /*ignoring*/) override {}
     void terminate() override { loop_.stop(); }
     std::optional<Event> currentEvent() const override { return currentEvent_.get(); }
 

@@ -67,6 +67,24 @@ void drawFills(cairo_t* context, const Drawing& drawing) {
     }
 }
 
+/// A template's opacity takes the current source colour.
+void drawBitmap(cairo_t* context, const Bitmap& bitmap, bool isTemplate) {
+    if (!bitmap.pixels || bitmap.width <= 0 || bitmap.height <= 0)
+        return;
+    // Cairo only reads a source.
+    auto* pixels = const_cast<std::uint8_t*>(bitmap.pixels->data());
+    auto* surface = cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_ARGB32, bitmap.width,
+                                                        bitmap.height, bitmap.width * 4);
+    cairo_scale(context, bitmap.size.width / bitmap.width, bitmap.size.height / bitmap.height);
+    if (isTemplate) {
+        cairo_mask_surface(context, surface, 0, 0);
+    } else {
+        cairo_set_source_surface(context, surface, 0, 0);
+        cairo_paint(context);
+    }
+    cairo_surface_destroy(surface);
+}
+
 void setSource(cairo_t* context, const Color& color) {
     cairo_set_source_rgba(context, color.red, color.green, color.blue, color.alpha);
 }
@@ -79,6 +97,8 @@ Size imageSize(const Image& image) {
             return {};
         return {symbolSide(*symbol), symbolSide(*symbol)};
     }
+    if (const auto* bitmap = std::get_if<Bitmap>(&image.content))
+        return bitmap->size;
     return std::get<Drawing>(image.content).size;
 }
 
@@ -131,6 +151,8 @@ void Canvas::drawImage(const Image& image, double x, double y, const Appearance&
     setSource(context, symbol || image.isTemplate ? color : Color{});
     if (symbol)
         drawSymbol(context, *symbol);
+    else if (const auto* bitmap = std::get_if<Bitmap>(&image.content))
+        drawBitmap(context, *bitmap, image.isTemplate);
     else
         drawFills(context, std::get<Drawing>(image.content));
     cairo_restore(context);

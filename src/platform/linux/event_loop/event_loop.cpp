@@ -20,6 +20,8 @@ struct EventLoop::Scheduled : Timer {
     bool isValid() const override { return work != nullptr; }
 
     std::function<void()> work;
+    /// 0: runs once.
+    Seconds interval = 0;
 };
 
 namespace {
@@ -78,6 +80,16 @@ std::shared_ptr<Timer> EventLoop::schedule(Seconds interval, std::function<void(
     scheduled->work = std::move(work);
     const Seconds wait = interval > 0 ? std::min(interval, longestInterval) : 0;
     pending_.emplace(monotonicTime() + wait, scheduled);
+    return scheduled;
+}
+
+std::shared_ptr<Timer> EventLoop::scheduleRepeating(Seconds interval, Seconds /*tolerance*/,
+                                                    std::function<void()> work) {
+    constexpr Seconds shortestInterval = 0.001;
+    auto scheduled = std::make_shared<Scheduled>();
+    scheduled->work = std::move(work);
+    scheduled->interval = std::clamp(interval, shortestInterval, longestInterval);
+    pending_.emplace(monotonicTime() + scheduled->interval, scheduled);
     return scheduled;
 }
 
@@ -152,9 +164,20 @@ void EventLoop::runDueTimers() {
         if (valid && first->first > time)
             return;
         const auto scheduled = first->second;
+        const Seconds due = first->first;
         pending_.erase(first);
-        if (valid)
+        if (!valid)
+            continue;
+        if (scheduled->interval == 0) {
             std::exchange(scheduled->work, nullptr)();
+            continue;
+        }
+        // On the beat of its making; beats that were slept through are left out.
+        const Seconds missed = std::floor((time - due) / scheduled->interval);
+        pending_.emplace(due + (missed + 1) * scheduled->interval, scheduled);
+        // A copy: the work may invalidate its own timer.
+        const auto work = scheduled->work;
+        work();
     }
 }
 

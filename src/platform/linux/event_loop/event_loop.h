@@ -26,6 +26,9 @@ public:
     void post(std::function<void()> work) override;
     std::shared_ptr<Timer> schedule(Seconds interval, std::function<void()> work) override;
 
+    std::shared_ptr<Timer> scheduleRepeating(Seconds interval, Seconds tolerance,
+                                             std::function<void()> work) override;
+
     /// Calls `onReadable` whenever the descriptor can be read or has hung up.
     Registration addSource(int fileDescriptor, std::function<void()> onReadable);
     /// Runs before each sleep, for what has gathered in buffers.

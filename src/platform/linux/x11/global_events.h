@@ -17,6 +17,10 @@ public:
 
     std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask,
                                                    std::function<void(const Event&)> handler) override;
+    std::unique_ptr<EventMonitor> addLocalMonitor(
+        EventMask /*mask*/, std::function<EventDisposition(const Event&)> /*handler*/) override {
+        return {};
+    }
     Point mouseLocation() const override;
 
 private:

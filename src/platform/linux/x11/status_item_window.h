@@ -28,6 +28,8 @@ public:
     StatusBarButton* button() override { return this; }
 
     void setImage(const std::optional<Image>& image) override;
+    void setTitle(const std::string& /*title*/) override {}
+    void setFont(const Font& /*font*/) override {}
     void setEnabled(bool enabled) override;
     void setToolTip(const std::string& text) override { toolTip_ = text; }
     void setAction(std::function<void()> action) override { action_ = std::move(action); }

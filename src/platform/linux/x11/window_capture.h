@@ -9,6 +9,10 @@ class WindowCapture : public ScreenCapture {
 public:
     bool preflightAccess() const override { return true; }
     bool requestAccess() override { return preflightAccess(); }
+    void getShareableWindows(bool /*onScreenWindowsOnly*/,
+                             std::function<void(std::optional<WindowNumbers>)> /*completion*/) override {}
+    void captureWindow(std::uint32_t /*windowNumber*/, const CaptureConfiguration& /*configuration*/,
+                       std::function<void(std::optional<Bitmap>)> /*completion*/) override {}
 };
 
 }  // namespace velmo::x11

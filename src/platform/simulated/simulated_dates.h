@@ -1,0 +1,31 @@
+#pragma once
+
+#include "dates.h"
+#include "simulated/simulated_calendar.h"
+
+namespace velmo {
+
+/// Dates in English at a chosen distance from UTC.
+class SimulatedDates : public Dates {
+public:
+    const Calendar& currentCalendar() const override { return calendar_; }
+    std::unique_ptr<DateFormatter> makeDateFormatter() override;
+    std::string formatted(Date date, DateStyle style) const override;
+    std::unique_ptr<NotificationObserver> observeTimeZone(std::function<void()> handler) override;
+
+    SimulatedCalendar& calendar() { return calendar_; }
+    /// Changes the zone and tells the observers.
+    void setSecondsFromUtc(Seconds seconds);
+    /// How many formatters were made.
+    int formatterCount() const { return formatterCount_; }
+
+private:
+    class Formatter;
+    class Observer;
+
+    SimulatedCalendar calendar_;
+    std::vector<std::weak_ptr<std::function<void()>>> observers_;
+    int formatterCount_ = 0;
+};
+
+}  // namespace velmo

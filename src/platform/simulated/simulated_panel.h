@@ -1,0 +1,37 @@
+#pragma once
+
+#include "panel.h"
+
+namespace velmo {
+
+class SimulatedWindows;
+
+class SimulatedPanel : public Panel {
+public:
+    SimulatedPanel(SimulatedWindows& windows, const PanelConfiguration& configuration, WindowNumber number);
+    ~SimulatedPanel() override;
+    SimulatedPanel(const SimulatedPanel&) = delete;
+    SimulatedPanel& operator=(const SimulatedPanel&) = delete;
+
+    void setContent(const View& content) override { content_ = content; }
+    Size fittingSize() const override;
+    void setFrame(const Rect& frame) override { frame_ = frame; }
+    void orderFrontRegardless() override { isVisible_ = true; }
+    void orderOut() override { isVisible_ = false; }
+    bool isVisible() const override { return isVisible_; }
+    WindowNumber windowNumber() const override { return number_; }
+
+    const PanelConfiguration& configuration() const { return configuration_; }
+    const View& content() const { return content_; }
+    const Rect& frame() const { return frame_; }
+
+private:
+    SimulatedWindows& windows_;
+    PanelConfiguration configuration_;
+    WindowNumber number_;
+    View content_;
+    Rect frame_;
+    bool isVisible_ = false;
+};
+
+}  // namespace velmo

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "simulated/simulated_panel.h"
+#include "simulated/simulated_popover.h"
+#include "simulated/simulated_window.h"
+#include "window_factory.h"
+
+#include <vector>
+
+namespace velmo {
+
+/// Makes windows that keep what they are told and show nothing.
+class SimulatedWindows : public WindowFactory {
+public:
+    std::unique_ptr<Panel> makePanel(const PanelConfiguration& configuration) override;
+    std::unique_ptr<Popover> makePopover() override;
+    std::unique_ptr<Window> makeWindow(const View& content) override;
+
+    /// The living ones, in the order of their making.
+    const std::vector<SimulatedPanel*>& panels() const { return panels_; }
+    const std::vector<SimulatedPopover*>& popovers() const { return popovers_; }
+    const std::vector<SimulatedWindow*>& windows() const { return windows_; }
+
+    /// What every content wants from now on, in points.
+    void setFittingSize(const Size& size) { fittingSize_ = size; }
+    const Size& fittingSize() const { return fittingSize_; }
+
+private:
+    friend class SimulatedPanel;
+    friend class SimulatedPopover;
+    friend class SimulatedWindow;
+
+    /// Clear of the numbers of other windows.
+    static constexpr WindowNumber firstNumber = 900000;
+
+    std::vector<SimulatedPanel*> panels_;
+    std::vector<SimulatedPopover*> popovers_;
+    std::vector<SimulatedWindow*> windows_;
+    Size fittingSize_{100, 36};
+    WindowNumber nextNumber_ = firstNumber;
+};
+
+}  // namespace velmo
