@@ -15,7 +15,7 @@ enum class FontWeight { regular, medium, semibold, bold };
 /// One of the system's named symbols, e.g. "chevron.left". Drawn in the text colour around it.
 struct Symbol {
     std::string name;
-    /// Height of the text that the symbol is made to stand beside, in points.
+    /// Height of the text that the symbol is made to stand beside, in points. 0: that of the font around it.
     double pointSize = 0;
     FontWeight weight = FontWeight::regular;
 
