@@ -3,6 +3,7 @@
 #include "linux/application/linux_application.h"
 #include "linux/defaults/file_user_defaults.h"
 #include "linux/event_loop/event_loop.h"
+#include "linux/local_events.h"
 #include "linux/placeholders.h"
 #include "linux/process/linux_process_info.h"
 #include "linux/toolkit/lazy_toolkit.h"
@@ -28,6 +29,7 @@ constexpr const char* orderKey = "statusItemOrder";
 struct LinuxDesktop::Services {
     EventLoop loop;
     CurrentEvent currentEvent;
+    LocalEvents localEvents{currentEvent};
     LinuxProcessInfo processInfo;
     LinuxApplication application{loop, currentEvent};
     std::unique_ptr<x11::Connection> connection;
@@ -70,8 +72,8 @@ bool LinuxDesktop::Services::build() {
     screens = std::make_unique<x11::ScreenList>(*connection, *settings);
     modifiers = std::make_unique<x11::Modifiers>(*connection);
     bar = std::make_unique<x11::MenuBar>(
-        x11::MenuBar::Environment{*connection, *settings, *screens, *modifiers, currentEvent, toolkit,
-                                  processInfo.processIdentifier()},
+        x11::MenuBar::Environment{*connection, *settings, *screens, *modifiers, currentEvent, localEvents,
+                                  toolkit, processInfo.processIdentifier()},
         userDefaults->stringListForKey(orderKey),
         [this](const auto& order) { userDefaults->setStringList(order, orderKey); });
     drag = std::make_unique<x11::ItemDrag>(*bar, *modifiers);

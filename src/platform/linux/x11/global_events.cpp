@@ -74,6 +74,11 @@ std::unique_ptr<EventMonitor> GlobalEvents::addGlobalMonitor(EventMask mask,
     return std::make_unique<Monitor>(*this, std::make_shared<Entry>(Entry{mask, std::move(handler)}));
 }
 
+std::unique_ptr<EventMonitor> GlobalEvents::addLocalMonitor(
+    EventMask mask, std::function<EventDisposition(const Event&)> handler) {
+    return bar_.localEvents().addMonitor(mask, std::move(handler));
+}
+
 Point GlobalEvents::mouseLocation() const {
     const Point pixel = bar_.screens().pointer();
     return bar_.screens().toScreen(static_cast<int>(pixel.x), static_cast<int>(pixel.y));
@@ -105,7 +110,7 @@ void GlobalEvents::handle(const xcb_generic_event_t& event) {
     // The press on one of our items, if that is what it was, has arrived with the answer at the latest: it is
     // known in the next turn. Where the pointer is by now does not tell, it may have gone on.
     connection_.loop().post(lifetime_.guard([this, report = *report, time = press.time] {
-        if (!bar_.wasPressedAt(time))
+        if (!bar_.localEvents().wasPressedAt(time))
             deliver(report);
     }));
 }

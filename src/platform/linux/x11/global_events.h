@@ -18,9 +18,7 @@ public:
     std::unique_ptr<EventMonitor> addGlobalMonitor(EventMask mask,
                                                    std::function<void(const Event&)> handler) override;
     std::unique_ptr<EventMonitor> addLocalMonitor(
-        EventMask /*mask*/, std::function<EventDisposition(const Event&)> /*handler*/) override {
-        return {};
-    }
+        EventMask mask, std::function<EventDisposition(const Event&)> handler) override;
     Point mouseLocation() const override;
 
 private:

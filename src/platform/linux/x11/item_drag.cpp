@@ -50,7 +50,7 @@ void ItemDrag::handle(const xcb_generic_event_t& event) {
 }
 
 void ItemDrag::begin(const xcb_button_press_event_t& event) {
-    bar_.notePress(event.time);
+    bar_.localEvents().notePress(event.time);
     auto* item = bar_.itemAt(event.event_x);
     if (event.detail != XCB_BUTTON_INDEX_1 || !item || bar_.isLong(*item))
         return;

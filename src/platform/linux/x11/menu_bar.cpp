@@ -231,8 +231,4 @@ std::size_t MenuBar::dropIndex() const {
                                      appearance().pixels(longItem));
 }
 
-void MenuBar::notePress(xcb_timestamp_t time) {
-    lastPress_ = time;
-}
-
 }  // namespace velmo::x11

@@ -2,6 +2,7 @@
 
 #include "linux/bar/item_placement.h"
 #include "linux/current_event.h"
+#include "linux/local_events.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/x11/bar_item.h"
 #include "linux/x11/connection.h"
@@ -30,6 +31,7 @@ public:
         ScreenList& screens;
         Modifiers& modifiers;
         CurrentEvent& currentEvent;
+        LocalEvents& localEvents;
         LazyToolkit& toolkit;
         std::int32_t processIdentifier;
     };
@@ -49,6 +51,7 @@ public:
     LazyToolkit& toolkit() const { return environment_.toolkit; }
     const Modifiers& modifiers() const { return environment_.modifiers; }
     CurrentEvent& currentEvent() const { return environment_.currentEvent; }
+    LocalEvents& localEvents() const { return environment_.localEvents; }
     const Appearance& appearance() const { return environment_.settings.appearance(); }
     const Painting& painting() const { return painting_; }
     std::int32_t processIdentifier() const { return environment_.processIdentifier; }
@@ -81,9 +84,6 @@ public:
     void dragTo(int x);
     /// Ends the drag; an item that was dragged has its place in the order where it is.
     void drop();
-    /// One of our items was pressed at this time of the server.
-    void notePress(xcb_timestamp_t time);
-    bool wasPressedAt(xcb_timestamp_t time) const { return lastPress_ == time; }
     /// True where the item hides what lies left of it.
     bool isLong(const BarItem& item) const;
 
@@ -112,7 +112,6 @@ private:
     BarItem* taken_ = nullptr;
     bool isDragging_ = false;
     int draggedX_ = 0;
-    std::optional<xcb_timestamp_t> lastPress_;
     int unnamedItems_ = 0;
     bool needsLayout_ = false;
     PostedOnce layout_;

@@ -226,17 +226,23 @@ void StatusItemWindow::endToolTip() {
 }
 
 void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {
-    // A long divider is not seen: what is pressed there is the bare bar.
-    if (!bar_.isLong(*this))
-        bar_.notePress(event.time);
-    endToolTip();
     const auto type = pressType(event.detail);
+    // A long divider is not seen: what is pressed there is the bare bar.
+    const bool isSeen = !bar_.isLong(*this);
+    if (isSeen)
+        bar_.localEvents().notePress(event.time);
+    endToolTip();
     // A second button during a press belongs to the first one's click.
-    if (!type || !enabled_ || pressedButton_ != 0)
+    if (!type || pressedButton_ != 0)
+        return;
+    const Event press{*type, bar_.modifiers().flags(event.state), 0, 0, window()};
+    if (isSeen && isSwallowed(press))
+        return;
+    if (!enabled_)
         return;
     pressedButton_ = event.detail;
     setNeedsDisplay();
-    send({*type, bar_.modifiers().flags(event.state)});
+    send(press);
 }
 
 void StatusItemWindow::released(const xcb_button_release_event_t& event) {
@@ -248,7 +254,16 @@ void StatusItemWindow::released(const xcb_button_release_event_t& event) {
     const bool inside = place() && event.event_x >= 0 && event.event_y >= 0 &&
                         event.event_x < place()->width && event.event_y < place()->height;
     if (inside && enabled_)
-        send({releaseTypeOf(*type), bar_.modifiers().flags(event.state)});
+        send({releaseTypeOf(*type), bar_.modifiers().flags(event.state), 0, 0, window()});
+}
+
+/// True also where a monitor has ended the item.
+bool StatusItemWindow::isSwallowed(const Event& event) {
+    bool goesOn = false;
+    auto proceed = lifetime_.guard([&goesOn] { goesOn = true; });
+    const auto disposition = bar_.localEvents().deliver(event);
+    proceed();
+    return !goesOn || disposition == EventDisposition::swallow;
 }
 
 void StatusItemWindow::send(const Event& event) {

@@ -61,6 +61,7 @@ private:
     void handle(const xcb_generic_event_t& event);
     void pressed(const xcb_button_press_event_t& event);
     void released(const xcb_button_release_event_t& event);
+    bool isSwallowed(const Event& event);
     void send(const Event& event);
 
     MenuBar& bar_;
