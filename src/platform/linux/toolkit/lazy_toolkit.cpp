@@ -1,10 +1,7 @@
 #include "lazy_toolkit.h"
 
-#include <dlfcn.h>
+#include "linux/module/module.h"
 
-#include <filesystem>
-#include <string>
-#include <system_error>
 #include <utility>
 
 namespace velmo {
@@ -15,20 +12,6 @@ namespace {
 constexpr Seconds preparationDelay = 0.1;
 
 constexpr const char* moduleName = "velmo-qt.so";
-
-/// Beside the program, as it is built, or in the library folder beside the program's, as it is installed.
-void* openModule() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error)
-        return nullptr;
-    const auto folder = program.parent_path();
-    for (const auto& file : {folder / moduleName, folder.parent_path() / "lib" / "velmo" / moduleName}) {
-        if (std::filesystem::exists(file, error))
-            return dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    }
-    return nullptr;
-}
 
 }  // namespace
 
@@ -80,11 +63,9 @@ void LazyToolkit::hideToolTip() {
 }
 
 void LazyToolkit::load() {
-    void* module = openModule();
-    void* function = module ? dlsym(module, toolkitFunctionName) : nullptr;
+    void* function = moduleFunction(moduleName, toolkitFunctionName);
     if (!function)
         return;
-    // The module stays loaded: a toolkit leaves things behind that run at the very end.
     toolkit_.reset(reinterpret_cast<MakeToolkit>(function)(&loop_));
     toolkit_->setAppearance(appearance_);
     loop_.setHost(toolkit_.get());
