@@ -32,11 +32,13 @@ std::string name(std::string_view full, std::size_t letters) {
 /// Knows the fields E, d, M, y, H, h, m, s, a and w, and text in single quotes.
 class SimulatedDates::Formatter : public DateFormatter {
 public:
-    explicit Formatter(const SimulatedCalendar& calendar) : calendar_(calendar) {}
+    explicit Formatter(const SimulatedDates& dates) : dates_(dates), calendar_(dates.calendar_) {}
 
     void setDateFormat(const std::string& pattern) override { pattern_ = pattern; }
 
     std::optional<std::string> string(Date date) const override {
+        if (dates_.refusesPatterns_)
+            return std::nullopt;
         std::string text;
         for (std::size_t place = 0; place < pattern_.size();) {
             const char letter = pattern_[place];
@@ -91,6 +93,7 @@ private:
         }
     }
 
+    const SimulatedDates& dates_;
     const SimulatedCalendar& calendar_;
     std::string pattern_;
 };
@@ -105,11 +108,11 @@ private:
 
 std::unique_ptr<DateFormatter> SimulatedDates::makeDateFormatter() {
     ++formatterCount_;
-    return std::make_unique<Formatter>(calendar_);
+    return std::make_unique<Formatter>(*this);
 }
 
 std::string SimulatedDates::formatted(Date date, DateStyle style) const {
-    Formatter formatter(calendar_);
+    Formatter formatter(*this);
     switch (style) {
         case DateStyle::time:
             formatter.setDateFormat("HH:mm:ss");

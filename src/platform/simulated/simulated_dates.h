@@ -16,6 +16,8 @@ public:
     SimulatedCalendar& calendar() { return calendar_; }
     /// Changes the zone and tells the observers.
     void setSecondsFromUtc(Seconds seconds);
+    /// No formatter can use its pattern from now on.
+    void setRefusesPatterns(bool refuses) { refusesPatterns_ = refuses; }
     /// How many formatters were made.
     int formatterCount() const { return formatterCount_; }
 
@@ -26,6 +28,7 @@ private:
     SimulatedCalendar calendar_;
     std::vector<std::weak_ptr<std::function<void()>>> observers_;
     int formatterCount_ = 0;
+    bool refusesPatterns_ = false;
 };
 
 }  // namespace velmo
