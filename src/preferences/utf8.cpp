@@ -1,7 +1,5 @@
 #include "preferences/utf8.h"
 
-#include <cstddef>
-
 namespace velmo::utf8 {
 
 namespace {
@@ -39,6 +37,17 @@ bool isValid(std::string_view text) {
         i += length;
     }
     return true;
+}
+
+std::uint32_t next(std::string_view text, std::size_t& index) {
+    const auto length = sequenceLength(text, index);
+    const auto lead = byteAt(text, index);
+    // The lead byte of n bytes has n + 1 bits that are not the code point's.
+    std::uint32_t codePoint = length == 1 ? lead : lead & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i)
+        codePoint = codePoint << 6U | (byteAt(text, index + i) & 0x3FU);
+    index += length;
+    return codePoint;
 }
 
 void append(std::string& text, std::uint32_t codePoint) {
