@@ -1,0 +1,32 @@
+#include "async/sleep.h"
+
+namespace velmo {
+
+Sleep::~Sleep() {
+    if (timer_)
+        timer_->invalidate();
+    if (context_ != nullptr)
+        context_->endSleep(this);
+}
+
+bool Sleep::begin(TaskContext& context, std::coroutine_handle<> waiting) {
+    context_ = &context;
+    if (context.isCancelled())
+        return false;
+    waiting_ = waiting;
+    context.beginSleep(this);
+    timer_ = runLoop_.schedule(duration_, lifetime_.guard([this] { wake(); }));
+    return true;
+}
+
+void Sleep::interrupt() {
+    timer_->invalidate();
+    runLoop_.post(lifetime_.guard([this] { wake(); }));
+}
+
+void Sleep::wake() {
+    context_->endSleep(this);
+    context_->resume(waiting_);
+}
+
+}  // namespace velmo
