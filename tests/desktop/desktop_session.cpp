@@ -62,12 +62,15 @@ void DesktopSession::TearDown() {
     std::filesystem::remove_all(home_, error);
 }
 
-void DesktopSession::startServer(const std::string& screen) {
+void DesktopSession::startServer(const std::string& screen, const std::vector<std::string>& options) {
     // The server chooses a free display and writes its number into the file.
     const auto numberFile = home_ / "display";
     const int descriptor = open(numberFile.c_str(), O_RDWR | O_CREAT, 0600);
-    server_.emplace(run({"Xvfb", "-displayfd", std::to_string(descriptor), "-screen", "0", screen,
-                         "-nolisten", "tcp", "-noreset"}));
+    std::vector<std::string> command = {"Xvfb",      "-displayfd", std::to_string(descriptor),
+                                        "-screen",   "0",          screen,
+                                        "-nolisten", "tcp",        "-noreset"};
+    command.insert(command.end(), options.begin(), options.end());
+    server_.emplace(run(command));
     close(descriptor);
     ASSERT_TRUE(eventually([&] { return readFile(numberFile).ends_with("\n"); }));
     std::string number = readFile(numberFile);

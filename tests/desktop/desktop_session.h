@@ -30,7 +30,7 @@ protected:
     void TearDown() override;
 
     /// Starts an X server with a screen of that size.
-    void startServer(const std::string& screen = "1280x720x24");
+    void startServer(const std::string& screen = "1280x720x24", const std::vector<std::string>& options = {});
     void stopServer();
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
     /// Written before Velmo starts; keys as in the defaults file.

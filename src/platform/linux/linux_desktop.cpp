@@ -44,7 +44,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::GlobalEvents> events;
     std::unique_ptr<x11::WindowList> windowList;
     std::unique_ptr<x11::HotKeys> hotKeys;
-    x11::WindowCapture windowCapture;
+    std::unique_ptr<x11::WindowCapture> windowCapture;
     std::unique_ptr<x11::TrayHost> tray;
     placeholder::Access accessibility;
     placeholder::Poster eventPoster;
@@ -79,6 +79,7 @@ bool LinuxDesktop::Services::build() {
     drag = std::make_unique<x11::ItemDrag>(*bar, *modifiers);
     events = std::make_unique<x11::GlobalEvents>(*bar);
     windowList = std::make_unique<x11::WindowList>(*bar);
+    windowCapture = std::make_unique<x11::WindowCapture>(*bar);
     hotKeys = std::make_unique<x11::HotKeys>(*connection, *modifiers);
     tray = std::make_unique<x11::TrayHost>(*bar);
     toolkit.setAppearance(settings->appearance());
@@ -121,7 +122,7 @@ Platform LinuxDesktop::platform() const {
             *services.events,
             *services.windowList,
             *services.hotKeys,
-            services.windowCapture,
+            *services.windowCapture,
             services.accessibility,
             services.eventPoster,
             services.windows,

@@ -43,6 +43,8 @@ struct Appearance {
 /// Points.
 namespace bar_metrics {
 inline constexpr double thickness = 26;
+/// What an item shows lies in the middle of the bar and is at most as tall.
+inline constexpr double contentHeight = 22;
 /// Between the bar's right end and the first item.
 inline constexpr double rightMargin = 6;
 /// On either side of the content of an item of variable length.

@@ -80,7 +80,10 @@ void drawBitmap(cairo_t* context, const Bitmap& bitmap, bool isTemplate) {
         cairo_mask_surface(context, surface, 0, 0);
     } else {
         cairo_set_source_surface(context, surface, 0, 0);
-        cairo_paint(context);
+        // Else what is enlarged would fade at its edges.
+        cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
+        cairo_rectangle(context, 0, 0, bitmap.width, bitmap.height);
+        cairo_fill(context);
     }
     cairo_surface_destroy(surface);
 }

@@ -23,6 +23,12 @@ BarItem::~BarItem() {
     xcb_destroy_window(connection_.raw(), window_);
 }
 
+std::optional<BarItem::Content> BarItem::content() const {
+    if (!place_)
+        return std::nullopt;
+    return Content{window_, connection_.screen().root_visual, false, {0, 0, place_->width, place_->height}};
+}
+
 void BarItem::setPlace(const std::optional<PixelRect>& place) {
     if (place == place_)
         return;

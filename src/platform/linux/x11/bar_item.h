@@ -30,6 +30,17 @@ public:
     virtual void appearanceChanged() = 0;
     /// Called after each layout.
     virtual void displayIfNeeded() {}
+    /// The window that shows what the item looks like.
+    struct Content {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        xcb_visualid_t visual = 0;
+        /// The window has a pixmap of its own, which is not what is seen of it on the screen.
+        bool isRedirected = false;
+        /// In pixels of the item's window.
+        PixelRect area;
+    };
+    /// Absent while the item is not shown.
+    virtual std::optional<Content> content() const;
     /// As other programs may see it. Bounds and place are the bar's business.
     virtual WindowListEntry describe() const = 0;
 

@@ -2,6 +2,8 @@
 
 #include "linux/x11/status_item_window.h"
 
+#include <xcb/composite.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -24,6 +26,8 @@ xcb_window_t makeBarWindow(Connection& connection) {
     connection.setText(window, atoms.netWmName, "Velmo menu bar", atoms.utf8String);
     connection.setText(window, XCB_ATOM_WM_CLASS, std::string("velmo\0Velmo\0", 12), XCB_ATOM_STRING);
     connection.setCardinals(window, atoms.netWmWindowType, {atoms.netWmWindowTypeDock}, XCB_ATOM_ATOM);
+    // With a pixmap of its own, what is in the bar is there to be pictured, whatever covers it.
+    xcb_composite_redirect_window(connection.raw(), window, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
     return window;
 }
 
@@ -180,6 +184,12 @@ void MenuBar::layOut() {
             item->setPlace(std::nullopt);
         item->displayIfNeeded();
     }
+}
+
+PixelRect MenuBar::shownArea(const BarItem& item) const {
+    const int width = item.place() ? item.place()->width : 0;
+    const int height = item.isOurs() ? area_.height : appearance().pixels(bar_metrics::contentHeight);
+    return {0, (area_.height - height) / 2, width, height};
 }
 
 BarItem* MenuBar::itemAt(int x) const {

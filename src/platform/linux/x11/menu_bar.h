@@ -72,6 +72,9 @@ public:
 
     // For those who look at the whole.
     const std::vector<BarItem*>& items() const { return items_; }
+    /// What others are told of an item's place, and what its picture shows, in pixels of its window: our own
+    /// items as a whole, of others the middle of the bar, beyond which nothing of theirs is.
+    PixelRect shownArea(const BarItem& item) const;
     /// The item at a place in the bar, in pixels of the bar. Null where there is none.
     BarItem* itemAt(int x) const;
     /// The same for a place on the root window.

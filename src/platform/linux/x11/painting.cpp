@@ -1,5 +1,7 @@
 #include "painting.h"
 
+#include "linux/x11/picture.h"
+
 #include <xcb/xcb_renderutil.h>
 
 #include <algorithm>
@@ -7,28 +9,6 @@
 namespace velmo::x11 {
 
 namespace {
-
-/// A picture over a drawable, for the time of one operation.
-class Picture {
-public:
-    Picture(xcb_connection_t* connection, xcb_drawable_t drawable, xcb_render_pictformat_t format,
-            bool repeat = false)
-        : connection_(connection), id_(xcb_generate_id(connection)) {
-        const std::uint32_t values[] = {repeat ? XCB_RENDER_REPEAT_NORMAL : XCB_RENDER_REPEAT_NONE,
-                                        XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS};
-        xcb_render_create_picture(connection, id_, drawable, format,
-                                  XCB_RENDER_CP_REPEAT | XCB_RENDER_CP_SUBWINDOW_MODE, values);
-    }
-    ~Picture() { xcb_render_free_picture(connection_, id_); }
-    Picture(const Picture&) = delete;
-    Picture& operator=(const Picture&) = delete;
-
-    xcb_render_picture_t id() const { return id_; }
-
-private:
-    xcb_connection_t* connection_;
-    xcb_render_picture_t id_;
-};
 
 void composite(xcb_connection_t* connection, std::uint8_t operation, const Picture& source,
                const Picture& destination, const PixelRect& place) {

@@ -43,6 +43,8 @@ public:
 
     /// The picture format of a visual, or none where it has none.
     xcb_render_pictformat_t formatOf(xcb_visualid_t visual) const;
+    /// The format of pixmaps with 32 bits a pixel: opacity and premultiplied red, green and blue.
+    xcb_render_pictformat_t alphaFormat() const { return alphaFormat_; }
     /// A pixmap with the canvas's pixels.
     Pixmap upload(const Canvas& canvas) const;
     /// A pixmap of `width` times `height` pixels filled with repetitions of `tile`; over it, at `place`,

@@ -172,6 +172,12 @@ void TrayIcon::moved() {
         painting_.request();
 }
 
+std::optional<BarItem::Content> TrayIcon::content() const {
+    if (!place() || ended_)
+        return std::nullopt;
+    return Content{facts_.client, facts_.visual, composited_, clientArea()};
+}
+
 WindowListEntry TrayIcon::describe() const {
     WindowListEntry entry;
     entry.number = facts_.client;

@@ -40,6 +40,7 @@ public:
     bool isShown() const override { return wantsToBeShown_ && !ended_; }
     int preferredWidth() const override { return slotWidth(); }
     void appearanceChanged() override;
+    std::optional<Content> content() const override;
     WindowListEntry describe() const override;
 
 protected:

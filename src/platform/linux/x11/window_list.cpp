@@ -30,7 +30,10 @@ void WindowList::appendItems(std::vector<WindowListEntry>& entries) const {
             continue;
         auto entry = item->describe();
         entry.layer = window_layer::status;
-        entry.bounds = bar_.screens().toGlobal(bar_.onRoot(*item->place()));
+        PixelRect area = bar_.shownArea(*item);
+        area.x += item->place()->x;
+        area.y += item->place()->y;
+        entry.bounds = bar_.screens().toGlobal(bar_.onRoot(area));
         entry.isOnScreen = true;
         if (entry.bounds->intersects(screen))
             entries.push_back(std::move(entry));
