@@ -13,6 +13,7 @@
 #include "linux/x11/menu_bar.h"
 #include "linux/x11/selection.h"
 #include "linux/x11/single_instance.h"
+#include "linux/x11/synthetic_events.h"
 #include "linux/x11/tray_host.h"
 #include "linux/x11/window_capture.h"
 #include "linux/x11/window_list.h"
@@ -46,8 +47,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::HotKeys> hotKeys;
     std::unique_ptr<x11::WindowCapture> windowCapture;
     std::unique_ptr<x11::TrayHost> tray;
-    placeholder::Access accessibility;
-    placeholder::Poster eventPoster;
+    std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
     placeholder::Factory windows;
     placeholder::Opener workspace;
     placeholder::NoDates dates;
@@ -80,6 +80,7 @@ bool LinuxDesktop::Services::build() {
     events = std::make_unique<x11::GlobalEvents>(*bar);
     windowList = std::make_unique<x11::WindowList>(*bar);
     windowCapture = std::make_unique<x11::WindowCapture>(*bar);
+    syntheticEvents = std::make_unique<x11::SyntheticEvents>(*connection, *screens, *modifiers);
     hotKeys = std::make_unique<x11::HotKeys>(*connection, *modifiers);
     tray = std::make_unique<x11::TrayHost>(*bar);
     toolkit.setAppearance(settings->appearance());
@@ -123,8 +124,8 @@ Platform LinuxDesktop::platform() const {
             *services.windowList,
             *services.hotKeys,
             *services.windowCapture,
-            services.accessibility,
-            services.eventPoster,
+            *services.syntheticEvents,
+            *services.syntheticEvents,
             services.windows,
             services.workspace,
             services.dates,

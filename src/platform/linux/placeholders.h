@@ -1,8 +1,6 @@
 #pragma once
 
-#include "accessibility.h"
 #include "dates.h"
-#include "event_poster.h"
 #include "global_preferences.h"
 #include "login_service.h"
 #include "session.h"
@@ -12,17 +10,6 @@
 namespace velmo::placeholder {
 
 // Each goes away with the service that takes its place.
-
-class Access : public Accessibility {
-public:
-    bool isProcessTrusted() const override { return false; }
-    bool isProcessTrusted(bool /*prompts*/) override { return false; }
-};
-
-class Poster : public EventPoster {
-public:
-    void postMouseEvent(EventType /*type*/, const Point& /*location*/) override {}
-};
 
 class Factory : public WindowFactory {
 public:

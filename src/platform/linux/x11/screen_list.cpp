@@ -79,6 +79,12 @@ Rect ScreenList::toGlobal(const PixelRect& rect) const {
             rect.height / scale};
 }
 
+Point ScreenList::toPixels(const Point& global) const {
+    const auto& origin = monitors_.front();
+    const double scale = settings_.appearance().scale;
+    return {origin.x + global.x * scale, origin.y + global.y * scale};
+}
+
 Screen ScreenList::screenOf(std::size_t index) const {
     const auto& appearance = settings_.appearance();
     Screen screen;

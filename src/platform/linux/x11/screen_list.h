@@ -29,6 +29,8 @@ public:
     Rect toScreen(const PixelRect& rect) const;
     /// Points, origin at the top left of the primary screen, y downwards.
     Rect toGlobal(const PixelRect& rect) const;
+    /// From there to pixels of the root window.
+    Point toPixels(const Point& global) const;
     /// The pointer's place on the root window, in pixels.
     Point pointer() const;
 
