@@ -16,13 +16,18 @@ std::optional<Rect> MenuBarManager::frameOnScreen(const ControlItem& item) {
 
 std::vector<ClosedInterval> MenuBarManager::ownItemRanges() const {
     std::vector<ClosedInterval> ranges;
+    const auto add = [&ranges](const Rect& frame) {
+        ranges.emplace_back(frame.minX() - rangeMargin, frame.maxX() + rangeMargin);
+    };
     for (const ControlItem* item : {&toggle_, &hiddenDivider_, &alwaysHiddenDivider_}) {
         if (!item->statusItem().isVisible())
             continue;
         const auto frame = frameOnScreen(*item);
         if (frame && frame->width < expandedWidthLimit)
-            ranges.emplace_back(frame->minX() - rangeMargin, frame->maxX() + rangeMargin);
+            add(*frame);
     }
+    if (const auto frame = clock_->screenFrame())
+        add(*frame);
     return ranges;
 }
 

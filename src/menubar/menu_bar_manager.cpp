@@ -13,6 +13,7 @@ MenuBarManager::MenuBarManager(std::shared_ptr<Preferences> preferences, const P
       alwaysHiddenDivider_(ControlItem::Kind::divider, "Velmo.AlwaysHiddenDivider", platform) {
     installImages();
     alwaysHiddenDivider_.statusItem().setVisible(preferences_->alwaysHiddenEnabled.value());
+    installClock();
     installToolTips();
     installClickCallbacks();
     installHoverCallbacks();
@@ -28,6 +29,12 @@ void MenuBarManager::installImages() {
     hiddenDivider_.update();
     alwaysHiddenDivider_.image = alwaysHiddenDividerImage();
     alwaysHiddenDivider_.update();
+}
+
+void MenuBarManager::installClock() {
+    clock_ = std::make_unique<MenuBarClock>(*preferences_, platform_);
+    clock_->onOpenSettings = lifetime_.guard([this] { requestSettings(SettingsTab::clock); });
+    clock_->onEnabled = lifetime_.guard([this] { revealForClockPlacement(); });
 }
 
 void MenuBarManager::installToolTips() {

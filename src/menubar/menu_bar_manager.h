@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clock/menu_bar_clock.h"
 #include "hidden_items/closed_interval.h"
 #include "hotkeys/hotkey_manager.h"
 #include "menubar/control_item.h"
@@ -56,11 +57,13 @@ public:
     /// The item's button: points, origin at the bottom left of the primary screen. Absent while it is not on
     /// a screen.
     static std::optional<Rect> frameOnScreen(const ControlItem& item);
-    /// The x values that the program's own visible items take, less the dividers that are expanded.
+    /// The x values that the program's own visible items take, less the dividers that are expanded. The
+    /// clock's come last.
     std::vector<ClosedInterval> ownItemRanges() const;
 
 private:
     void installImages();
+    void installClock();
     void installToolTips();
     void installClickCallbacks();
     void installHoverCallbacks();
@@ -94,6 +97,7 @@ private:
     ControlItem toggle_;
     ControlItem hiddenDivider_;
     ControlItem alwaysHiddenDivider_;
+    std::unique_ptr<MenuBarClock> clock_;
     HoverTarget hoverTarget_;
     std::vector<Subscription> cancellables_;
     std::shared_ptr<Timer> rehideTimer_;

@@ -3,6 +3,7 @@
 #include "application.h"
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace velmo {
@@ -16,8 +17,11 @@ public:
     /// Returns when launching has finished: the events come from whoever drives the simulation.
     void run() override;
     void activateIgnoringOtherApps(bool ignoring) override {
-        if (ignoring)
-            calls_.push_back(Call::activate);
+        if (!ignoring)
+            return;
+        calls_.push_back(Call::activate);
+        if (activationObserver_)
+            activationObserver_();
     }
     void terminate() override { calls_.push_back(Call::terminate); }
     std::optional<Event> currentEvent() const override { return currentEvent_; }
@@ -28,6 +32,8 @@ public:
     const std::vector<Call>& calls() const { return calls_; }
     /// The user starts the running application once more. The delegate's answer, or true without one.
     bool reopen(bool hasVisibleWindows);
+    /// Called while the program activates itself.
+    void setActivationObserver(std::function<void()> observer) { activationObserver_ = std::move(observer); }
     /// Runs the work with the event as the current one.
     void handle(const Event& event, const std::function<void()>& work);
 
@@ -36,6 +42,7 @@ private:
     std::optional<ActivationPolicy> activationPolicy_;
     std::optional<Event> currentEvent_;
     std::vector<Call> calls_;
+    std::function<void()> activationObserver_;
 };
 
 }  // namespace velmo

@@ -21,6 +21,8 @@ public:
     const std::vector<SimulatedPopover*>& popovers() const { return popovers_; }
     const std::vector<SimulatedWindow*>& windows() const { return windows_; }
 
+    /// Nothing that shows views can be made from now on.
+    void setRefuses(bool refuses) { refuses_ = refuses; }
     /// What every content wants from now on, in points.
     void setFittingSize(const Size& size) { fittingSize_ = size; }
     const Size& fittingSize() const { return fittingSize_; }
@@ -37,6 +39,7 @@ private:
     std::vector<SimulatedPopover*> popovers_;
     std::vector<SimulatedWindow*> windows_;
     Size fittingSize_{100, 36};
+    bool refuses_ = false;
     WindowNumber nextNumber_ = firstNumber;
 };
 
