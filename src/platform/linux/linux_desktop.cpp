@@ -14,6 +14,7 @@
 #include "linux/x11/selection.h"
 #include "linux/x11/single_instance.h"
 #include "linux/x11/synthetic_events.h"
+#include "linux/x11/toolkit_services.h"
 #include "linux/x11/tray_host.h"
 #include "linux/x11/window_capture.h"
 #include "linux/x11/window_list.h"
@@ -46,9 +47,9 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::WindowList> windowList;
     std::unique_ptr<x11::HotKeys> hotKeys;
     std::unique_ptr<x11::WindowCapture> windowCapture;
+    std::unique_ptr<x11::ToolkitServices> toolkitServices;
     std::unique_ptr<x11::TrayHost> tray;
     std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
-    placeholder::Factory windows;
     placeholder::Opener workspace;
     placeholder::NoDates dates;
     placeholder::NoLogin loginService;
@@ -82,6 +83,8 @@ bool LinuxDesktop::Services::build() {
     windowCapture = std::make_unique<x11::WindowCapture>(*bar);
     syntheticEvents = std::make_unique<x11::SyntheticEvents>(*connection, *screens, *modifiers);
     hotKeys = std::make_unique<x11::HotKeys>(*connection, *modifiers);
+    toolkitServices = std::make_unique<x11::ToolkitServices>(*bar, *events, *userDefaults);
+    toolkit.setHost(toolkitServices.get());
     tray = std::make_unique<x11::TrayHost>(*bar);
     toolkit.setAppearance(settings->appearance());
     settingsChanges = settings->onChange([this] { toolkit.setAppearance(settings->appearance()); });
@@ -126,7 +129,7 @@ Platform LinuxDesktop::platform() const {
             *services.windowCapture,
             *services.syntheticEvents,
             *services.syntheticEvents,
-            services.windows,
+            services.toolkit,
             services.workspace,
             services.dates,
             services.loginService,

@@ -56,6 +56,7 @@ public:
     /// A mouse button went down in one of our own windows at this time of the display's clock: other
     /// applications do not get that press.
     void notePress(std::uint32_t time) { lastPress_ = time; }
+    std::optional<std::uint32_t> lastPress() const { return lastPress_; }
     bool wasPressedAt(std::uint32_t time) const { return lastPress_ == time; }
 
     /// For as long as the result lives, a panel is on the screen, which never has the keyboard.

@@ -4,19 +4,11 @@
 #include "global_preferences.h"
 #include "login_service.h"
 #include "session.h"
-#include "window_factory.h"
 #include "workspace.h"
 
 namespace velmo::placeholder {
 
 // Each goes away with the service that takes its place.
-
-class Factory : public WindowFactory {
-public:
-    std::unique_ptr<Panel> makePanel(const PanelConfiguration& /*configuration*/) override { return {}; }
-    std::unique_ptr<Popover> makePopover() override { return {}; }
-    std::unique_ptr<Window> makeWindow(const View& /*content*/) override { return {}; }
-};
 
 class Opener : public Workspace {
 public:

@@ -1,9 +1,16 @@
 #include "linux/toolkit/toolkit.h"
 
+#include "linux/qt/accessible_roles.h"
+#include "linux/qt/local_event_filter.h"
+#include "linux/qt/pixels.h"
 #include "linux/qt/qt_loop.h"
 #include "linux/qt/qt_menu.h"
 #include "linux/qt/style.h"
+#include "linux/qt/windows/qt_panel.h"
+#include "linux/qt/windows/qt_popover.h"
+#include "linux/qt/windows/qt_window.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QScreen>
 #include <QTextDocument>
@@ -23,23 +30,15 @@ struct Arguments {
     char* values[2] = {name, nullptr};
 };
 
-/// Screens keep their places in pixels; what lies on them is scaled.
-QPoint fromPixels(int x, int y) {
-    const QPoint pixel(x, y);
-    for (const auto* screen : QGuiApplication::screens()) {
-        const qreal ratio = screen->devicePixelRatio();
-        const QRect scaled = screen->geometry();
-        const QRect pixels(scaled.topLeft(), (QSizeF(scaled.size()) * ratio).toSize());
-        if (pixels.contains(pixel))
-            return scaled.topLeft() + ((QPointF(pixel - scaled.topLeft())) / ratio).toPoint();
-    }
-    return pixel;
-}
-
 class QtToolkit : public Toolkit {
 public:
-    explicit QtToolkit(HostedLoop& hosted)
-        : application_(arguments_.count, arguments_.values), loop_(hosted) {
+    explicit QtToolkit(ToolkitHost& host)
+        : application_(arguments_.count, arguments_.values),
+          host_(host),
+          loop_(host.loop()),
+          localEvents_(host.localEvents()) {
+        application_.installEventFilter(&localEvents_);
+        QAccessible::installFactory(makeAccessible);
         QApplication::setQuitOnLastWindowClosed(false);
         QApplication::setApplicationName(QStringLiteral("velmo"));
         QApplication::setApplicationDisplayName(QStringLiteral("Velmo"));
@@ -57,35 +56,48 @@ public:
     }
 
     void setAppearance(const Appearance& appearance) override {
-        QApplication::setFont(style::font(appearance));
-        QApplication::setPalette(style::palette(appearance));
-        application_.setStyleSheet(style::sheet(appearance));
+        style::setAppearance(appearance);
+        QApplication::setFont(style::font());
+        QApplication::setPalette(style::palette());
+        application_.setStyleSheet(style::sheet());
     }
 
-    void popUp(const Menu& menu, int x, int y) override { showMenu(menu, fromPixels(x, y)); }
+    void popUp(const Menu& menu, int x, int y) override {
+        showMenu(menu, fromPixels(QPoint(x, y)).toPoint());
+    }
 
     void showToolTip(const std::string& text, int x, int y) override {
         const QString plain = QString::fromStdString(text);
-        QToolTip::showText(fromPixels(x, y), Qt::mightBeRichText(plain) ? plain.toHtmlEscaped() : plain);
+        QToolTip::showText(fromPixels(QPoint(x, y)).toPoint(),
+                           Qt::mightBeRichText(plain) ? plain.toHtmlEscaped() : plain);
     }
 
     void hideToolTip() override { QToolTip::hideText(); }
 
+    std::unique_ptr<Panel> makePanel(const PanelConfiguration& /*configuration*/) override {
+        return std::make_unique<QtPanel>(host_);
+    }
+    std::unique_ptr<Popover> makePopover() override { return std::make_unique<QtPopover>(host_); }
+    std::unique_ptr<Window> makeWindow(const View& content) override {
+        return std::make_unique<QtWindow>(host_, content);
+    }
+
 private:
     Arguments arguments_;
     QApplication application_;
+    ToolkitHost& host_;
     QtLoop loop_;
+    LocalEventFilter localEvents_;
 };
 
 }  // namespace
 
 }  // namespace velmo
 
-extern "C" __attribute__((visibility("default"))) velmo::Toolkit* velmoMakeToolkit(
-    velmo::HostedLoop* hosted) {
+extern "C" __attribute__((visibility("default"))) velmo::Toolkit* velmoMakeToolkit(velmo::ToolkitHost* host) {
     // The bar is an X client; so is everything beside it, also where Wayland runs as well.
     qputenv("QT_QPA_PLATFORM", "xcb");
     // The program is silent, and so is what it loads.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    return new velmo::QtToolkit(*hosted);
+    return new velmo::QtToolkit(*host);
 }

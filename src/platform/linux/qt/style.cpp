@@ -1,7 +1,7 @@
 #include "style.h"
 
-#include <QColor>
 #include <QFontDatabase>
+#include <QFontInfo>
 
 #include <algorithm>
 
@@ -12,27 +12,47 @@ namespace {
 /// Points; a size beyond is a mistake.
 constexpr double smallestFont = 5;
 constexpr double largestFont = 40;
+constexpr double pixelsPerPoint = 96.0 / 72.0;
 
 struct Colors {
     QColor window;
-    QColor popover;
+    QColor floating;
+    QColor group;
     QColor control;
-    QColor line;
+    QColor hairline;
     QColor border;
+    QColor track;
     QColor text;
     QColor secondary;
     QColor accent;
+    QColor red;
+    QColor green;
+    QColor orange;
 };
 
 Colors colorsOf(const Appearance& appearance) {
     if (appearance.dark) {
-        return {QColor(0x23, 0x23, 0x26),  QColor(0x2c, 0x2c, 0x30),  QColor(0x3a, 0x3a, 0x3f),
-                QColor(255, 255, 255, 23), QColor(255, 255, 255, 41), QColor(0xf1, 0xf1, 0xf3),
-                QColor(0xa0, 0xa0, 0xa8),  QColor(0x4d, 0x8d, 0xff)};
+        return {QColor(0x23, 0x23, 0x26), QColor(0x2c, 0x2c, 0x30),  QColor(0x2c, 0x2c, 0x30),
+                QColor(0x3a, 0x3a, 0x3f), QColor(255, 255, 255, 23), QColor(255, 255, 255, 41),
+                QColor(0x56, 0x56, 0x5c), QColor(0xf1, 0xf1, 0xf3),  QColor(0xa0, 0xa0, 0xa8),
+                QColor(0x4d, 0x8d, 0xff), QColor(0xff, 0x6b, 0x61),  QColor(0x3d, 0xc9, 0x5f),
+                QColor(0xff, 0x9f, 0x2e)};
     }
     return {QColor(0xf3, 0xf3, 0xf5), QColor(0xfa, 0xfa, 0xfc), QColor(0xff, 0xff, 0xff),
-            QColor(0, 0, 0, 23),      QColor(0, 0, 0, 46),      QColor(0x1d, 0x1d, 0x20),
-            QColor(0x6b, 0x6b, 0x73), QColor(0x34, 0x78, 0xf6)};
+            QColor(0xff, 0xff, 0xff), QColor(0, 0, 0, 23),      QColor(0, 0, 0, 46),
+            QColor(0xd9, 0xd9, 0xdd), QColor(0x1d, 0x1d, 0x20), QColor(0x6b, 0x6b, 0x73),
+            QColor(0x34, 0x78, 0xf6), QColor(0xd7, 0x2c, 0x20), QColor(0x27, 0xa1, 0x48),
+            QColor(0xd9, 0x7c, 0x06)};
+}
+
+struct Current {
+    Appearance appearance;
+    Colors colors = colorsOf({});
+};
+
+Current& current() {
+    static Current value;
+    return value;
 }
 
 /// As style sheets write it.
@@ -44,11 +64,49 @@ QString css(const QColor& color) {
         .arg(color.alphaF());
 }
 
+/// What a text style makes of the size of the body.
+double sizeFactor(TextStyle textStyle) {
+    switch (textStyle) {
+        case TextStyle::body:
+        case TextStyle::headline:
+            return 1;
+        case TextStyle::callout:
+            return 12.0 / 13;
+        case TextStyle::caption:
+            return 11.0 / 13;
+        case TextStyle::caption2:
+            return 10.5 / 13;
+    }
+    return 1;
+}
+
+QFont::Weight weightOf(FontWeight weight) {
+    switch (weight) {
+        case FontWeight::regular:
+            return QFont::Normal;
+        case FontWeight::medium:
+            return QFont::Medium;
+        case FontWeight::semibold:
+            return QFont::DemiBold;
+        case FontWeight::bold:
+            return QFont::Bold;
+    }
+    return QFont::Normal;
+}
+
 }  // namespace
 
-QFont font(const Appearance& appearance) {
+void setAppearance(const Appearance& appearance) {
+    current() = {appearance, colorsOf(appearance)};
+}
+
+const Appearance& appearance() {
+    return current().appearance;
+}
+
+QFont font() {
     QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    const QString description = QString::fromStdString(appearance.font).trimmed();
+    const QString description = QString::fromStdString(appearance().font).trimmed();
     const auto space = description.lastIndexOf(QLatin1Char(' '));
     bool hasSize = false;
     const double size = description.mid(space + 1).toDouble(&hasSize);
@@ -60,8 +118,55 @@ QFont font(const Appearance& appearance) {
     return font;
 }
 
-QPalette palette(const Appearance& appearance) {
-    const Colors colors = colorsOf(appearance);
+QFont font(const Font& wanted) {
+    QFont result = font();
+    const double body =
+        result.pointSizeF() > 0 ? result.pointSizeF() * pixelsPerPoint : QFontInfo(result).pixelSize();
+    if (wanted.isMonospaced)
+        result.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    const bool isHeadline = wanted.style == TextStyle::headline;
+    result.setWeight(
+        weightOf(wanted.weight.value_or(isHeadline ? FontWeight::semibold : FontWeight::regular)));
+    const double pixels = wanted.size.value_or(body * sizeFactor(wanted.style));
+    // Sizes in points of the screen's scale; a font's own points would take the resolution's way.
+    result.setPointSizeF(pixels / pixelsPerPoint);
+    return result;
+}
+
+QColor color(const SemanticColor& wanted) {
+    const Colors& colors = current().colors;
+    QColor result;
+    switch (wanted.role) {
+        case ColorRole::clear:
+            return Qt::transparent;
+        case ColorRole::primary:
+            result = colors.text;
+            break;
+        case ColorRole::secondary:
+            result = colors.secondary;
+            break;
+        case ColorRole::accent:
+            result = colors.accent;
+            break;
+        case ColorRole::white:
+            result = Qt::white;
+            break;
+        case ColorRole::red:
+            result = colors.red;
+            break;
+        case ColorRole::green:
+            result = colors.green;
+            break;
+        case ColorRole::orange:
+            result = colors.orange;
+            break;
+    }
+    result.setAlphaF(static_cast<float>(result.alphaF() * std::clamp(wanted.opacity, 0.0, 1.0)));
+    return result;
+}
+
+QPalette palette() {
+    const Colors& colors = current().colors;
     QPalette palette(colors.control, colors.window);
     palette.setColor(QPalette::WindowText, colors.text);
     palette.setColor(QPalette::Text, colors.text);
@@ -73,8 +178,8 @@ QPalette palette(const Appearance& appearance) {
     return palette;
 }
 
-QString sheet(const Appearance& appearance) {
-    const Colors colors = colorsOf(appearance);
+QString sheet() {
+    const Colors& colors = current().colors;
     return QStringLiteral(
                "QMenu { background: %1; color: %2; border: 1px solid %3; padding: 5px; }"
                "QMenu::item { padding: 4px 14px 4px 12px; border-radius: 5px; }"
@@ -82,8 +187,36 @@ QString sheet(const Appearance& appearance) {
                "QMenu::item:disabled { color: %5; }"
                "QMenu::separator { height: 1px; background: %6; margin: 5px 10px; }"
                "QToolTip { background: %1; color: %2; border: 1px solid %3; padding: 3px 6px; }")
-        .arg(css(colors.popover), css(colors.text), css(colors.border), css(colors.accent),
-             css(colors.secondary), css(colors.line));
+        .arg(css(colors.floating), css(colors.text), css(colors.border), css(colors.accent),
+             css(colors.secondary), css(colors.hairline));
+}
+
+QColor window() {
+    return current().colors.window;
+}
+
+QColor floating() {
+    return current().colors.floating;
+}
+
+QColor group() {
+    return current().colors.group;
+}
+
+QColor control() {
+    return current().colors.control;
+}
+
+QColor hairline() {
+    return current().colors.hairline;
+}
+
+QColor border() {
+    return current().colors.border;
+}
+
+QColor track() {
+    return current().colors.track;
 }
 
 }  // namespace velmo::style

@@ -62,11 +62,26 @@ void LazyToolkit::hideToolTip() {
         toolkit_->hideToolTip();
 }
 
+std::unique_ptr<Panel> LazyToolkit::makePanel(const PanelConfiguration& configuration) {
+    auto* toolkit = get();
+    return toolkit ? toolkit->makePanel(configuration) : nullptr;
+}
+
+std::unique_ptr<Popover> LazyToolkit::makePopover() {
+    auto* toolkit = get();
+    return toolkit ? toolkit->makePopover() : nullptr;
+}
+
+std::unique_ptr<Window> LazyToolkit::makeWindow(const View& content) {
+    auto* toolkit = get();
+    return toolkit ? toolkit->makeWindow(content) : nullptr;
+}
+
 void LazyToolkit::load() {
-    void* function = moduleFunction(moduleName, toolkitFunctionName);
+    void* function = host_ ? moduleFunction(moduleName, toolkitFunctionName) : nullptr;
     if (!function)
         return;
-    toolkit_.reset(reinterpret_cast<MakeToolkit>(function)(&loop_));
+    toolkit_.reset(reinterpret_cast<MakeToolkit>(function)(host_));
     toolkit_->setAppearance(appearance_);
     loop_.setHost(toolkit_.get());
 }

@@ -8,13 +8,15 @@
 namespace velmo {
 
 /// Loads the toolkit's module once it is needed.
-class LazyToolkit {
+class LazyToolkit : public WindowFactory {
 public:
     explicit LazyToolkit(EventLoop& loop);
-    ~LazyToolkit();
+    ~LazyToolkit() override;
     LazyToolkit(const LazyToolkit&) = delete;
     LazyToolkit& operator=(const LazyToolkit&) = delete;
 
+    /// To be called once, before anything is to be seen. The host stays valid as long as this.
+    void setHost(ToolkitHost* host) { host_ = host; }
     /// Loads it soon: somebody seems about to need it.
     void prepare();
     void setAppearance(const Appearance& appearance);
@@ -22,6 +24,9 @@ public:
     void popUp(const Menu& menu, int x, int y);
     void showToolTip(const std::string& text, int x, int y);
     void hideToolTip();
+    std::unique_ptr<Panel> makePanel(const PanelConfiguration& configuration) override;
+    std::unique_ptr<Popover> makePopover() override;
+    std::unique_ptr<Window> makeWindow(const View& content) override;
     /// While a menu is open, every press is about it.
     bool isMenuOpen() const { return openMenus_ > 0; }
 
@@ -30,6 +35,7 @@ private:
     void load();
 
     EventLoop& loop_;
+    ToolkitHost* host_ = nullptr;
     Appearance appearance_;
     std::unique_ptr<Toolkit> toolkit_;
     bool tried_ = false;

@@ -2,7 +2,9 @@
 
 #include "linux/drawing/appearance.h"
 #include "linux/event_loop/hosted_loop.h"
+#include "linux/toolkit/toolkit_host.h"
 #include "menu.h"
+#include "window_factory.h"
 
 #include <string>
 
@@ -10,7 +12,7 @@ namespace velmo {
 
 /// What a person looks at beyond the bar itself. It is loaded when it is needed first, so that a bar at
 /// rest stays small.
-class Toolkit : public LoopHost {
+class Toolkit : public LoopHost, public WindowFactory {
 public:
     virtual void setAppearance(const Appearance& appearance) = 0;
     /// Shows the menu with its upper left corner at (x, y), in pixels of the root window, or where it fits
@@ -24,6 +26,6 @@ public:
 
 /// The name and type of the function that makes a module's toolkit.
 inline constexpr const char* toolkitFunctionName = "velmoMakeToolkit";
-using MakeToolkit = Toolkit* (*)(HostedLoop*);
+using MakeToolkit = Toolkit* (*)(ToolkitHost*);
 
 }  // namespace velmo

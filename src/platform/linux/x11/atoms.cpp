@@ -17,6 +17,8 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&netSystemTrayOrientation, "_NET_SYSTEM_TRAY_ORIENTATION"},
         {&netSystemTraySelection, "_NET_SYSTEM_TRAY" + screen},
         {&netSystemTrayVisual, "_NET_SYSTEM_TRAY_VISUAL"},
+        {&netActiveWindow, "_NET_ACTIVE_WINDOW"},
+        {&netWmCmSelection, "_NET_WM_CM" + screen},
         {&netWmDesktop, "_NET_WM_DESKTOP"},
         {&netWmName, "_NET_WM_NAME"},
         {&netWmPid, "_NET_WM_PID"},

@@ -85,6 +85,13 @@ Point ScreenList::toPixels(const Point& global) const {
     return {origin.x + global.x * scale, origin.y + global.y * scale};
 }
 
+Rect ScreenList::screenToPixels(const Rect& rect) const {
+    const auto& origin = monitors_.front();
+    const double scale = settings_.appearance().scale;
+    return {origin.x + rect.x * scale, origin.y + origin.height - rect.maxY() * scale, rect.width * scale,
+            rect.height * scale};
+}
+
 Screen ScreenList::screenOf(std::size_t index) const {
     const auto& appearance = settings_.appearance();
     Screen screen;

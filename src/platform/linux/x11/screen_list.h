@@ -31,6 +31,8 @@ public:
     Rect toGlobal(const PixelRect& rect) const;
     /// From there to pixels of the root window.
     Point toPixels(const Point& global) const;
+    /// From points as `toScreen` gives them to pixels of the root window, y downwards.
+    Rect screenToPixels(const Rect& rect) const;
     /// The pointer's place on the root window, in pixels.
     Point pointer() const;
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "image.h"
+
+#include <QColor>
+#include <QWidget>
+
+namespace velmo {
+
+/// A picture or symbol, sharp at every scale.
+class ImageLabel : public QWidget {
+public:
+    explicit ImageLabel(QWidget* parent);
+
+    /// Symbols and templates take the colour.
+    void display(const Image& image, const QColor& color, bool isResizable);
+    /// The picture's own extent.
+    QSizeF naturalSize() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Image image_;
+    QColor color_;
+    bool isResizable_ = false;
+};
+
+}  // namespace velmo

@@ -1,0 +1,28 @@
+#include "view_button.h"
+
+#include "linux/qt/controls/painting.h"
+#include "linux/qt/style.h"
+
+namespace velmo {
+
+ViewButton::ViewButton(QWidget& surface) : QAbstractButton(&surface) {
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void ViewButton::setStyle(ButtonStyle style) {
+    style_ = style;
+    update();
+}
+
+void ViewButton::paintEvent(QPaintEvent* /*event*/) {
+    ControlPainter painter(*this);
+    if (style_ == ButtonStyle::automatic) {
+        painter.face(rect(), isDown());
+        return;
+    }
+    if (style_ == ButtonStyle::borderless && isDown())
+        painter.fillRounded(rect(), style::color({ColorRole::primary, 0.1}), style::controlRadius);
+    painter.focusRing(rect(), style::controlRadius);
+}
+
+}  // namespace velmo

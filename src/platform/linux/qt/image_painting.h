@@ -1,0 +1,19 @@
+#pragma once
+
+#include "image.h"
+
+#include <QColor>
+#include <QRectF>
+
+class QPainter;
+
+namespace velmo {
+
+/// Points that an image covers.
+QSizeF sizeOf(const Image& image);
+
+/// Paints an image into a rectangle. Symbols and templates take the colour. Bitmaps that have as many pixels
+/// as the place has keep them as they are.
+void paintImage(QPainter& painter, const Image& image, const QRectF& place, const QColor& color);
+
+}  // namespace velmo

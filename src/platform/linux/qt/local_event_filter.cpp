@@ -1,0 +1,43 @@
+#include "local_event_filter.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWindow>
+
+namespace velmo {
+
+namespace {
+
+EventType typeOf(Qt::MouseButton button) {
+    switch (button) {
+        case Qt::LeftButton:
+            return EventType::leftMouseDown;
+        case Qt::RightButton:
+            return EventType::rightMouseDown;
+        default:
+            return EventType::otherMouseDown;
+    }
+}
+
+}  // namespace
+
+bool LocalEventFilter::eventFilter(QObject* object, QEvent* event) {
+    // Windows get an event first, and the widgets in them the same one again.
+    if (!object->isWindowType())
+        return false;
+    const auto window = static_cast<WindowNumber>(static_cast<QWindow*>(object)->winId());
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
+        const auto& press = static_cast<const QMouseEvent&>(*event);
+        events_.notePress(static_cast<std::uint32_t>(press.timestamp()));
+        Event report{typeOf(press.button())};
+        report.windowNumber = window;
+        return events_.deliver(report) == EventDisposition::swallow;
+    }
+    if (event->type() != QEvent::KeyPress || !events_.isMonitored(EventType::keyDown))
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const auto report = events_.keyDown(key.nativeScanCode(), key.nativeModifiers(), window);
+    return report && events_.deliver(*report) == EventDisposition::swallow;
+}
+
+}  // namespace velmo

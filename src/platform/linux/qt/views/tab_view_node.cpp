@@ -1,0 +1,140 @@
+#include "tab_view_node.h"
+
+#include "linux/qt/style.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace velmo {
+
+namespace {
+
+constexpr int stripPadding = 8;
+constexpr int tabGap = 4;
+
+}  // namespace
+
+/// What the tabs stand on, with a hairline below. The arrow keys go from tab to tab.
+class TabViewNode::Strip : public QWidget {
+public:
+    explicit Strip(QWidget& surface) : QWidget(&surface) {
+        setProperty("accessibleRole", QAccessible::PageTabList);
+        show();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter(this).fillRect(0, height() - 1, width(), 1, style::hairline());
+    }
+};
+
+struct TabViewNode::Page {
+    explicit Page(QWidget& surface) : widget(&surface) {}
+
+    QWidget widget;
+    // Ends first: its widgets lie on that one.
+    ViewNodes nodes;
+};
+
+TabViewNode::TabViewNode(QWidget& surface) : ViewNode(surface), strip_(std::make_unique<Strip>(surface)) {}
+
+TabViewNode::~TabViewNode() {
+    tabs_.clear();
+}
+
+std::size_t TabViewNode::chosen() const {
+    const auto& tabView = content<TabView>();
+    const auto found = std::find_if(tabView.tabs.begin(), tabView.tabs.end(),
+                                    [&](const auto& tab) { return tab.tag == tabView.selection; });
+    return static_cast<std::size_t>(found - tabView.tabs.begin());
+}
+
+void TabViewNode::choose(std::size_t index) {
+    const auto& tabView = content<TabView>();
+    if (index >= tabView.tabs.size())
+        return;
+    const auto onSelect = tabView.onSelect;
+    const auto tag = tabView.tabs[index].tag;
+    const auto reassert = reassert_;
+    if (onSelect)
+        onSelect(tag);
+    reassert();
+}
+
+void TabViewNode::applyTabs() {
+    const auto& tabView = content<TabView>();
+    while (tabs_.size() < tabView.tabs.size()) {
+        const auto index = tabs_.size();
+        tabs_.push_back(std::make_unique<TabButton>(strip_.get()));
+        QObject::connect(tabs_.back().get(), &QAbstractButton::clicked, strip_.get(),
+                         [this, index] { choose(index); });
+        tabs_.back()->show();
+    }
+    tabs_.resize(tabView.tabs.size());
+    for (std::size_t index = 0; index < tabs_.size(); ++index) {
+        tabs_[index]->display(QString::fromStdString(tabView.tabs[index].title), tabView.tabs[index].image);
+        tabs_[index]->setChecked(index == chosen());
+    }
+}
+
+void TabViewNode::apply(const ViewContext& context) {
+    reassert_ = context.reassert;
+    applyTabs();
+    const Views& children = view().children;
+    pages_.resize(children.size());
+    for (std::size_t index = 0; index < pages_.size(); ++index) {
+        const bool isChosen = index == chosen();
+        if (isChosen && !pages_[index])
+            pages_[index] = std::make_unique<Page>(surface());
+        if (!pages_[index])
+            continue;
+        if (isChosen)
+            pages_[index]->nodes.update({children[index]}, context.forChildren(Qt::Vertical),
+                                        pages_[index]->widget);
+        pages_[index]->widget.setVisible(isChosen);
+    }
+}
+
+qreal TabViewNode::stripHeight() const {
+    int height = 0;
+    for (const auto& tab : tabs_)
+        height = std::max(height, tab->sizeHint().height());
+    return height + 2 * stripPadding;
+}
+
+QSizeF TabViewNode::contentSize(const QSizeF& offer) const {
+    QSizeF size(0, stripHeight());
+    if (chosen() < pages_.size()) {
+        const QSizeF page = pages_[chosen()]->nodes[0].sizeThatFits(
+            {offer.width(), std::max(offer.height() - stripHeight(), 0.0)});
+        size = {page.width(), size.height() + page.height()};
+    }
+    return size;
+}
+
+void TabViewNode::placeContent(const QRectF& area) {
+    const QRectF strip(area.topLeft(), QSizeF(area.width(), stripHeight()));
+    strip_->setGeometry(strip.toRect());
+    int width = tabs_.empty() ? 0 : -tabGap;
+    for (const auto& tab : tabs_)
+        width += tab->sizeHint().width() + tabGap;
+    const bool isMirrored = surface().layoutDirection() == Qt::RightToLeft;
+    int x = (strip_->width() - width) / 2;
+    for (std::size_t index = 0; index < tabs_.size(); ++index) {
+        TabButton& tab = *tabs_[isMirrored ? tabs_.size() - 1 - index : index];
+        tab.setGeometry(x, stripPadding, tab.sizeHint().width(), tab.sizeHint().height());
+        x += tab.width() + tabGap;
+    }
+    if (chosen() >= pages_.size())
+        return;
+    const QRectF pageArea = area.adjusted(0, stripHeight(), 0, 0);
+    Page& page = *pages_[chosen()];
+    page.widget.setGeometry(pageArea.toRect());
+    page.nodes[0].place({QPointF(0, 0), pageArea.size()});
+}
+
+}  // namespace velmo

@@ -1,0 +1,91 @@
+#include "view_host.h"
+
+#include "linux/qt/style.h"
+
+#include <QEvent>
+
+#include <algorithm>
+#include <utility>
+
+namespace velmo {
+
+ViewHost::ViewHost(QWidget* parent) : QWidget(parent) {}
+
+ViewHost::~ViewHost() = default;
+
+void ViewHost::setContent(const View& content) {
+    const bool looksTheSame = content == content_ && !root_.empty();
+    content_ = content;
+    apply();
+    if (looksTheSame)
+        return;
+    layOut();
+    chainFocus();
+}
+
+void ViewHost::apply() {
+    ViewContext context;
+    context.reassert = [this] {
+        // Once for all that the user's action has led to, and after it: the action may end what it came from.
+        if (!std::exchange(isStale_, true)) {
+            QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    isStale_ = false;
+                    apply();
+                },
+                Qt::QueuedConnection);
+        }
+    };
+    root_.update({content_}, context, *this);
+}
+
+QSizeF ViewHost::fittingSize() const {
+    return root_.empty() ? QSizeF(0, 0) : root_[0].sizeThatFits({unlimited, unlimited});
+}
+
+void ViewHost::layOut() {
+    if (root_.empty())
+        return;
+    QSizeF size = root_[0].sizeThatFits(this->size());
+    if (root_[0].expands(Qt::Horizontal))
+        size.setWidth(width());
+    if (root_[0].expands(Qt::Vertical))
+        size.setHeight(height());
+    root_[0].place({QPointF(0, 0), size});
+}
+
+/// The keyboard goes through the controls as they lie: from top to bottom, and along a line.
+void ViewHost::chainFocus() {
+    QList<QWidget*> controls;
+    for (auto* widget : findChildren<QWidget*>()) {
+        if (widget->focusPolicy() & Qt::TabFocus)
+            controls.append(widget);
+    }
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    const auto place = [&](const QWidget* widget) {
+        const QPoint middle = widget->mapTo(this, widget->rect().center());
+        return std::pair(middle.y(), isMirrored ? -middle.x() : middle.x());
+    };
+    std::stable_sort(controls.begin(), controls.end(),
+                     [&](const auto* one, const auto* other) { return place(one) < place(other); });
+    for (qsizetype index = 1; index < controls.size(); ++index)
+        setTabOrder(controls[index - 1], controls[index]);
+}
+
+void ViewHost::resizeEvent(QResizeEvent* /*event*/) {
+    layOut();
+}
+
+void ViewHost::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    const auto type = event->type();
+    if (root_.empty() || (type != QEvent::PaletteChange && type != QEvent::FontChange &&
+                          type != QEvent::StyleChange && type != QEvent::LayoutDirectionChange))
+        return;
+    apply();
+    layOut();
+    update();
+}
+
+}  // namespace velmo

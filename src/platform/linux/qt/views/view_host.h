@@ -1,0 +1,33 @@
+#pragma once
+
+#include "linux/qt/views/view_node.h"
+
+#include <QWidget>
+
+namespace velmo {
+
+/// Shows a described view with native widgets. A new description changes only what differs.
+class ViewHost : public QWidget {
+public:
+    explicit ViewHost(QWidget* parent = nullptr);
+    ~ViewHost() override;
+
+    void setContent(const View& content);
+    /// Points that the content wants.
+    QSizeF fittingSize() const;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void apply();
+    void layOut();
+    void chainFocus();
+
+    View content_;
+    ViewNodes root_;
+    bool isStale_ = false;
+};
+
+}  // namespace velmo

@@ -1,0 +1,108 @@
+#include "qt_popover.h"
+
+#include "linux/local_events.h"
+
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace velmo {
+
+namespace {
+
+/// Points between the anchor and the popover, and between the popover and the screen's edges.
+constexpr double anchorGap = 6;
+constexpr double edgeGap = 8;
+
+constexpr EventMask presses =
+    maskOf(EventType::leftMouseDown) | maskOf(EventType::rightMouseDown) | maskOf(EventType::otherMouseDown);
+
+}  // namespace
+
+/// Escape closes.
+class QtPopover::Keys : public QObject {
+public:
+    explicit Keys(QtPopover& popover) : popover_(popover) {}
+
+protected:
+    bool eventFilter(QObject* /*object*/, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
+            return false;
+        popover_.performClose();
+        return true;
+    }
+
+private:
+    QtPopover& popover_;
+};
+
+QtPopover::QtPopover(ToolkitHost& host)
+    : host_(host), window_(host, true), keys_(std::make_unique<Keys>(*this)) {
+    window_.setWindowTitle(QStringLiteral("Velmo.Popover"));
+    window_.installEventFilter(keys_.get());
+}
+
+QtPopover::~QtPopover() {
+    onClose_ = nullptr;
+    performClose();
+}
+
+void QtPopover::setContent(const View& content) {
+    const Size former = window_.fittingSize();
+    window_.content().setContent(content);
+    if (window_.isVisible() && window_.fittingSize() != former)
+        place();
+}
+
+void QtPopover::show(const Rect& rect, StatusBarButton& button, RectEdge /*preferredEdge*/) {
+    const auto frame = button.frameOnScreen();
+    if (!frame)
+        return;
+    // The bar lies at the top of its screen: there is room below it and nowhere else.
+    anchor_ = {frame->x + rect.x, frame->maxY() - rect.y - rect.height, rect.width, rect.height};
+    place();
+    host_.takeKeyboard(window_.number());
+    watch();
+}
+
+void QtPopover::place() {
+    const Size size = window_.fittingSize();
+    const Rect screen = host_.visibleFrame({anchor_.midX(), anchor_.midY()});
+    double x = anchor_.midX() - size.width / 2;
+    x = std::min(x, screen.maxX() - size.width - edgeGap);
+    x = std::max(x, screen.minX() + edgeGap);
+    const double top = anchor_.minY() - anchorGap;
+    const Rect pixels = host_.toPixels({x, top - size.height, size.width, size.height});
+    window_.showAt({pixels.x, pixels.y});
+}
+
+void QtPopover::watch() {
+    monitors_.clear();
+    if (behavior_ == PopoverBehavior::applicationDefined)
+        return;
+    monitors_.push_back(
+        host_.events().addGlobalMonitor(presses, [this](const Event& /*event*/) { performClose(); }));
+    monitors_.push_back(host_.localEvents().addMonitor(presses, [this](const Event& event) {
+        // What the popover belongs to closes it by itself, or shows it anew.
+        if (event.windowNumber != window_.number() && !pointerIsAtAnchor())
+            performClose();
+        return EventDisposition::pass;
+    }));
+}
+
+bool QtPopover::pointerIsAtAnchor() const {
+    return anchor_.contains(host_.events().mouseLocation());
+}
+
+void QtPopover::performClose() {
+    if (!window_.isVisible())
+        return;
+    monitors_.clear();
+    host_.giveKeyboardBack();
+    window_.hide();
+    // A copy: the owner may end the popover.
+    if (const auto handler = onClose_)
+        handler();
+}
+
+}  // namespace velmo

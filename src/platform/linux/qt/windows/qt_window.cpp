@@ -1,0 +1,114 @@
+#include "qt_window.h"
+
+#include "linux/qt/pixels.h"
+#include "linux/qt/style.h"
+#include "linux/qt/views/view_host.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+
+#include <cmath>
+
+namespace velmo {
+
+class QtWindow::Widget : public QWidget {
+public:
+    explicit Widget(QtWindow& owner) : owner_(owner), host_(this) {
+        setAttribute(Qt::WA_QuitOnClose, false);
+        setAttribute(Qt::WA_AlwaysShowToolTips);
+    }
+
+    void setContent(const View& content) {
+        host_.setContent(content);
+        const QSizeF size = host_.fittingSize();
+        setFixedSize(static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height())));
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override { QPainter(this).fillRect(rect(), style::window()); }
+    void resizeEvent(QResizeEvent* /*event*/) override { host_.setGeometry(rect()); }
+    void moveEvent(QMoveEvent* event) override {
+        QWidget::moveEvent(event);
+        if (isVisible())
+            owner_.rememberPlace();
+    }
+    void closeEvent(QCloseEvent* event) override {
+        event->accept();
+        // Later: the owner may end the window.
+        if (const auto handler = owner_.onClose_)
+            QMetaObject::invokeMethod(this, handler, Qt::QueuedConnection);
+    }
+
+private:
+    QtWindow& owner_;
+    ViewHost host_;
+};
+
+QtWindow::QtWindow(ToolkitHost& host, const View& content)
+    : host_(host), widget_(std::make_unique<Widget>(*this)) {
+    widget_->setContent(content);
+}
+
+QtWindow::~QtWindow() = default;
+
+void QtWindow::setContent(const View& content) {
+    widget_->setContent(content);
+}
+
+void QtWindow::setTitle(const std::string& title) {
+    widget_->setWindowTitle(QString::fromStdString(title));
+}
+
+void QtWindow::setStyleMask(std::uint64_t mask) {
+    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint;
+    if (mask & window_style::titled)
+        flags |= Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+    if (mask & window_style::closable)
+        flags |= Qt::WindowCloseButtonHint;
+    if (mask & window_style::miniaturizable)
+        flags |= Qt::WindowMinimizeButtonHint;
+    widget_->setWindowFlags(flags);
+}
+
+void QtWindow::center() {
+    if (const auto* screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        widget_->move(area.center() - QPoint(widget_->width() / 2, widget_->height() / 2));
+    }
+}
+
+void QtWindow::setFrameAutosaveName(const std::string& name) {
+    autosaveName_ = name;
+    const auto place = host_.rememberedPlace(name);
+    if (!place)
+        return;
+    const QPoint corner = fromPixels({place->x, place->y}).toPoint();
+    // On a screen that has gone meanwhile, nobody would find it.
+    const QRect topEdge(corner, QSize(widget_->width(), 1));
+    for (const auto* screen : QGuiApplication::screens()) {
+        if (screen->geometry().intersects(topEdge))
+            widget_->move(corner);
+    }
+}
+
+void QtWindow::rememberPlace() const {
+    if (autosaveName_.empty())
+        return;
+    const QPointF pixel = toPixels(widget_->pos());
+    host_.rememberPlace(autosaveName_, {std::round(pixel.x()), std::round(pixel.y())});
+}
+
+void QtWindow::makeKeyAndOrderFront() {
+    widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
+    widget_->show();
+    widget_->raise();
+    host_.activate(static_cast<WindowNumber>(widget_->winId()));
+}
+
+bool QtWindow::isVisible() const {
+    return widget_->isVisible();
+}
+
+}  // namespace velmo

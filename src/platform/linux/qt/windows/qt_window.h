@@ -1,0 +1,39 @@
+#pragma once
+
+#include "linux/toolkit/toolkit_host.h"
+#include "window.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace velmo {
+
+class QtWindow : public Window {
+public:
+    QtWindow(ToolkitHost& host, const View& content);
+    ~QtWindow() override;
+
+    void setContent(const View& content) override;
+    void setTitle(const std::string& title) override;
+    void setStyleMask(std::uint64_t mask) override;
+    /// Windows live as long as their owners want them, closed or not.
+    void setReleasedWhenClosed(bool /*released*/) override {}
+    void center() override;
+    void setFrameAutosaveName(const std::string& name) override;
+    void makeKeyAndOrderFront() override;
+    bool isVisible() const override;
+    void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }
+
+private:
+    class Widget;
+
+    void rememberPlace() const;
+
+    ToolkitHost& host_;
+    std::string autosaveName_;
+    std::function<void()> onClose_;
+    std::unique_ptr<Widget> widget_;
+};
+
+}  // namespace velmo

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "event.h"
+#include "geometry.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace velmo {
+
+class Events;
+class HostedLoop;
+class LocalEvents;
+
+/// What a toolkit asks of the desktop around it.
+class ToolkitHost {
+public:
+    virtual ~ToolkitHost() = default;
+
+    virtual HostedLoop& loop() = 0;
+    virtual LocalEvents& localEvents() = 0;
+    virtual Events& events() = 0;
+    /// From points with the origin at the bottom left of the primary screen, y upwards, to pixels of the root
+    /// window, y downwards.
+    virtual Rect toPixels(const Rect& rect) const = 0;
+    /// Of the screen with that place, in points as above, less the menu bar.
+    virtual Rect visibleFrame(const Point& place) const = 0;
+    /// True where a compositing manager shows translucent windows.
+    virtual bool isComposited() const = 0;
+
+    /// Makes this the window that the user works with, as an answer to what the user did last.
+    virtual void activate(WindowNumber window) = 0;
+    /// Gives the keyboard to a window that no window manager knows.
+    virtual void takeKeyboard(WindowNumber window) = 0;
+    /// Gives it back to whoever had it before, unless the user has given it to somebody else meanwhile.
+    virtual void giveKeyboardBack() = 0;
+
+    /// Where a window was when it was remembered under the name: pixels of the root window.
+    virtual std::optional<Point> rememberedPlace(const std::string& name) const = 0;
+    virtual void rememberPlace(const std::string& name, const Point& place) = 0;
+};
+
+}  // namespace velmo

@@ -1,0 +1,100 @@
+#include "toolkit_services.h"
+
+#include "linux/x11/reply.h"
+#include "linux/x11/selection.h"
+
+#include <charconv>
+
+namespace velmo::x11 {
+
+namespace {
+
+std::string keyOf(const std::string& name) {
+    return "windowPlace." + name;
+}
+
+std::optional<double> number(std::string_view text) {
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return value;
+}
+
+}  // namespace
+
+ToolkitServices::ToolkitServices(MenuBar& bar, Events& events, FileUserDefaults& defaults)
+    : bar_(bar), connection_(bar.connection()), events_(events), defaults_(defaults) {}
+
+Rect ToolkitServices::toPixels(const Rect& rect) const {
+    return bar_.screens().screenToPixels(rect);
+}
+
+Rect ToolkitServices::visibleFrame(const Point& place) const {
+    const auto screens = bar_.screens().all();
+    for (const auto& screen : screens) {
+        if (screen.frame.contains(place))
+            return screen.visibleFrame;
+    }
+    return screens.front().visibleFrame;
+}
+
+bool ToolkitServices::isComposited() const {
+    return selectionOwner(connection_, connection_.atoms().netWmCmSelection) != XCB_WINDOW_NONE;
+}
+
+void ToolkitServices::activate(WindowNumber window) {
+    constexpr std::uint32_t byTheUser = 2;
+    connection_.sendMessage(
+        connection_.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+        static_cast<xcb_window_t>(window), connection_.atoms().netActiveWindow,
+        {byTheUser, bar_.localEvents().lastPress().value_or(XCB_CURRENT_TIME), XCB_WINDOW_NONE});
+}
+
+xcb_window_t ToolkitServices::keyboardOwner() const {
+    const auto reply =
+        owned(xcb_get_input_focus_reply(connection_.raw(), xcb_get_input_focus(connection_.raw()), nullptr));
+    return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+void ToolkitServices::takeKeyboard(WindowNumber window) {
+    if (keyboardTaker_ == XCB_WINDOW_NONE)
+        formerOwner_ = keyboardOwner();
+    keyboardTaker_ = static_cast<xcb_window_t>(window);
+    xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, keyboardTaker_, XCB_CURRENT_TIME);
+}
+
+void ToolkitServices::giveKeyboardBack() {
+    if (keyboardTaker_ == XCB_WINDOW_NONE)
+        return;
+    const auto owner = keyboardOwner();
+    // A window that has gone leaves the keyboard to the one under the pointer.
+    const bool isStillOurs =
+        owner == keyboardTaker_ || owner == XCB_INPUT_FOCUS_POINTER_ROOT || owner == XCB_INPUT_FOCUS_NONE;
+    if (isStillOurs && formerOwner_ != XCB_WINDOW_NONE)
+        xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, formerOwner_, XCB_CURRENT_TIME);
+    keyboardTaker_ = XCB_WINDOW_NONE;
+    formerOwner_ = XCB_WINDOW_NONE;
+}
+
+std::optional<Point> ToolkitServices::rememberedPlace(const std::string& name) const {
+    const auto stored = defaults_.stringForKey(keyOf(name));
+    if (!stored)
+        return std::nullopt;
+    const auto space = stored->find(' ');
+    if (space == std::string::npos)
+        return std::nullopt;
+    const auto x = number(std::string_view(*stored).substr(0, space));
+    const auto y = number(std::string_view(*stored).substr(space + 1));
+    if (!x || !y)
+        return std::nullopt;
+    return Point{*x, *y};
+}
+
+void ToolkitServices::rememberPlace(const std::string& name, const Point& place) {
+    defaults_.setObject(
+        std::to_string(static_cast<int>(place.x)) + " " + std::to_string(static_cast<int>(place.y)),
+        keyOf(name));
+}
+
+}  // namespace velmo::x11

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "linux/defaults/file_user_defaults.h"
+#include "linux/toolkit/toolkit_host.h"
+#include "linux/x11/menu_bar.h"
+
+namespace velmo::x11 {
+
+/// What the toolkit's windows need of the X server beyond what the toolkit does itself.
+class ToolkitServices : public ToolkitHost {
+public:
+    ToolkitServices(MenuBar& bar, Events& events, FileUserDefaults& defaults);
+
+    HostedLoop& loop() override { return connection_.loop(); }
+    LocalEvents& localEvents() override { return bar_.localEvents(); }
+    Events& events() override { return events_; }
+    Rect toPixels(const Rect& rect) const override;
+    Rect visibleFrame(const Point& place) const override;
+    bool isComposited() const override;
+    void activate(WindowNumber window) override;
+    void takeKeyboard(WindowNumber window) override;
+    void giveKeyboardBack() override;
+    std::optional<Point> rememberedPlace(const std::string& name) const override;
+    void rememberPlace(const std::string& name, const Point& place) override;
+
+private:
+    xcb_window_t keyboardOwner() const;
+
+    MenuBar& bar_;
+    Connection& connection_;
+    Events& events_;
+    FileUserDefaults& defaults_;
+    /// Our window that has the keyboard, and who had it before; XCB_WINDOW_NONE for nobody.
+    xcb_window_t keyboardTaker_ = XCB_WINDOW_NONE;
+    xcb_window_t formerOwner_ = XCB_WINDOW_NONE;
+};
+
+}  // namespace velmo::x11
