@@ -186,9 +186,19 @@ QString sheet() {
                "QMenu::item:selected { background: %4; color: white; }"
                "QMenu::item:disabled { color: %5; }"
                "QMenu::separator { height: 1px; background: %6; margin: 5px 10px; }"
+               "QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }"
+               "QScrollBar::handle:vertical { background: %7; border-radius: 3px; min-height: 30px; }"
+               "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"
+               "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }"
+               "QLineEdit#field { background: %8; color: %2; border: 1px solid %3; border-radius: 6px;"
+               " padding: 3px 7px; selection-background-color: %4; }"
+               "QLineEdit#field:focus { border: 2px solid %4; padding: 2px 6px; }"
+               "QComboBox QAbstractItemView { background: %1; color: %2; border: 1px solid %3;"
+               " padding: 4px; outline: 0; selection-background-color: %4; selection-color: white; }"
+               "QScrollArea { background: transparent; border: 0; }"
                "QToolTip { background: %1; color: %2; border: 1px solid %3; padding: 3px 6px; }")
         .arg(css(colors.floating), css(colors.text), css(colors.border), css(colors.accent),
-             css(colors.secondary), css(colors.hairline));
+             css(colors.secondary), css(colors.hairline), css(colors.track), css(colors.control));
 }
 
 QColor window() {

@@ -7,6 +7,7 @@
 #include <memory>
 
 class QTextLayout;
+class QTextLine;
 
 namespace velmo {
 
@@ -36,6 +37,7 @@ protected:
 
 private:
     QList<std::shared_ptr<QTextLayout>> lines(qreal width) const;
+    qreal lineHeight(const QTextLine& line) const;
     qreal digitSpacing(QChar digit) const;
 
     Text text_;

@@ -71,7 +71,7 @@ struct PickerNode::Option {
         const QSizeF first = title.sizeThatFits(room);
         const QSizeF second = description.isHidden() ? QSizeF(0, 0) : description.sizeThatFits(room);
         return {std::max(first.width(), second.width()) + RadioOption::markSide + markGap,
-                first.height() + second.height()};
+                std::max(first.height(), qreal(RadioOption::markSide)) + second.height()};
     }
 
     void place(const QRectF& area) {
@@ -226,6 +226,16 @@ QSizeF SliderNode::contentSize(const QSizeF& offer) const {
     const QSizeF wanted = control_->sizeHint();
     return {std::isfinite(offer.width()) ? std::min(wanted.width(), offer.width()) : wanted.width(),
             wanted.height()};
+}
+
+void SliderNode::placeContent(const QRectF& area) {
+    // At the trailing end of its room, where controls lie; longer, it would be no easier to set.
+    constexpr qreal longest = 220;
+    QRectF place = area;
+    place.setWidth(std::min(area.width(), longest));
+    if (surface().layoutDirection() == Qt::LeftToRight)
+        place.moveRight(area.right());
+    control_->setGeometry(place.toAlignedRect());
 }
 
 TextFieldNode::TextFieldNode(QWidget& surface)

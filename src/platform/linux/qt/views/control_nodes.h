@@ -57,7 +57,7 @@ public:
 protected:
     void apply(const ViewContext& context) override;
     QSizeF contentSize(const QSizeF& offer) const override;
-    void placeContent(const QRectF& area) override { control_->setGeometry(area.toAlignedRect()); }
+    void placeContent(const QRectF& area) override;
     bool contentExpands(Qt::Orientation direction) const override { return direction == Qt::Horizontal; }
 
 private:

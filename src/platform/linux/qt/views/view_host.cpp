@@ -69,6 +69,7 @@ void ViewHost::chainFocus() {
     };
     std::stable_sort(controls.begin(), controls.end(),
                      [&](const auto* one, const auto* other) { return place(one) < place(other); });
+    // Pages that are not seen yet take part once they are.
     for (qsizetype index = 1; index < controls.size(); ++index)
         setTabOrder(controls[index - 1], controls[index]);
 }
