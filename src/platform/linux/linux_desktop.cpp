@@ -11,6 +11,7 @@
 #include "linux/x11/hot_keys.h"
 #include "linux/x11/item_drag.h"
 #include "linux/x11/menu_bar.h"
+#include "linux/x11/panel_keys.h"
 #include "linux/x11/selection.h"
 #include "linux/x11/single_instance.h"
 #include "linux/x11/synthetic_events.h"
@@ -45,7 +46,10 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::ItemDrag> drag;
     std::unique_ptr<x11::GlobalEvents> events;
     std::unique_ptr<x11::WindowList> windowList;
+    std::unique_ptr<x11::Keyboard> keyboard;
     std::unique_ptr<x11::HotKeys> hotKeys;
+    std::unique_ptr<x11::KeyEvents> keyEvents;
+    std::unique_ptr<x11::PanelKeys> panelKeys;
     std::unique_ptr<x11::WindowCapture> windowCapture;
     std::unique_ptr<x11::ToolkitServices> toolkitServices;
     std::unique_ptr<x11::TrayHost> tray;
@@ -82,7 +86,11 @@ bool LinuxDesktop::Services::build() {
     windowList = std::make_unique<x11::WindowList>(*bar);
     windowCapture = std::make_unique<x11::WindowCapture>(*bar);
     syntheticEvents = std::make_unique<x11::SyntheticEvents>(*connection, *screens, *modifiers);
-    hotKeys = std::make_unique<x11::HotKeys>(*connection, *modifiers);
+    keyboard = std::make_unique<x11::Keyboard>(*connection);
+    hotKeys = std::make_unique<x11::HotKeys>(*connection, *keyboard, *modifiers);
+    keyEvents = std::make_unique<x11::KeyEvents>(*connection, *keyboard, *modifiers);
+    localEvents.setKeyTranslation([this](auto key, auto state) { return keyEvents->keyDown(key, state); });
+    panelKeys = std::make_unique<x11::PanelKeys>(*connection, *keyboard, *modifiers, localEvents, *keyEvents);
     toolkitServices = std::make_unique<x11::ToolkitServices>(*bar, *events, *userDefaults);
     toolkit.setHost(toolkitServices.get());
     tray = std::make_unique<x11::TrayHost>(*bar);

@@ -1,5 +1,6 @@
 #include "global_events.h"
 
+#include "linux/x11/own_windows.h"
 #include "linux/x11/reply.h"
 
 #include <xcb/xinput.h>
@@ -104,7 +105,7 @@ void GlobalEvents::handle(const xcb_generic_event_t& event) {
     // Raw events know no modifiers.
     const auto pointer = owned(xcb_query_pointer_reply(
         connection_.raw(), xcb_query_pointer(connection_.raw(), connection_.root()), nullptr));
-    if (!pointer || bar_.toolkit().isMenuOpen())
+    if (!pointer || bar_.toolkit().isMenuOpen() || isToolkitWindow(connection_, pointer->child))
         return;
     report->modifierFlags = bar_.modifiers().flags(pointer->mask);
     // The press on one of our items, if that is what it was, has arrived with the answer at the latest: it is

@@ -23,34 +23,36 @@ constexpr std::uint16_t everyModifier = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK |
 class HotKeys::Grab : public HotKey {
 public:
     Grab(HotKeys& hotKeys, std::uint32_t keyCode, std::uint32_t modifiers, const HotKeyID& id,
-         const Combination& combination)
+         const KeyCombination& combination)
         : hotKeys_(hotKeys), keyCode_(keyCode), modifiers_(modifiers), id_(id), combination_(combination) {
         hotKeys_.grabs_.push_back(this);
     }
     ~Grab() override {
         hotKeys_.grabs_.remove(this);
-        if (combination_ && !hotKeys_.isHeld(*combination_, this))
-            hotKeys_.ungrab(*combination_, hotKeys_.modifiers_.lockCombinations());
+        if (combination_)
+            hotKeys_.letGo(*combination_);
     }
     Grab(const Grab&) = delete;
     Grab& operator=(const Grab&) = delete;
 
     const HotKeyID& id() const { return id_; }
-    const std::optional<Combination>& combination() const { return combination_; }
-    /// Finds its key on the keyboard as it is now. What another program holds meanwhile is not ours.
-    void grabAnew() {
-        combination_ = hotKeys_.combinationOf(keyCode_, modifiers_);
-        if (combination_ && !hotKeys_.isHeld(*combination_, this) && !hotKeys_.grab(*combination_))
-            combination_.reset();
+    const std::optional<KeyCombination>& combination() const { return combination_; }
+    /// As the keyboard is now.
+    std::optional<KeyCombination> wanted() const { return hotKeys_.combinationOf(keyCode_, modifiers_); }
+    std::optional<KeyCombination> forget() { return std::exchange(combination_, std::nullopt); }
+    /// What another program holds meanwhile is not ours.
+    void takeWanted() {
+        const auto combination = wanted();
+        if (combination && hotKeys_.take(*combination, this))
+            combination_ = combination;
     }
-    void forget() { combination_.reset(); }
 
 private:
     HotKeys& hotKeys_;
     std::uint32_t keyCode_;
     std::uint32_t modifiers_;
     HotKeyID id_;
-    std::optional<Combination> combination_;
+    std::optional<KeyCombination> combination_;
 };
 
 struct HotKeys::Entry {
@@ -77,10 +79,13 @@ private:
     std::shared_ptr<Entry> entry_;
 };
 
-HotKeys::HotKeys(Connection& connection, Modifiers& modifiers)
-    : connection_(connection), modifiers_(modifiers), keyboard_(connection) {
-    keyboardChanges_ = keyboard_.onChange([this] { grabAnew(); });
-    modifierChanges_ = modifiers_.onChange([this] { grabAnew(); });
+HotKeys::HotKeys(Connection& connection, Keyboard& keyboard, Modifiers& modifiers)
+    : connection_(connection),
+      modifiers_(modifiers),
+      keyboard_(keyboard),
+      locks_(modifiers.lockCombinations()) {
+    keyboardChanges_ = keyboard_.onChange([this] { followKeys(); });
+    modifierChanges_ = modifiers_.onChange([this] { followKeys(); });
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 
@@ -95,17 +100,16 @@ HotKeyService::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::
     const auto combination = combinationOf(keyCode, modifiers);
     if (!combination)
         return {noSuchKey, nullptr};
-    if (!isHeld(*combination, nullptr) && !grab(*combination))
+    if (!take(*combination, nullptr))
         return {keyTaken, nullptr};
     return {0, std::make_unique<Grab>(*this, keyCode, modifiers, id, *combination)};
 }
 
-std::optional<HotKeys::Combination> HotKeys::combinationOf(std::uint32_t keyCode,
-                                                           std::uint32_t modifiers) const {
+std::optional<KeyCombination> HotKeys::combinationOf(std::uint32_t keyCode, std::uint32_t modifiers) const {
     const auto key = keyboard_.keycodeOf(keyCode);
     if (!key)
         return std::nullopt;
-    Combination combination{*key, 0};
+    KeyCombination combination{*key, 0};
     const auto add = [&](std::uint32_t flag, std::uint16_t mask) {
         if (modifiers & flag)
             combination.modifiers |= mask;
@@ -117,46 +121,37 @@ std::optional<HotKeys::Combination> HotKeys::combinationOf(std::uint32_t keyCode
     return combination;
 }
 
-bool HotKeys::isHeld(const Combination& combination, const Grab* except) const {
+bool HotKeys::isHeld(const KeyCombination& combination, const Grab* except) const {
     return std::any_of(grabs_.begin(), grabs_.end(), [&](const Grab* grab) {
         return grab != except && grab->combination() == combination;
     });
 }
 
-bool HotKeys::grab(const Combination& combination) const {
-    xcb_connection_t* raw = connection_.raw();
-    const auto states = modifiers_.lockCombinations();
-    std::vector<xcb_void_cookie_t> cookies;
-    cookies.reserve(states.size());
-    for (const auto lock : states) {
-        cookies.push_back(xcb_grab_key_checked(raw, 0, connection_.root(),
-                                               static_cast<std::uint16_t>(combination.modifiers | lock),
-                                               combination.key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-    }
-    std::vector<std::uint16_t> grabbed;
-    for (std::size_t index = 0; index < states.size(); ++index) {
-        if (!owned(xcb_request_check(raw, cookies[index])))
-            grabbed.push_back(states[index]);
-    }
-    if (grabbed.size() == states.size())
-        return true;
-    // Half a hot key would work by chance only.
-    ungrab(combination, grabbed);
-    return false;
+bool HotKeys::take(const KeyCombination& combination, const Grab* taker) const {
+    return isHeld(combination, taker) || grabKey(connection_, combination, locks_);
 }
 
-void HotKeys::ungrab(const Combination& combination, const std::vector<std::uint16_t>& locks) const {
-    for (const auto lock : locks)
-        xcb_ungrab_key(connection_.raw(), combination.key, connection_.root(),
-                       static_cast<std::uint16_t>(combination.modifiers | lock));
+/// Where nobody else of ours has it.
+void HotKeys::letGo(const KeyCombination& combination) const {
+    if (!isHeld(combination, nullptr))
+        ungrabKey(connection_, combination, locks_);
 }
 
-void HotKeys::grabAnew() {
-    xcb_ungrab_key(connection_.raw(), XCB_GRAB_ANY, connection_.root(), XCB_MOD_MASK_ANY);
-    for (auto* grab : grabs_)
-        grab->forget();
-    for (auto* grab : grabs_)
-        grab->grabAnew();
+/// What has moved is let go before anything is taken anew, because keys may have changed places.
+void HotKeys::followKeys() {
+    const auto locks = modifiers_.lockCombinations();
+    std::vector<Grab*> moved;
+    for (auto* grab : grabs_) {
+        if (locks != locks_ || grab->combination() != grab->wanted())
+            moved.push_back(grab);
+    }
+    for (auto* grab : moved) {
+        if (const auto former = grab->forget())
+            letGo(*former);
+    }
+    locks_ = locks;
+    for (auto* grab : moved)
+        grab->takeWanted();
 }
 
 void HotKeys::handle(const xcb_generic_event_t& event) {
@@ -176,7 +171,7 @@ void HotKeys::handle(const xcb_generic_event_t& event) {
 }
 
 void HotKeys::pressed(const xcb_key_press_event_t& event) {
-    const Combination combination{
+    const KeyCombination combination{
         event.detail, static_cast<std::uint16_t>(event.state & everyModifier & ~modifiers_.lockMask())};
     std::vector<HotKeyEvent> reports;
     for (const auto* grab : grabs_) {

@@ -2,6 +2,7 @@
 
 #include "hot_key_service.h"
 #include "linux/x11/connection.h"
+#include "linux/x11/key_grab.h"
 #include "linux/x11/keyboard.h"
 #include "linux/x11/modifiers.h"
 
@@ -16,7 +17,7 @@ namespace velmo::x11 {
 /// keyboard and its modifiers. A press is reported once, however long it lasts.
 class HotKeys : public HotKeyService {
 public:
-    HotKeys(Connection& connection, Modifiers& modifiers);
+    HotKeys(Connection& connection, Keyboard& keyboard, Modifiers& modifiers);
 
     std::unique_ptr<HotKeyEventHandler> installEventHandler(const HotKeyEventType& type,
                                                             Handler handler) override;
@@ -27,25 +28,21 @@ private:
     class Grab;
     class InstalledHandler;
     struct Entry;
-    struct Combination {
-        xcb_keycode_t key = 0;
-        std::uint16_t modifiers = 0;
 
-        bool operator==(const Combination&) const = default;
-    };
-
-    std::optional<Combination> combinationOf(std::uint32_t keyCode, std::uint32_t modifiers) const;
+    std::optional<KeyCombination> combinationOf(std::uint32_t keyCode, std::uint32_t modifiers) const;
     /// True where another one of our hot keys has the combination.
-    bool isHeld(const Combination& combination, const Grab* except) const;
-    bool grab(const Combination& combination) const;
-    void ungrab(const Combination& combination, const std::vector<std::uint16_t>& locks) const;
-    void grabAnew();
+    bool isHeld(const KeyCombination& combination, const Grab* except) const;
+    bool take(const KeyCombination& combination, const Grab* taker) const;
+    void letGo(const KeyCombination& combination) const;
+    void followKeys();
     void handle(const xcb_generic_event_t& event);
     void pressed(const xcb_key_press_event_t& event);
 
     Connection& connection_;
     Modifiers& modifiers_;
-    Keyboard keyboard_;
+    Keyboard& keyboard_;
+    /// The states of the locks that keys are grabbed with.
+    std::vector<std::uint16_t> locks_;
     std::list<Grab*> grabs_;
     std::list<std::shared_ptr<Entry>> entries_;
     /// The keys that are held down while the keyboard is ours: first the one that began it.

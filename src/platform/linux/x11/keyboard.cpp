@@ -12,8 +12,6 @@ namespace velmo::x11 {
 
 namespace {
 
-constexpr std::uint16_t coreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
-
 std::string_view textOf(const xcb_xkb_key_name_t& name) {
     return {name.name, static_cast<std::size_t>(std::find(name.name, name.name + 4, '\0') - name.name)};
 }
@@ -44,6 +42,12 @@ void Keyboard::read() {
     }
     if (std::exchange(keycodes_, std::move(keycodes)) != keycodes_)
         listeners_.notify();
+}
+
+std::optional<std::uint16_t> Keyboard::virtualKeyOf(xcb_keycode_t key) const {
+    const auto found = std::find_if(keycodes_.begin(), keycodes_.end(),
+                                    [key](const auto& entry) { return entry.second == key; });
+    return found == keycodes_.end() ? std::nullopt : std::optional(static_cast<std::uint16_t>(found->first));
 }
 
 std::optional<xcb_keycode_t> Keyboard::keycodeOf(std::uint32_t virtualKeyCode) const {

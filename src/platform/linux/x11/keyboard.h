@@ -19,6 +19,9 @@ public:
     /// Absent where the keyboard has no such key.
     std::optional<xcb_keycode_t> keycodeOf(std::uint32_t virtualKeyCode) const;
 
+    /// The other way round. Absent for keys that have none, the modifiers among them.
+    std::optional<std::uint16_t> virtualKeyOf(xcb_keycode_t key) const;
+
     /// Called after the keys have changed.
     Registration onChange(std::function<void()> listener) { return listeners_.add(std::move(listener)); }
 

@@ -6,7 +6,6 @@ namespace velmo::x11 {
 
 namespace {
 
-constexpr std::uint16_t coreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
 constexpr std::uint16_t everyMapPart = 0xff;
 constexpr std::uint16_t keyboardEvents =
     XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NAMES_NOTIFY;

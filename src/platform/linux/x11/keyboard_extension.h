@@ -5,7 +5,12 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include <cstdint>
+
 namespace velmo::x11 {
+
+/// Names the keyboard that all others act on.
+inline constexpr std::uint16_t coreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
 
 /// Makes a connection aware of the X keyboard extension: changes of the keyboard come as its events, and a
 /// key that is held repeats its press without seeming to be released in between. False where the server lacks

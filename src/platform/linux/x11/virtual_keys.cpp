@@ -128,12 +128,6 @@ constexpr std::array keys = {
 
 }  // namespace
 
-std::optional<std::string_view> keyNameOf(std::uint32_t virtualKeyCode) {
-    const auto* const found =
-        std::find_if(keys.begin(), keys.end(), [&](const Key& key) { return key.code == virtualKeyCode; });
-    return found == keys.end() ? std::nullopt : std::optional(found->name);
-}
-
 std::optional<std::uint16_t> virtualKeyCodeOf(std::string_view keyName) {
     // Where the return key is tall, the key left of it bears another name.
     if (keyName == "AC12")
