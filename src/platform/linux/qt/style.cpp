@@ -75,7 +75,7 @@ double sizeFactor(TextStyle textStyle) {
         case TextStyle::caption:
             return 11.0 / 13;
         case TextStyle::caption2:
-            return 10.5 / 13;
+            return 10.0 / 13;
     }
     return 1;
 }

@@ -35,6 +35,7 @@ TabButton::TabButton(QWidget* parent) : QAbstractButton(parent) {
 
 void TabButton::display(const QString& title, const Image& image) {
     setText(title);
+    setAccessibleName(title);
     image_ = image;
     if (auto* symbol = std::get_if<Symbol>(&image_.content); symbol && symbol->pointSize <= 0)
         symbol->pointSize = symbolSize;

@@ -99,18 +99,13 @@ QList<std::shared_ptr<QTextLayout>> TextLabel::lines(qreal width) const {
     return layouts;
 }
 
-/// Whole pixels, none too few: a line counts less than its font wants where it has fractions.
-qreal TextLabel::lineHeight(const QTextLine& line) const {
-    return std::ceil(std::max(line.height(), QFontMetricsF(look_.font).height()));
-}
-
 QSizeF TextLabel::sizeThatFits(qreal width) const {
-    QSizeF size;
+    QSizeF size(0, 0);
     for (const auto& layout : lines(width)) {
         for (int index = 0; index < layout->lineCount(); ++index) {
             const QTextLine line = layout->lineAt(index);
             size.setWidth(std::max(size.width(), line.naturalTextWidth()));
-            size.rheight() += lineHeight(line);
+            size.rheight() += line.height();
         }
     }
     return {std::ceil(size.width()), std::ceil(size.height())};
@@ -129,7 +124,7 @@ void TextLabel::paintEvent(QPaintEvent* /*event*/) {
         for (int index = 0; index < layout->lineCount(); ++index) {
             QTextLine line = layout->lineAt(index);
             line.setPosition({0, height});
-            height += lineHeight(line);
+            height += line.height();
         }
         layout->draw(&painter, {0, y});
         y += height;

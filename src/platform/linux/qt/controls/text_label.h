@@ -7,7 +7,6 @@
 #include <memory>
 
 class QTextLayout;
-class QTextLine;
 
 namespace velmo {
 
@@ -37,7 +36,6 @@ protected:
 
 private:
     QList<std::shared_ptr<QTextLayout>> lines(qreal width) const;
-    qreal lineHeight(const QTextLine& line) const;
     qreal digitSpacing(QChar digit) const;
 
     Text text_;

@@ -79,7 +79,7 @@ QSizeF ButtonNode::padding() const {
 }
 
 QSizeF ButtonNode::contentSize(const QSizeF& offer) const {
-    const QSizeF label = labels_[0].empty() ? QSizeF() : labels_[0][0].sizeThatFits(offer - padding());
+    const QSizeF label = labels_[0].empty() ? QSizeF(0, 0) : labels_[0][0].sizeThatFits(offer - padding());
     return label + padding();
 }
 

@@ -59,7 +59,8 @@ void ViewHost::layOut() {
 void ViewHost::chainFocus() {
     QList<QWidget*> controls;
     for (auto* widget : findChildren<QWidget*>()) {
-        if (widget->focusPolicy() & Qt::TabFocus)
+        // Not the list of a pop-up button, which is a window of its own.
+        if ((widget->focusPolicy() & Qt::TabFocus) && widget->window() == window())
             controls.append(widget);
     }
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
@@ -69,7 +70,6 @@ void ViewHost::chainFocus() {
     };
     std::stable_sort(controls.begin(), controls.end(),
                      [&](const auto* one, const auto* other) { return place(one) < place(other); });
-    // Pages that are not seen yet take part once they are.
     for (qsizetype index = 1; index < controls.size(); ++index)
         setTabOrder(controls[index - 1], controls[index]);
 }

@@ -112,9 +112,9 @@ void ViewNode::place(std::size_t modifierCount, const QRectF& area) {
     }
     if (const auto* frame = std::get_if<Frame>(&modifier)) {
         QSizeF inner = size(modifierCount - 1, area.size());
-        if (contentExpands(Qt::Horizontal))
+        if (contentExpands(Qt::Horizontal) && !hasFixed(modifierCount - 1, Qt::Horizontal))
             inner.setWidth(area.width());
-        if (contentExpands(Qt::Vertical))
+        if (contentExpands(Qt::Vertical) && !hasFixed(modifierCount - 1, Qt::Vertical))
             inner.setHeight(area.height());
         place(modifierCount - 1, aligned(area, inner, frame->alignment));
         return;
@@ -145,15 +145,16 @@ qreal ViewNode::baseline(std::size_t modifierCount, const QSizeF& offer) const {
     return baseline(modifierCount - 1, offer);
 }
 
-bool ViewNode::hasFixed(Qt::Orientation direction) const {
-    return std::any_of(view_.modifiers.begin(), view_.modifiers.end(), [&](const auto& modifier) {
+bool ViewNode::hasFixed(std::size_t modifierCount, Qt::Orientation direction) const {
+    const auto end = view_.modifiers.begin() + static_cast<std::ptrdiff_t>(modifierCount);
+    return std::any_of(view_.modifiers.begin(), end, [&](const auto& modifier) {
         const auto* frame = std::get_if<Frame>(&modifier);
         return frame && (direction == Qt::Horizontal ? frame->width : frame->height);
     });
 }
 
 bool ViewNode::expands(Qt::Orientation direction) const {
-    return contentExpands(direction) && !hasFixed(direction);
+    return contentExpands(direction) && !hasFixed(view_.modifiers.size(), direction);
 }
 
 void ViewNodes::update(const Views& views, const ViewContext& context, QWidget& surface) {

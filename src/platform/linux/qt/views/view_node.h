@@ -31,7 +31,7 @@ public:
     /// True where the view takes all the width or height that it can get.
     bool expands(Qt::Orientation direction) const;
     /// True where the view can do with less width than it wants.
-    bool canShrink() const { return contentCanShrink() && !hasFixed(Qt::Horizontal); }
+    bool canShrink() const { return contentCanShrink() && !hasFixed(view_.modifiers.size(), Qt::Horizontal); }
     /// From the top of a view of that size to the baseline of its first text.
     qreal firstBaseline(const QSizeF& size) const;
 
@@ -56,7 +56,8 @@ private:
     QSizeF size(std::size_t modifierCount, const QSizeF& offer) const;
     void place(std::size_t modifierCount, const QRectF& area);
     qreal baseline(std::size_t modifierCount, const QSizeF& size) const;
-    bool hasFixed(Qt::Orientation direction) const;
+    /// True where one of the first modifiers fixes that extent.
+    bool hasFixed(std::size_t modifierCount, Qt::Orientation direction) const;
     void applyBackgrounds();
 
     QWidget& surface_;

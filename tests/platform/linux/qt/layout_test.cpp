@@ -1,0 +1,124 @@
+#include "linux/qt/controls/image_label.h"
+#include "linux/qt/controls/text_label.h"
+#include "view_fixture.h"
+
+#include <algorithm>
+
+namespace velmo {
+
+namespace {
+
+using Layout = ViewTest;
+
+View box(double width, double height) {
+    return framed({EmptyView{}}, width, height).with(Background{.color = {ColorRole::accent}});
+}
+
+/// From top to bottom, and along a line.
+QList<QRect> boxes(const ViewHost& host) {
+    QList<QRect> places;
+    for (const auto* widget : host.findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        places.append(widget->geometry());
+    std::sort(places.begin(), places.end(), [](const QRect& one, const QRect& other) {
+        return std::pair(one.y(), one.x()) < std::pair(other.y(), other.x());
+    });
+    return places;
+}
+
+TEST_F(Layout, PaddingAndFramesAddUpInTheirOrder) {
+    show(box(20, 10).with(Padding{{1, 2, 3, 4}}).with(Frame{.width = 100, .height = 50}));
+    EXPECT_EQ(host_.size(), QSize(100, 50));
+    // Centred with its padding: 26 by 14 in 100 by 50.
+    EXPECT_EQ(boxes(host_), QList<QRect>({QRect(39, 19, 20, 10)}));
+}
+
+TEST_F(Layout, MinimumWidthHoldsForWhatIsNarrowerOnly) {
+    View narrow = framed({EmptyView{}}, 20, 10).with(Frame{.minWidth = 130});
+    host_.setContent(narrow);
+    EXPECT_EQ(host_.fittingSize(), QSizeF(130, 10));
+    host_.setContent(framed({EmptyView{}}, 200, 10).with(Frame{.minWidth = 130}));
+    EXPECT_EQ(host_.fittingSize(), QSizeF(200, 10));
+}
+
+TEST_F(Layout, HorizontalStackCentresItsChildrenWithItsSpacing) {
+    show({HStack{.spacing = 2}, {box(10, 30), box(20, 10)}});
+    EXPECT_EQ(host_.size(), QSize(32, 30));
+    EXPECT_EQ(boxes(host_), QList<QRect>({QRect(0, 0, 10, 30), QRect(12, 10, 20, 10)}));
+}
+
+TEST_F(Layout, VerticalStackAlignsAtItsLeadingEdge) {
+    show({VStack{.alignment = HorizontalAlignment::leading, .spacing = 10}, {box(10, 10), box(30, 10)}});
+    EXPECT_EQ(host_.size(), QSize(30, 30));
+    EXPECT_EQ(boxes(host_), QList<QRect>({QRect(0, 0, 10, 10), QRect(0, 20, 30, 10)}));
+}
+
+TEST_F(Layout, SpacerTakesWhatIsLeft) {
+    View row{HStack{.spacing = 0}, {box(10, 10), {Spacer{}}, box(10, 10)}};
+    show(std::move(row).with(Frame{.width = 100}));
+    EXPECT_EQ(boxes(host_), QList<QRect>({QRect(0, 0, 10, 10), QRect(90, 0, 10, 10)}));
+}
+
+TEST_F(Layout, GridFillsRowsOfItsColumns) {
+    Views cells(8, box(10, 10));
+    show({Grid{.columnCount = 7, .columnWidth = 30, .columnSpacing = 2, .rowSpacing = 2}, cells});
+    EXPECT_EQ(host_.size(), QSize(7 * 30 + 6 * 2, 22));
+    EXPECT_EQ(boxes(host_)[1], QRect(42, 0, 10, 10));
+    EXPECT_EQ(boxes(host_)[7], QRect(10, 12, 10, 10));
+}
+
+TEST_F(Layout, RightToLeftMirrorsStacksAndGrids) {
+    host_.setLayoutDirection(Qt::RightToLeft);
+    show({HStack{.spacing = 0}, {box(10, 10), box(30, 10)}});
+    EXPECT_EQ(boxes(host_), QList<QRect>({QRect(0, 0, 30, 10), QRect(30, 0, 10, 10)}));
+}
+
+TEST_F(Layout, DividerCrossesTheStackAroundIt) {
+    View vertical = View{Divider{}}.with(Frame{.height = 16}).with(Padding{{0, 4, 0, 4}});
+    host_.setContent({HStack{.spacing = 0}, {vertical}});
+    EXPECT_EQ(host_.fittingSize(), QSizeF(9, 16));
+    show({VStack{.spacing = 0}, {box(50, 10), {Divider{}}}});
+    EXPECT_EQ(boxes(host_)[1], QRect(0, 10, 50, 1));
+}
+
+TEST_F(Layout, ResizablePictureFillsItsFrame) {
+    Image picture;
+    picture.content = Bitmap{2, 2, std::make_shared<std::vector<std::uint8_t>>(16), {1, 1}};
+    show(View{ImageView{picture, true}}.with(Frame{.width = 24, .height = 22}).with(Frame{.height = 26}));
+    EXPECT_EQ(host_.size(), QSize(24, 26));
+    EXPECT_EQ(only<ImageLabel>()->geometry(), QRect(0, 2, 24, 22));
+}
+
+TEST_F(Layout, LongTextWrapsWhereItGetsLessWidth) {
+    const View text = label("A text that is too long for a line of this width");
+    host_.setContent(text);
+    const QSizeF whole = host_.fittingSize();
+    host_.setContent(View(text).with(Frame{.width = 100}));
+    EXPECT_GE(host_.fittingSize().height(), 3 * whole.height());
+    host_.setContent(label("One\nTwo"));
+    EXPECT_EQ(host_.fittingSize().height(), 2 * whole.height());
+}
+
+TEST_F(Layout, MonospacedDigitsAreAllEquallyWide) {
+    View time = label("11:11:11").with(Font{.size = 30, .hasMonospacedDigits = true});
+    host_.setContent(time);
+    const QSizeF ones = host_.fittingSize();
+    host_.setContent(label("20:48:56").with(Font{.size = 30, .hasMonospacedDigits = true}));
+    EXPECT_EQ(host_.fittingSize(), ones);
+    host_.setContent(label("11:11:11").with(Font{.size = 30}));
+    EXPECT_LT(host_.fittingSize().width(), ones.width());
+}
+
+TEST_F(Layout, TextStylesKeepTheirOrderOfSizes) {
+    const auto widthOf = [&](const Font& font) {
+        host_.setContent(label("A text that is long enough to tell").with(font));
+        return host_.fittingSize().width();
+    };
+    EXPECT_GT(widthOf({.style = TextStyle::headline}), widthOf({}));
+    EXPECT_GT(widthOf({}), widthOf({.style = TextStyle::callout}));
+    EXPECT_GT(widthOf({.style = TextStyle::callout}), widthOf({.style = TextStyle::caption}));
+    EXPECT_GT(widthOf({.style = TextStyle::caption}), widthOf({.style = TextStyle::caption2}));
+}
+
+}  // namespace
+
+}  // namespace velmo

@@ -1,0 +1,215 @@
+#include "linux/qt/controls/pop_up_button.h"
+#include "linux/qt/controls/radio_option.h"
+#include "linux/qt/controls/slider_control.h"
+#include "linux/qt/controls/switch_control.h"
+#include "linux/qt/controls/tab_button.h"
+#include "linux/qt/controls/text_label.h"
+#include "linux/qt/controls/view_button.h"
+#include "view_fixture.h"
+
+#include <QLineEdit>
+#include <QPointer>
+#include <QScrollArea>
+#include <QScrollBar>
+
+namespace velmo {
+
+namespace {
+
+using Update = ViewTest;
+
+View plainButton(const std::string& title, std::function<void()> action) {
+    return {Button{ButtonStyle::plain, std::move(action)}, {label(title), label("down")}};
+}
+
+TEST_F(Update, NewDescriptionKeepsTheWidgetsThatStay) {
+    show({VStack{}, {label("One"), label("Two")}});
+    const auto before = host_.findChildren<TextLabel*>();
+    show({VStack{}, {label("One"), label("Three")}});
+    EXPECT_EQ(host_.findChildren<TextLabel*>(), before);
+    EXPECT_EQ(before[1]->text(), "Three");
+}
+
+TEST_F(Update, NamedViewStaysItselfWhenOthersComeBeforeIt) {
+    show({HStack{}, {plainButton("a", {}).identifiedBy("a"), plainButton("b", {}).identifiedBy("b")}});
+    QPointer<ViewButton> second = host_.findChildren<ViewButton*>()[1];
+    show({HStack{}, {plainButton("b", {}).identifiedBy("b")}});
+    ASSERT_TRUE(second);
+    EXPECT_EQ(only<ViewButton>(), second.get());
+    EXPECT_EQ(second->accessibleName(), "b");
+    EXPECT_EQ(second->x(), 0);
+}
+
+TEST_F(Update, ButtonCallsTheLatestActionOnce) {
+    int first = 0;
+    int second = 0;
+    show(plainButton("Press", [&] { ++first; }));
+    show(plainButton("Press", [&] { ++second; }));
+    QTest::mouseClick(only<ViewButton>(), Qt::LeftButton);
+    EXPECT_EQ(first, 0);
+    EXPECT_EQ(second, 1);
+}
+
+TEST_F(Update, ButtonShowsItsOtherLabelWhileItIsPressed) {
+    show(plainButton("up", {}));
+    const auto labels = host_.findChildren<TextLabel*>();
+    ASSERT_EQ(labels.size(), 2);
+    EXPECT_TRUE(labels[0]->isVisible());
+    EXPECT_FALSE(labels[1]->isVisible());
+    QTest::mousePress(only<ViewButton>(), Qt::LeftButton);
+    EXPECT_FALSE(labels[0]->isVisible());
+    EXPECT_TRUE(labels[1]->isVisible());
+    QTest::mouseRelease(only<ViewButton>(), Qt::LeftButton);
+    EXPECT_TRUE(labels[0]->isVisible());
+}
+
+TEST_F(Update, ActionMayEndTheButtonThatItCameFrom) {
+    show(plainButton("Press", [&] { host_.setContent(label("gone")); }));
+    QTest::mouseClick(only<ViewButton>(), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_TRUE(host_.findChildren<ViewButton*>().isEmpty());
+}
+
+TEST_F(Update, DisabledButtonDoesNothing) {
+    int presses = 0;
+    show(plainButton("Press", [&] { ++presses; }).with(Disabled{}));
+    QTest::mouseClick(only<ViewButton>(), Qt::LeftButton);
+    EXPECT_EQ(presses, 0);
+    show(plainButton("Press", [&] { ++presses; }));
+    QTest::mouseClick(only<ViewButton>(), Qt::LeftButton);
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(Update, KeyPressesTheButtonItIsTheShortcutOf) {
+    int presses = 0;
+    show(plainButton("Next", [&] { ++presses; }).with(KeyboardShortcut{ShortcutKey::pageDown}));
+    host_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&host_));
+    QTest::keyClick(&host_, Qt::Key_PageUp);
+    EXPECT_EQ(presses, 0);
+    QTest::keyClick(&host_, Qt::Key_PageDown);
+    // The button is seen pressed for a moment before it acts.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return presses == 1; }));
+}
+
+TEST_F(Update, SwitchReportsAndReturnsToWhatIsDescribed) {
+    std::vector<bool> changes;
+    show({Toggle{"Launch", false, [&](bool isOn) { changes.push_back(isOn); }}});
+    auto* control = only<SwitchControl>();
+    QTest::mouseClick(control, Qt::LeftButton);
+    EXPECT_EQ(changes, std::vector<bool>{true});
+    QApplication::processEvents();
+    EXPECT_FALSE(control->isChecked()) << "nobody has described it as on";
+    show({Toggle{"Launch", true, {}}});
+    EXPECT_TRUE(control->isChecked());
+    EXPECT_EQ(changes.size(), 1U) << "a description is no change of the user's";
+}
+
+TEST_F(Update, TextFieldKeepsItsCaretWhenTheSameTextComesBack) {
+    std::string content = "HH:mm";
+    const auto described = [&] {
+        return View{TextField{"Pattern", content, [&](const std::string& text) { content = text; }}};
+    };
+    show(described());
+    auto* field = only<QLineEdit>();
+    field->setFocus();
+    field->setCursorPosition(2);
+    QTest::keyClicks(field, "x");
+    EXPECT_EQ(content, "HHx:mm");
+    show(described());
+    EXPECT_EQ(field->cursorPosition(), 3);
+    EXPECT_EQ(field->text(), "HHx:mm");
+    EXPECT_TRUE(field->hasFocus() || !field->isActiveWindow());
+}
+
+TEST_F(Update, SliderRestsOnItsStepsAndStaysWithinItsRange) {
+    double value = 5;
+    const auto described = [&] {
+        return View{Slider{value, 1, 30, 1, [&](double newValue) { value = newValue; }}};
+    };
+    show(described());
+    auto* slider = only<SliderControl>();
+    QTest::mouseClick(slider, Qt::LeftButton, {}, {slider->width() - 1, 10});
+    EXPECT_EQ(value, 30);
+    show(described());
+    QTest::mouseClick(slider, Qt::LeftButton, {}, {0, 10});
+    EXPECT_EQ(value, 1);
+    show(described());
+    QTest::keyClick(slider, Qt::Key_Right);
+    EXPECT_EQ(value, 2);
+}
+
+TEST_F(Update, MenuPickerShowsTheChoiceAndReportsAnother) {
+    std::string chosen = "b";
+    const auto described = [&] {
+        return View{Picker{"Icon",
+                           {{"a", "First", ""}, {"b", "Second", ""}},
+                           chosen,
+                           PickerStyle::menu,
+                           [&](const std::string& tag) { chosen = tag; }}};
+    };
+    show(described());
+    auto* picker = only<PopUpButton>();
+    EXPECT_EQ(picker->currentText(), "Second");
+    picker->setFocus();
+    QTest::keyClick(picker, Qt::Key_Up);
+    EXPECT_EQ(chosen, "a");
+    show(described());
+    EXPECT_EQ(picker->currentText(), "First");
+}
+
+TEST_F(Update, RadioGroupReportsTheOptionThatIsPressed) {
+    std::string chosen = "a";
+    show({Picker{"Clicking it",
+                 {{"a", "First", "What it does"}, {"b", "Second", ""}},
+                 chosen,
+                 PickerStyle::radioGroup,
+                 [&](const std::string& tag) { chosen = tag; }}});
+    const auto options = host_.findChildren<RadioOption*>();
+    ASSERT_EQ(options.size(), 2);
+    EXPECT_TRUE(options[0]->isChecked());
+    QTest::mouseClick(options[1], Qt::LeftButton, {}, {options[1]->width() - 2, 5});
+    EXPECT_EQ(chosen, "b") << "also beside the mark";
+    QApplication::processEvents();
+    EXPECT_TRUE(options[0]->isChecked()) << "until another is described";
+}
+
+View tabs(const std::string& selection, std::function<void(const std::string&)> onSelect = {}) {
+    Views sections(30, View{Section{"Header", ""}, {label("row")}});
+    return View{TabView{{{"one", "One", {Symbol{"clock"}}}, {"two", "Two", {Symbol{"eye"}}}},
+                        selection,
+                        std::move(onSelect)},
+                {{Form{}, sections}, {Form{}, {View{Section{"Other", ""}, {label("other row")}}}}}}
+        .with(Frame{.width = 540, .height = 500});
+}
+
+TEST_F(Update, TabsReportAPressAndShowTheChosenPage) {
+    std::string chosen = "one";
+    show(tabs(chosen, [&](const std::string& tag) { chosen = tag; }));
+    EXPECT_EQ(host_.size(), QSize(540, 500));
+    QTest::mouseClick(host_.findChildren<TabButton*>()[1], Qt::LeftButton);
+    EXPECT_EQ(chosen, "two");
+    show(tabs(chosen));
+    const auto labels = host_.findChildren<TextLabel*>();
+    const auto isSeen = [&](const QString& text) {
+        return std::any_of(labels.begin(), labels.end(),
+                           [&](const auto* one) { return one->text() == text && one->isVisible(); });
+    };
+    EXPECT_TRUE(isSeen("other row"));
+    EXPECT_FALSE(isSeen("row"));
+}
+
+TEST_F(Update, FormKeepsItsScrollPosition) {
+    show(tabs("one"));
+    auto* bar = host_.findChildren<QScrollArea*>().first()->verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 0) << "more than fits scrolls instead of being clipped";
+    bar->setValue(120);
+    View changed = tabs("one");
+    changed.children[0].children[0].children[0] = label("another row");
+    show(changed);
+    EXPECT_EQ(bar->value(), 120);
+}
+
+}  // namespace
+
+}  // namespace velmo
