@@ -7,6 +7,7 @@
 #include "linux/placeholders.h"
 #include "linux/process/linux_process_info.h"
 #include "linux/toolkit/lazy_toolkit.h"
+#include "linux/workspace/linux_workspace.h"
 #include "linux/x11/global_events.h"
 #include "linux/x11/hot_keys.h"
 #include "linux/x11/item_drag.h"
@@ -54,7 +55,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::ToolkitServices> toolkitServices;
     std::unique_ptr<x11::TrayHost> tray;
     std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
-    placeholder::Opener workspace;
+    LinuxWorkspace workspace{processInfo};
     placeholder::NoDates dates;
     placeholder::NoLogin loginService;
     placeholder::NoGlobals globalPreferences;

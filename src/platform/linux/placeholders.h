@@ -4,16 +4,10 @@
 #include "global_preferences.h"
 #include "login_service.h"
 #include "session.h"
-#include "workspace.h"
 
 namespace velmo::placeholder {
 
 // Each goes away with the service that takes its place.
-
-class Opener : public Workspace {
-public:
-    void open(const std::string& /*address*/) override {}
-};
 
 class NoCalendar : public Calendar {
 public:
