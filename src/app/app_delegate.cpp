@@ -11,12 +11,31 @@ constexpr const char* firstLaunchKey = "hasCompletedFirstLaunch";
 void AppDelegate::applicationDidFinishLaunching() {
     preferences_ = Preferences::shared(platform_.userDefaults);
     menuBarManager_ = std::make_unique<MenuBarManager>(preferences_, platform_);
-    if (!preferences_->defaults.boolForKey(firstLaunchKey))
-        preferences_->defaults.setBool(true, firstLaunchKey);
+    menuBarManager_->onOpenSettings =
+        lifetime_.guard([this](std::optional<SettingsTab> tab) { openSettings(tab); });
+    if (preferences_->defaults.boolForKey(firstLaunchKey))
+        return;
+    preferences_->defaults.setBool(true, firstLaunchKey);
+    openSettings(SettingsTab::general);
 }
 
 bool AppDelegate::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
+    openSettings(std::nullopt);
     return false;
+}
+
+void AppDelegate::openSettings(std::optional<SettingsTab> tab) {
+    if (!settingsWindowController_)
+        settingsWindowController_ = std::make_unique<SettingsWindowController>(
+            Preferences::shared(platform_.userDefaults), lifetime_.guard([this] { openPanel(); }), platform_);
+    settingsWindowController_->show(tab);
+    platform_.application.activateIgnoringOtherApps(true);
+}
+
+void AppDelegate::openPanel() {
+    mainActor_.assumeIsolated();
+    if (menuBarManager_)
+        menuBarManager_->togglePanel();
 }
 
 }  // namespace velmo

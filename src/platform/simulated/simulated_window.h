@@ -2,6 +2,9 @@
 
 #include "window.h"
 
+#include <cstddef>
+#include <vector>
+
 namespace velmo {
 
 class SimulatedWindows;
@@ -13,7 +16,10 @@ public:
     SimulatedWindow(const SimulatedWindow&) = delete;
     SimulatedWindow& operator=(const SimulatedWindow&) = delete;
 
-    void setContent(const View& content) override { content_ = content; }
+    void setContent(const View& content) override {
+        content_ = content;
+        ++contentCount_;
+    }
     void setTitle(const std::string& title) override { title_ = title; }
     void setStyleMask(std::uint64_t mask) override { styleMask_ = mask; }
     void setReleasedWhenClosed(bool released) override { isReleasedWhenClosed_ = released; }
@@ -30,6 +36,8 @@ public:
     void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }
 
     const View& content() const { return content_; }
+    /// How often the content was replaced.
+    std::size_t contentCount() const { return contentCount_; }
     const std::string& title() const { return title_; }
     std::uint64_t styleMask() const { return styleMask_; }
     bool isReleasedWhenClosed() const { return isReleasedWhenClosed_; }
@@ -42,6 +50,7 @@ public:
 private:
     SimulatedWindows& windows_;
     View content_;
+    std::size_t contentCount_ = 0;
     std::string title_;
     std::uint64_t styleMask_ = 0;
     bool isReleasedWhenClosed_ = true;

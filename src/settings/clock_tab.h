@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/lifetime.h"
+#include "platform/platform.h"
+#include "platform/run_loop.h"
+#include "platform/view.h"
+#include "preferences/preferences.h"
+
+namespace velmo {
+
+class ClockTab {
+public:
+    /// The preferences outlive the tab.
+    ClockTab(Preferences& preferences, const Platform& platform);
+    ClockTab(const ClockTab&) = delete;
+    ClockTab& operator=(const ClockTab&) = delete;
+    ~ClockTab();
+
+    /// What the preview shows. Follows the time of day, second by second, while the tab is shown.
+    Published<Date> now;
+
+    void appear();
+    void disappear();
+
+    View body();
+
+private:
+    View clock() const;
+    View format();
+    View presetPicker();
+    View systemClock() const;
+    void choosePreset(const std::string& tag);
+
+    Preferences& preferences_;
+    Platform platform_;
+    std::shared_ptr<Timer> ticker_;
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo
