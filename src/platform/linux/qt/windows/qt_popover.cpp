@@ -2,6 +2,7 @@
 
 #include "linux/local_events.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -61,6 +62,8 @@ void QtPopover::show(const Rect& rect, StatusBarButton& button, RectEdge /*prefe
     // The bar lies at the top of its screen: there is room below it and nowhere else.
     anchor_ = {frame->x + rect.x, frame->maxY() - rect.y - rect.height, rect.width, rect.height};
     place();
+    // Only a window that the server has on the screen can have the keyboard.
+    QGuiApplication::sync();
     host_.takeKeyboard(window_.number());
     watch();
 }

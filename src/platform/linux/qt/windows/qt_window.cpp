@@ -104,6 +104,8 @@ void QtWindow::makeKeyAndOrderFront() {
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
     widget_->show();
     widget_->raise();
+    // The window manager has to know the window before it is asked to bring it to the front.
+    QGuiApplication::sync();
     host_.activate(static_cast<WindowNumber>(widget_->winId()));
 }
 
