@@ -35,7 +35,8 @@ public:
     virtual std::optional<int> ordinalityOfDay(CalendarUnit in, Date date) const = 0;
     /// Weekdays are numbered from 1, Sunday.
     virtual int component(CalendarUnit unit, Date date) const = 0;
-    /// The date `value` days, months or years later, at the same time of day where there is such a time.
+    /// The date `value` days, months or years later, at the same time of day where there is such a time. From
+    /// the start of a day it leads to the start of a day.
     virtual std::optional<Date> dateByAdding(CalendarUnit unit, int value, Date date) const = 0;
     /// From 1, Sunday, to 7.
     virtual int firstWeekday() const = 0;

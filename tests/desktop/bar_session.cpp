@@ -26,7 +26,7 @@ void BarSession::startBar() {
     modifiers_ = std::make_unique<x11::Modifiers>(*connection_);
     bar_ = std::make_unique<x11::MenuBar>(
         x11::MenuBar::Environment{*connection_, *settings_, *screens_, *modifiers_, currentEvent_,
-                                  localEvents_, toolkit_, getpid()},
+                                  localEvents_, toolkit_, text_, getpid()},
         std::vector<std::string>{}, [](const auto&) {});
     tray_ = std::make_unique<x11::TrayHost>(*bar_);
     ASSERT_TRUE(tray_->acquire());

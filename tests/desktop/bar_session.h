@@ -1,5 +1,6 @@
 #pragma once
 
+#include "counted_text_renderer.h"
 #include "desktop_session.h"
 
 #include "linux/event_loop/event_loop.h"
@@ -40,6 +41,7 @@ protected:
     CurrentEvent currentEvent_;
     LocalEvents localEvents_{currentEvent_};
     LazyToolkit toolkit_{loop_};
+    CountedTextRenderer text_;
     std::unique_ptr<x11::Connection> connection_;
     std::unique_ptr<x11::DesktopSettings> settings_;
     std::unique_ptr<x11::ScreenList> screens_;

@@ -1,11 +1,13 @@
 #include "linux_desktop.h"
 
 #include "linux/application/linux_application.h"
+#include "linux/dates/linux_dates.h"
 #include "linux/defaults/file_user_defaults.h"
 #include "linux/event_loop/event_loop.h"
 #include "linux/local_events.h"
 #include "linux/placeholders.h"
 #include "linux/process/linux_process_info.h"
+#include "linux/text/lazy_text_renderer.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/workspace/linux_workspace.h"
 #include "linux/x11/global_events.h"
@@ -43,6 +45,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::ScreenList> screens;
     std::unique_ptr<x11::Modifiers> modifiers;
     LazyToolkit toolkit{loop};
+    LazyTextRenderer text{dateLocaleFromEnvironment()};
     std::unique_ptr<x11::MenuBar> bar;
     std::unique_ptr<x11::ItemDrag> drag;
     std::unique_ptr<x11::GlobalEvents> events;
@@ -56,7 +59,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::TrayHost> tray;
     std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
     LinuxWorkspace workspace{processInfo};
-    placeholder::NoDates dates;
+    LinuxDates dates{loop};
     placeholder::NoLogin loginService;
     placeholder::NoGlobals globalPreferences;
     placeholder::NoSession session;
@@ -79,7 +82,7 @@ bool LinuxDesktop::Services::build() {
     modifiers = std::make_unique<x11::Modifiers>(*connection);
     bar = std::make_unique<x11::MenuBar>(
         x11::MenuBar::Environment{*connection, *settings, *screens, *modifiers, currentEvent, localEvents,
-                                  toolkit, processInfo.processIdentifier()},
+                                  toolkit, text, processInfo.processIdentifier()},
         userDefaults->stringListForKey(orderKey),
         [this](const auto& order) { userDefaults->setStringList(order, orderKey); });
     drag = std::make_unique<x11::ItemDrag>(*bar, *modifiers);

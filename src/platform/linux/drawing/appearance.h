@@ -49,6 +49,8 @@ inline constexpr double contentHeight = 22;
 inline constexpr double rightMargin = 6;
 /// On either side of the content of an item of variable length.
 inline constexpr double itemPadding = 8;
+/// What is longer ends in an ellipsis.
+inline constexpr double longestTitle = 480;
 /// Side of the square that a program's tray icon gets, and the room on either side of it.
 inline constexpr double trayIconSide = 20;
 inline constexpr double trayIconPadding = 5;

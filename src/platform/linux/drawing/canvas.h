@@ -25,6 +25,8 @@ public:
     /// Bytes from one row to the next.
     int stride() const;
     const std::uint8_t* pixels() const;
+    /// For those who draw what a canvas does not offer.
+    cairo_t* context() const { return context_.get(); }
 
     void fill(const Color& color);
     void fillRect(const Rect& rect, const Color& color);

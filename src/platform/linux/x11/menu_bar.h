@@ -3,6 +3,7 @@
 #include "linux/bar/item_placement.h"
 #include "linux/current_event.h"
 #include "linux/local_events.h"
+#include "linux/text/text_renderer.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/x11/bar_item.h"
 #include "linux/x11/connection.h"
@@ -33,6 +34,7 @@ public:
         CurrentEvent& currentEvent;
         LocalEvents& localEvents;
         LazyToolkit& toolkit;
+        TextRenderer& text;
         std::int32_t processIdentifier;
     };
 
@@ -49,6 +51,7 @@ public:
     const ScreenList& screens() const { return environment_.screens; }
     DesktopSettings& settings() const { return environment_.settings; }
     LazyToolkit& toolkit() const { return environment_.toolkit; }
+    TextRenderer& text() const { return environment_.text; }
     const Modifiers& modifiers() const { return environment_.modifiers; }
     CurrentEvent& currentEvent() const { return environment_.currentEvent; }
     LocalEvents& localEvents() const { return environment_.localEvents; }

@@ -79,6 +79,36 @@ void StatusItemWindow::setImage(const std::optional<Image>& image) {
     setNeedsDisplay();
 }
 
+void StatusItemWindow::setTitle(const std::string& title) {
+    if (title == title_)
+        return;
+    title_ = title;
+    measureTitle();
+    setNeedsDisplay();
+}
+
+void StatusItemWindow::setFont(const Font& font) {
+    if (font == font_)
+        return;
+    font_ = font;
+    measureTitle();
+    setNeedsDisplay();
+}
+
+void StatusItemWindow::appearanceChanged() {
+    measureTitle();
+    needsDisplay_ = true;
+}
+
+TextAttributes StatusItemWindow::titleAttributes() const {
+    const auto& appearance = bar_.appearance();
+    return {font_, appearance, appearance.pixels(bar_metrics::longestTitle)};
+}
+
+void StatusItemWindow::measureTitle() {
+    titleWidth_ = title_.empty() ? 0 : bar_.text().width(title_, titleAttributes());
+}
+
 void StatusItemWindow::setEnabled(bool enabled) {
     enabled_ = enabled;
 }
@@ -130,6 +160,8 @@ int StatusItemWindow::preferredWidth() const {
     const auto& appearance = bar_.appearance();
     if (length_ != variableLength)
         return std::max(appearance.pixels(length_), 0);
+    if (!title_.empty())
+        return titleWidth_ + 2 * appearance.pixels(bar_metrics::itemPadding);
     const double content = image_ ? imageSize(*image_).width : 0;
     return appearance.pixels(content + 2 * bar_metrics::itemPadding);
 }
@@ -147,7 +179,7 @@ void StatusItemWindow::displayIfNeeded() {
         return;
     const auto& appearance = bar_.appearance();
     const auto [x, y, width, height] = *place();
-    if (!image_) {
+    if (!image_ && title_.empty()) {
         const std::uint32_t background = XCB_BACK_PIXMAP_PARENT_RELATIVE;
         xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_BACK_PIXMAP, &background);
         xcb_clear_area(connection_.raw(), 0, window(), 0, 0, 0, 0);
@@ -161,12 +193,23 @@ void StatusItemWindow::displayIfNeeded() {
         canvas.fillRoundedRect({{0, inset, double(width), height - 2 * inset}, radius, radius},
                                appearance.text().withAlpha(0.14));
     }
-    const Size size = imageSize(*image_);
-    // Whole pixels, so that edges stay sharp.
-    const double left = std::round((width - size.width * appearance.scale) / 2);
-    const double top = std::round((height - size.height * appearance.scale) / 2);
-    canvas.drawImage(*image_, left, top, appearance, appearance.text());
+    drawContent(canvas);
     bar_.painting().setBackground(window(), bar_.painting().upload(canvas));
+}
+
+void StatusItemWindow::drawContent(Canvas& canvas) const {
+    const auto& appearance = bar_.appearance();
+    // Whole pixels, so that edges stay sharp.
+    const auto middle = [](double room, double length) { return std::round((room - length) / 2); };
+    if (!title_.empty()) {
+        const double left = std::max(middle(canvas.width(), titleWidth_), 0.0);
+        bar_.text().draw(canvas.context(), title_, titleAttributes(),
+                         {left, 0, double(titleWidth_), double(canvas.height())}, appearance.text());
+        return;
+    }
+    const Size size = imageSize(*image_);
+    canvas.drawImage(*image_, middle(canvas.width(), size.width * appearance.scale),
+                     middle(canvas.height(), size.height * appearance.scale), appearance, appearance.text());
 }
 
 WindowListEntry StatusItemWindow::describe() const {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "lifetime.h"
+#include "linux/drawing/canvas.h"
+#include "linux/text/text_renderer.h"
 #include "linux/x11/bar_item.h"
 #include "linux/x11/modifiers.h"
 #include "status_bar.h"
@@ -28,8 +30,8 @@ public:
     StatusBarButton* button() override { return this; }
 
     void setImage(const std::optional<Image>& image) override;
-    void setTitle(const std::string& /*title*/) override {}
-    void setFont(const Font& /*font*/) override {}
+    void setTitle(const std::string& title) override;
+    void setFont(const Font& font) override;
     void setEnabled(bool enabled) override;
     void setToolTip(const std::string& text) override { toolTip_ = text; }
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
@@ -47,13 +49,16 @@ public:
     void displayIfNeeded() override;
     WindowListEntry describe() const override;
 
-    void appearanceChanged() override { needsDisplay_ = true; }
+    void appearanceChanged() override;
 
 protected:
     void resized() override { needsDisplay_ = true; }
 
 private:
     void setNeedsDisplay();
+    TextAttributes titleAttributes() const;
+    void measureTitle();
+    void drawContent(Canvas& canvas) const;
     void setHighlighted(bool highlighted);
     void entered();
     void showToolTip() const;
@@ -68,6 +73,10 @@ private:
     double length_;
     bool visible_ = true;
     std::optional<Image> image_;
+    std::string title_;
+    Font font_;
+    /// Pixels.
+    int titleWidth_ = 0;
     bool enabled_ = true;
     bool needsDisplay_ = true;
     std::string toolTip_;

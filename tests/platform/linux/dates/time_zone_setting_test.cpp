@@ -1,0 +1,82 @@
+#include "linux/dates/time_zone_setting.h"
+#include "command_output.h"
+#include "temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace velmo {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class TimeZoneSettings : public testing::Test {
+protected:
+    void write(const fs::path& file, const std::string& content) const { std::ofstream(file) << content; }
+    void link(const fs::path& target) const {
+        fs::remove(files_.localTime);
+        fs::create_symlink(target, files_.localTime);
+    }
+    TimeZoneSetting read(const char* variable = nullptr) const {
+        return readTimeZoneSetting(variable, files_);
+    }
+
+    TemporaryFolder folder_;
+    TimeZoneFiles files_{folder_.path() / "localtime", folder_.path() / "timezone"};
+};
+
+TEST_F(TimeZoneSettings, NameComesFromTheLink) {
+    link("/usr/share/zoneinfo/Europe/Berlin");
+    EXPECT_EQ(read(), (TimeZoneSetting{"Europe/Berlin", zoneFile("Europe/Berlin"), ""}));
+    link("/usr/share/zoneinfo/posix/Asia/Tokyo");
+    EXPECT_EQ(read().name, "Asia/Tokyo");
+}
+
+TEST_F(TimeZoneSettings, NameComesFromTheFirstOfSeveralLinksIntoTheDatabase) {
+    const auto between = folder_.path() / "between";
+    fs::create_symlink("/usr/share/zoneinfo/US/Pacific", between);
+    link("between");
+    EXPECT_EQ(read(), (TimeZoneSetting{"US/Pacific", zoneFile("America/Los_Angeles"), ""}));
+}
+
+TEST_F(TimeZoneSettings, NameOfACopyStandsBesideIt) {
+    write(files_.localTime, zoneFile("Asia/Kolkata"));
+    write(files_.zoneName, "Asia/Kolkata\n");
+    EXPECT_EQ(read(), (TimeZoneSetting{"Asia/Kolkata", zoneFile("Asia/Kolkata"), ""}));
+    write(files_.zoneName, "Europe/Paris\n");
+    EXPECT_EQ(read(), (TimeZoneSetting{"", zoneFile("Asia/Kolkata"), ""})) << "the name of another zone";
+    write(files_.zoneName, "../../../etc/passwd\n");
+    EXPECT_EQ(read().name, "");
+}
+
+TEST_F(TimeZoneSettings, NameAloneIsEnough) {
+    write(files_.zoneName, "Europe/Paris\n");
+    EXPECT_EQ(read(), (TimeZoneSetting{"Europe/Paris", zoneFile("Europe/Paris"), ""}));
+    fs::remove(files_.zoneName);
+    EXPECT_EQ(read(), TimeZoneSetting{});
+}
+
+TEST_F(TimeZoneSettings, VariableTakesTheSystemsPlace) {
+    link("/usr/share/zoneinfo/Europe/Berlin");
+    const TimeZoneSetting tokyo{"Asia/Tokyo", zoneFile("Asia/Tokyo"), ""};
+    EXPECT_EQ(read("Asia/Tokyo"), tokyo);
+    EXPECT_EQ(read(":Asia/Tokyo"), tokyo);
+    EXPECT_EQ(read("/usr/share/zoneinfo/Asia/Tokyo"), tokyo);
+    EXPECT_EQ(read("").name, "UTC");
+    EXPECT_EQ(read("<+03>-3").rules, "<+03>-3");
+    EXPECT_EQ(read("../../../etc/passwd").file, "");
+    EXPECT_TRUE(overridesSystemTimeZone("Asia/Tokyo", files_));
+}
+
+TEST_F(TimeZoneSettings, VariableThatNamesTheSystemsFileTakesNoPlace) {
+    link("/usr/share/zoneinfo/Europe/Berlin");
+    const auto variable = ":" + files_.localTime.string();
+    EXPECT_FALSE(overridesSystemTimeZone(variable, files_));
+    EXPECT_EQ(read(variable.c_str()).name, "Europe/Berlin");
+}
+
+}  // namespace
+
+}  // namespace velmo
