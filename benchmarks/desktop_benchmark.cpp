@@ -1,8 +1,9 @@
 // Velmo beside other tray hosts of this machine, in one run: how soon the first icon is in its place after
-// the start, how much memory a host with ten icons takes, and how long a reveal takes.
+// the start, how much memory a host with ten icons takes, and how long a reveal and pictures take.
 
-#include "child_process.h"
-#include "x_observer.h"
+#include "capture_benchmark.h"
+#include "display.h"
+#include "timing.h"
 
 #include <xcb/xtest.h>
 
@@ -19,113 +20,9 @@
 #include <thread>
 #include <vector>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace velmo::desktop {
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
-
-double millisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-void waitFor(const std::function<bool()>& condition, const char* what) {
-    const auto start = Clock::now();
-    while (!condition()) {
-        if (millisecondsSince(start) > 10000)
-            throw std::runtime_error(std::string("waited in vain for ") + what);
-        std::this_thread::sleep_for(std::chrono::microseconds(100));
-    }
-}
-
-/// A display of its own for one measurement.
-class Display {
-public:
-    Display() {
-        std::string pattern = std::filesystem::temp_directory_path() / "velmo-bench-XXXXXX";
-        home_ = mkdtemp(pattern.data());
-        environment_ = {
-            {"HOME", home_},       {"XDG_CONFIG_HOME", home_}, {"XDG_RUNTIME_DIR", home_},
-            {"NO_AT_BRIDGE", "1"}, {"LC_ALL", "C.UTF-8"},      {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
-        const auto file = home_ / "display";
-        const int descriptor = open(file.c_str(), O_RDWR | O_CREAT, 0600);
-        server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(descriptor), "-screen",
-                                                 "0", "1920x1080x24", "-nolisten", "tcp", "-noreset"},
-                        environment_);
-        close(descriptor);
-        std::string number;
-        waitFor(
-            [&] { return static_cast<bool>(std::getline(std::ifstream(file), number)) && !number.empty(); },
-            "the X server");
-        environment_["DISPLAY"] = ":" + number;
-        observer_.emplace(":" + number);
-    }
-    ~Display() {
-        observer_.reset();
-        server_.reset();
-        std::error_code error;
-        std::filesystem::remove_all(home_, error);
-    }
-    Display(const Display&) = delete;
-    Display& operator=(const Display&) = delete;
-
-    XObserver& x() { return *observer_; }
-    const std::filesystem::path& home() const { return home_; }
-    ChildProcess run(const std::string& program) const { return {{program}, environment_}; }
-
-    bool hasTray() { return x().selectionOwner("_NET_SYSTEM_TRAY_S0") != XCB_WINDOW_NONE; }
-
-    xcb_window_t dock(int number) {
-        xcb_connection_t* raw = x().raw();
-        const xcb_window_t window = xcb_generate_id(raw);
-        const std::uint32_t black = 0;
-        xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, 16, 16, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &black);
-        const std::string name = "bench";
-        std::string wmClass = name + std::to_string(number);
-        wmClass.push_back('\0');
-        wmClass += "Bench";
-        wmClass.push_back('\0');
-        xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
-                            static_cast<std::uint32_t>(wmClass.size()), wmClass.data());
-        const std::uint32_t info[] = {0, 1};
-        const auto xembed = x().atom("_XEMBED_INFO");
-        xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, xembed, xembed, 32, 2, info);
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = x().selectionOwner("_NET_SYSTEM_TRAY_S0");
-        message.type = x().atom("_NET_SYSTEM_TRAY_OPCODE");
-        message.data.data32[2] = window;
-        xcb_send_event(raw, 0, message.window, 0, reinterpret_cast<const char*>(&message));
-        xcb_flush(raw);
-        return window;
-    }
-
-    void waitUntilDocked(xcb_window_t window) {
-        waitFor([&] { return x().parent(window) != x().root() && x().isViewable(window); },
-                "an icon to dock");
-    }
-
-private:
-    std::filesystem::path home_;
-    Environment environment_;
-    std::optional<ChildProcess> server_;
-    std::optional<XObserver> observer_;
-};
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-double percentile95(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() * 95 / 100];
-}
 
 double kilobytes(pid_t process) {
     std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
@@ -280,6 +177,7 @@ int main() {
     try {
         velmo::desktop::compareHosts();
         velmo::desktop::compareReveals();
+        velmo::desktop::compareCaptures();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

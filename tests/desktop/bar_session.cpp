@@ -16,7 +16,7 @@ void BarSession::TearDown() {
     DesktopSession::TearDown();
 }
 
-void BarSession::startBar() {
+void BarSession::startBar(const std::vector<std::string>& order) {
     setenv("DISPLAY", environment_.at("DISPLAY").c_str(), 1);
     std::string problem;
     connection_ = x11::Connection::open(loop_, problem);
@@ -27,7 +27,7 @@ void BarSession::startBar() {
     bar_ = std::make_unique<x11::MenuBar>(
         x11::MenuBar::Environment{*connection_, *settings_, *screens_, *modifiers_, currentEvent_,
                                   localEvents_, toolkit_, text_, getpid()},
-        std::vector<std::string>{}, [](const auto&) {});
+        order, [](const auto&) {});
     tray_ = std::make_unique<x11::TrayHost>(*bar_);
     ASSERT_TRUE(tray_->acquire());
 }

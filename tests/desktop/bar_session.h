@@ -20,8 +20,8 @@ class BarSession : public DesktopSession {
 protected:
     void TearDown() override;
 
-    /// On the server that was started before.
-    void startBar();
+    /// On the server that was started before. `order` has the identities of items from right to left.
+    void startBar(const std::vector<std::string>& order = {});
     /// Runs the loop until the condition holds; false where it does not within the limit.
     bool turnUntil(const std::function<bool()>& condition, milliseconds limit = milliseconds(8000));
 

@@ -254,6 +254,21 @@ TEST_F(Capture, FailsForWindowsAndSizesThatAreNone) {
     EXPECT_TRUE(picture(window, CaptureConfiguration{1, 1}));
 }
 
+TEST_F(Capture, FailsForAnOpaqueIconBeyondTheEdgeOfTheScreen) {
+    startServer();
+    startBar({"Item-0", "desktop_tests", "desktop_tests#2"});
+    capture_ = std::make_unique<x11::WindowCapture>(*bar_);
+    const auto divider = bar_->makeStatusItem(10);
+    const auto window = dockIcon(24);
+    const auto withAlpha = dockIcon(32);
+    expectPattern(picture(window), 24);
+    divider->setLength(10000);
+    bar_->layOutIfNeeded();
+    ASSERT_LT(itemOf(window)->place()->x, 0);
+    EXPECT_FALSE(picture(window));
+    expectPattern(picture(withAlpha), 32);
+}
+
 TEST_F(Capture, CompletesInALaterTurn) {
     start();
     const auto window = dockIcon(24);
@@ -294,7 +309,6 @@ TEST_F(Capture, FiftyTogetherTakeLessThanFiftyMilliseconds) {
     std::vector<xcb_window_t> windows;
     for (int count = 0; count < 50; ++count)
         windows.push_back(dockIcon(count % 2 == 0 ? 24 : 32));
-    // Many at once can leave the bar's end.
     Pictures pictures;
     const auto begin = std::chrono::steady_clock::now();
     for (const auto window : windows)

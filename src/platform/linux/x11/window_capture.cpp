@@ -67,17 +67,20 @@ void WindowCapture::getShareableWindows(bool onScreenWindowsOnly,
     }));
 }
 
+bool WindowCapture::isOnScreen(const BarItem& item) const {
+    const PixelRect screen = bar_.screens().primary();
+    const PixelRect area = bar_.onRoot(*item.place());
+    return area.x < screen.x + screen.width && screen.x < area.x + area.width;
+}
+
 ScreenCapture::WindowNumbers WindowCapture::shareableWindows(bool onScreenOnly) const {
     bar_.layOutIfNeeded();
-    const PixelRect screen = bar_.screens().primary();
     WindowNumbers numbers;
     for (const auto* item : bar_.items()) {
         const auto content = item->content();
         if (!content)
             continue;
-        const PixelRect area = bar_.onRoot(*item->place());
-        const bool isOnScreen = area.x < screen.x + screen.width && screen.x < area.x + area.width;
-        if (isOnScreen || !onScreenOnly)
+        if (!onScreenOnly || isOnScreen(*item))
             numbers.push_back(content->window);
     }
     return numbers;
@@ -97,6 +100,9 @@ std::optional<ItemShot> WindowCapture::shotFor(const Request& request) const {
         const auto content = item->content();
         if (!content || content->window != request.windowNumber)
             continue;
+        // What is in the bar's own pixmap ends at the screen's edge.
+        if (!content->isRedirected && !isOnScreen(*item))
+            return std::nullopt;
         const PixelRect area = bar_.shownArea(*item);
         return ItemShot(*content, area, sideFor(area.width, wanted.width),
                         sideFor(area.height, wanted.height));

@@ -38,6 +38,7 @@ private:
         std::optional<ItemShot> shot = {};
     };
 
+    bool isOnScreen(const BarItem& item) const;
     WindowNumbers shareableWindows(bool onScreenOnly) const;
     std::optional<ItemShot> shotFor(const Request& request) const;
     std::vector<Request> nextRequests();

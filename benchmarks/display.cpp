@@ -1,0 +1,76 @@
+#include "display.h"
+
+#include "timing.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <system_error>
+#include <vector>
+
+namespace velmo::desktop {
+
+Display::Display(const std::string& screen) {
+    std::string pattern = std::filesystem::temp_directory_path() / "velmo-bench-XXXXXX";
+    home_ = mkdtemp(pattern.data());
+    environment_ = {
+        {"HOME", home_},       {"XDG_CONFIG_HOME", home_}, {"XDG_RUNTIME_DIR", home_},
+        {"NO_AT_BRIDGE", "1"}, {"LC_ALL", "C.UTF-8"},      {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    const auto file = home_ / "display";
+    const int descriptor = open(file.c_str(), O_RDWR | O_CREAT, 0600);
+    server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(descriptor), "-screen", "0",
+                                             screen, "-nolisten", "tcp", "-noreset"},
+                    environment_);
+    close(descriptor);
+    std::string number;
+    waitFor([&] { return static_cast<bool>(std::getline(std::ifstream(file), number)) && !number.empty(); },
+            "the X server");
+    environment_["DISPLAY"] = ":" + number;
+    observer_.emplace(":" + number);
+}
+
+Display::~Display() {
+    observer_.reset();
+    server_.reset();
+    std::error_code error;
+    std::filesystem::remove_all(home_, error);
+}
+
+xcb_window_t Display::dock(int number) {
+    xcb_connection_t* raw = x().raw();
+    const xcb_window_t window = xcb_generate_id(raw);
+    const std::uint32_t black = 0;
+    xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, 16, 16, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &black);
+    const std::string name = "bench";
+    std::string wmClass = name + std::to_string(number);
+    wmClass.push_back('\0');
+    wmClass += "Bench";
+    wmClass.push_back('\0');
+    xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(wmClass.size()), wmClass.data());
+    const std::uint32_t info[] = {0, 1};
+    const auto xembed = x().atom("_XEMBED_INFO");
+    xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, xembed, xembed, 32, 2, info);
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = x().selectionOwner("_NET_SYSTEM_TRAY_S0");
+    message.type = x().atom("_NET_SYSTEM_TRAY_OPCODE");
+    message.data.data32[2] = window;
+    xcb_send_event(raw, 0, message.window, 0, reinterpret_cast<const char*>(&message));
+    xcb_flush(raw);
+    return window;
+}
+
+bool Display::isDocked(xcb_window_t window) {
+    return x().parent(window) != x().root() && x().isViewable(window);
+}
+
+void Display::waitUntilDocked(xcb_window_t window) {
+    waitFor([&] { return isDocked(window); }, "an icon to dock");
+}
+
+}  // namespace velmo::desktop

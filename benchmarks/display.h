@@ -1,0 +1,39 @@
+#pragma once
+
+#include "child_process.h"
+#include "x_observer.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace velmo::desktop {
+
+/// A display of its own for one measurement.
+class Display {
+public:
+    explicit Display(const std::string& screen = "1920x1080x24");
+    ~Display();
+    Display(const Display&) = delete;
+    Display& operator=(const Display&) = delete;
+
+    XObserver& x() { return *observer_; }
+    const std::filesystem::path& home() const { return home_; }
+    /// What programs find in their environment to come here.
+    const Environment& environment() const { return environment_; }
+    ChildProcess run(const std::string& program) const { return {{program}, environment_}; }
+
+    bool hasTray() { return x().selectionOwner("_NET_SYSTEM_TRAY_S0") != XCB_WINDOW_NONE; }
+    /// A new icon, handed to the tray.
+    xcb_window_t dock(int number);
+    bool isDocked(xcb_window_t window);
+    void waitUntilDocked(xcb_window_t window);
+
+private:
+    std::filesystem::path home_;
+    Environment environment_;
+    std::optional<ChildProcess> server_;
+    std::optional<XObserver> observer_;
+};
+
+}  // namespace velmo::desktop
