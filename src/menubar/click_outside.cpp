@@ -12,7 +12,7 @@ constexpr Seconds clickOutsideDelay = 0.25;
 
 void MenuBarManager::clickedOutside() {
     if (revealLevel_ == RevealLevel::none || !preferences_->hideOnClickOutside.value() ||
-        isPointerInMenuBar() || isOtherAppMenuOpen(platform_))
+        isPointerInMenuBar() || panel_.isVisible() || isOtherAppMenuOpen(platform_))
         return;
     platform_.runLoop.schedule(clickOutsideDelay, lifetime_.guard([this] { hideAfterClickOutside(); }));
 }

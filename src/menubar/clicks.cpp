@@ -3,14 +3,17 @@
 namespace velmo {
 
 void MenuBarManager::handleToggleClick(const Event& event) {
-    if (event.type == EventType::rightMouseUp)
+    const bool hasClosedPanel = panel_.takeClosingPress(event);
+    if (event.type == EventType::rightMouseUp) {
         showToggleMenu(toggle_);
-    else if ((event.modifierFlags & modifier::option) != 0)
+    } else if ((event.modifierFlags & modifier::option) != 0) {
         toggleAlwaysHidden();
-    else if (preferences_->clickAction.value() == ClickAction::showPanel)
-        togglePanel();
-    else
+    } else if (preferences_->clickAction.value() == ClickAction::showPanel) {
+        if (!hasClosedPanel)
+            togglePanel();
+    } else {
         toggleHidden();
+    }
 }
 
 void MenuBarManager::handleDividerClick(ControlItem& divider, const Event& event) {

@@ -1,5 +1,4 @@
 #include "menubar/menu_bar_manager.h"
-#include "platform/screen_capture.h"
 
 namespace velmo {
 
@@ -9,13 +8,6 @@ void MenuBarManager::toggleHidden() {
 
 void MenuBarManager::toggleAlwaysHidden() {
     changeRevealLevel(revealLevel_ == RevealLevel::all ? RevealLevel::none : RevealLevel::all);
-}
-
-void MenuBarManager::togglePanel() {
-    if (platform_.screenCapture.preflightAccess())
-        return;
-    platform_.screenCapture.requestAccess();
-    requestSettings(SettingsTab::panel);
 }
 
 void MenuBarManager::openSettings() {

@@ -35,12 +35,14 @@ void MenuBarManager::cancelHoverWork() {
 }
 
 void MenuBarManager::revealByHover() {
-    if (preferences_->clickAction.value() == ClickAction::showPanel)
-        togglePanel();
-    else if (revealLevel_ == RevealLevel::hidden)
+    if (preferences_->clickAction.value() == ClickAction::showPanel) {
+        if (!panel_.isVisible())
+            togglePanel();
+    } else if (revealLevel_ == RevealLevel::hidden) {
         restartRehideTimer();
-    else
+    } else {
         changeRevealLevel(RevealLevel::hidden);
+    }
 }
 
 }  // namespace velmo

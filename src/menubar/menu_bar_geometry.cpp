@@ -5,6 +5,12 @@
 
 namespace velmo {
 
+std::optional<Screen> MenuBarManager::menuBarScreen() {
+    const StatusBarButton* button = toggle_.statusItem().button();
+    const auto screen = button != nullptr ? button->screen() : std::nullopt;
+    return screen ? screen : platform_.screens.main();
+}
+
 bool MenuBarManager::isPointerInMenuBar() const {
     const auto screens = platform_.screens.all();
     if (screens.empty())

@@ -10,12 +10,15 @@ MenuBarManager::MenuBarManager(std::shared_ptr<Preferences> preferences, const P
       hotkeys_(platform.hotKeys, platform.runLoop),
       toggle_(ControlItem::Kind::toggle, "Velmo.Toggle", platform),
       hiddenDivider_(ControlItem::Kind::divider, "Velmo.Divider", platform),
-      alwaysHiddenDivider_(ControlItem::Kind::divider, "Velmo.AlwaysHiddenDivider", platform) {
+      alwaysHiddenDivider_(ControlItem::Kind::divider, "Velmo.AlwaysHiddenDivider", platform),
+      panel_(platform),
+      tasks_(platform.runLoop) {
     installImages();
     alwaysHiddenDivider_.statusItem().setVisible(preferences_->alwaysHiddenEnabled.value());
     installClock();
     installToolTips();
     installClickCallbacks();
+    installPanelCallbacks();
     installHoverCallbacks();
     applyRevealLevel();
     installEventMonitors();
@@ -53,6 +56,11 @@ void MenuBarManager::installClickCallbacks() {
     for (ControlItem* divider : {&hiddenDivider_, &alwaysHiddenDivider_})
         divider->onClick =
             lifetime_.guard([this, divider](const Event& event) { handleDividerClick(*divider, event); });
+}
+
+void MenuBarManager::installPanelCallbacks() {
+    panel_.onActivate = lifetime_.guard([this](const PanelItem& item) { activate(item); });
+    panel_.onOpenSettings = lifetime_.guard([this] { openSettings(); });
 }
 
 void MenuBarManager::installHoverCallbacks() {

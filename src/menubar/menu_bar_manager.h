@@ -1,7 +1,10 @@
 #pragma once
 
+#include "async/task_scope.h"
 #include "clock/menu_bar_clock.h"
 #include "hidden_items/closed_interval.h"
+#include "hidden_items/hidden_items_panel_controller.h"
+#include "hidden_items/snapshot.h"
 #include "hotkeys/hotkey_manager.h"
 #include "menubar/control_item.h"
 #include "menubar/hover_target.h"
@@ -41,7 +44,8 @@ public:
 
     void toggleHidden();
     void toggleAlwaysHidden();
-    /// Without access to pictures of the screen, asks for it and for the settings that explain it.
+    /// Closes the panel where it is shown. Without access to pictures of the screen, asks for it and for the
+    /// settings that explain it.
     void togglePanel();
     void openSettings();
     /// Returns once the menu has closed.
@@ -51,6 +55,12 @@ public:
 
     /// Shows the whole menu bar long enough to drag a new clock to its place.
     void revealForClockPlacement();
+
+    /// Clicks the real item, wherever it is by now, after the panel has been closed and the item been shown.
+    void activate(const PanelItem& item);
+
+    /// What is known of the hidden items.
+    const Snapshot& snapshot() const { return snapshot_; }
 
     bool isPointerInMenuBar() const;
 
@@ -66,12 +76,26 @@ private:
     void installClock();
     void installToolTips();
     void installClickCallbacks();
+    void installPanelCallbacks();
     void installHoverCallbacks();
     void installEventMonitors();
     void observePreferences();
 
     Menu toggleMenu();
     void requestSettings(std::optional<SettingsTab> tab) const;
+
+    /// The toggle's screen, or else the main one. Absent where there is neither.
+    std::optional<Screen> menuBarScreen();
+
+    /// Takes the place of the one that is pending. Nothing happens without access to pictures of the screen.
+    void scheduleSnapshot(Seconds delay);
+    Task<> takeSnapshotAfter(Seconds delay);
+    /// Pictures what is shown at once.
+    Task<> takeSnapshot();
+    Task<> openPanel();
+    bool isSnapshotOutdated() const;
+    Task<> refreshSnapshot();
+    Task<> clickRealItem(std::uint32_t windowID);
 
     void changeRevealLevel(RevealLevel level);
     void invalidateRehideTimer();
@@ -97,6 +121,7 @@ private:
     ControlItem toggle_;
     ControlItem hiddenDivider_;
     ControlItem alwaysHiddenDivider_;
+    HiddenItemsPanelController panel_;
     std::unique_ptr<MenuBarClock> clock_;
     HoverTarget hoverTarget_;
     std::vector<Subscription> cancellables_;
@@ -105,9 +130,12 @@ private:
     std::unique_ptr<TrackingArea> hoverTrackingArea_;
     std::shared_ptr<Timer> hoverWorkItem_;
     Date lastScrollToggle_ = distantPast;
+    Snapshot snapshot_;
+    TaskHandle snapshotTask_;
     RevealLevel revealLevel_ = RevealLevel::none;
     /// Menus of ours that are open: nothing hides by itself meanwhile.
     int openMenus_ = 0;
+    TaskScope tasks_;
     Lifetime lifetime_;
 };
 

@@ -11,6 +11,8 @@ namespace {
 constexpr Seconds rehideDelayFloor = 1.0;
 constexpr Seconds rehideRetry = 1.0;
 constexpr Seconds clockPlacementReveal = 45.0;
+/// Time for the menu bar to lay the icons out.
+constexpr Seconds snapshotDelay = 0.4;
 
 }  // namespace
 
@@ -27,6 +29,8 @@ void MenuBarManager::applyRevealLevel() {
     toggle_.image = toggleImage(revealLevel_ != RevealLevel::none, preferences_->toggleIconStyle.value());
     toggle_.update();
     restartRehideTimer();
+    if (revealLevel_ != RevealLevel::none)
+        scheduleSnapshot(snapshotDelay);
 }
 
 void MenuBarManager::restartRehideTimer() {
@@ -49,7 +53,7 @@ void MenuBarManager::scheduleRehideTimer(Seconds interval) {
 }
 
 void MenuBarManager::rehideTimerFired() {
-    if (openMenus_ > 0 || isPointerInMenuBar() || isOtherAppMenuOpen(platform_))
+    if (openMenus_ > 0 || isPointerInMenuBar() || panel_.isVisible() || isOtherAppMenuOpen(platform_))
         scheduleRehideTimer(rehideRetry);
     else if (revealLevel_ != RevealLevel::none)
         changeRevealLevel(RevealLevel::none);

@@ -112,7 +112,8 @@ TEST_F(ControlItemTest, IsClickedByAReleaseAndNeverByAPress) {
         EXPECT_TRUE(clicks_.empty());
         desktop_.release("Test.Item", mouseButton, modifier::option);
         const auto type = mouseButton == MouseButton::left ? EventType::leftMouseUp : EventType::rightMouseUp;
-        EXPECT_EQ(clicks_, (std::vector{Event{type, modifier::option}}));
+        const auto window = desktop_.statusBar().windowNumber(statusItem());
+        EXPECT_EQ(clicks_, (std::vector{Event{type, modifier::option, 0, 0, window}}));
     }
 }
 

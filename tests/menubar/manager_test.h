@@ -8,7 +8,8 @@
 namespace velmo {
 
 /// The manager on a simulated desktop that has one item of another application, 100 points wide, at the far
-/// right. The pointer begins outside the menu bar.
+/// right. The pointer begins outside the menu bar. Without access to pictures of the screen, so that
+/// nothing but the test's own subject runs.
 class ManagerTest : public testing::Test {
 protected:
     static constexpr const char* toggle = "Velmo.Toggle";
@@ -21,6 +22,7 @@ protected:
     ManagerTest() {
         desktop_.statusBar().addOther({"system", 7, "System", {}, 100});
         desktop_.movePointer(outside);
+        desktop_.screenCapture().setGranted(false);
     }
 
     void start() {

@@ -56,7 +56,10 @@ void SimulatedDesktop::pressAtPointer(MouseButton button, ModifierFlags flags) {
         return;
     }
     pressedWindow(button) = 0;
-    events_.deliver({pressType(button), flags});
+    if (const auto* panel = windows_.panelAt(events_.mouseLocation()))
+        events_.deliverLocally({pressType(button), flags, 0, 0, panel->windowNumber()});
+    else
+        events_.deliver({pressType(button), flags});
 }
 
 void SimulatedDesktop::releaseAtPointer(MouseButton button, ModifierFlags flags) {
@@ -77,18 +80,29 @@ void SimulatedDesktop::scrollAtPointer(double deltaX, double deltaY) {
         events_.deliver({EventType::scrollWheel, 0, deltaX, deltaY});
 }
 
+bool SimulatedDesktop::pressKey(std::uint16_t keyCode) {
+    const auto* panel = windows_.visiblePanel();
+    return panel == nullptr ||
+           events_.deliverLocally({EventType::keyDown, 0, 0, 0, panel->windowNumber(), keyCode});
+}
+
 void SimulatedDesktop::pressItem(SimulatedStatusItem& item, MouseButton button, ModifierFlags flags) {
-    pressedWindow(button) = statusBar_.windowNumber(item);
-    if (auto* face = item.button())
-        face->press({pressType(button), flags}, application_);
+    const auto window = statusBar_.windowNumber(item);
+    pressedWindow(button) = window;
+    const Event press{pressType(button), flags, 0, 0, window};
+    if (!events_.deliverLocally(press))
+        pressedWindow(button) = 0;
+    else if (auto* face = item.button())
+        face->press(press, application_);
 }
 
 void SimulatedDesktop::releaseItem(SimulatedStatusItem* item, MouseButton button, ModifierFlags flags) {
     const auto pressed = std::exchange(pressedWindow(button), 0);
     if (item == nullptr)
         return;
+    const auto window = statusBar_.windowNumber(*item);
     if (auto* face = item->button())
-        face->release({releaseType(button), flags}, statusBar_.windowNumber(*item) == pressed, application_);
+        face->release({releaseType(button), flags, 0, 0, window}, window == pressed, application_);
 }
 
 }  // namespace velmo

@@ -76,11 +76,14 @@ public:
     bool click(std::string_view autosaveName, MouseButton button = MouseButton::left,
                ModifierFlags flags = 0);
 
-    /// These act where the pointer is: on the own item under it, or else on another application, where the
-    /// global monitors see it.
+    /// These act where the pointer is: on the own item or the panel under it, or else on another application,
+    /// where the global monitors see it.
     void pressAtPointer(MouseButton button = MouseButton::left, ModifierFlags flags = 0);
     void releaseAtPointer(MouseButton button = MouseButton::left, ModifierFlags flags = 0);
     void clickAtPointer(MouseButton button = MouseButton::left, ModifierFlags flags = 0);
+    /// Presses a key while no own window has the keyboard. False where a monitor swallowed it: it then
+    /// reaches no other application either.
+    bool pressKey(std::uint16_t keyCode);
     /// Deltas in points.
     void scrollAtPointer(double deltaX, double deltaY);
 

@@ -23,6 +23,10 @@ public:
 
     /// Nothing that shows views can be made from now on.
     void setRefuses(bool refuses) { refuses_ = refuses; }
+    /// Null where none is visible.
+    const SimulatedPanel* visiblePanel() const;
+    const SimulatedPanel* panelAt(const Point& point) const;
+
     /// What every content wants from now on, in points.
     void setFittingSize(const Size& size) { fittingSize_ = size; }
     const Size& fittingSize() const { return fittingSize_; }

@@ -1,0 +1,114 @@
+#include "hidden_items/hidden_items_panel_controller.h"
+
+#include "hidden_items/hidden_items_panel_view.h"
+#include "platform/run_loop.h"
+#include "platform/window_factory.h"
+#include "platform/window_server.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velmo {
+
+namespace {
+
+/// Points.
+constexpr double screenMargin = 8;
+constexpr double anchorDistance = 6;
+
+constexpr std::uint16_t escapeKey = 53;
+constexpr EventMask presses = maskOf(EventType::leftMouseDown) | maskOf(EventType::rightMouseDown);
+
+constexpr PanelConfiguration configuration{
+    .styleMask = panel_style::borderless | panel_style::nonactivatingPanel | panel_style::fullSizeContentView,
+    .level = window_layer::popUpMenu,
+    .collectionBehavior = collection_behavior::canJoinAllSpaces | collection_behavior::transient |
+                          collection_behavior::fullScreenAuxiliary,
+    .isFloating = true,
+    .hidesOnDeactivate = false,
+    .hasShadow = true,
+    .cornerRadius = 10,
+};
+
+/// Where the two edges of the screen ask for different things, the left one wins.
+Rect frameBelow(const Rect& anchor, const Size& size, const Screen& screen) {
+    double x = anchor.midX() - size.width / 2;
+    x = std::min(x, screen.visibleFrame.maxX() - size.width - screenMargin);
+    x = std::max(x, screen.visibleFrame.minX() + screenMargin);
+    return {x, anchor.minY() - size.height - anchorDistance, size.width, size.height};
+}
+
+}  // namespace
+
+void HiddenItemsPanelController::show(std::vector<PanelItem> hidden, std::vector<PanelItem> alwaysHidden,
+                                      const Screen& screen, const Rect& anchor) {
+    closingPress_.reset();
+    if (!panel_)
+        panel_ = platform_.windows.makePanel(configuration);
+    if (!panel_)
+        return;
+    panel_->setContent(content(std::move(hidden), std::move(alwaysHidden)));
+    panel_->setFrame(frameBelow(anchor, panel_->fittingSize(), screen));
+    panel_->orderFrontRegardless();
+    installMonitors();
+}
+
+View HiddenItemsPanelController::content(std::vector<PanelItem> hidden, std::vector<PanelItem> alwaysHidden) {
+    // Copies: a callback may replace itself, or end this controller.
+    const HiddenItemsPanelView view{std::move(hidden), std::move(alwaysHidden),
+                                    lifetime_.guard([this](const PanelItem& item) {
+                                        if (const auto callback = onActivate)
+                                            callback(item);
+                                    }),
+                                    lifetime_.guard([this] {
+                                        if (const auto callback = onOpenSettings)
+                                            callback();
+                                    })};
+    return view.body();
+}
+
+void HiddenItemsPanelController::installMonitors() {
+    monitors_.clear();
+    const auto keep = [this](std::unique_ptr<EventMonitor> monitor) {
+        if (monitor)
+            monitors_.push_back(std::move(monitor));
+    };
+    keep(platform_.events.addGlobalMonitor(presses, lifetime_.guard([this](const Event&) {
+        platform_.runLoop.post(lifetime_.guard([this] { close(); }));
+    })));
+    auto seen = lifetime_.guard(
+        [this](const Event& event, EventDisposition& disposition) { disposition = localEvent(event); });
+    keep(platform_.events.addLocalMonitor(presses | maskOf(EventType::keyDown),
+                                          [seen = std::move(seen)](const Event& event) mutable {
+                                              auto disposition = EventDisposition::pass;
+                                              seen(event, disposition);
+                                              return disposition;
+                                          }));
+}
+
+EventDisposition HiddenItemsPanelController::localEvent(const Event& event) {
+    if (event.type == EventType::keyDown) {
+        if (event.keyCode != escapeKey)
+            return EventDisposition::pass;
+        close();
+        return EventDisposition::swallow;
+    }
+    if (panel_ && event.windowNumber != panel_->windowNumber()) {
+        close();
+        closingPress_ = event.windowNumber;
+    }
+    return EventDisposition::pass;
+}
+
+void HiddenItemsPanelController::close() {
+    if (panel_)
+        panel_->orderOut();
+    monitors_.clear();
+}
+
+bool HiddenItemsPanelController::takeClosingPress(const Event& click) {
+    const auto press = std::exchange(closingPress_, std::nullopt);
+    return press && *press == click.windowNumber;
+}
+
+}  // namespace velmo
