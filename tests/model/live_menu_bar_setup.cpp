@@ -5,6 +5,7 @@ namespace velmo {
 
 LiveMenuBar::LiveMenuBar(const ModelPreferences& stored) {
     store(stored);
+    desktop_.screenCapture().setGranted(false);
     auto& bar = desktop_.statusBar();
     bar.addOther({"at the right", otherProcess, "Right", std::nullopt, 24});
     desktop_.menus().setScript([this](SimulatedOpenMenu& menu) { useOwnMenu(menu); });

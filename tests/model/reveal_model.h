@@ -119,7 +119,7 @@ private:
     bool windowServerAnswers_ = true;
     MenuPlan menuPlan_;
     bool isOwnMenuOpen_ = false;
-    bool mayCaptureScreen_ = true;
+    bool mayCaptureScreen_ = false;
     std::size_t accessRequests_ = 0;
     std::vector<HeldKey> heldKeys_;
     std::uint32_t nextShortcutId_ = 1;

@@ -61,7 +61,7 @@ struct Appearance {
     bool toggleRevealed;
 };
 
-inline constexpr std::size_t rowCount = 90;
+inline constexpr std::size_t rowCount = 87;
 
 /// Every transition there is. A cause that is missing for a level cannot happen at it.
 const std::array<Row, rowCount>& revealTable();

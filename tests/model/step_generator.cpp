@@ -114,7 +114,7 @@ void StepGenerator::chooseParameters(Step& step, const RevealModel& model) {
             step.x = random_.pick(thicknesses);
             break;
         case Trigger::setScreenCapture:
-            step.on = random_.chance(50);
+            step.on = false;
             break;
         case Trigger::setTimeOfDay:
             step.x = model.now() + random_.whole(-3, 5);
