@@ -47,6 +47,7 @@ void DesktopSession::SetUp() {
                     {"LC_ALL", "C.UTF-8"},
                     // Nothing of the machine's own session takes part.
                     {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    writeDefaults(nlohmann::json::object());
 }
 
 void DesktopSession::TearDown() {
@@ -91,8 +92,11 @@ void DesktopSession::startWindowManager(const std::vector<std::string>& command)
 }
 
 void DesktopSession::writeDefaults(const nlohmann::json& values) const {
+    nlohmann::json complete = values;
+    // The first launch of all opens the settings, which is a matter for tests of its own.
+    complete.emplace("hasCompletedFirstLaunch", true);
     std::filesystem::create_directories(defaultsFile().parent_path());
-    std::ofstream(defaultsFile()) << values.dump(2);
+    std::ofstream(defaultsFile()) << complete.dump(2);
 }
 
 nlohmann::json DesktopSession::readDefaults() const {

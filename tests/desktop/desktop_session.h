@@ -33,7 +33,7 @@ protected:
     void startServer(const std::string& screen = "1280x720x24", const std::vector<std::string>& options = {});
     void stopServer();
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
-    /// Written before Velmo starts; keys as in the defaults file.
+    /// Written before Velmo starts; keys as in the defaults file. Not its first launch, unless they say so.
     void writeDefaults(const nlohmann::json& values) const;
     nlohmann::json readDefaults() const;
     std::filesystem::path defaultsFile() const { return home_ / "config" / "velmo" / "defaults.json"; }

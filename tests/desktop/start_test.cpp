@@ -96,6 +96,7 @@ TEST_F(Start, NextStartAfterASuddenEndFindsTheDisplayFree) {
 }
 
 TEST_F(Start, RecordsTheFirstLaunch) {
+    std::filesystem::remove(defaultsFile());
     startServer();
     startVelmo();
     EXPECT_TRUE(eventually([&] { return std::filesystem::exists(defaultsFile()); }));

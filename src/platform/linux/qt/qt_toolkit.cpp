@@ -41,7 +41,6 @@ public:
         QAccessible::installFactory(makeAccessible);
         QApplication::setQuitOnLastWindowClosed(false);
         QApplication::setApplicationName(QStringLiteral("velmo"));
-        QApplication::setApplicationDisplayName(QStringLiteral("Velmo"));
     }
 
     void runWhile(const std::function<bool()>& condition) override { loop_.runWhile(condition); }

@@ -35,7 +35,9 @@ protected:
             owner_.rememberPlace();
     }
     void closeEvent(QCloseEvent* event) override {
-        event->accept();
+        // Hidden, not closed: it is shown again as the same window.
+        event->ignore();
+        hide();
         // Later: the owner may end the window.
         if (const auto handler = owner_.onClose_)
             QMetaObject::invokeMethod(this, handler, Qt::QueuedConnection);

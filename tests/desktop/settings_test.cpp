@@ -1,0 +1,106 @@
+#include "desktop_session.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace velmo::desktop {
+
+namespace {
+
+class SettingsWindow : public DesktopSession {
+protected:
+    void SetUp() override {
+        DesktopSession::SetUp();
+        startServer();
+    }
+
+    std::optional<xcb_window_t> settings() const {
+        const auto window = x().windowTitled("Velmo Settings");
+        return window && x().isViewable(*window) ? window : std::nullopt;
+    }
+
+    /// As the user does who starts the program once more.
+    void startAgain() const { outputOf({VELMO_PROGRAM}, environment_); }
+
+    void openSettings() {
+        startAgain();
+        ASSERT_TRUE(eventually([&] { return settings().has_value(); }));
+    }
+
+    xcb_window_t activeWindow() const {
+        const auto active = x().cardinals(x().root(), "_NET_ACTIVE_WINDOW");
+        return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
+    }
+};
+
+TEST_F(SettingsWindow, FirstLaunchOpensItAndTheNextDoesNot) {
+    std::filesystem::remove(defaultsFile());
+    startWindowManager();
+    startVelmo();
+    ASSERT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_EQ(x().area(*settings())->width, 540);
+    EXPECT_EQ(x().area(*settings())->height, 500);
+    stopVelmo();
+    startVelmo();
+    EXPECT_TRUE(stays([&] { return !settings(); }, milliseconds(700)));
+}
+
+TEST_F(SettingsWindow, SecondRequestShowsTheSameWindow) {
+    startWindowManager();
+    startVelmo();
+    EXPECT_FALSE(settings());
+    openSettings();
+    const auto first = *settings();
+    startAgain();
+    EXPECT_TRUE(stays([&] { return settings() == first; }, milliseconds(500)));
+    // Closed by the user, as the window manager does it.
+    outputOf({"wmctrl", "-i", "-c", std::to_string(first)}, environment_);
+    ASSERT_TRUE(eventually([&] { return !settings(); }));
+    openSettings();
+    EXPECT_EQ(*settings(), first);
+}
+
+TEST_F(SettingsWindow, PlaceIsRememberedOverARestart) {
+    startWindowManager();
+    startVelmo();
+    openSettings();
+    outputOf({"wmctrl", "-i", "-r", std::to_string(*settings()), "-e", "0,131,97,-1,-1"}, environment_);
+    ASSERT_TRUE(eventually([&] { return std::abs(x().area(*settings())->x - 131) < 30; }));
+    const auto place = *x().area(*settings());
+    ASSERT_TRUE(eventually([&] { return readDefaults().contains("windowPlace.Velmo.SettingsWindow"); }));
+    stopVelmo();
+    startVelmo();
+    openSettings();
+    EXPECT_TRUE(eventually([&] { return x().area(*settings())->x == place.x; }));
+    EXPECT_EQ(x().area(*settings())->y, place.y);
+}
+
+class SettingsUnder : public SettingsWindow, public testing::WithParamInterface<std::string> {};
+
+TEST_P(SettingsUnder, ComesToTheFrontOfWhatTheUserWorksWith) {
+    if (GetParam() == "i3") {
+        const auto config = home_ / "i3.conf";
+        std::ofstream(config) << "# i3 config file (v4)\nbar { i3bar_command true }\n";
+        startWindowManager({"i3", "-c", config});
+    } else {
+        startWindowManager({GetParam()});
+    }
+    startVelmo();
+    const auto other = startOrdinaryWindow();
+    ASSERT_TRUE(eventually([&] { return activeWindow() == other; }));
+    openSettings();
+    EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
+    // Where the settings do not cover it.
+    const auto place = *x().area(other);
+    xdotool({"mousemove", std::to_string(place.x + 10), std::to_string(place.y + 40), "click", "1"});
+    ASSERT_TRUE(eventually([&] { return activeWindow() == other; }));
+    startAgain();
+    EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, SettingsUnder, testing::Values("openbox", "i3"),
+                         [](const auto& test) { return test.param; });
+
+}  // namespace
+
+}  // namespace velmo::desktop
