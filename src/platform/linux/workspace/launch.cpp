@@ -42,7 +42,8 @@ bool isExecutable(const std::string& file) {
 std::optional<std::string> findProgram(const std::string& name, const std::string& folders) {
     std::istringstream stream(folders);
     for (std::string folder; std::getline(stream, folder, ':');) {
-        const std::string file = folder + "/" + name;
+        std::string file = folder;
+        file.append("/").append(name);
         // What is relative depends on where we happen to be.
         if (folder.starts_with('/') && isExecutable(file))
             return file;
