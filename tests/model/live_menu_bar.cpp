@@ -22,9 +22,11 @@ std::vector<std::string_view> titlesOf(MenuChoice choice) {
         case MenuChoice::openPanel:
             return {"Open Hidden Items Panel"};
         case MenuChoice::openSettings:
-            return {"Settings…"};
+            return {"Settings…", "Clock Settings…"};
         case MenuChoice::quit:
             return {"Quit Velmo"};
+        case MenuChoice::hideClock:
+            return {"Hide velmo Clock"};
     }
     return {};
 }
@@ -132,6 +134,9 @@ void LiveMenuBar::performPreference(const Step& step) {
         case Trigger::setAlwaysHiddenEnabled:
             preferences_->alwaysHiddenEnabled.set(step.on);
             break;
+        case Trigger::setClockEnabled:
+            preferences_->clockEnabled.set(step.on);
+            break;
         case Trigger::setClickAction:
             preferences_->clickAction.set(allClickActions[step.choice]);
             break;
@@ -229,7 +234,7 @@ void LiveMenuBar::pass(std::int64_t nanoseconds) {
 
 bool LiveMenuBar::useOtherButton(OwnItem item) {
     const auto* slot = desktop_.statusBar().slot(nameOf(item));
-    if (!desktop_.statusBar().isOnScreen(*slot))
+    if (slot == nullptr || !desktop_.statusBar().isOnScreen(*slot))
         return false;
     slot->own->button()->press({EventType::otherMouseDown}, desktop_.application());
     slot->own->button()->release({EventType::otherMouseUp}, true, desktop_.application());

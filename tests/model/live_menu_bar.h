@@ -46,6 +46,7 @@ private:
     void setScreens(std::size_t arrangement);
     SimulatedStatusItem& item(OwnItem item);
     bool isHoverTracked();
+    std::string stateOfClock();
 
     Account account_;
     MenuPlan menuPlan_;

@@ -11,6 +11,8 @@ LiveMenuBar::LiveMenuBar(const ModelPreferences& stored) {
     desktop_.menus().setScript([this](SimulatedOpenMenu& menu) { useOwnMenu(menu); });
     desktop_.hotKeys().setCallObserver(
         [this](const SimulatedHotKeyService::Call& call) { hotKeyCalled(call); });
+    // The calendar's days take no part in this, and a good deal of time.
+    desktop_.dates().calendar().setKnowsNothing(true);
     preferences_ = std::make_shared<Preferences>(desktop_.userDefaults());
     manager_ = std::make_unique<MenuBarManager>(preferences_, desktop_.platform());
     manager_->onOpenSettings = [this](std::optional<SettingsTab> tab) {
@@ -21,6 +23,7 @@ LiveMenuBar::LiveMenuBar(const ModelPreferences& stored) {
     bar.addOther({"always hidden", otherProcess, "Always hidden", std::nullopt, 24});
     bar.moveRightOf("Velmo.Divider", "shown");
     bar.moveRightOf("Velmo.AlwaysHiddenDivider", "hidden");
+    bar.moveLeftOf("always hidden", "Velmo.Clock");
 }
 
 void LiveMenuBar::store(const ModelPreferences& stored) {
@@ -31,6 +34,9 @@ void LiveMenuBar::store(const ModelPreferences& stored) {
     defaults.setBool(stored.showOnHover, "showOnHover");
     defaults.setBool(stored.showOnScroll, "showOnScroll");
     defaults.setBool(stored.alwaysHiddenEnabled, "alwaysHiddenEnabled");
+    defaults.setBool(stored.clockEnabled, "clockEnabled");
+    // A text that time does not change.
+    defaults.setObject(std::string("'clock'"), "clockFormat");
     defaults.setObject(std::string(rawValue(stored.clickAction)), "clickAction");
     defaults.setObject(std::string(rawValue(stored.toggleIconStyle)), "toggleIconStyle");
     storeShortcut(stored.hotkey, "hotkey");

@@ -56,6 +56,13 @@ bool LiveMenuBar::isHoverTracked() {
            areas.front().second == &item(OwnItem::toggle);
 }
 
+std::string LiveMenuBar::stateOfClock() {
+    if (desktop_.statusBar().item(nameOf(OwnItem::clock)) == nullptr)
+        return "off";
+    const auto& popovers = desktop_.windows().popovers();
+    return popovers.empty() || !popovers.front()->isShown() ? "on" : "on, with its calendar";
+}
+
 Observation LiveMenuBar::observe() {
     auto& toggle = item(OwnItem::toggle);
     auto& hidden = item(OwnItem::hiddenDivider);
@@ -71,6 +78,7 @@ Observation LiveMenuBar::observe() {
     seen.toggleImage = nameOfToggleImage(toggle.button()->image());
     seen.hiddenDividerImage = nameOfDividerImage(hidden.button()->image());
     seen.alwaysHiddenDividerImage = nameOfDividerImage(alwaysHidden.button()->image());
+    seen.clock = stateOfClock();
     seen.hoverTracked = isHoverTracked();
     seen.pointerInMenuBar = manager_->isPointerInMenuBar();
     seen.posted = desktop_.runLoop().postedCount();

@@ -6,9 +6,9 @@
 
 namespace velmo {
 
-enum class MenuChoice { nothing, toggleHidden, toggleAlwaysHidden, openPanel, openSettings, quit };
+enum class MenuChoice { nothing, toggleHidden, toggleAlwaysHidden, openPanel, openSettings, quit, hideClock };
 
-inline constexpr std::size_t menuChoiceCount = 6;
+inline constexpr std::size_t menuChoiceCount = 7;
 
 /// What the user does with a menu of the program that a step happens to open.
 struct MenuPlan {

@@ -10,7 +10,7 @@ namespace velmo {
 /// Work that the model has before it: what is posted, in order, and what waits for its moment.
 class ModelAgenda {
 public:
-    enum class Wait { rehide, clickOutside, hover };
+    enum class Wait { rehide, clickOutside, hover, clockTick, calendarTick };
     using WaitId = std::uint64_t;
 
     enum class Task {
@@ -21,6 +21,8 @@ public:
         delayChanged,
         styleChanged,
         alwaysHiddenChanged,
+        clockEnabledChanged,
+        clockTicked,
         shortcutsChanged,
         toggleShortcutPressed,
         panelShortcutPressed

@@ -18,7 +18,7 @@ bool ModelGeometry::isPointerInMenuBar() const {
 }
 
 std::optional<ModelGeometry::Span> ModelGeometry::spanOf(OwnItem item) const {
-    if (screens.empty() || (item == OwnItem::alwaysHiddenDivider && !alwaysHiddenDividerVisible))
+    if (screens.empty() || !isVisible(item))
         return std::nullopt;
     // One other item to the right of each own item.
     double right = screens.front().x + screens.front().width - otherItemWidth;
@@ -27,12 +27,22 @@ std::optional<ModelGeometry::Span> ModelGeometry::spanOf(OwnItem item) const {
         right -= toggleWidth + otherItemWidth;
         width = hiddenDividerLength;
     }
-    if (item == OwnItem::alwaysHiddenDivider) {
+    if (item == OwnItem::alwaysHiddenDivider || item == OwnItem::clock) {
         right -= hiddenDividerLength + otherItemWidth;
         width = alwaysHiddenDividerLength;
     }
+    if (item == OwnItem::clock) {
+        right -= (alwaysHiddenDividerVisible ? alwaysHiddenDividerLength : 0) + otherItemWidth;
+        width = *clockWidth;
+    }
     const Span span{right - width, right};
     return isOnAnyScreen(span) ? std::optional(span) : std::nullopt;
+}
+
+bool ModelGeometry::isVisible(OwnItem item) const {
+    if (item == OwnItem::clock)
+        return clockWidth.has_value();
+    return item != OwnItem::alwaysHiddenDivider || alwaysHiddenDividerVisible;
 }
 
 bool ModelGeometry::isOnAnyScreen(const Span& span) const {
@@ -50,7 +60,8 @@ std::optional<OwnItem> ModelGeometry::itemUnderPointer() const {
     // The lower edge and the left one belong to an item.
     if (pointerY >= top || pointerY < top - thickness)
         return std::nullopt;
-    for (const OwnItem item : {OwnItem::toggle, OwnItem::hiddenDivider, OwnItem::alwaysHiddenDivider}) {
+    for (const OwnItem item :
+         {OwnItem::toggle, OwnItem::hiddenDivider, OwnItem::alwaysHiddenDivider, OwnItem::clock}) {
         const auto span = spanOf(item);
         if (span && pointerX >= span->minX && pointerX < span->maxX)
             return item;

@@ -11,7 +11,7 @@ namespace velmo {
 /// Where the program's items, the menu bars and the pointer are.
 class ModelGeometry {
 public:
-    /// Of all widths on the bar, those of the dividers alone vary.
+    /// Of all widths on the bar, those of the dividers and of the clock alone vary.
     static constexpr double toggleWidth = 26;
     static constexpr double otherItemWidth = 24;
 
@@ -28,6 +28,8 @@ public:
     double hiddenDividerLength = 10000;
     double alwaysHiddenDividerLength = 10000;
     bool alwaysHiddenDividerVisible = false;
+    /// Absent while the clock is off.
+    std::optional<double> clockWidth;
 
     bool isPointerInMenuBar() const;
     /// Where the item lies on the primary screen's bar. Absent while no part of it is on any screen.
@@ -36,6 +38,7 @@ public:
     std::optional<OwnItem> itemUnderPointer() const;
 
 private:
+    bool isVisible(OwnItem item) const;
     bool isOnAnyScreen(const Span& span) const;
 };
 

@@ -14,6 +14,7 @@ struct ModelPreferences {
     bool showOnHover = false;
     bool showOnScroll = false;
     bool alwaysHiddenEnabled = false;
+    bool clockEnabled = false;
     ClickAction clickAction = ClickAction::revealInMenuBar;
     ToggleIconStyle toggleIconStyle = ToggleIconStyle::chevron;
     /// Places among the shortcuts, or their number for none.

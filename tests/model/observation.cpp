@@ -22,9 +22,9 @@ std::string describe(const Observation& observation) {
         << "; enabled: divider " << o.hiddenDividerEnabled << ", always-hidden divider "
         << o.alwaysHiddenDividerEnabled << "; always-hidden divider visible " << o.alwaysHiddenDividerVisible
         << "; images: toggle \"" << o.toggleImage << "\", divider \"" << o.hiddenDividerImage
-        << "\", always-hidden divider \"" << o.alwaysHiddenDividerImage << "\"; hover tracked "
-        << o.hoverTracked << "; pointer in menu bar " << o.pointerInMenuBar << "; posted " << o.posted
-        << "; timers " << o.timers << ", next in ";
+        << "\", always-hidden divider \"" << o.alwaysHiddenDividerImage << "\"; clock " << o.clock
+        << "; hover tracked " << o.hoverTracked << "; pointer in menu bar " << o.pointerInMenuBar
+        << "; posted " << o.posted << "; timers " << o.timers << ", next in ";
     if (o.nanosecondsToNextTimer)
         out << *o.nanosecondsToNextTimer << " ns";
     else

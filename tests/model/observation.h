@@ -21,10 +21,12 @@ struct Observation {
     std::string toggleImage;
     std::string hiddenDividerImage;
     std::string alwaysHiddenDividerImage;
+    /// Whether the clock is on, and its calendar open.
+    std::string clock;
     bool hoverTracked = false;
     bool pointerInMenuBar = false;
     std::size_t posted = 0;
-    /// Pending re-hides, hides after a click outside and reveals by hover.
+    /// Pending re-hides, hides after a click outside, reveals by hover, and ticks.
     std::size_t timers = 0;
     std::optional<std::int64_t> nanosecondsToNextTimer;
     /// The hot keys that are registered.

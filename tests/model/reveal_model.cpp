@@ -39,6 +39,8 @@ RevealModel::RevealModel(const ModelPreferences& stored) : preferences_(stored) 
     if (stored.showOnHover)
         hovering_ = false;
     account_.handlerInstalled();
+    if (stored.clockEnabled)
+        startClock();
     apply();
     registerShortcuts();
 }
@@ -56,6 +58,9 @@ Observation RevealModel::observe() {
             .toggleImage = toggleImage_,
             .hiddenDividerImage = hiddenCollapsed ? "Velmo divider" : "",
             .alwaysHiddenDividerImage = alwaysHiddenCollapsed ? "Velmo always-hidden divider" : "",
+            .clock = !clockTick_     ? "off"
+                     : calendarTick_ ? "on, with its calendar"
+                                     : "on",
             .hoverTracked = hovering_.has_value(),
             .pointerInMenuBar = geometry_.isPointerInMenuBar(),
             .posted = agenda_.postedCount(),
@@ -144,6 +149,11 @@ void RevealModel::run(const ModelAgenda::Posted& posted) {
         case Task::alwaysHiddenChanged:
             alwaysHiddenChanged(posted.value != 0);
             break;
+        case Task::clockEnabledChanged:
+            clockEnabledChanged(posted.value != 0);
+            break;
+        case Task::clockTicked:
+            break;
         case Task::shortcutsChanged:
             take(Cause::shortcutsChange);
             registerShortcuts();
@@ -167,6 +177,13 @@ void RevealModel::over(Wait wait) {
             break;
         case Wait::hover:
             hoverOver();
+            break;
+        case Wait::clockTick:
+            clockTick_ = agenda_.wait(Wait::clockTick, tickInterval);
+            agenda_.post(Task::clockTicked);
+            break;
+        case Wait::calendarTick:
+            calendarTick_ = agenda_.wait(Wait::calendarTick, tickInterval);
             break;
     }
 }

@@ -41,6 +41,11 @@ private:
     using Task = ModelAgenda::Task;
     using Wait = ModelAgenda::Wait;
 
+    /// Points between an item and its menu.
+    static constexpr double menuDistance = 4;
+    /// Seconds, of the clock and of its calendar.
+    static constexpr double tickInterval = 1;
+
     bool performTime(const Step& step);
     bool performMouse(const Step& step);
     bool performSurroundings(const Step& step);
@@ -90,6 +95,12 @@ private:
     void alwaysHiddenChanged(bool on);
     void placeClock();
 
+    void clockEnabledChanged(bool on);
+    void startClock();
+    void stopClock();
+    void clockClicked(bool rightButton);
+    void showClockMenu();
+
     bool isMenuOpen() const;
     void take(Cause cause);
     void apply();
@@ -126,9 +137,21 @@ private:
     /// Key codes and modifiers.
     std::set<std::pair<std::uint32_t, std::uint32_t>> refused_;
     Account account_;
+    std::optional<ModelAgenda::WaitId> clockTick_;
+    /// Absent while the calendar is closed.
+    std::optional<ModelAgenda::WaitId> calendarTick_;
+    /// The clock's text never changes here: once shown, it is not written again.
+    bool wasClockShown_ = false;
     /// Where each button of the mouse went down.
     std::array<std::optional<OwnItem>, 2> pressed_;
     std::array<std::uint64_t, rowCount> taken_{};
 };
+
+template <typename T>
+void RevealModel::change(T& preference, const T& value, std::optional<Task> reaction, double delivered) {
+    if (preference != value && reaction)
+        agenda_.post(*reaction, delivered);
+    preference = value;
+}
 
 }  // namespace velmo

@@ -7,7 +7,6 @@ namespace velmo {
 namespace {
 
 constexpr std::string_view separator;
-constexpr double menuDistance = 4;
 
 }  // namespace
 
@@ -53,6 +52,8 @@ void RevealModel::chooseFromOwnMenu(MenuChoice choice) {
             break;
         case MenuChoice::quit:
             account_.quit();
+            break;
+        case MenuChoice::hideClock:
             break;
     }
 }

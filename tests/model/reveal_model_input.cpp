@@ -132,13 +132,6 @@ void RevealModel::movePointer(double x, double y) {
         hover_ = agenda_.wait(Wait::hover, hoverDelay);
 }
 
-template <typename T>
-void RevealModel::change(T& preference, const T& value, std::optional<Task> reaction, double delivered) {
-    if (preference != value && reaction)
-        agenda_.post(*reaction, delivered);
-    preference = value;
-}
-
 bool RevealModel::performPreference(const Step& step) {
     const double on = step.on ? 1 : 0;
     switch (step.trigger) {
@@ -159,6 +152,9 @@ bool RevealModel::performPreference(const Step& step) {
             break;
         case Trigger::setAlwaysHiddenEnabled:
             change(preferences_.alwaysHiddenEnabled, step.on, Task::alwaysHiddenChanged, on);
+            break;
+        case Trigger::setClockEnabled:
+            change(preferences_.clockEnabled, step.on, Task::clockEnabledChanged, on);
             break;
         case Trigger::setClickAction:
             preferences_.clickAction = allClickActions[step.choice];
@@ -232,7 +228,7 @@ void RevealModel::releaseOn(std::optional<OwnItem> item, bool rightButton, Modif
 }
 
 bool RevealModel::isEnabled(OwnItem item) const {
-    if (item == OwnItem::toggle)
+    if (item == OwnItem::toggle || item == OwnItem::clock)
         return true;
     const Appearance& appearance = appearanceOf(level_);
     return (item == OwnItem::hiddenDivider ? appearance.hiddenDividerLength
@@ -242,6 +238,8 @@ bool RevealModel::isEnabled(OwnItem item) const {
 void RevealModel::clicked(OwnItem item, bool rightButton, ModifierFlags flags) {
     if (item == OwnItem::toggle)
         toggleClicked(rightButton, flags);
+    else if (item == OwnItem::clock)
+        clockClicked(rightButton);
     else if (rightButton)
         showOwnMenu(item, Cause::dividerRightClick);
     else

@@ -80,6 +80,7 @@ void describeParameters(std::ostream& out, const Step& step) {
         case Trigger::setShowOnHover:
         case Trigger::setShowOnScroll:
         case Trigger::setAlwaysHiddenEnabled:
+        case Trigger::setClockEnabled:
         case Trigger::setMenuBarHidden:
             out << (step.on ? " on" : " off");
             break;

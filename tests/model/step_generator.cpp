@@ -52,6 +52,7 @@ ModelPreferences StepGenerator::storedPreferences() {
             .showOnHover = random_.chance(50),
             .showOnScroll = random_.chance(50),
             .alwaysHiddenEnabled = random_.chance(50),
+            .clockEnabled = random_.chance(30),
             .clickAction = random_.pick(allClickActions),
             .toggleIconStyle = random_.pick(allToggleIconStyles),
             .hotkey = random_.below(shortcuts.size() + 1),
@@ -129,6 +130,9 @@ void StepGenerator::choosePreference(Step& step) {
         case Trigger::setAutoRehide:
         case Trigger::setAlwaysHiddenEnabled:
             step.on = random_.chance(60);
+            break;
+        case Trigger::setClockEnabled:
+            step.on = random_.chance(25);
             break;
         case Trigger::setHideOnClickOutside:
         case Trigger::setShowOnHover:

@@ -30,6 +30,7 @@ enum class Trigger {
     setShowOnHover,
     setShowOnScroll,
     setAlwaysHiddenEnabled,
+    setClockEnabled,
     setClickAction,
     setToggleIconStyle,
     revealForClockPlacement,
@@ -57,7 +58,7 @@ struct TriggerInfo {
 };
 
 /// In the order of the enumeration.
-inline constexpr std::array<TriggerInfo, 39> triggers{{
+inline constexpr std::array<TriggerInfo, 40> triggers{{
     {Trigger::advance, "advance", 260},
     {Trigger::runPosted, "runPosted", 120},
     {Trigger::movePointer, "movePointer", 160},
@@ -80,6 +81,7 @@ inline constexpr std::array<TriggerInfo, 39> triggers{{
     {Trigger::setShowOnHover, "setShowOnHover", 14},
     {Trigger::setShowOnScroll, "setShowOnScroll", 10},
     {Trigger::setAlwaysHiddenEnabled, "setAlwaysHiddenEnabled", 16},
+    {Trigger::setClockEnabled, "setClockEnabled", 24},
     {Trigger::setClickAction, "setClickAction", 12},
     {Trigger::setToggleIconStyle, "setToggleIconStyle", 10},
     {Trigger::revealForClockPlacement, "revealForClockPlacement", 14},
