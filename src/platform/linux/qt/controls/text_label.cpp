@@ -2,7 +2,6 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
-#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -54,6 +53,38 @@ qreal TextLabel::digitSpacing(QChar digit) const {
     return widest - metrics.horizontalAdvance(digit);
 }
 
+/// Spacing stands behind a character. A digit that is narrower than others gets half of what it lacks, and
+/// the character before it the other half, so that it stands in the middle of its place.
+QList<QTextLayout::FormatRange> TextLabel::digitFormats(const QString& paragraph) const {
+    QList<qreal> spacing(paragraph.size(), 0);
+    for (qsizetype index = 0; index < paragraph.size(); ++index) {
+        if (!paragraph[index].isDigit())
+            continue;
+        const qreal lack = digitSpacing(paragraph[index]);
+        spacing[index] += index > 0 ? lack / 2 : lack;
+        if (index > 0)
+            spacing[index - 1] += lack / 2;
+    }
+    QList<QTextLayout::FormatRange> formats;
+    for (qsizetype index = 0; index < paragraph.size(); ++index) {
+        QTextLayout::FormatRange range;
+        range.start = static_cast<int>(index);
+        range.length = 1;
+        QFont spaced = look_.font;
+        spaced.setLetterSpacing(QFont::AbsoluteSpacing, spacing[index]);
+        range.format.setFont(spaced);
+        if (spacing[index] != 0)
+            formats.append(range);
+    }
+    return formats;
+}
+
+/// The first character has nobody before it: it stands in the middle of its place when the line is moved.
+qreal TextLabel::leadingShift(const QString& paragraph) const {
+    const bool isDigit = look_.hasMonospacedDigits && !paragraph.isEmpty() && paragraph[0].isDigit();
+    return isDigit ? digitSpacing(paragraph[0]) / 2 : 0;
+}
+
 /// One layout for each paragraph.
 QList<std::shared_ptr<QTextLayout>> TextLabel::lines(qreal width) const {
     QList<QTextLayout::FormatRange> bold;
@@ -77,17 +108,8 @@ QList<std::shared_ptr<QTextLayout>> TextLabel::lines(qreal width) const {
             range.start -= start;
             formats.append(range);
         }
-        for (int index = 0; look_.hasMonospacedDigits && index < paragraph.size(); ++index) {
-            if (!paragraph[index].isDigit())
-                continue;
-            QTextLayout::FormatRange range;
-            range.start = index;
-            range.length = 1;
-            QFont spaced = look_.font;
-            spaced.setLetterSpacing(QFont::AbsoluteSpacing, digitSpacing(paragraph[index]));
-            range.format.setFont(spaced);
-            formats.append(range);
-        }
+        if (look_.hasMonospacedDigits)
+            formats += digitFormats(paragraph);
         layout->setFormats(formats);
         layout->beginLayout();
         for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine())
@@ -126,7 +148,7 @@ void TextLabel::paintEvent(QPaintEvent* /*event*/) {
             line.setPosition({0, height});
             height += line.height();
         }
-        layout->draw(&painter, {0, y});
+        layout->draw(&painter, {leadingShift(layout->text()), y});
         y += height;
     }
 }

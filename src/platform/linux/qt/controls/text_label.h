@@ -3,10 +3,9 @@
 #include "view_content.h"
 
 #include <QLabel>
+#include <QTextLayout>
 
 #include <memory>
-
-class QTextLayout;
 
 namespace velmo {
 
@@ -36,6 +35,8 @@ protected:
 
 private:
     QList<std::shared_ptr<QTextLayout>> lines(qreal width) const;
+    QList<QTextLayout::FormatRange> digitFormats(const QString& paragraph) const;
+    qreal leadingShift(const QString& paragraph) const;
     qreal digitSpacing(QChar digit) const;
 
     Text text_;

@@ -4,6 +4,8 @@
 #include "linux/qt/pixels.h"
 #include "linux/qt/style.h"
 
+#include <QWindow>
+
 #include <cmath>
 
 namespace velmo {
@@ -40,6 +42,13 @@ void FloatingWindow::matchScreen() {
     destroy();
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent_);
     create();
+}
+
+WindowNumber FloatingWindow::number() const {
+    // Asked of the window itself, not of the widget: that one remembers the number of a window that was made
+    // anew.
+    const auto* window = windowHandle();
+    return window ? static_cast<WindowNumber>(window->winId()) : 0;
 }
 
 void FloatingWindow::showAt(const QPointF& pixel) {

@@ -18,7 +18,7 @@ public:
     Size fittingSize() const;
     /// The upper left corner in pixels of the root window; as large as the content wants.
     void showAt(const QPointF& pixel);
-    WindowNumber number() const { return static_cast<WindowNumber>(winId()); }
+    WindowNumber number() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
