@@ -58,6 +58,7 @@ void DesktopSession::TearDown() {
     observer_.reset();
     while (!programs_.empty())
         programs_.pop_back();
+    bus_.reset();
     server_.reset();
     std::error_code error;
     std::filesystem::remove_all(home_, error);
@@ -79,6 +80,13 @@ void DesktopSession::startServer(const std::string& screen, const std::vector<st
     environment_["DISPLAY"] = ":" + number;
     observer_ = std::make_unique<XObserver>(":" + number);
     movePointer(awayFromBarX, awayFromBarY);
+}
+
+void DesktopSession::startSessionBus() {
+    if (!bus_)
+        bus_.emplace(home_);
+    bus_->start();
+    environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_->address();
 }
 
 void DesktopSession::stopServer() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "child_process.h"
+#include "private_bus.h"
 #include "x_observer.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,10 @@ protected:
     void startServer(const std::string& screen = "1280x720x24", const std::vector<std::string>& options = {});
     void stopServer();
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
+    /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
+    void startSessionBus();
+    void stopSessionBus() { bus_->stop(); }
+    std::string busAddress() const { return bus_->address(); }
     /// Written before Velmo starts; keys as in the defaults file. Not its first launch, unless they say so.
     void writeDefaults(const nlohmann::json& values) const;
     nlohmann::json readDefaults() const;
@@ -73,6 +78,7 @@ protected:
 
 private:
     std::optional<ChildProcess> server_;
+    std::optional<PrivateBus> bus_;
     std::vector<ChildProcess> programs_;
     std::unique_ptr<XObserver> observer_;
     std::optional<ChildProcess> velmo_;

@@ -14,6 +14,7 @@
 #include "linux/x11/hot_keys.h"
 #include "linux/x11/item_drag.h"
 #include "linux/x11/menu_bar.h"
+#include "linux/x11/notifier_tray.h"
 #include "linux/x11/panel_keys.h"
 #include "linux/x11/selection.h"
 #include "linux/x11/single_instance.h"
@@ -58,6 +59,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::ToolkitServices> toolkitServices;
     std::unique_ptr<x11::TrayHost> tray;
     std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
+    std::unique_ptr<x11::NotifierTray> notifierTray;
     LinuxWorkspace workspace{processInfo};
     LinuxDates dates{loop};
     placeholder::NoLogin loginService;
@@ -100,7 +102,11 @@ bool LinuxDesktop::Services::build() {
     tray = std::make_unique<x11::TrayHost>(*bar);
     toolkit.setAppearance(settings->appearance());
     settingsChanges = settings->onChange([this] { toolkit.setAppearance(settings->appearance()); });
-    return tray->acquire();
+    if (!tray->acquire())
+        return false;
+    notifierTray = std::make_unique<x11::NotifierTray>(*bar);
+    notifierTray->start();
+    return true;
 }
 
 LinuxDesktop::LinuxDesktop() : services_(std::make_unique<Services>()) {}

@@ -29,6 +29,8 @@ struct Appearance {
     /// The user's choice for texts: a family, then a size in points, e.g. "Inter 10". Empty: the toolkit's
     /// own.
     std::string font;
+    /// Name of the user's icon theme. Empty: the usual one.
+    std::string iconTheme;
 
     Color barBackground() const { return colorFromRgb(dark ? 0x242427 : 0xf6f6f8); }
     Color text() const { return colorFromRgb(dark ? 0xf1f1f3 : 0x1d1d20); }

@@ -1,33 +1,15 @@
 #include "module.h"
 
-#include <dlfcn.h>
+#include "linux/process/beside_program.h"
 
-#include <filesystem>
-#include <system_error>
+#include <dlfcn.h>
 
 namespace velmo {
 
-namespace {
-
-/// Beside the program, as it is built, or in the library folder beside the program's, as it is installed.
-void* open(const char* name) {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error)
-        return nullptr;
-    const auto folder = program.parent_path();
-    for (const auto& file : {folder / name, folder.parent_path() / "lib" / "velmo" / name}) {
-        if (std::filesystem::exists(file, error))
-            return dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    }
-    return nullptr;
-}
-
-}  // namespace
-
 void* moduleFunction(const char* name, const char* function) {
     // Never closed: libraries leave things behind that run at the very end.
-    void* module = open(name);
+    const auto file = findBesideProgram(name);
+    void* module = file.empty() ? nullptr : dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     return module ? dlsym(module, function) : nullptr;
 }
 

@@ -25,15 +25,14 @@ QString textOf(const MenuItem& item) {
     return text;
 }
 
-/// Off the right edge of the screen, where a menu would else stick.
+}  // namespace
+
 QPoint insideScreen(const QMenu& menu, QPoint place) {
     constexpr int margin = 6;
     if (const QScreen* screen = QGuiApplication::screenAt(place))
         place.setX(std::min(place.x(), screen->geometry().right() + 1 - margin - menu.sizeHint().width()));
     return place;
 }
-
-}  // namespace
 
 void showMenu(const Menu& menu, const QPoint& place) {
     QMenu shown;

@@ -1,6 +1,7 @@
 #include "linux/toolkit/toolkit.h"
 
 #include "linux/qt/accessible_roles.h"
+#include "linux/qt/exported_menu_view.h"
 #include "linux/qt/local_event_filter.h"
 #include "linux/qt/pixels.h"
 #include "linux/qt/qt_loop.h"
@@ -65,10 +66,17 @@ public:
         showMenu(menu, fromPixels(QPoint(x, y)).toPoint());
     }
 
+    void popUp(ExportedMenu& menu, int x, int y) override { showExportedMenu(menu, fromPixels(QPoint(x, y)).toPoint()); }
+
     void showToolTip(const std::string& text, int x, int y) override {
         const QString plain = QString::fromStdString(text);
         QToolTip::showText(fromPixels(QPoint(x, y)).toPoint(),
                            Qt::mightBeRichText(plain) ? plain.toHtmlEscaped() : plain);
+    }
+
+    void showRichToolTip(const std::string& markup, int x, int y) override {
+        QToolTip::showText(fromPixels(QPoint(x, y)).toPoint(),
+                           QStringLiteral("<qt>%1</qt>").arg(QString::fromStdString(markup)));
     }
 
     void hideToolTip() override { QToolTip::hideText(); }

@@ -185,6 +185,7 @@ QString sheet() {
                "QMenu::item { padding: 4px 14px 4px 12px; border-radius: 5px; }"
                "QMenu::item:selected { background: %4; color: white; }"
                "QMenu::item:disabled { color: %5; }"
+               "QMenu::icon { left: 8px; }"
                "QMenu::separator { height: 1px; background: %6; margin: 5px 10px; }"
                "QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }"
                "QScrollBar::handle:vertical { background: %7; border-radius: 3px; min-height: 30px; }"

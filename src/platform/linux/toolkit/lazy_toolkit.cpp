@@ -40,21 +40,37 @@ void LazyToolkit::setAppearance(const Appearance& appearance) {
         toolkit_->setAppearance(appearance);
 }
 
-void LazyToolkit::popUp(const Menu& menu, int x, int y) {
+template <typename AnyMenu>
+void LazyToolkit::show(AnyMenu& menu, int x, int y, int& open) {
     // A menu that opened after the end of the loop would keep the program alive.
     auto* toolkit = loop_.isRunning() ? get() : nullptr;
     if (!toolkit)
         return;
-    ++openMenus_;
+    ++open;
     toolkit->popUp(menu, x, y);
     // The click that has closed the menu is known to the toolkit at once, and to us with the next events.
     loop_.turn();
-    --openMenus_;
+    --open;
+}
+
+void LazyToolkit::popUp(const Menu& menu, int x, int y) {
+    show(menu, x, y, openMenus_);
+}
+
+void LazyToolkit::popUp(ExportedMenu& menu, std::optional<std::int32_t> owner, int x, int y) {
+    const auto outer = std::exchange(exportedMenuOwner_, owner);
+    show(menu, x, y, openExportedMenus_);
+    exportedMenuOwner_ = outer;
 }
 
 void LazyToolkit::showToolTip(const std::string& text, int x, int y) {
     if (auto* toolkit = get())
         toolkit->showToolTip(text, x, y);
+}
+
+void LazyToolkit::showRichToolTip(const std::string& markup, int x, int y) {
+    if (auto* toolkit = get())
+        toolkit->showRichToolTip(markup, x, y);
 }
 
 void LazyToolkit::hideToolTip() {

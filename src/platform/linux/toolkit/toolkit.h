@@ -2,6 +2,7 @@
 
 #include "linux/drawing/appearance.h"
 #include "linux/event_loop/hosted_loop.h"
+#include "linux/toolkit/exported_menu.h"
 #include "linux/toolkit/toolkit_host.h"
 #include "menu.h"
 #include "window_factory.h"
@@ -19,8 +20,12 @@ public:
     /// on the screen. Returns once it has closed and the chosen item has been performed; the hosted loop
     /// runs meanwhile.
     virtual void popUp(const Menu& menu, int x, int y) = 0;
+    /// The same for another program's menu, which follows its changes while it is open.
+    virtual void popUp(ExportedMenu& menu, int x, int y) = 0;
     /// Shows a text below (x, y), in pixels of the root window, until it is hidden or has been read.
     virtual void showToolTip(const std::string& text, int x, int y) = 0;
+    /// The same for a text with markup that is known to be harmless.
+    virtual void showRichToolTip(const std::string& markup, int x, int y) = 0;
     virtual void hideToolTip() = 0;
 };
 

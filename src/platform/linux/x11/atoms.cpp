@@ -33,6 +33,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&netWmWindowTypeDock, "_NET_WM_WINDOW_TYPE_DOCK"},
         {&netWmWindowTypeDropdownMenu, "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"},
         {&netWmWindowTypeMenu, "_NET_WM_WINDOW_TYPE_MENU"},
+        {&netWmWindowTypeNormal, "_NET_WM_WINDOW_TYPE_NORMAL"},
         {&netWmWindowTypePopupMenu, "_NET_WM_WINDOW_TYPE_POPUP_MENU"},
         {&utf8String, "UTF8_STRING"},
         {&velmoInstance, "_VELMO_INSTANCE" + screen},

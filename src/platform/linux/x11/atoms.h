@@ -30,6 +30,7 @@ struct Atoms {
     xcb_atom_t netWmWindowTypeDock = 0;
     xcb_atom_t netWmWindowTypeDropdownMenu = 0;
     xcb_atom_t netWmWindowTypeMenu = 0;
+    xcb_atom_t netWmWindowTypeNormal = 0;
     xcb_atom_t netWmWindowTypePopupMenu = 0;
     xcb_atom_t utf8String = 0;
     xcb_atom_t velmoInstance = 0;

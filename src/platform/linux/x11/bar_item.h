@@ -24,6 +24,8 @@ public:
     virtual bool isOurs() const = 0;
     /// An item that is not shown takes no room.
     virtual bool isShown() const = 0;
+    /// True once the item is about to be taken away.
+    virtual bool hasEnded() const { return false; }
     /// Pixels that the item wants at present.
     virtual int preferredWidth() const = 0;
     /// The colours, the scale or the bar's height have changed; a layout follows.

@@ -142,6 +142,7 @@ Appearance appearanceFrom(const std::map<std::string, XSetting>& settings, const
     appearance.dark = valueOf<std::int32_t>(settings, "Gtk/ApplicationPreferDarkTheme").value_or(0) != 0 ||
                       namesDarkTheme(valueOf<std::string>(settings, "Net/ThemeName").value_or(""));
     appearance.font = valueOf<std::string>(settings, "Gtk/FontName").value_or("");
+    appearance.iconTheme = valueOf<std::string>(settings, "Net/IconThemeName").value_or("");
     return appearance;
 }
 

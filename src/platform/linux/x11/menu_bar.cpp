@@ -61,6 +61,19 @@ std::string MenuBar::nextItemName() {
     return "Item-" + std::to_string(unnamedItems_++);
 }
 
+std::string MenuBar::identityFor(const std::string& application) const {
+    const auto taken = [this](const std::string& identity) {
+        return std::any_of(items_.begin(), items_.end(), [&](const auto* item) {
+            return item->identity() == identity && !item->hasEnded();
+        });
+    };
+    const std::string name = item_placement::isOwnName(application) ? "other." + application : application;
+    std::string identity = name;
+    for (int number = 2; taken(identity); ++number)
+        identity = name + "#" + std::to_string(number);
+    return identity;
+}
+
 void MenuBar::addItem(BarItem& item) {
     items_.push_back(&item);
     setNeedsLayout();
@@ -112,6 +125,13 @@ void MenuBar::drawBackground(Canvas& canvas) const {
     canvas.fill(appearance().barBackground());
     const double line = appearance().pixels(1);
     canvas.fillRect({0, area_.height - line, double(canvas.width()), line}, appearance().hairline());
+}
+
+void MenuBar::drawHighlight(Canvas& canvas) const {
+    const double inset = appearance().pixels(bar_metrics::highlightInset);
+    const double radius = bar_metrics::highlightRadius * appearance().scale;
+    canvas.fillRoundedRect({{0, inset, double(canvas.width()), canvas.height() - 2 * inset}, radius, radius},
+                           appearance().text().withAlpha(0.14));
 }
 
 PixelRect MenuBar::onRoot(const PixelRect& place) const {

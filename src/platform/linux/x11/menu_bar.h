@@ -61,6 +61,9 @@ public:
     xcb_window_t window() const { return window_; }
     /// A name for an item that has none of its own.
     std::string nextItemName();
+    /// A name for an item of the program that is called so: with a number where another item has it already.
+    /// Names of our own are for ours alone.
+    std::string identityFor(const std::string& application) const;
     void addItem(BarItem& item);
     void removeItem(BarItem& item);
     /// An item's width, visibility or identity has changed. Items are laid out once, in the next turn
@@ -69,6 +72,8 @@ public:
     void layOutIfNeeded();
     /// The bar as it looks behind an item, over the whole canvas.
     void drawBackground(Canvas& canvas) const;
+    /// Behind the content of an item that is pressed or whose menu is open.
+    void drawHighlight(Canvas& canvas) const;
     const Pixmap& backgroundTile() const { return tile_; }
     /// From pixels of the bar to pixels of the root window.
     PixelRect onRoot(const PixelRect& place) const;

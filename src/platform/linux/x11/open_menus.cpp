@@ -23,7 +23,7 @@ bool looksLikeMenu(const Atoms& atoms, const xcb_get_window_attributes_reply_t& 
     if (attributes.map_state != XCB_MAP_STATE_VIEWABLE || !attributes.override_redirect ||
         attributes._class != XCB_WINDOW_CLASS_INPUT_OUTPUT)
         return false;
-    if (types.empty())
+    if (types.empty() || types.front() == atoms.netWmWindowTypeNormal)
         return attributes.save_under;
     const std::array menuTypes = {atoms.netWmWindowTypeMenu, atoms.netWmWindowTypePopupMenu,
                                   atoms.netWmWindowTypeDropdownMenu, atoms.netWmWindowTypeCombo};

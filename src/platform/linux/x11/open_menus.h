@@ -16,8 +16,8 @@ struct OpenMenu {
     std::optional<std::int32_t> processIdentifier;
 };
 
-/// The menus on the screen, topmost first: windows that say they are menus, and, because old toolkits
-/// say nothing, windows that no window manager manages and that want what they cover to be kept.
+/// The menus on the screen, topmost first: windows that say they are menus, and, because some toolkits
+/// say nothing of it, windows that no window manager manages and that want what they cover to be kept.
 std::vector<OpenMenu> openMenus(const Connection& connection);
 
 }  // namespace velmo::x11

@@ -11,9 +11,6 @@ namespace velmo::x11 {
 
 namespace {
 
-/// How long the pointer rests on an item before its tooltip appears.
-constexpr Seconds toolTipPause = 0.7;
-
 std::optional<EventType> pressType(xcb_button_t button) {
     switch (button) {
         case XCB_BUTTON_INDEX_1:
@@ -41,7 +38,13 @@ EventType releaseTypeOf(EventType press) {
 }  // namespace
 
 StatusItemWindow::StatusItemWindow(MenuBar& bar, double length)
-    : BarItem(bar.connection(), bar.window()), bar_(bar), length_(length) {
+    : BarItem(bar.connection(), bar.window()),
+      bar_(bar),
+      length_(length),
+      toolTip_(bar, *this, [this](int x, int y) {
+          if (!toolTipText_.empty())
+              bar_.toolkit().showToolTip(toolTipText_, x, y);
+      }) {
     const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
                                XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
     xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_EVENT_MASK, &mask);
@@ -51,7 +54,6 @@ StatusItemWindow::StatusItemWindow(MenuBar& bar, double length)
 }
 
 StatusItemWindow::~StatusItemWindow() {
-    endToolTip();
     bar_.removeItem(*this);
 }
 
@@ -126,7 +128,7 @@ void StatusItemWindow::popUp(const Menu& menu, const Point& location) {
         return;
     const auto& appearance = bar_.appearance();
     const PixelRect area = bar_.onRoot(*place());
-    endToolTip();
+    toolTip_.end();
     auto endHighlight = lifetime_.guard([this] { setHighlighted(false); });
     setHighlighted(true);
     bar_.toolkit().popUp(menu, area.x + appearance.pixels(location.x),
@@ -177,7 +179,6 @@ void StatusItemWindow::displayIfNeeded() {
         pressedButton_ = 0;
     if (!place() || !std::exchange(needsDisplay_, false))
         return;
-    const auto& appearance = bar_.appearance();
     const auto [x, y, width, height] = *place();
     if (!image_ && title_.empty()) {
         const std::uint32_t background = XCB_BACK_PIXMAP_PARENT_RELATIVE;
@@ -187,12 +188,8 @@ void StatusItemWindow::displayIfNeeded() {
     }
     Canvas canvas(width, height);
     bar_.drawBackground(canvas);
-    if (pressedButton_ != 0 || highlighted_) {
-        const double inset = appearance.pixels(bar_metrics::highlightInset);
-        const double radius = bar_metrics::highlightRadius * appearance.scale;
-        canvas.fillRoundedRect({{0, inset, double(width), height - 2 * inset}, radius, radius},
-                               appearance.text().withAlpha(0.14));
-    }
+    if (pressedButton_ != 0 || highlighted_)
+        bar_.drawHighlight(canvas);
     drawContent(canvas);
     bar_.painting().setBackground(window(), bar_.painting().upload(canvas));
 }
@@ -235,37 +232,15 @@ void StatusItemWindow::handle(const xcb_generic_event_t& event) {
             released(reinterpret_cast<const xcb_button_release_event_t&>(event));
             break;
         case XCB_ENTER_NOTIFY:
-            entered();
+            if (!bar_.isLong(*this))
+                toolTip_.pointerEntered();
             break;
         case XCB_LEAVE_NOTIFY:
-            endToolTip();
+            toolTip_.end();
             break;
         default:
             break;
     }
-}
-
-void StatusItemWindow::entered() {
-    endToolTip();
-    if (bar_.isLong(*this))
-        return;
-    // Whoever comes here may want a menu next.
-    bar_.toolkit().prepare();
-    if (!toolTip_.empty())
-        toolTipDelay_ = connection_.loop().schedule(toolTipPause, lifetime_.guard([this] { showToolTip(); }));
-}
-
-void StatusItemWindow::showToolTip() const {
-    if (!place() || bar_.toolkit().isMenuOpen())
-        return;
-    const PixelRect area = bar_.onRoot(*place());
-    bar_.toolkit().showToolTip(toolTip_, area.x, area.y + area.height);
-}
-
-void StatusItemWindow::endToolTip() {
-    if (toolTipDelay_)
-        toolTipDelay_->invalidate();
-    bar_.toolkit().hideToolTip();
 }
 
 void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {
@@ -274,7 +249,7 @@ void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {
     const bool isSeen = !bar_.isLong(*this);
     if (isSeen)
         bar_.localEvents().notePress(event.time);
-    endToolTip();
+    toolTip_.end();
     // A second button during a press belongs to the first one's click.
     if (!type || pressedButton_ != 0)
         return;

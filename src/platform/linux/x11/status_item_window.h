@@ -4,6 +4,7 @@
 #include "linux/drawing/canvas.h"
 #include "linux/text/text_renderer.h"
 #include "linux/x11/bar_item.h"
+#include "linux/x11/hover_tool_tip.h"
 #include "linux/x11/modifiers.h"
 #include "status_bar.h"
 
@@ -33,7 +34,7 @@ public:
     void setTitle(const std::string& title) override;
     void setFont(const Font& font) override;
     void setEnabled(bool enabled) override;
-    void setToolTip(const std::string& text) override { toolTip_ = text; }
+    void setToolTip(const std::string& text) override { toolTipText_ = text; }
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
     void sendActionOn(EventMask mask) override { actionMask_ = mask; }
     Size size() const override;
@@ -60,9 +61,6 @@ private:
     void measureTitle();
     void drawContent(Canvas& canvas) const;
     void setHighlighted(bool highlighted);
-    void entered();
-    void showToolTip() const;
-    void endToolTip();
     void handle(const xcb_generic_event_t& event);
     void pressed(const xcb_button_press_event_t& event);
     void released(const xcb_button_release_event_t& event);
@@ -79,14 +77,14 @@ private:
     int titleWidth_ = 0;
     bool enabled_ = true;
     bool needsDisplay_ = true;
-    std::string toolTip_;
+    std::string toolTipText_;
+    HoverToolTip toolTip_;
     std::function<void()> action_;
     EventMask actionMask_ = maskOf(EventType::leftMouseUp);
     /// The mouse button that is held down on the item, 0 for none.
     xcb_button_t pressedButton_ = 0;
     /// Its menu is open.
     bool highlighted_ = false;
-    std::shared_ptr<Timer> toolTipDelay_;
     Registration events_;
     Lifetime lifetime_;
 };

@@ -118,23 +118,9 @@ void TrayHost::dock(xcb_window_t client) {
     const auto facts = TrayIcon::examine(connection_, client);
     if (!facts)
         return;
-    auto icon = std::make_unique<TrayIcon>(bar_, *facts, identityFor(facts->application));
+    auto icon = std::make_unique<TrayIcon>(bar_, *facts, bar_.identityFor(facts->application));
     icon->setOnEnd([this] { removeEnded_.request(); });
     icons_.push_back(std::move(icon));
-}
-
-/// The program's name, with a number where an icon has it already. Names of our own are for ours alone.
-std::string TrayHost::identityFor(const std::string& application) const {
-    const auto taken = [this](const std::string& identity) {
-        return std::any_of(icons_.begin(), icons_.end(), [&](const auto& icon) {
-            return icon->identity() == identity && !icon->hasEnded();
-        });
-    };
-    const std::string name = item_placement::isOwnName(application) ? "other." + application : application;
-    std::string identity = name;
-    for (int number = 2; taken(identity); ++number)
-        identity = name + "#" + std::to_string(number);
-    return identity;
 }
 
 }  // namespace velmo::x11

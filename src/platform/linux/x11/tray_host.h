@@ -28,7 +28,6 @@ private:
     void handle(const xcb_generic_event_t& event);
     void standBack();
     void dock(xcb_window_t client);
-    std::string identityFor(const std::string& application) const;
 
     MenuBar& bar_;
     Connection& connection_;

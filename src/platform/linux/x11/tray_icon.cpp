@@ -138,17 +138,6 @@ void TrayIcon::release() const {
     selectEvents(connection_, facts_.client, XCB_EVENT_MASK_NO_EVENT);
 }
 
-int TrayIcon::slotWidth() const {
-    return bar_.appearance().pixels(bar_metrics::trayIconSide + 2 * bar_metrics::trayIconPadding);
-}
-
-PixelRect TrayIcon::clientArea() const {
-    const auto& appearance = bar_.appearance();
-    const int side = appearance.pixels(bar_metrics::trayIconSide);
-    const int height = appearance.pixels(bar_metrics::thickness);
-    return {(slotWidth() - side) / 2, (height - side) / 2, side, side};
-}
-
 void TrayIcon::placeClient() {
     const PixelRect area = clientArea();
     const std::uint32_t values[] = {static_cast<std::uint32_t>(area.x), static_cast<std::uint32_t>(area.y),

@@ -2,6 +2,7 @@
 
 #include "lifetime.h"
 #include "linux/x11/menu_bar.h"
+#include "linux/x11/tray_slot.h"
 
 #include <xcb/damage.h>
 
@@ -32,13 +33,13 @@ public:
     ~TrayIcon() override;
 
     xcb_window_t client() const { return facts_.client; }
-    bool hasEnded() const { return ended_; }
     /// Called once the program has taken its window away.
     void setOnEnd(std::function<void()> handler) { onEnd_ = std::move(handler); }
 
     bool isOurs() const override { return false; }
     bool isShown() const override { return wantsToBeShown_ && !ended_; }
-    int preferredWidth() const override { return slotWidth(); }
+    bool hasEnded() const override { return ended_; }
+    int preferredWidth() const override { return traySlotWidth(bar_.appearance()); }
     void appearanceChanged() override;
     std::optional<Content> content() const override;
     WindowListEntry describe() const override;
@@ -48,7 +49,6 @@ protected:
     void moved() override;
 
 private:
-    int slotWidth() const;
     void embed();
     void handle(const xcb_generic_event_t& event);
     void readEmbeddingInfo();
@@ -58,7 +58,7 @@ private:
     void paint();
     void release() const;
     void end();
-    PixelRect clientArea() const;
+    PixelRect clientArea() const { return trayIconArea(bar_.appearance()); }
 
     MenuBar& bar_;
     Facts facts_;

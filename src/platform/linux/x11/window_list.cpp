@@ -7,7 +7,11 @@ namespace velmo::x11 {
 
 std::optional<std::vector<WindowListEntry>> WindowList::windowList(WindowListOption /*option*/) const {
     std::vector<WindowListEntry> entries;
-    for (const auto& menu : openMenus(bar_.connection())) {
+    const auto& toolkit = bar_.toolkit();
+    for (auto& menu : openMenus(bar_.connection())) {
+        // We draw it, but it is another program's menu.
+        if (toolkit.isExportedMenuOpen() && menu.processIdentifier == bar_.processIdentifier())
+            menu.processIdentifier = toolkit.exportedMenuOwner();
         WindowListEntry entry;
         entry.number = menu.window;
         entry.layer = window_layer::popUpMenu;

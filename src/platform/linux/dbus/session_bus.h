@@ -1,0 +1,47 @@
+#pragma once
+
+#include "lifetime.h"
+#include "linux/dbus/bus.h"
+#include "linux/dbus/socket_watch.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace velmo::dbus {
+
+/// Where the session's bus is, as the environment tells. Absent where it tells of none.
+std::optional<std::string> sessionBusAddress();
+
+/// The session's bus, as long as there is one: followed when it goes away and comes back.
+class SessionBus {
+public:
+    SessionBus(EventLoop& loop, std::function<void(const std::shared_ptr<Bus>&)> onUp,
+               std::function<void()> onDown);
+    ~SessionBus();
+    SessionBus(const SessionBus&) = delete;
+    SessionBus& operator=(const SessionBus&) = delete;
+
+    /// Without an address nothing is done, now and later.
+    void start(const std::optional<std::string>& address);
+
+private:
+    void connect();
+    void lost();
+    void retry();
+    void watchSocket();
+
+    EventLoop& loop_;
+    std::function<void(const std::shared_ptr<Bus>&)> onUp_;
+    std::function<void()> onDown_;
+    std::string address_;
+    std::shared_ptr<Bus> bus_;
+    Date connectedAt_ = 0;
+    Seconds pause_;
+    std::unique_ptr<SocketWatch> socketWatch_;
+    std::shared_ptr<Timer> timer_;
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo::dbus

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "image.h"
+#include "lifetime.h"
+#include "linux/event_loop/event_loop.h"
+#include "linux/event_loop/posted_once.h"
+#include "linux/icons/icon_loader_process.h"
+#include "linux/icons/icon_request.h"
+#include "linux/registration.h"
+
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace velmo {
+
+/// Finds and decodes icon files in a process of its own, which a bad file may crash or keep busy without
+/// harm. The process starts when it is needed and ends by itself when it is not.
+class IconLoader {
+public:
+    using Handler = std::function<void(const std::optional<Image>&)>;
+
+    /// `program` is the loader's executable; where it is missing, no icon can be had.
+    IconLoader(EventLoop& loop, std::string program);
+    ~IconLoader();
+    IconLoader(const IconLoader&) = delete;
+    IconLoader& operator=(const IconLoader&) = delete;
+
+    /// The picture covers as many points as it has pixels. Answers in a later turn of the loop, with nothing
+    /// where the icon cannot be had, unless the registration has ended before.
+    [[nodiscard]] Registration load(const IconRequest& request, Handler handler);
+    /// The loader's process at present, 0 for none.
+    pid_t processIdentifier() const;
+
+private:
+    struct Waiting {
+        IconRequest request;
+        /// Empty once nobody wants the icon any longer.
+        Handler handler;
+        int attempts = 0;
+    };
+    using Cached = std::pair<IconRequest, std::optional<Image>>;
+
+    void next();
+    bool ensureProcess();
+    void answered(const std::optional<Image>& icon);
+    void finish(const std::optional<Image>& icon);
+    void overdue();
+    void processEnded();
+    /// Null where it is not known.
+    const Cached* recall(const IconRequest& request);
+    void remember(const IconRequest& request, const std::optional<Image>& icon);
+
+    EventLoop& loop_;
+    std::string program_;
+    /// The first one is with the process while `isBusy_`.
+    std::deque<std::shared_ptr<Waiting>> waiting_;
+    bool isBusy_ = false;
+    std::unique_ptr<IconLoaderProcess> process_;
+    /// Told to end, but not gone yet.
+    std::vector<std::unique_ptr<IconLoaderProcess>> ending_;
+    std::shared_ptr<Timer> limit_;
+    /// The most recently used first.
+    std::list<Cached> cache_;
+    PostedOnce tidying_;
+    PostedOnce continuing_;
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo

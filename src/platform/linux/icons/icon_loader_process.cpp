@@ -1,0 +1,154 @@
+#include "icon_loader_process.h"
+
+#include "linux/icons/icon_protocol.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstring>
+#include <utility>
+
+namespace velmo {
+
+namespace {
+
+/// The process with the socket as its standard input and output. Negative where it cannot be started.
+pid_t spawn(const std::string& program, int socket) {
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, socket, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, socket, STDOUT_FILENO);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    std::string name = program;
+    const std::array<char*, 2> arguments = {name.data(), nullptr};
+    pid_t id = -1;
+    if (posix_spawn(&id, program.c_str(), &actions, nullptr, arguments.data(), environ) != 0)
+        id = -1;
+    posix_spawn_file_actions_destroy(&actions);
+    return id;
+}
+
+bool isPlausible(const icon_protocol::Answer& answer) {
+    return answer.width <= icon_protocol::largestSide && answer.height <= icon_protocol::largestSide;
+}
+
+}  // namespace
+
+std::unique_ptr<IconLoaderProcess> IconLoaderProcess::start(EventLoop& loop, const std::string& program,
+                                                            AnswerHandler onAnswer,
+                                                            std::function<void()> onEnd) {
+    std::array<int, 2> ends{};
+    if (program.empty() || socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
+        return nullptr;
+    const pid_t id = spawn(program, ends[1]);
+    close(ends[1]);
+    if (id < 0) {
+        close(ends[0]);
+        return nullptr;
+    }
+    return std::unique_ptr<IconLoaderProcess>(
+        new IconLoaderProcess(loop, id, ends[0], std::move(onAnswer), std::move(onEnd)));
+}
+
+IconLoaderProcess::IconLoaderProcess(EventLoop& loop, pid_t id, int socket, AnswerHandler onAnswer,
+                                     std::function<void()> onEnd)
+    : id_(id),
+      socket_(socket),
+      handle_(static_cast<int>(syscall(SYS_pidfd_open, id, 0))),
+      onAnswer_(std::move(onAnswer)),
+      onEnd_(std::move(onEnd)),
+      socketSource_(loop.addSource(socket, [this] { read(); })),
+      handleSource_(loop.addSource(handle_, [this] { reap(); })) {}
+
+IconLoaderProcess::~IconLoaderProcess() {
+    kill();
+    if (id_ > 0)
+        waitpid(id_, nullptr, 0);
+    handleSource_ = {};
+    close(handle_);
+    close(socket_);
+}
+
+bool IconLoaderProcess::send(const IconRequest& request) const {
+    using namespace icon_protocol;
+    const std::array texts = {&request.name, &request.folder, &request.theme, &request.data};
+    const bool fits = std::all_of(texts.begin(), texts.end() - 1,
+                                  [](const auto* text) { return text->size() <= longestText; }) &&
+                      request.data.size() <= mostData && request.side > 0 &&
+                      static_cast<std::uint32_t>(request.side) <= largestSide;
+    if (!fits || hasEnded())
+        return false;
+    const auto sizeOf = [](const std::string& text) { return static_cast<std::uint32_t>(text.size()); };
+    const Request head = {static_cast<std::uint32_t>(request.side), sizeOf(request.name),
+                          sizeOf(request.folder), sizeOf(request.theme), sizeOf(request.data)};
+    std::string message(reinterpret_cast<const char*>(&head), sizeof head);
+    for (const auto* text : texts)
+        message += *text;
+    // The loader has read everything before, so that there is room for all of it.
+    return ::send(socket_, message.data(), message.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
+           static_cast<ssize_t>(message.size());
+}
+
+void IconLoaderProcess::kill() {
+    socketSource_ = {};
+    if (id_ > 0)
+        ::kill(id_, SIGKILL);
+}
+
+void IconLoaderProcess::read() {
+    std::array<char, 65536> buffer{};
+    const ssize_t size = recv(socket_, buffer.data(), buffer.size(), MSG_DONTWAIT);
+    if (size <= 0) {
+        // The end of the process is told by its handle.
+        socketSource_ = {};
+        return;
+    }
+    received_.insert(received_.end(), buffer.begin(), buffer.begin() + size);
+    takeAnswer();
+}
+
+void IconLoaderProcess::takeAnswer() {
+    icon_protocol::Answer answer;
+    if (received_.size() < sizeof answer)
+        return;
+    std::memcpy(&answer, received_.data(), sizeof answer);
+    if (!isPlausible(answer)) {
+        kill();
+        return;
+    }
+    const std::size_t count = std::size_t{answer.width} * answer.height;
+    const std::size_t size = count * sizeof(std::uint32_t);
+    if (received_.size() < sizeof answer + size)
+        return;
+    std::optional<Image> icon;
+    if (count > 0) {
+        const auto begin = received_.begin() + sizeof answer;
+        const auto end = begin + static_cast<std::ptrdiff_t>(size);
+        Bitmap bitmap;
+        bitmap.width = static_cast<int>(answer.width);
+        bitmap.height = static_cast<int>(answer.height);
+        bitmap.pixels = std::make_shared<const std::vector<std::uint8_t>>(begin, end);
+        bitmap.size = {double(bitmap.width), double(bitmap.height)};
+        icon = Image{std::move(bitmap), answer.isTemplate != 0, {}};
+    }
+    received_ = {};
+    onAnswer_(icon);
+}
+
+void IconLoaderProcess::reap() {
+    if (waitpid(id_, nullptr, WNOHANG) != id_)
+        return;
+    id_ = -1;
+    handleSource_ = {};
+    socketSource_ = {};
+    onEnd_();
+}
+
+}  // namespace velmo

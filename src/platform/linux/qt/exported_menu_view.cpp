@@ -1,0 +1,218 @@
+#include "exported_menu_view.h"
+
+#include "linux/qt/qt_menu.h"
+
+#include <QIcon>
+#include <QImage>
+#include <QPainter>
+#include <QPixmap>
+#include <QPolygonF>
+#include <QSet>
+
+#include <optional>
+#include <utility>
+
+namespace velmo {
+
+namespace {
+
+/// Of the square that marks and icons are drawn in.
+constexpr int markSide = 16;
+
+/// The mnemonic is marked by an ampersand; what follows a tab stands at the right, where shortcuts do.
+QString textOf(const ExportedMenuEntry& entry) {
+    const QString label = QString::fromStdString(entry.label);
+    QString text;
+    bool hasMnemonic = false;
+    for (qsizetype place = 0; place < label.size(); ++place) {
+        const QChar character = label[place];
+        const bool isMarker = character == QLatin1Char('_');
+        if (character == QLatin1Char('&'))
+            text += QLatin1String("&&");
+        else if (character.isSpace())
+            text += QLatin1Char(' ');
+        else if (!isMarker)
+            text += character;
+        else if (place + 1 < label.size() && label[place + 1] == character)
+            text += label[++place];
+        else if (!std::exchange(hasMnemonic, true) && place + 1 < label.size())
+            text += QLatin1Char('&');
+    }
+    if (!entry.shortcut.empty())
+        text += QLatin1Char('\t') + QString::fromStdString(entry.shortcut);
+    return text;
+}
+
+/// An icon in the colours that texts have in menus, with the pointer on them and without.
+QIcon inTextColors(const QPalette& palette, const std::function<QImage(const QColor&)>& draw) {
+    QIcon icon;
+    icon.addPixmap(QPixmap::fromImage(draw(palette.color(QPalette::Text))), QIcon::Normal);
+    icon.addPixmap(QPixmap::fromImage(draw(palette.color(QPalette::HighlightedText))), QIcon::Active);
+    icon.addPixmap(QPixmap::fromImage(draw(palette.color(QPalette::PlaceholderText))), QIcon::Disabled);
+    return icon;
+}
+
+QIcon iconOf(const Image& icon, const QPalette& palette, qreal ratio) {
+    const auto* bitmap = std::get_if<Bitmap>(&icon.content);
+    if (!bitmap || !bitmap->pixels)
+        return {};
+    const QImage image(bitmap->pixels->data(), bitmap->width, bitmap->height, bitmap->width * 4,
+                       QImage::Format_ARGB32_Premultiplied);
+    if (!icon.isTemplate) {
+        QImage copy = image.copy();
+        copy.setDevicePixelRatio(ratio);
+        return QPixmap::fromImage(copy);
+    }
+    return inTextColors(palette, [&](const QColor& color) {
+        QImage tinted = image.copy();
+        QPainter painter(&tinted);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(tinted.rect(), color);
+        painter.end();
+        tinted.setDevicePixelRatio(ratio);
+        return tinted;
+    });
+}
+
+/// The mark of an entry: a tick, a dot where one of several is on, or the room for it.
+QIcon markIcon(const ExportedMenuEntry& entry, const QPalette& palette, qreal ratio) {
+    return inTextColors(palette, [&](const QColor& color) {
+        QImage image((QSizeF(markSide, markSide) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::transparent);
+        if (!entry.isMarked)
+            return image;
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        if (entry.mark == ExportedMenuEntry::Mark::radio) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(color);
+            painter.drawEllipse(QRectF(5, 5, 6, 6));
+        } else {
+            painter.setPen(QPen(color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            painter.drawPolyline(QPolygonF({{3.5, 8.5}, {6.5, 11.5}, {12.5, 4.5}}));
+        }
+        painter.end();
+        return image;
+    });
+}
+
+}  // namespace
+
+ExportedMenuView::ExportedMenuView(ExportedMenu& menu, std::function<void(std::int32_t)> onChosen,
+                                   QWidget* parent)
+    : QMenu(parent), menu_(menu), onChosen_(std::move(onChosen)) {
+    connect(this, &QMenu::aboutToShow, this, [this] { menu_.opened(id_); });
+    connect(this, &QMenu::aboutToHide, this, [this] { menu_.closed(id_); });
+}
+
+void ExportedMenuView::follow(const ExportedMenuEntry& entry) {
+    id_ = entry.id;
+    removeMissing(entry);
+    arrange(entry);
+}
+
+void ExportedMenuView::removeMissing(const ExportedMenuEntry& entry) {
+    QSet<std::int32_t> present;
+    for (const auto& child : entry.children)
+        present.insert(child.id);
+    for (auto place = shown_.begin(); place != shown_.end();) {
+        if (present.contains(place.key())) {
+            ++place;
+            continue;
+        }
+        remove(*place);
+        place = shown_.erase(place);
+    }
+}
+
+void ExportedMenuView::remove(const Shown& shown) {
+    removeAction(shown.action);
+    // Either may be what calls us.
+    if (shown.submenu)
+        shown.submenu->deleteLater();
+    shown.action->deleteLater();
+}
+
+void ExportedMenuView::arrange(const ExportedMenuEntry& entry) {
+    auto present = actions();
+    for (qsizetype index = 0; index < static_cast<qsizetype>(entry.children.size()); ++index) {
+        const auto& child = entry.children[static_cast<std::size_t>(index)];
+        auto& shown = shown_[child.id];
+        const bool isNew = !shown.action;
+        if (isNew) {
+            shown.action = new QAction(this);
+            connect(shown.action, &QAction::triggered, this, [this, id = child.id] { onChosen_(id); });
+        }
+        apply(shown, child);
+        if (index < present.size() && present[index] == shown.action)
+            continue;
+        if (!isNew) {
+            removeAction(shown.action);
+            present.removeOne(shown.action);
+        }
+        insertAction(index < present.size() ? present[index] : nullptr, shown.action);
+        present.insert(index, shown.action);
+    }
+}
+
+void ExportedMenuView::apply(Shown& shown, const ExportedMenuEntry& entry) {
+    auto& action = *shown.action;
+    action.setSeparator(entry.isSeparator);
+    action.setText(textOf(entry));
+    action.setEnabled(entry.isEnabled);
+    action.setVisible(entry.isVisible);
+    applyPicture(shown, entry);
+    applySubmenu(shown, entry);
+}
+
+/// A mark takes the picture's place while it is on.
+void ExportedMenuView::applyPicture(Shown& shown, const ExportedMenuEntry& entry) const {
+    if (shown.mark == entry.mark && shown.isMarked == entry.isMarked && shown.icon == entry.icon)
+        return;
+    shown.mark = entry.mark;
+    shown.isMarked = entry.isMarked;
+    shown.icon = entry.icon;
+    QIcon icon;
+    if (entry.mark != ExportedMenuEntry::Mark::none && (entry.isMarked || !entry.icon))
+        icon = markIcon(entry, palette(), devicePixelRatioF());
+    else if (entry.icon)
+        icon = iconOf(*entry.icon, palette(), devicePixelRatioF());
+    shown.action->setIcon(icon);
+    shown.action->setIconVisibleInMenu(true);
+}
+
+void ExportedMenuView::applySubmenu(Shown& shown, const ExportedMenuEntry& entry) {
+    const bool hasSubmenu = entry.isSubmenu || !entry.children.empty();
+    if (hasSubmenu && !shown.submenu) {
+        shown.submenu = new ExportedMenuView(menu_, onChosen_, this);
+        shown.action->setMenu(shown.submenu);
+    } else if (!hasSubmenu && shown.submenu) {
+        shown.action->setMenu(nullptr);
+        std::exchange(shown.submenu, nullptr)->deleteLater();
+    }
+    if (shown.submenu)
+        shown.submenu->follow(entry);
+}
+
+void showExportedMenu(ExportedMenu& menu, const QPoint& place) {
+    std::optional<std::int32_t> chosen;
+    {
+        ExportedMenuView view(menu, [&chosen](std::int32_t id) { chosen = id; });
+        // Its scale is that of the screen it will be on.
+        view.ensurePolished();
+        view.follow(menu.root());
+        menu.setOnChange([&] {
+            if (menu.hasEnded())
+                view.close();
+            else
+                view.follow(menu.root());
+        });
+        view.exec(insideScreen(view, place));
+        menu.setOnChange(nullptr);
+    }
+    if (chosen && !menu.hasEnded())
+        menu.chosen(*chosen);
+}
+
+}  // namespace velmo

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "linux/toolkit/exported_menu.h"
+
+#include <QAction>
+#include <QHash>
+#include <QMenu>
+#include <QPoint>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace velmo {
+
+/// Shows one menu of an exported menu, and follows its changes: entries that stay keep their place and the
+/// pointer.
+class ExportedMenuView : public QMenu {
+public:
+    /// `onChosen` is told of the entry that the user has chosen.
+    ExportedMenuView(ExportedMenu& menu, std::function<void(std::int32_t)> onChosen,
+                     QWidget* parent = nullptr);
+
+    /// Becomes the menu of this entry.
+    void follow(const ExportedMenuEntry& entry);
+
+private:
+    struct Shown {
+        QAction* action = nullptr;
+        std::optional<Image> icon;
+        ExportedMenuEntry::Mark mark = ExportedMenuEntry::Mark::none;
+        bool isMarked = false;
+        ExportedMenuView* submenu = nullptr;
+    };
+
+    void removeMissing(const ExportedMenuEntry& entry);
+    void arrange(const ExportedMenuEntry& entry);
+    void apply(Shown& shown, const ExportedMenuEntry& entry);
+    void applyPicture(Shown& shown, const ExportedMenuEntry& entry) const;
+    void applySubmenu(Shown& shown, const ExportedMenuEntry& entry);
+    void remove(const Shown& shown);
+
+    ExportedMenu& menu_;
+    std::function<void(std::int32_t)> onChosen_;
+    std::int32_t id_ = 0;
+    /// By the entry's id.
+    QHash<std::int32_t, Shown> shown_;
+};
+
+/// Shows the menu at a place of the screen, in Qt's coordinates, until it closes; then the program is told
+/// what was chosen.
+void showExportedMenu(ExportedMenu& menu, const QPoint& place);
+
+}  // namespace velmo

@@ -1,0 +1,79 @@
+#include "foreign_watcher.h"
+
+#include "linux/dbus/message_reader.h"
+#include "linux/status_notifier/names.h"
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace velmo::status_notifier {
+
+ForeignWatcher::ForeignWatcher(std::shared_ptr<dbus::Bus> bus, std::string family, Handler onItem,
+                               Handler onItemGone)
+    : bus_(std::move(bus)),
+      name_(watcherName(family)),
+      onItem_(std::move(onItem)),
+      onItemGone_(std::move(onItemGone)) {
+    ownerChanges_ = bus_->onOwnerChange(name_, [this](const auto& owner) { ownerChanged(owner); });
+    const auto appendName = [this](sd_bus_message* message) {
+        return sd_bus_message_append(message, "s", name_.c_str());
+    };
+    askingForOwner_ =
+        bus_->call({busName, busPath, busName, "GetNameOwner", appendName}, [this](const auto& answer) {
+            const char* owner = nullptr;
+            if (answer.message && sd_bus_message_read(answer.message, "s", &owner) > 0)
+                ownerChanged(owner);
+        });
+}
+
+void ForeignWatcher::ownerChanged(const std::string& owner) {
+    if (owner == owner_)
+        return;
+    owner_ = owner;
+    signals_.clear();
+    listing_ = {};
+    if (!owner_.empty() && owner_ != bus_->uniqueName())
+        attend();
+}
+
+void ForeignWatcher::attend() {
+    const std::string rule = "type='signal',sender='" + owner_ + "',path='" + watcherPath + "',interface='" +
+                             name_ + "',member='StatusNotifierItem";
+    signals_.push_back(
+        bus_->onSignal(rule + "Registered'", [this](sd_bus_message* message) { told(message, onItem_); }));
+    signals_.push_back(bus_->onSignal(rule + "Unregistered'",
+                                      [this](sd_bus_message* message) { told(message, onItemGone_); }));
+    bus_->send({owner_, watcherPath, name_, "RegisterStatusNotifierHost", [this](sd_bus_message* message) {
+                    return sd_bus_message_append(message, "s", bus_->uniqueName().c_str());
+                }});
+    listItems();
+}
+
+void ForeignWatcher::listItems() {
+    const auto appendProperty = [this](sd_bus_message* message) {
+        return sd_bus_message_append(message, "ss", name_.c_str(), "RegisteredStatusNotifierItems");
+    };
+    listing_ = bus_->call({owner_, watcherPath, propertiesInterface, "Get", appendProperty},
+                          [this](const auto& answer) {
+                              if (!answer.message)
+                                  return;
+                              dbus::MessageReader reader(answer.message);
+                              reader.variant([&] {
+                                  reader.array([&] {
+                                      const auto text = reader.text();
+                                      if (const auto item = parseItemAddress(text.value_or(""), owner_))
+                                          onItem_(*item);
+                                      return true;
+                                  });
+                              });
+                          });
+}
+
+void ForeignWatcher::told(sd_bus_message* message, const Handler& handler) const {
+    dbus::MessageReader reader(message);
+    if (const auto item = parseItemAddress(reader.text().value_or(""), owner_))
+        handler(*item);
+}
+
+}  // namespace velmo::status_notifier

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "linux/dbus/bus.h"
+#include "linux/status_notifier/item_address.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace velmo::status_notifier {
+
+/// Another program that plays the watcher, as a host sees it: for one family of names. It is followed when it
+/// comes and goes.
+class ForeignWatcher {
+public:
+    using Handler = std::function<void(const ItemAddress&)>;
+
+    ForeignWatcher(std::shared_ptr<dbus::Bus> bus, std::string family, Handler onItem, Handler onItemGone);
+
+private:
+    void ownerChanged(const std::string& owner);
+    void attend();
+    void listItems();
+    void told(sd_bus_message* message, const Handler& handler) const;
+
+    std::shared_ptr<dbus::Bus> bus_;
+    std::string name_;
+    Handler onItem_;
+    Handler onItemGone_;
+    /// Unique name of the program that is the watcher, empty while there is none.
+    std::string owner_;
+    Registration ownerChanges_;
+    Registration askingForOwner_;
+    Registration listing_;
+    std::vector<Registration> signals_;
+};
+
+}  // namespace velmo::status_notifier

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "lifetime.h"
+#include "linux/dbus/bus.h"
+#include "linux/event_loop/event_loop.h"
+#include "linux/event_loop/posted_once.h"
+#include "linux/icons/icon_loader.h"
+#include "linux/status_notifier/icon_look.h"
+#include "linux/status_notifier/item_address.h"
+#include "linux/status_notifier/item_properties.h"
+#include "linux/status_notifier/picture_source.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmo::status_notifier {
+
+/// Another program's item on the bus, kept up to date. Nothing here waits for the program.
+class Item {
+public:
+    struct Environment {
+        EventLoop& loop;
+        IconLoader& icons;
+        std::shared_ptr<dbus::Bus> bus;
+    };
+
+    /// `address` names the owner by its unique name.
+    Item(const Environment& environment, ItemAddress address, const IconLook& look);
+    ~Item();
+    Item(const Item&) = delete;
+    Item& operator=(const Item&) = delete;
+
+    const ItemAddress& address() const { return address_; }
+    /// True once enough is known to show it.
+    bool isReady() const { return ready_; }
+    /// True once there is no such object any longer.
+    bool isGone() const { return gone_; }
+    /// Called when it has become ready or gone, and after each change in between. What is called may end the
+    /// item.
+    void setOnChange(std::function<void()> handler) { onChange_ = std::move(handler); }
+    void setLook(const IconLook& look);
+
+    const ItemProperties& properties() const { return properties_; }
+    /// What to show at present: the icon, or the one for attention. It covers as many points as it has
+    /// pixels.
+    const std::optional<Image>& icon() const { return icon_.image(); }
+    /// For the lower right corner.
+    const std::optional<Image>& overlay() const { return overlay_.image(); }
+    std::optional<std::int32_t> processIdentifier() const { return processIdentifier_; }
+    const std::optional<std::string>& ownerName() const { return ownerName_; }
+    const Environment& environment() const { return environment_; }
+
+    /// Names the program and which of its items this is, the same at each of its starts.
+    std::string application() const;
+
+    /// The token by which the program may come to the front with what is asked next.
+    void provideActivationToken(const std::string& token) const;
+    /// Places are in pixels of the screen. `onRefused` is called where the program does not do that.
+    void activate(int x, int y, std::function<void()> onRefused);
+    void secondaryActivate(int x, int y) const;
+    void contextMenu(int x, int y) const;
+    /// In hundred-and-twentieths of a wheel's notch, up and left being positive.
+    void scroll(int delta, bool isHorizontal) const;
+
+private:
+    std::string interface() const;
+    void askForProcess();
+    void listen();
+    void requestRefresh();
+    void refresh();
+    void refreshed(const dbus::Answer& answer);
+    void refused(const std::string& error);
+    void showPictures();
+    void settle();
+    void become(bool& state);
+    void send(const std::string& member, const std::function<int(sd_bus_message*)>& arguments) const;
+    void sendPlace(const std::string& member, int x, int y) const;
+
+    Environment environment_;
+    ItemAddress address_;
+    IconLook look_;
+    std::size_t family_ = 0;
+    bool familyIsKnown_ = false;
+    ItemProperties properties_;
+    bool propertiesAreKnown_ = false;
+    bool processIsKnown_ = false;
+    std::optional<std::int32_t> processIdentifier_;
+    std::optional<std::string> ownerName_;
+    PictureSource icon_;
+    PictureSource overlay_;
+    bool ready_ = false;
+    bool gone_ = false;
+    int failures_ = 0;
+    /// The program has told of a change since it was asked.
+    bool isStale_ = false;
+    std::function<void()> onChange_;
+    PostedOnce changed_;
+    std::shared_ptr<Timer> refreshTimer_;
+    Registration refreshing_;
+    Registration askingForProcess_;
+    Registration activating_;
+    std::vector<Registration> signals_;
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo::status_notifier

@@ -1,0 +1,115 @@
+#include "item_properties.h"
+
+#include "linux/dbus/message_reader.h"
+#include "linux/status_notifier/icon_pixmap.h"
+
+#include <functional>
+#include <map>
+
+namespace velmo::status_notifier {
+
+namespace {
+
+using dbus::MessageReader;
+
+class PropertyReader {
+public:
+    PropertyReader(sd_bus_message* message, int iconSide, int overlaySide)
+        : reader_(message), iconSide_(iconSide), overlaySide_(overlaySide) {}
+
+    ItemProperties read() {
+        const auto& table = readers();
+        reader_.dictionary([&](const std::string& name) {
+            if (const auto found = table.find(name); found != table.end())
+                found->second(*this);
+        });
+        return std::move(properties_);
+    }
+
+private:
+    using Read = std::function<void(PropertyReader&)>;
+
+    static const std::map<std::string, Read>& readers() {
+        static const auto text = [](std::string ItemProperties::*member) {
+            return [member](PropertyReader& self) {
+                self.properties_.*member = self.reader_.text().value_or("");
+            };
+        };
+        static const auto name = [](ItemPicture ItemProperties::*picture) {
+            return [picture](PropertyReader& self) {
+                (self.properties_.*picture).name = self.reader_.text().value_or("");
+            };
+        };
+        static const auto pixmap = [](ItemPicture ItemProperties::*picture, int PropertyReader::*side) {
+            return [picture, side](PropertyReader& self) {
+                (self.properties_.*picture).pixmap = self.readPixmap(self.*side);
+            };
+        };
+        static const std::map<std::string, Read> table = {
+            {"Id", text(&ItemProperties::id)},
+            {"Title", text(&ItemProperties::title)},
+            {"IconThemePath", text(&ItemProperties::iconThemePath)},
+            {"Status", [](PropertyReader& self) { self.readStatus(); }},
+            {"IconName", name(&ItemProperties::icon)},
+            {"AttentionIconName", name(&ItemProperties::attentionIcon)},
+            {"OverlayIconName", name(&ItemProperties::overlayIcon)},
+            {"IconPixmap", pixmap(&ItemProperties::icon, &PropertyReader::iconSide_)},
+            {"AttentionIconPixmap", pixmap(&ItemProperties::attentionIcon, &PropertyReader::iconSide_)},
+            {"OverlayIconPixmap", pixmap(&ItemProperties::overlayIcon, &PropertyReader::overlaySide_)},
+            {"ToolTip", [](PropertyReader& self) { self.readToolTip(); }},
+            {"Menu", [](PropertyReader& self) { self.readMenu(); }},
+            {"ItemIsMenu",
+             [](PropertyReader& self) {
+                 self.properties_.itemIsMenu = self.reader_.boolean().value_or(false);
+             }},
+        };
+        return table;
+    }
+
+    void readStatus() {
+        const auto status = reader_.text();
+        if (status == "Passive")
+            properties_.status = ItemStatus::passive;
+        else if (status == "NeedsAttention")
+            properties_.status = ItemStatus::needsAttention;
+    }
+
+    std::optional<Bitmap> readPixmap(int side) {
+        const auto pixmaps = readIconPixmaps(reader_);
+        for (const auto& pixmap : pixmaps)
+            properties_.pictureBytes += pixmap.bytes.size();
+        const auto* best = bestIconPixmap(pixmaps, side);
+        return best ? std::optional(scaledIcon(*best, side)) : std::nullopt;
+    }
+
+    /// An icon's name, its pixmaps, title and description. The icon is the one that the pointer rests on.
+    void readToolTip() {
+        reader_.structure([this] {
+            reader_.skip();
+            reader_.skip();
+            properties_.toolTipTitle = reader_.text().value_or("");
+            properties_.toolTipDescription = reader_.text().value_or("");
+        });
+    }
+
+    /// Some programs without a menu name one that does not exist.
+    void readMenu() {
+        const auto path = reader_.text().value_or("");
+        if (path.starts_with('/') && path != "/" && path != "/NO_DBUSMENU" &&
+            sd_bus_object_path_is_valid(path.c_str()) > 0)
+            properties_.menuPath = path;
+    }
+
+    MessageReader reader_;
+    int iconSide_;
+    int overlaySide_;
+    ItemProperties properties_;
+};
+
+}  // namespace
+
+ItemProperties readItemProperties(sd_bus_message* message, int iconSide, int overlaySide) {
+    return PropertyReader(message, iconSide, overlaySide).read();
+}
+
+}  // namespace velmo::status_notifier

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "linux/dbus/bus.h"
+#include "linux/status_notifier/item_address.h"
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace velmo::status_notifier {
+
+/// The place where items register, and where hosts learn of them: for one family of names. It claims the
+/// name on the bus and gets it as soon as nobody else has it.
+class Watcher {
+public:
+    /// `onRegistered` is told of an item that registers here.
+    Watcher(std::shared_ptr<dbus::Bus> bus, std::string family,
+            std::function<void(const ItemAddress&)> onRegistered);
+    ~Watcher();
+    Watcher(const Watcher&) = delete;
+    Watcher& operator=(const Watcher&) = delete;
+
+    /// The item is there no longer.
+    void withdraw(const ItemAddress& item);
+
+private:
+    struct Table;
+
+    static int registerItem(sd_bus_message* message, void* context, sd_bus_error* error);
+    static int registerHost(sd_bus_message* message, void* context, sd_bus_error* error);
+    static int getItems(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* context,
+                        sd_bus_error*);
+    static int getHasHost(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                          void* context, sd_bus_error*);
+    static int getVersion(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                          void* context, sd_bus_error*);
+
+    void emit(const std::string& member, const std::optional<std::string>& text = std::nullopt);
+
+    std::shared_ptr<dbus::Bus> bus_;
+    std::string name_;
+    std::function<void(const ItemAddress&)> onRegistered_;
+    std::set<ItemAddress> items_;
+    Registration object_;
+    Registration claim_;
+};
+
+}  // namespace velmo::status_notifier

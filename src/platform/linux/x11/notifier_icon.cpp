@@ -1,0 +1,224 @@
+#include "notifier_icon.h"
+
+#include "linux/status_notifier/tool_tip_text.h"
+#include "linux/x11/tray_slot.h"
+
+#include <cmath>
+#include <utility>
+
+namespace velmo::x11 {
+
+namespace {
+
+using status_notifier::ItemStatus;
+using status_notifier::MenuClient;
+
+/// Of a wheel's notch, as programs expect it.
+constexpr int scrollOfNotch = 120;
+constexpr xcb_button_t wheelUp = 4;
+constexpr xcb_button_t wheelLeft = 6;
+constexpr xcb_button_t lastWheelButton = 7;
+/// Points.
+constexpr double menuIconSide = 16;
+/// Between the bar and a menu.
+constexpr double menuGap = 4;
+/// What stands for an icon that cannot be had.
+constexpr double missingIconSize = 13;
+
+}  // namespace
+
+NotifierIcon::NotifierIcon(MenuBar& bar, status_notifier::Item& item)
+    : BarItem(bar.connection(), bar.window()),
+      bar_(bar),
+      item_(item),
+      painting_(connection_.loop(), [this] { paint(); }),
+      toolTip_(bar, *this, [this](int x, int y) { showToolTip(x, y); }) {
+    const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                               XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
+    xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_EVENT_MASK, &mask);
+    events_ = connection_.onWindow(window(), [this](const auto& event) { handle(event); });
+    setIdentity(bar.identityFor(item.application()));
+    follow();
+    bar_.addItem(*this);
+}
+
+NotifierIcon::~NotifierIcon() {
+    if (menu_)
+        menu_->end();
+    bar_.removeItem(*this);
+}
+
+void NotifierIcon::follow() {
+    painting_.request();
+    const auto& title = item_.properties().title;
+    if (title != title_) {
+        title_ = title;
+        connection_.setText(window(), XCB_ATOM_WM_NAME, title, connection_.atoms().utf8String);
+        connection_.setText(window(), connection_.atoms().netWmName, title, connection_.atoms().utf8String);
+    }
+    if (isShown() == isShown_)
+        return;
+    isShown_ = isShown();
+    bar_.setNeedsLayout();
+}
+
+bool NotifierIcon::isShown() const {
+    return item_.properties().status != ItemStatus::passive;
+}
+
+int NotifierIcon::preferredWidth() const {
+    return traySlotWidth(bar_.appearance());
+}
+
+WindowListEntry NotifierIcon::describe() const {
+    WindowListEntry entry;
+    entry.number = window();
+    entry.ownerPID = item_.processIdentifier();
+    entry.ownerName = item_.ownerName();
+    const auto& title = item_.properties().title;
+    entry.name = title.empty() ? std::nullopt : std::optional(title);
+    return entry;
+}
+
+void NotifierIcon::handle(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7f) {
+        case XCB_BUTTON_PRESS:
+            pressed(reinterpret_cast<const xcb_button_press_event_t&>(event));
+            break;
+        case XCB_BUTTON_RELEASE:
+            released(reinterpret_cast<const xcb_button_release_event_t&>(event));
+            break;
+        case XCB_ENTER_NOTIFY:
+            toolTip_.pointerEntered();
+            break;
+        case XCB_LEAVE_NOTIFY:
+            toolTip_.end();
+            break;
+        default:
+            break;
+    }
+}
+
+void NotifierIcon::pressed(const xcb_button_press_event_t& event) {
+    toolTip_.end();
+    lastTime_ = event.time;
+    if (event.detail >= wheelUp && event.detail <= lastWheelButton) {
+        // The buttons of an axis follow each other: up and down, left and right.
+        const bool isPositive = event.detail % 2 == 0;
+        item_.scroll(isPositive ? scrollOfNotch : -scrollOfNotch, event.detail >= wheelLeft);
+        return;
+    }
+    // A second button during a press belongs to the first one's click.
+    if (pressedButton_ != 0 || event.detail > XCB_BUTTON_INDEX_3)
+        return;
+    pressedButton_ = event.detail;
+    painting_.request();
+}
+
+void NotifierIcon::released(const xcb_button_release_event_t& event) {
+    if (event.detail != pressedButton_)
+        return;
+    pressedButton_ = 0;
+    painting_.request();
+    lastTime_ = event.time;
+    const bool inside = place() && event.event_x >= 0 && event.event_y >= 0 &&
+                        event.event_x < place()->width && event.event_y < place()->height;
+    if (inside)
+        clicked(event.detail, event.root_x, event.root_y);
+}
+
+void NotifierIcon::clicked(xcb_button_t button, int x, int y) {
+    provideActivationToken();
+    if (button == XCB_BUTTON_INDEX_2)
+        item_.secondaryActivate(x, y);
+    else if (button == XCB_BUTTON_INDEX_3 || item_.properties().itemIsMenu)
+        openMenu(x, y);
+    else
+        item_.activate(x, y, lifetime_.guard([this, x, y] { openMenu(x, y); }));
+}
+
+/// Window managers read the time of the click from it, and so let the program's window come to the front.
+void NotifierIcon::provideActivationToken() {
+    item_.provideActivationToken("velmo-" + std::to_string(bar_.processIdentifier()) + "-" +
+                                 std::to_string(window()) + "-" + std::to_string(++tokens_) + "_TIME" +
+                                 std::to_string(lastTime_));
+}
+
+void NotifierIcon::openMenu(int x, int y) {
+    if (item_.properties().menuPath.empty()) {
+        item_.contextMenu(x, y);
+        return;
+    }
+    if (menuIsOpen_)
+        return;
+    const auto& appearance = bar_.appearance();
+    // In the place of one that was asked for and has not come.
+    menu_ =
+        std::make_shared<MenuClient>(item_, appearance.pixels(menuIconSide), appearance.iconTheme, lastTime_);
+    menu_->prepare([this] { showMenu(); });
+}
+
+void NotifierIcon::showMenu() {
+    // Hidden meanwhile, it has no place for a menu.
+    if (!place() || place()->x + place()->width <= 0 || bar_.toolkit().isMenuOpen() ||
+        bar_.toolkit().isExportedMenuOpen())
+        return;
+    // The item may end while the menu is open.
+    const auto menu = menu_;
+    const PixelRect area = bar_.onRoot(*place());
+    toolTip_.end();
+    auto setOpen = lifetime_.guard([this](bool isOpen) {
+        menuIsOpen_ = isOpen;
+        painting_.request();
+        if (!isOpen)
+            menu_ = nullptr;
+    });
+    setOpen(true);
+    bar_.toolkit().popUp(*menu, item_.processIdentifier(), area.x,
+                         area.y + area.height + bar_.appearance().pixels(menuGap));
+    setOpen(false);
+}
+
+void NotifierIcon::paint() {
+    if (!place()) {
+        // The release of a press goes nowhere once the window is hidden.
+        pressedButton_ = 0;
+        return;
+    }
+    const auto& appearance = bar_.appearance();
+    Canvas canvas(place()->width, place()->height);
+    bar_.drawBackground(canvas);
+    if (pressedButton_ != 0 || menuIsOpen_)
+        bar_.drawHighlight(canvas);
+    // Icons have been made for the scale: they are drawn pixel by pixel.
+    Appearance exact = appearance;
+    exact.scale = 1;
+    if (const auto& icon = item_.icon()) {
+        const Size size = imageSize(*icon);
+        canvas.drawImage(*icon, std::floor((canvas.width() - size.width) / 2),
+                         std::floor((canvas.height() - size.height) / 2), exact, appearance.text());
+    } else {
+        const Image missing = {Symbol{"circle", missingIconSize, FontWeight::regular}, true, {}};
+        const double side = appearance.pixels(imageSize(missing).width);
+        canvas.drawImage(missing, std::floor((canvas.width() - side) / 2),
+                         std::floor((canvas.height() - side) / 2), appearance, appearance.text());
+    }
+    if (const auto& overlay = item_.overlay()) {
+        const Size size = imageSize(*overlay);
+        const PixelRect area = trayIconArea(appearance);
+        canvas.drawImage(*overlay, area.x + area.width - size.width, area.y + area.height - size.height,
+                         exact, appearance.text());
+    }
+    bar_.painting().setBackground(window(), bar_.painting().upload(canvas));
+}
+
+void NotifierIcon::showToolTip(int x, int y) const {
+    const auto& properties = item_.properties();
+    auto markup = status_notifier::toolTipMarkup(properties.toolTipTitle, properties.toolTipDescription);
+    if (markup.empty())
+        markup = status_notifier::toolTipMarkup(properties.title, {});
+    if (!markup.empty())
+        bar_.toolkit().showRichToolTip(markup, x, y);
+}
+
+}  // namespace velmo::x11

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "lifetime.h"
+#include "linux/event_loop/posted_once.h"
+#include "linux/status_notifier/item.h"
+#include "linux/status_notifier/menu_client.h"
+#include "linux/x11/hover_tool_tip.h"
+#include "linux/x11/menu_bar.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace velmo::x11 {
+
+/// An item that a program has on the session's bus, in a window of the bar.
+class NotifierIcon : public BarItem {
+public:
+    /// The item outlives this.
+    NotifierIcon(MenuBar& bar, status_notifier::Item& item);
+    ~NotifierIcon() override;
+
+    const status_notifier::Item& item() const { return item_; }
+    /// The item has changed.
+    void follow();
+
+    bool isOurs() const override { return false; }
+    bool isShown() const override;
+    int preferredWidth() const override;
+    void appearanceChanged() override { painting_.request(); }
+    WindowListEntry describe() const override;
+
+protected:
+    void resized() override { painting_.request(); }
+
+private:
+    void handle(const xcb_generic_event_t& event);
+    void pressed(const xcb_button_press_event_t& event);
+    void released(const xcb_button_release_event_t& event);
+    void clicked(xcb_button_t button, int x, int y);
+    void provideActivationToken();
+    void openMenu(int x, int y);
+    void showMenu();
+    void paint();
+    void showToolTip(int x, int y) const;
+
+    MenuBar& bar_;
+    status_notifier::Item& item_;
+    bool isShown_ = false;
+    std::string title_;
+    /// The mouse button that is held down on the item, 0 for none.
+    xcb_button_t pressedButton_ = 0;
+    xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
+    std::uint64_t tokens_ = 0;
+    /// Its menu is asked for or open.
+    std::shared_ptr<status_notifier::MenuClient> menu_;
+    bool menuIsOpen_ = false;
+    PostedOnce painting_;
+    HoverToolTip toolTip_;
+    Registration events_;
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo::x11

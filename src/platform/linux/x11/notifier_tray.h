@@ -1,0 +1,36 @@
+#pragma once
+
+#include "linux/dbus/session_bus.h"
+#include "linux/icons/icon_loader.h"
+#include "linux/status_notifier/host.h"
+#include "linux/x11/menu_bar.h"
+#include "linux/x11/notifier_icon.h"
+
+#include <memory>
+#include <vector>
+
+namespace velmo::x11 {
+
+/// The items that programs have on the session's bus, as far as there is one.
+class NotifierTray {
+public:
+    explicit NotifierTray(MenuBar& bar);
+
+    void start();
+
+private:
+    status_notifier::IconLook look() const;
+    void busCame(const std::shared_ptr<dbus::Bus>& bus);
+    void add(status_notifier::Item& item);
+    void follow(const status_notifier::Item& item);
+    void remove(const status_notifier::Item& item);
+
+    MenuBar& bar_;
+    IconLoader icons_;
+    std::vector<std::unique_ptr<NotifierIcon>> shown_;
+    std::unique_ptr<status_notifier::Host> host_;
+    dbus::SessionBus bus_;
+    Registration appearanceChanges_;
+};
+
+}  // namespace velmo::x11

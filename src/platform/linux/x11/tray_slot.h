@@ -1,0 +1,14 @@
+#pragma once
+
+#include "linux/drawing/appearance.h"
+#include "linux/x11/pixel_rect.h"
+
+namespace velmo::x11 {
+
+/// Pixels that another program's icon takes in the bar, with the room on either side of it.
+int traySlotWidth(const Appearance& appearance);
+
+/// The square in that slot that the icon fills, in pixels of the slot.
+PixelRect trayIconArea(const Appearance& appearance);
+
+}  // namespace velmo::x11

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <systemd/sd-bus.h>
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+#include <thread>
+#include <variant>
+#include <vector>
+
+namespace velmo::desktop {
+
+/// A program on a session bus that has items and menus, whatever they are like. It answers in a thread of its
+/// own.
+class BusProgram {
+public:
+    /// Appends one complete value.
+    using Append = std::function<int(sd_bus_message*)>;
+
+    struct MenuEntry {
+        std::int32_t id = 0;
+        std::map<std::string, std::variant<std::string, bool, std::int32_t>> properties;
+        std::vector<MenuEntry> children;
+    };
+
+    explicit BusProgram(const std::string& address);
+    ~BusProgram();
+    BusProgram(const BusProgram&) = delete;
+    BusProgram& operator=(const BusProgram&) = delete;
+
+    const std::string& name() const { return name_; }
+    void requestName(const std::string& name);
+    void releaseName(const std::string& name);
+
+    /// An item with an id, a red icon and the given interface, not yet registered.
+    void addItem(const std::string& path, const std::string& id,
+                 const std::string& interface = "org.kde.StatusNotifierItem");
+    void setProperty(const std::string& path, const std::string& property, const Append& append);
+    void setText(const std::string& path, const std::string& property, const std::string& value);
+    void registerItem(const std::string& text, const std::string& watcher = "org.kde.StatusNotifierWatcher");
+    void removeObject(const std::string& path);
+    void setMenu(const std::string& path, const MenuEntry& root);
+    /// Calls to these members are never answered.
+    void keepSilentOn(const std::string& member);
+    /// Calls to these members are answered with an error, as by those who lack them.
+    void refuse(const std::string& member);
+
+    void emit(const std::string& path, const std::string& interface, const std::string& member,
+              const Append& append = nullptr);
+    /// The calls so far, but for those that only ask: a member and its arguments.
+    std::vector<std::string> calls() const;
+    bool wasCalled(const std::string& call) const;
+    int callsOf(const std::string& member) const;
+
+    /// An icon of one colour, in network byte order.
+    static Append pixmaps(const std::vector<int>& sides, std::uint32_t color);
+
+private:
+    struct Object {
+        std::string interface;
+        std::map<std::string, Append> properties;
+        MenuEntry menu;
+        bool isMenu = false;
+        sd_bus_slot* slot = nullptr;
+    };
+
+    static int handle(sd_bus_message* message, void* context, sd_bus_error* error);
+    int answer(sd_bus_message* message, sd_bus_error* error);
+    int answerGetAll(sd_bus_message* message, const Object& object);
+    static int appendMenu(sd_bus_message* message, const MenuEntry& entry);
+    void note(sd_bus_message* message);
+    void callBus(const std::string& member, const Append& append);
+    void run();
+    Object& object(const std::string& path);
+
+    mutable std::recursive_mutex mutex_;
+    sd_bus* bus_ = nullptr;
+    std::string name_;
+    std::map<std::string, Object> objects_;
+    std::set<std::string> silent_;
+    std::set<std::string> refused_;
+    std::vector<std::string> calls_;
+    std::atomic<bool> ending_ = false;
+    std::thread thread_;
+};
+
+}  // namespace velmo::desktop

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "child_process.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace velmo::desktop {
+
+/// A session bus of a test's own, with the limits of a usual one, that starts no services.
+class PrivateBus {
+public:
+    /// Its files go into the folder, which exists.
+    explicit PrivateBus(const std::filesystem::path& folder);
+
+    /// Starts it, and returns once programs can connect.
+    void start();
+    void stop() { daemon_.reset(); }
+    std::string address() const { return "unix:path=" + socket_.string(); }
+
+private:
+    std::filesystem::path configuration_;
+    std::filesystem::path socket_;
+    std::optional<ChildProcess> daemon_;
+};
+
+}  // namespace velmo::desktop

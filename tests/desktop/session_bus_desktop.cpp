@@ -1,0 +1,118 @@
+#include "session_bus_desktop.h"
+
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+namespace velmo::desktop {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int barHeight = 26;
+constexpr milliseconds programStart(20000);
+
+}  // namespace
+
+void SessionBusDesktop::SetUp() {
+    DesktopSession::SetUp();
+    startServer();
+    startWindowManager();
+    startSessionBus();
+    writeDefaults({{"autoRehide", false}, {"hideOnClickOutside", false}});
+    startVelmo();
+}
+
+xcb_window_t SessionBusDesktop::itemTitled(const std::string& title) const {
+    for (const auto window : x().children(bar())) {
+        if (x().property(window, "_NET_WM_NAME") == title)
+            return window;
+    }
+    return XCB_WINDOW_NONE;
+}
+
+xcb_window_t SessionBusDesktop::untilShown(const std::string& title) const {
+    const auto shown = [&] { return isOnScreen(itemTitled(title)); };
+    EXPECT_TRUE(eventually(shown, programStart)) << title;
+    return itemTitled(title);
+}
+
+std::unique_ptr<BusProgram> SessionBusDesktop::programWithItem(const std::string& title) const {
+    auto program = std::make_unique<BusProgram>(busAddress());
+    program->addItem("/StatusNotifierItem", title);
+    program->setText("/StatusNotifierItem", "Title", title);
+    program->registerItem("/StatusNotifierItem");
+    return program;
+}
+
+std::optional<Area> SessionBusDesktop::openMenu() const {
+    for (const auto window : x().children(x().root())) {
+        const auto area = x().area(window);
+        if (area && area->y >= barHeight && area->height > barHeight && x().isViewable(window) &&
+            x().property(window, "WM_CLASS").starts_with("velmo"))
+            return area;
+    }
+    return std::nullopt;
+}
+
+void SessionBusDesktop::openMenuOf(xcb_window_t item, int button) {
+    click(item, button);
+    ASSERT_TRUE(eventually([&] { return openMenu().has_value(); }));
+}
+
+void SessionBusDesktop::chooseByKeys(const std::vector<std::string>& keys) const {
+    std::vector<std::string> command = {"key", "--delay", "60"};
+    command.insert(command.end(), keys.begin(), keys.end());
+    xdotool(command);
+}
+
+std::vector<std::string> SessionBusDesktop::notes() const {
+    std::ifstream file(noteFile());
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+bool SessionBusDesktop::hasNoted(const std::string& line) const {
+    const auto lines = notes();
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
+}
+
+double SessionBusDesktop::toggleLatency(int clicks) const {
+    const auto place = x().area(toggle()).value_or(Area{});
+    movePointer(place.midX(), place.midY());
+    std::vector<double> latencies;
+    for (int count = 0; count < clicks; ++count) {
+        const int before = x().area(divider())->width;
+        const auto start = Clock::now();
+        for (const auto type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE})
+            xcb_test_fake_input(x().raw(), type, 1, 0, x().root(), 0, 0, 0);
+        xcb_flush(x().raw());
+        EXPECT_TRUE(eventually([&] { return x().area(divider())->width != before; }));
+        latencies.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+        std::this_thread::sleep_for(milliseconds(20));
+    }
+    std::sort(latencies.begin(), latencies.end());
+    return latencies[latencies.size() / 2];
+}
+
+long SessionBusDesktop::memory() {
+    std::ifstream file("/proc/" + std::to_string(velmo().id()) + "/smaps_rollup");
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("Anonymous:"))
+            return std::stol(line.substr(std::string("Anonymous:").size()));
+    }
+    return 0;
+}
+
+long SessionBusDesktop::openFiles() {
+    const std::filesystem::directory_iterator files("/proc/" + std::to_string(velmo().id()) + "/fd");
+    return std::distance(begin(files), end(files));
+}
+
+}  // namespace velmo::desktop

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "bus_program.h"
+#include "desktop_session.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace velmo::desktop {
+
+/// A display with Velmo and a session bus.
+class SessionBusDesktop : public DesktopSession {
+protected:
+    void SetUp() override;
+
+    /// The window in the bar with this title. None where there is none.
+    xcb_window_t itemTitled(const std::string& title) const;
+    /// The same, once it is on the screen.
+    xcb_window_t untilShown(const std::string& title) const;
+    /// A program on the bus with one item that has a title.
+    std::unique_ptr<BusProgram> programWithItem(const std::string& title) const;
+
+    /// A menu that Velmo has open: the lowest one where there are several.
+    std::optional<Area> openMenu() const;
+    /// Clicks the item and waits for its menu.
+    void openMenuOf(xcb_window_t item, int button);
+    void chooseByKeys(const std::vector<std::string>& keys) const;
+    /// What a program has noted in its file, a line each.
+    std::vector<std::string> notes() const;
+    bool hasNoted(const std::string& line) const;
+    std::string noteFile() const { return home_ / "notes"; }
+
+    /// Milliseconds from a click on the toggle to its effect on the screen: the median of several.
+    double toggleLatency(int clicks) const;
+    /// Kilobytes of memory of Velmo's own.
+    long memory();
+    long openFiles();
+};
+
+}  // namespace velmo::desktop

@@ -1,0 +1,261 @@
+#include "session_bus_desktop.h"
+
+#include <algorithm>
+#include <csignal>
+
+namespace velmo::desktop {
+
+namespace {
+
+constexpr const char* path = "/StatusNotifierItem";
+constexpr const char* interface = "org.kde.StatusNotifierItem";
+constexpr int right = 3;
+
+/// Real programs of several toolkits, hosted over the bus and over the X11 tray.
+class TrayPrograms : public SessionBusDesktop {
+protected:
+    ChildProcess startQt() const { return run({VELMO_QT_TRAY, noteFile()}); }
+    ChildProcess startGtk() const { return runScript("indicator.py"); }
+    ChildProcess startWx() const { return runScript("wx_tray.py"); }
+
+    ChildProcess runScript(const std::string& name) const {
+        return run({"/usr/bin/python3", std::string(VELMO_CLIENTS) + "/" + name, noteFile()});
+    }
+
+    /// Hides an icon, reveals it, and shows that it is the same.
+    void hideAndReveal(xcb_window_t icon) {
+        superDrag(icon, 300);
+        EXPECT_TRUE(eventually([&] { return isHidden(icon); }));
+        click(toggle());
+        EXPECT_TRUE(eventually([&] { return isOnScreen(icon); }));
+        click(toggle());
+        EXPECT_TRUE(eventually([&] { return isHidden(icon); }));
+        click(toggle());
+        EXPECT_TRUE(eventually([&] { return isOnScreen(icon); }));
+    }
+};
+
+TEST_F(TrayPrograms, QtIsHiddenRevealedAndUsed) {
+    const auto program = startQt();
+    const auto icon = untilShown("qt-tray");
+    hideAndReveal(icon);
+    click(icon);
+    EXPECT_TRUE(eventually([&] { return hasNoted("activated"); }));
+    click(icon, 2);
+    EXPECT_TRUE(eventually([&] { return hasNoted("middle"); }));
+    openMenuOf(icon, right);
+    chooseByKeys({"Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("refresh"); }));
+    openMenuOf(icon, right);
+    chooseByKeys({"Down", "Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("details off"); })) << "it was marked";
+    openMenuOf(icon, right);
+    chooseByKeys({"p", "Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("Lisbon"); })) << "by mnemonic, in a submenu";
+    openMenuOf(icon, right);
+    chooseByKeys({"q"});
+    EXPECT_TRUE(eventually([&] { return itemTitled("qt-tray") == XCB_WINDOW_NONE; })) << "it has quit";
+}
+
+TEST_F(TrayPrograms, GtkWithAnIndicatorIsHiddenRevealedAndUsed) {
+    const auto program = startGtk();
+    const auto icon = untilShown("Volume");
+    hideAndReveal(icon);
+    openMenuOf(icon, 1);
+    chooseByKeys({"Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("mute"); })) << "an indicator has but its menu";
+    openMenuOf(icon, right);
+    chooseByKeys({"Down", "Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("louder on"); }));
+    openMenuOf(icon, right);
+    chooseByKeys({"Up", "Right", "Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("Headphones"); }));
+    click(icon, 4);
+    EXPECT_TRUE(eventually([&] { return hasNoted("scroll 120 0") || hasNoted("scroll 120 1"); }));
+}
+
+TEST_F(TrayPrograms, WxIsHiddenRevealedAndUsed) {
+    const auto program = startWx();
+    const auto icon = iconOf("Wx_tray");
+    hideAndReveal(icon);
+    click(icon, right);
+    xdotool({"sleep", "0.4"});
+    chooseByKeys({"Down", "Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("World"); }));
+}
+
+TEST_F(TrayPrograms, AnX11TrayIconIsHiddenRevealedAndUsed) {
+    const auto icon = startTrayProgram("parcellite", "Parcellite");
+    hideAndReveal(icon);
+    click(icon, right);
+    xdotool({"sleep", "0.4"});
+    chooseByKeys({"Up", "Return"});
+    EXPECT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Parcellite"); }))
+        << "its last entry quits it";
+}
+
+TEST_F(TrayPrograms, OfAllKindsShareOneOrderThatIsRemembered) {
+    const auto xembed = startTrayProgram("parcellite", "Parcellite");
+    auto program = std::make_unique<ChildProcess>(startQt());
+    auto icon = untilShown("qt-tray");
+    ASSERT_LT(x().area(icon)->x, x().area(xembed)->x) << "the newest stands next to the divider";
+    superDrag(icon, x().area(xembed)->midX() + 5);
+    EXPECT_TRUE(eventually([&] { return x().area(icon)->x > x().area(xembed)->x; }));
+    const std::vector<std::string> order = readDefaults()["statusItemOrder"];
+    EXPECT_EQ(order, (std::vector<std::string>{"Velmo.Toggle", "qt_tray.qt-tray", "parcellite.Parcellite",
+                                               "Velmo.Divider"}));
+    superDrag(icon, 300);
+    ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+    program.reset();
+    ASSERT_TRUE(eventually([&] { return itemTitled("qt-tray") == XCB_WINDOW_NONE; }));
+    program = std::make_unique<ChildProcess>(startQt());
+    ASSERT_TRUE(eventually([&] { return isHidden(itemTitled("qt-tray")); })) << "it was hidden when it left";
+    stopVelmo();
+    startVelmo();
+    EXPECT_TRUE(eventually([&] { return isOnScreen(iconOf("Parcellite")); }));
+}
+
+TEST_F(TrayPrograms, TwoItemsOfOneProgramHavePlacesOfTheirOwn) {
+    const auto first = programWithItem("same");
+    untilShown("same");
+    const auto second = programWithItem("same");
+    const std::string name = "desktop_tests.same";
+    EXPECT_TRUE(eventually([&] {
+        const std::vector<std::string> order = readDefaults()["statusItemOrder"];
+        return std::count(order.begin(), order.end(), name) == 1 &&
+               std::count(order.begin(), order.end(), name + "#2") == 1;
+    }));
+}
+
+TEST_F(TrayPrograms, APassiveItemTakesNoRoom) {
+    const auto program = programWithItem("Quiet");
+    const auto icon = untilShown("Quiet");
+    program->setText(path, "Status", "Passive");
+    program->emit(path, interface, "NewStatus");
+    EXPECT_TRUE(eventually([&] { return !x().isViewable(icon); }));
+    program->setText(path, "Status", "Active");
+    program->emit(path, interface, "NewStatus");
+    EXPECT_TRUE(eventually([&] { return isOnScreen(icon); }));
+}
+
+TEST_F(TrayPrograms, AnIconChangesWithoutFlicker) {
+    const auto program = programWithItem("Live");
+    const auto icon = untilShown("Live");
+    const auto place = *x().area(icon);
+    const auto color = [&] { return x().pixel(place.midX(), place.midY()); };
+    ASSERT_TRUE(eventually([&] { return color() == 0xff0000; }));
+    for (int round = 0; round < 20; ++round) {
+        const std::uint32_t next = round % 2 ? 0xff0000 : 0x00ff00;
+        program->setProperty(path, "IconPixmap", BusProgram::pixmaps({20}, 0xff000000 | next));
+        program->emit(path, interface, "NewIcon");
+        EXPECT_TRUE(eventually([&] {
+            const auto seen = color();
+            EXPECT_TRUE(seen == 0xff0000 || seen == 0x00ff00) << std::hex << seen;
+            return seen == next;
+        }));
+    }
+}
+
+TEST_F(TrayPrograms, ClicksTellTheirPlaceAndATokenComesFirst) {
+    const auto program = programWithItem("Clicked");
+    const auto icon = untilShown("Clicked");
+    const auto place = *x().area(icon);
+    const std::string where = std::to_string(place.midX()) + " " + std::to_string(place.midY());
+    click(icon);
+    ASSERT_TRUE(eventually([&] { return program->wasCalled("Activate " + where); }));
+    const auto calls = program->calls();
+    const auto activation = std::find(calls.begin(), calls.end(), "Activate " + where);
+    ASSERT_NE(activation, calls.begin());
+    EXPECT_TRUE((activation - 1)->starts_with("ProvideXdgActivationToken velmo-"));
+    EXPECT_NE((activation - 1)->find("_TIME"), std::string::npos);
+    click(icon, 2);
+    EXPECT_TRUE(eventually([&] { return program->wasCalled("SecondaryActivate " + where); }));
+    click(icon, right);
+    EXPECT_TRUE(eventually([&] { return program->wasCalled("ContextMenu " + where); })) << "it has no menu";
+    for (const auto& [button, scroll] : std::vector<std::pair<int, std::string>>{
+             {4, "120 vertical"}, {5, "-120 vertical"}, {6, "120 horizontal"}, {7, "-120 horizontal"}}) {
+        click(icon, button);
+        EXPECT_TRUE(eventually([&, call = "Scroll " + scroll] { return program->wasCalled(call); }))
+            << scroll;
+    }
+    EXPECT_EQ(program->callsOf("Activate"), 1);
+}
+
+TEST_F(TrayPrograms, AMenuKeepsIconsRevealedAsOtherProgramsMenusDo) {
+    stopVelmo();
+    writeDefaults({{"autoRehide", true}, {"rehideDelay", 1}});
+    startVelmo();
+    const auto program = programWithItem("Menu");
+    program->setProperty(path, "Menu",
+                         [](auto* message) { return sd_bus_message_append(message, "v", "o", "/Menu"); });
+    program->setProperty(path, "ItemIsMenu",
+                         [](auto* message) { return sd_bus_message_append(message, "v", "b", 1); });
+    program->setMenu(
+        "/Menu",
+        {0, {}, {{1, {{"label", std::string("One")}}, {}}, {2, {{"label", std::string("Two")}}, {}}}});
+    program->emit(path, interface, "NewMenu");
+    const auto icon = untilShown("Menu");
+    // This test is the program: Velmo's own menus would not count.
+    superDrag(icon, 300);
+    ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+    click(toggle());
+    ASSERT_TRUE(eventually([&] { return isOnScreen(icon); }));
+    openMenuOf(icon, 1);
+    EXPECT_EQ(program->callsOf("Activate"), 0) << "it is a menu";
+    movePointer(300, 400);
+    EXPECT_TRUE(stays([&] { return isOnScreen(icon); }, milliseconds(2500)));
+    xdotool({"key", "Escape"});
+    ASSERT_TRUE(eventually([&] { return !openMenu(); }));
+    EXPECT_TRUE(eventually([&] { return isHidden(icon); }, milliseconds(6000))) << "once it has closed";
+}
+
+TEST_F(TrayPrograms, AnOpenMenuFollowsItsProgram) {
+    auto program = programWithItem("Changing");
+    program->setProperty(path, "Menu",
+                         [](auto* message) { return sd_bus_message_append(message, "v", "o", "/Menu"); });
+    BusProgram::MenuEntry root{
+        0, {}, {{1, {{"label", std::string("One")}}, {}}, {2, {{"label", std::string("Two")}}, {}}}};
+    program->setMenu("/Menu", root);
+    const auto icon = untilShown("Changing");
+    program->emit(path, interface, "NewMenu");
+    ASSERT_TRUE(eventually([&] { return program->callsOf("GetAll") >= 2; }));
+    xdotool({"sleep", "0.1"});
+    openMenuOf(icon, right);
+    const int height = openMenu()->height;
+    root.children.insert(root.children.begin() + 1, {3, {{"label", std::string("Between")}}, {}});
+    program->setMenu("/Menu", root);
+    program->emit("/Menu", "com.canonical.dbusmenu", "LayoutUpdated",
+                  [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
+    EXPECT_TRUE(eventually([&] { return openMenu() && openMenu()->height > height; }));
+    chooseByKeys({"Down", "Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return program->wasCalled("Event 3 clicked value time"); }));
+    openMenuOf(icon, right);
+    program.reset();
+    EXPECT_TRUE(eventually([&] { return !openMenu(); })) << "it goes with its program";
+    EXPECT_EQ(itemTitled("Changing"), xcb_window_t{XCB_WINDOW_NONE});
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+}
+
+TEST_F(TrayPrograms, ABusThatGoesAndReturnsLeavesTheRestAlone) {
+    const auto xembed = startTrayProgram("parcellite", "Parcellite");
+    auto program = programWithItem("First");
+    untilShown("First");
+    stopSessionBus();
+    EXPECT_TRUE(eventually([&] { return itemTitled("First") == XCB_WINDOW_NONE; }));
+    EXPECT_TRUE(isOnScreen(xembed));
+    program.reset();
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+    startSessionBus();
+    ASSERT_TRUE(eventually([&] {
+        // The watcher returns a moment after the bus.
+        program = programWithItem("Second");
+        return eventually([&] { return isOnScreen(itemTitled("Second")); }, milliseconds(300));
+    }));
+    EXPECT_TRUE(isOnScreen(xembed));
+}
+
+}  // namespace
+
+}  // namespace velmo::desktop

@@ -1,0 +1,210 @@
+#include "linux/status_notifier/menu_client.h"
+
+#include "bus_session.h"
+
+#include <set>
+
+namespace velmo {
+
+namespace {
+
+using desktop::BusProgram;
+using status_notifier::MenuClient;
+using Entry = BusProgram::MenuEntry;
+using Mark = ExportedMenuEntry::Mark;
+
+constexpr const char* menuInterface = "com.canonical.dbusmenu";
+constexpr std::uint32_t clickTime = 1234;
+
+Entry entry(std::int32_t id, const std::string& label, std::vector<Entry> children = {}) {
+    Entry made{id, {{"label", label}}, std::move(children)};
+    if (!made.children.empty())
+        made.properties["children-display"] = std::string("submenu");
+    return made;
+}
+
+std::size_t count(const ExportedMenuEntry& menu) {
+    std::size_t sum = menu.children.size();
+    for (const auto& child : menu.children)
+        sum += count(child);
+    return sum;
+}
+
+class ExportedMenus : public BusSession {
+protected:
+    void SetUp() override {
+        BusSession::SetUp();
+        startHost();
+        owner_ = program();
+        owner_->addItem("/StatusNotifierItem", "owner");
+        owner_->setProperty("/StatusNotifierItem", "Menu",
+                            [](auto* message) { return sd_bus_message_append(message, "v", "o", "/Menu"); });
+        owner_->registerItem("/StatusNotifierItem");
+        ASSERT_TRUE(untilItems(1));
+    }
+
+    void TearDown() override {
+        menu_.reset();
+        owner_.reset();
+        BusSession::TearDown();
+    }
+
+    void ask(const Entry& root) {
+        owner_->setMenu("/Menu", root);
+        ask();
+    }
+
+    void ask() {
+        menu_ = std::make_unique<MenuClient>(*items_.front(), 16, "", clickTime);
+        ready_ = false;
+        menu_->prepare([this] { ready_ = true; });
+    }
+
+    /// The menu, once it can be shown.
+    const ExportedMenuEntry& shown(const Entry& root) {
+        ask(root);
+        EXPECT_TRUE(until([&] { return ready_; }));
+        return menu_->root();
+    }
+
+    std::unique_ptr<BusProgram> owner_;
+    std::unique_ptr<MenuClient> menu_;
+    bool ready_ = false;
+};
+
+TEST_F(ExportedMenus, TellOfEntriesAndSubmenus) {
+    const Entry root{
+        0,
+        {},
+        {entry(1, "_Open"),
+         {2, {{"type", std::string("separator")}}, {}},
+         {3, {{"label", std::string("Off")}, {"enabled", false}}, {}},
+         {4, {{"label", std::string("Gone")}, {"visible", false}}, {}},
+         {5,
+          {{"label", std::string("Check")}, {"toggle-type", std::string("checkmark")}, {"toggle-state", 1}},
+          {}},
+         {6,
+          {{"label", std::string("Radio")}, {"toggle-type", std::string("radio")}, {"toggle-state", 0}},
+          {}},
+         entry(7, "More", {entry(8, "Inner", {entry(9, "Innermost")})})}};
+    const auto& menu = shown(root);
+    ASSERT_EQ(menu.children.size(), 7U);
+    EXPECT_EQ(menu.children[0].label, "_Open");
+    EXPECT_TRUE(menu.children[0].isEnabled);
+    EXPECT_TRUE(menu.children[1].isSeparator);
+    EXPECT_FALSE(menu.children[2].isEnabled);
+    EXPECT_FALSE(menu.children[3].isVisible);
+    EXPECT_EQ(menu.children[4].mark, Mark::check);
+    EXPECT_TRUE(menu.children[4].isMarked);
+    EXPECT_EQ(menu.children[5].mark, Mark::radio);
+    EXPECT_FALSE(menu.children[5].isMarked);
+    EXPECT_TRUE(menu.children[6].isSubmenu);
+    EXPECT_EQ(menu.children[6].children[0].children[0].label, "Innermost");
+    EXPECT_EQ(owner_->callsOf("AboutToShow"), 1) << "the program may prepare it";
+}
+
+TEST_F(ExportedMenus, ShowPicturesOfTheTheme) {
+    Entry named = entry(1, "Louder");
+    named.properties["icon-name"] = std::string("audio-volume-high-symbolic");
+    Entry missing = entry(2, "Missing");
+    missing.properties["icon-name"] = std::string("no-such-icon");
+    const auto& menu = shown({0, {}, {named, missing}});
+    ASSERT_TRUE(until([&] { return menu.children[0].icon.has_value(); }));
+    EXPECT_TRUE(menu.children[0].icon->isTemplate);
+    EXPECT_FALSE(menu.children[1].icon);
+}
+
+TEST_F(ExportedMenus, TellTheProgramWhatHappens) {
+    shown({0, {}, {entry(1, "One"), entry(2, "Two", {entry(3, "Three")})}});
+    menu_->opened(0);
+    menu_->opened(2);
+    menu_->closed(2);
+    menu_->closed(0);
+    menu_->chosen(3);
+    for (const auto* call :
+         {"Event 0 opened value time", "Event 2 opened value time", "AboutToShow 2",
+          "Event 2 closed value time", "Event 0 closed value time", "Event 3 clicked value time"})
+        EXPECT_TRUE(until([&] { return owner_->wasCalled(call); })) << call;
+}
+
+TEST_F(ExportedMenus, FollowChangesOfTheLayoutAndOfProperties) {
+    const auto& menu = shown({0, {}, {entry(1, "One")}});
+    int changes = 0;
+    menu_->setOnChange([&] { ++changes; });
+    owner_->setMenu("/Menu", {0, {}, {entry(1, "One"), entry(2, "Two")}});
+    owner_->emit("/Menu", menuInterface, "LayoutUpdated",
+                 [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
+    EXPECT_TRUE(until([&] { return menu.children.size() == 2 && changes > 0; }));
+    const int before = changes;
+    owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [](auto* message) {
+        return sd_bus_message_append(message, "a(ia{sv})a(ias)", 2, 2, 2, "label", "s", "Deux", "enabled",
+                                     "b", 0, 77, 1, "label", "s", "nobody", 1, 1, 1, "label");
+    });
+    EXPECT_TRUE(until([&] { return changes > before; }));
+    EXPECT_EQ(menu.children[1].label, "Deux");
+    EXPECT_FALSE(menu.children[1].isEnabled);
+    EXPECT_EQ(menu.children[0].label, "") << "taken back";
+}
+
+TEST_F(ExportedMenus, WithoutAnAnswerNothingIsShown) {
+    owner_->keepSilentOn("GetLayout");
+    ask({0, {}, {entry(1, "One")}});
+    runFor(3);
+    EXPECT_FALSE(ready_);
+}
+
+TEST_F(ExportedMenus, AreShownWhereThePreparationIsNotAnswered) {
+    owner_->keepSilentOn("AboutToShow");
+    ask({0, {}, {entry(1, "One")}});
+    EXPECT_TRUE(until([&] { return ready_; }, 2));
+}
+
+TEST_F(ExportedMenus, WithNothingToShowAreNotShown) {
+    Entry hidden = entry(1, "Hidden");
+    hidden.properties["visible"] = false;
+    ask({0, {}, {hidden}});
+    runFor(0.5);
+    EXPECT_FALSE(ready_);
+}
+
+TEST_F(ExportedMenus, AreCutWhereTheyHaveTooManyEntries) {
+    Entry root{0, {}, {}};
+    for (std::int32_t id = 1; id <= 10000; ++id)
+        root.children.push_back(entry(id, "Entry " + std::to_string(id)));
+    const auto start = std::chrono::steady_clock::now();
+    const auto& menu = shown(root);
+    EXPECT_EQ(menu.children.size(), status_notifier::mostMenuEntries);
+    EXPECT_EQ(menu.children.back().label, "Entry 1000");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+}
+
+TEST_F(ExportedMenus, ThatContainThemselvesAreCut) {
+    Entry inner = entry(1, "Again", {entry(2, "Leaf"), entry(0, "Root")});
+    for (int depth = 0; depth < 5; ++depth)
+        inner = entry(1, "Again", {inner, entry(2, "Leaf")});
+    const auto& menu = shown({0, {}, {inner, entry(1, "Again"), entry(3, "Other")}});
+    EXPECT_EQ(count(menu), 3U);
+}
+
+TEST_F(ExportedMenus, AreCutWhereTheyAreTooDeep) {
+    Entry inner = entry(100, "Leaf");
+    // As deep as messages may be.
+    for (std::int32_t id = 99; id > 80; --id)
+        inner = entry(id, "Level", {inner});
+    const auto& menu = shown({0, {}, {inner}});
+    EXPECT_EQ(count(menu), static_cast<std::size_t>(status_notifier::deepestMenu));
+}
+
+TEST_F(ExportedMenus, EndWithTheirProgram) {
+    shown({0, {}, {entry(1, "One")}});
+    bool told = false;
+    menu_->setOnChange([&] { told = true; });
+    EXPECT_FALSE(menu_->hasEnded());
+    menu_->end();
+    EXPECT_TRUE(until([&] { return told; }));
+    EXPECT_TRUE(menu_->hasEnded());
+}
+
+}  // namespace
+
+}  // namespace velmo
