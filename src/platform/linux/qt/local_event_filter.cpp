@@ -1,5 +1,8 @@
 #include "local_event_filter.h"
 
+#include "linux/qt/exported_menu_view.h"
+
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWindow>
@@ -19,11 +22,16 @@ EventType typeOf(Qt::MouseButton button) {
     }
 }
 
+/// What happens while another program's menu is open is about that program.
+bool isOfAnotherProgram() {
+    return dynamic_cast<ExportedMenuView*>(QApplication::activePopupWidget()) != nullptr;
+}
+
 }  // namespace
 
 bool LocalEventFilter::eventFilter(QObject* object, QEvent* event) {
     // Windows get an event first, and the widgets in them the same one again.
-    if (!object->isWindowType())
+    if (!object->isWindowType() || isOfAnotherProgram())
         return false;
     const auto window = static_cast<WindowNumber>(static_cast<QWindow*>(object)->winId());
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {

@@ -66,7 +66,9 @@ public:
         showMenu(menu, fromPixels(QPoint(x, y)).toPoint());
     }
 
-    void popUp(ExportedMenu& menu, int x, int y) override { showExportedMenu(menu, fromPixels(QPoint(x, y)).toPoint()); }
+    void popUp(ExportedMenu& menu, int x, int y) override {
+        showExportedMenu(menu, fromPixels(QPoint(x, y)).toPoint());
+    }
 
     void showToolTip(const std::string& text, int x, int y) override {
         const QString plain = QString::fromStdString(text);
