@@ -79,15 +79,21 @@ BusProgram::Object& BusProgram::object(const std::string& path) {
     return found;
 }
 
-void BusProgram::callBus(const std::string& member, const Append& append) {
+bool BusProgram::callBus(const std::string& member, const Append& append) {
     const std::lock_guard lock(mutex_);
     sd_bus_message* message = nullptr;
     check(sd_bus_message_new_method_call(bus_, &message, busName, "/org/freedesktop/DBus", busName,
                                          member.c_str()),
           "call");
     check(append(message), "arguments");
-    sd_bus_call(bus_, message, 0, nullptr, nullptr);
+    const int result = sd_bus_call(bus_, message, 0, nullptr, nullptr);
     sd_bus_message_unref(message);
+    return result >= 0;
+}
+
+bool BusProgram::isTaken(const std::string& name) {
+    return callBus("GetNameOwner",
+                   [&](auto* message) { return sd_bus_message_append(message, "s", name.c_str()); });
 }
 
 void BusProgram::requestName(const std::string& name) {

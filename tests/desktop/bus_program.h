@@ -34,6 +34,8 @@ public:
     BusProgram& operator=(const BusProgram&) = delete;
 
     const std::string& name() const { return name_; }
+    /// True while a program on the bus has the name.
+    bool isTaken(const std::string& name);
     void requestName(const std::string& name);
     void releaseName(const std::string& name);
 
@@ -74,7 +76,8 @@ private:
     int answerGetAll(sd_bus_message* message, const Object& object);
     static int appendMenu(sd_bus_message* message, const MenuEntry& entry);
     void note(sd_bus_message* message);
-    void callBus(const std::string& member, const Append& append);
+    /// False where the bus answers with an error.
+    bool callBus(const std::string& member, const Append& append);
     void run();
     Object& object(const std::string& path);
 

@@ -24,7 +24,17 @@ void SessionBusDesktop::SetUp() {
     startWindowManager();
     startSessionBus();
     writeDefaults({{"autoRehide", false}, {"hideOnClickOutside", false}});
+    startVelmoOnBus();
+}
+
+void SessionBusDesktop::startVelmoOnBus() {
     startVelmo();
+    awaitWatcher();
+}
+
+void SessionBusDesktop::awaitWatcher() const {
+    BusProgram bystander(busAddress());
+    ASSERT_TRUE(eventually([&] { return bystander.isTaken("org.freedesktop.StatusNotifierWatcher"); }));
 }
 
 xcb_window_t SessionBusDesktop::itemTitled(const std::string& title) const {

@@ -14,6 +14,10 @@ class SessionBusDesktop : public DesktopSession {
 protected:
     void SetUp() override;
 
+    /// Starts Velmo and waits until items can register with it.
+    void startVelmoOnBus();
+    /// The same for a bus that has just come.
+    void awaitWatcher() const;
     /// The window in the bar with this title. None where there is none.
     xcb_window_t itemTitled(const std::string& title) const;
     /// The same, once it is on the screen.

@@ -111,7 +111,7 @@ TEST_F(TrayPrograms, OfAllKindsShareOneOrderThatIsRemembered) {
     program = std::make_unique<ChildProcess>(startQt());
     ASSERT_TRUE(eventually([&] { return isHidden(itemTitled("qt-tray")); })) << "it was hidden when it left";
     stopVelmo();
-    startVelmo();
+    startVelmoOnBus();
     EXPECT_TRUE(eventually([&] { return isOnScreen(iconOf("Parcellite")); }));
 }
 
@@ -184,7 +184,7 @@ TEST_F(TrayPrograms, ClicksTellTheirPlaceAndATokenComesFirst) {
 TEST_F(TrayPrograms, AMenuKeepsIconsRevealedAsOtherProgramsMenusDo) {
     stopVelmo();
     writeDefaults({{"autoRehide", true}, {"rehideDelay", 1}});
-    startVelmo();
+    startVelmoOnBus();
     const auto program = programWithItem("Menu");
     program->setProperty(path, "Menu",
                          [](auto* message) { return sd_bus_message_append(message, "v", "o", "/Menu"); });
@@ -248,11 +248,9 @@ TEST_F(TrayPrograms, ABusThatGoesAndReturnsLeavesTheRestAlone) {
     click(toggle());
     EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
     startSessionBus();
-    ASSERT_TRUE(eventually([&] {
-        // The watcher returns a moment after the bus.
-        program = programWithItem("Second");
-        return eventually([&] { return isOnScreen(itemTitled("Second")); }, milliseconds(300));
-    }));
+    awaitWatcher();
+    program = programWithItem("Second");
+    untilShown("Second");
     EXPECT_TRUE(isOnScreen(xembed));
 }
 
