@@ -128,6 +128,12 @@ std::uint16_t XObserver::modifierState() const {
     return reply ? static_cast<std::uint16_t>(reply->mask & modifiers) : std::uint16_t{0};
 }
 
+std::pair<int, int> XObserver::pointer() const {
+    const auto reply =
+        owned(xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr));
+    return reply ? std::pair<int, int>(reply->root_x, reply->root_y) : std::pair(-1, -1);
+}
+
 xcb_window_t XObserver::selectionOwner(const std::string& name) const {
     const auto cookie = xcb_get_selection_owner(connection_, atom(name));
     const auto reply = owned(xcb_get_selection_owner_reply(connection_, cookie, nullptr));

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmo::desktop {
@@ -48,6 +49,8 @@ public:
     std::uint32_t pixel(int x, int y) const;
     /// Modifiers and locks that are down or on, as bits of the core protocol.
     std::uint16_t modifierState() const;
+    /// Where the pointer is on the root window.
+    std::pair<int, int> pointer() const;
     xcb_window_t selectionOwner(const std::string& name) const;
     xcb_atom_t atom(const std::string& name) const;
 
