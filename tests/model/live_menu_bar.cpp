@@ -7,6 +7,8 @@ namespace velmo {
 
 namespace {
 
+constexpr std::uint16_t escapeKey = 53;
+
 MouseButton buttonOf(const Step& step) {
     return step.rightButton ? MouseButton::right : MouseButton::left;
 }
@@ -69,6 +71,9 @@ bool LiveMenuBar::performMouse(const Step& step) {
         case Trigger::otherButtonElsewhere:
             useOtherButtonElsewhere();
             return true;
+        case Trigger::pressEscape:
+            // It reaches others unless the panel takes it.
+            return desktop_.pressKey(escapeKey);
         case Trigger::scroll:
             desktop_.scrollAtPointer(step.x, step.y);
             return true;
@@ -136,6 +141,9 @@ void LiveMenuBar::performPreference(const Step& step) {
             break;
         case Trigger::setClockEnabled:
             preferences_->clockEnabled.set(step.on);
+            break;
+        case Trigger::setRefreshPanelOnOpen:
+            preferences_->refreshPanelOnOpen.set(step.on);
             break;
         case Trigger::setClickAction:
             preferences_->clickAction.set(allClickActions[step.choice]);

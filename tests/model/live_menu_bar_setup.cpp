@@ -5,7 +5,6 @@ namespace velmo {
 
 LiveMenuBar::LiveMenuBar(const ModelPreferences& stored) {
     store(stored);
-    desktop_.screenCapture().setGranted(false);
     auto& bar = desktop_.statusBar();
     bar.addOther({"at the right", otherProcess, "Right", std::nullopt, 24});
     desktop_.menus().setScript([this](SimulatedOpenMenu& menu) { useOwnMenu(menu); });
@@ -19,8 +18,8 @@ LiveMenuBar::LiveMenuBar(const ModelPreferences& stored) {
         account_.settingsRequested(tab, desktop_.screenCapture().requestCount());
     };
     bar.addOther({"shown", otherProcess, "Shown", std::nullopt, 24});
-    bar.addOther({"hidden", otherProcess, "Hidden", std::nullopt, 24});
-    bar.addOther({"always hidden", otherProcess, "Always hidden", std::nullopt, 24});
+    bar.addOther({"hidden", otherProcess, "H", std::nullopt, 24});
+    bar.addOther({"always hidden", otherProcess, "A", std::nullopt, 24});
     bar.moveRightOf("Velmo.Divider", "shown");
     bar.moveRightOf("Velmo.AlwaysHiddenDivider", "hidden");
     bar.moveLeftOf("always hidden", "Velmo.Clock");
@@ -37,6 +36,7 @@ void LiveMenuBar::store(const ModelPreferences& stored) {
     defaults.setBool(stored.clockEnabled, "clockEnabled");
     // A text that time does not change.
     defaults.setObject(std::string("'clock'"), "clockFormat");
+    defaults.setBool(stored.refreshPanelOnOpen, "refreshPanelOnOpen");
     defaults.setObject(std::string(rawValue(stored.clickAction)), "clickAction");
     defaults.setObject(std::string(rawValue(stored.toggleIconStyle)), "toggleIconStyle");
     storeShortcut(stored.hotkey, "hotkey");

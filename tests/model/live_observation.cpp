@@ -36,6 +36,13 @@ std::string nameOfDividerImage(const std::optional<Image>& image) {
     return image ? image->accessibilityDescription : "";
 }
 
+std::string namesOf(const std::vector<MenuBarItemInfo>& items) {
+    std::string names;
+    for (const MenuBarItemInfo& item : items)
+        names += item.ownerName + ' ';
+    return names;
+}
+
 std::string fourCharacters(std::uint32_t code) {
     std::string text;
     for (const unsigned shift : {24U, 16U, 8U, 0U})
@@ -86,6 +93,11 @@ Observation LiveMenuBar::observe() {
     constexpr double perSecond = 1e9;
     if (const auto next = desktop_.runLoop().nextTimer())
         seen.nanosecondsToNextTimer = std::llround(*next * perSecond);
+    // Items that are hidden keep the place that they have at the end of a step.
+    desktop_.statusBar().slots();
+    if (const auto* panel = desktop_.windows().visiblePanel())
+        seen.panel = Point{panel->frame().x, panel->frame().y};
+    seen.snapshot = namesOf(manager_->snapshot().hidden) + "| " + namesOf(manager_->snapshot().alwaysHidden);
     for (const auto& key : desktop_.hotKeys().held())
         seen.heldKeys += describeHeldKey(fourCharacters(key.id.signature), key.id.id, key.keyCode,
                                          key.modifiers, key.options);

@@ -14,9 +14,10 @@ std::optional<ModelAgenda::Posted> ModelAgenda::takePosted() {
     return first;
 }
 
-ModelAgenda::WaitId ModelAgenda::wait(Wait kind, double seconds) {
+ModelAgenda::WaitId ModelAgenda::wait(Wait kind, double seconds, ProcessId process) {
     constexpr double perSecond = 1e9;
-    waits_.push_back({nanoseconds_ + std::llround(std::max(seconds, 0.0) * perSecond), nextId_, kind});
+    waits_.push_back(
+        {nanoseconds_ + std::llround(std::max(seconds, 0.0) * perSecond), nextId_, kind, process});
     return nextId_++;
 }
 
@@ -41,14 +42,14 @@ std::optional<std::int64_t> ModelAgenda::nanosecondsToNextWait() const {
     return earliest()->due - nanoseconds_;
 }
 
-std::optional<ModelAgenda::Wait> ModelAgenda::takeNextWait(std::int64_t end) {
+std::optional<ModelAgenda::Over> ModelAgenda::takeNextWait(std::int64_t end) {
     const auto next = earliest();
     if (next == waits_.end() || next->due > end)
         return std::nullopt;
-    const Wait kind = next->kind;
+    const Over over{next->kind, next->process};
     nanoseconds_ = next->due;
     waits_.erase(next);
-    return kind;
+    return over;
 }
 
 }  // namespace velmo

@@ -10,7 +10,7 @@ namespace velmo {
 /// Work that the model has before it: what is posted, in order, and what waits for its moment.
 class ModelAgenda {
 public:
-    enum class Wait { rehide, clickOutside, hover, clockTick, calendarTick };
+    enum class Wait { rehide, clickOutside, hover, clockTick, calendarTick, snapshot, panelRefresh, query };
     using WaitId = std::uint64_t;
 
     enum class Task {
@@ -25,26 +25,39 @@ public:
         clockTicked,
         shortcutsChanged,
         toggleShortcutPressed,
-        panelShortcutPressed
+        panelShortcutPressed,
+        snapshotBegins,
+        sleeperWakes,
+        panelOpens,
+        panelCloses
     };
+    /// Tells apart what goes on several times at once.
+    using ProcessId = std::uint64_t;
     struct Posted {
         Task task;
         /// A scrolling delta, or 1 for on and 0 for off.
         double value = 0;
+        ProcessId process = 0;
+    };
+    struct Over {
+        Wait kind;
+        ProcessId process;
     };
 
-    void post(Task task, double value = 0) { posted_.push_back({task, value}); }
+    void post(Task task, double value = 0, ProcessId process = 0) {
+        posted_.push_back({task, value, process});
+    }
     std::optional<Posted> takePosted();
     std::size_t postedCount() const { return posted_.size(); }
 
-    WaitId wait(Wait kind, double seconds);
+    WaitId wait(Wait kind, double seconds, ProcessId process = 0);
     /// Harmless where the wait is over.
     void cancel(std::optional<WaitId> id);
     bool isWaiting(Wait kind) const;
     std::size_t waitCount() const { return waits_.size(); }
     std::optional<std::int64_t> nanosecondsToNextWait() const;
     /// Goes to the moment of the earliest wait and ends it. Absent where none is over by `end`.
-    std::optional<Wait> takeNextWait(std::int64_t end);
+    std::optional<Over> takeNextWait(std::int64_t end);
 
     std::int64_t nanoseconds() const { return nanoseconds_; }
     double seconds() const { return static_cast<double>(nanoseconds_) / 1e9; }
@@ -55,6 +68,7 @@ private:
         std::int64_t due;
         WaitId id;
         Wait kind;
+        ProcessId process;
     };
 
     std::vector<Waiting>::const_iterator earliest() const;

@@ -45,6 +45,42 @@ bool ModelGeometry::isVisible(OwnItem item) const {
     return item != OwnItem::alwaysHiddenDivider || alwaysHiddenDividerVisible;
 }
 
+ModelGeometry::Span ModelGeometry::hiddenItem() const {
+    // Right of it: an item at the right, the toggle, an item that is shown, and the divider.
+    const double right =
+        screens.front().x + screens.front().width - toggleWidth - 2 * otherItemWidth - hiddenDividerLength;
+    return {right - otherItemWidth, right};
+}
+
+ModelGeometry::Span ModelGeometry::alwaysHiddenItem() const {
+    const double right = hiddenItem().minX - (alwaysHiddenDividerVisible ? alwaysHiddenDividerLength : 0);
+    return {right - otherItemWidth, right};
+}
+
+std::optional<double> ModelGeometry::alwaysHiddenDividerMinX() const {
+    if (alwaysHiddenDividerVisible)
+        return hiddenItem().minX - alwaysHiddenDividerLength;
+    return alwaysHiddenDividerLeftBehind;
+}
+
+bool ModelGeometry::isOnPrimaryScreen(const Span& span) const {
+    const ArrangedScreen& primary = screens.front();
+    return span.minX < primary.x + primary.width && span.maxX > primary.x;
+}
+
+void ModelGeometry::setAlwaysHiddenDividerVisible(bool visible) {
+    if (alwaysHiddenDividerVisible && !visible)
+        alwaysHiddenDividerLeftBehind =
+            screens.empty() ? std::nullopt : std::optional(*alwaysHiddenDividerMinX());
+    alwaysHiddenDividerVisible = visible;
+}
+
+void ModelGeometry::setScreens(std::span<const ArrangedScreen> arrangement) {
+    screens = arrangement;
+    if (screens.empty())
+        alwaysHiddenDividerLeftBehind.reset();
+}
+
 bool ModelGeometry::isOnAnyScreen(const Span& span) const {
     const double top = screens.front().y + screens.front().height;
     return std::any_of(screens.begin(), screens.end(), [&](const ArrangedScreen& screen) {

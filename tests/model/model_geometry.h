@@ -30,10 +30,21 @@ public:
     bool alwaysHiddenDividerVisible = false;
     /// Absent while the clock is off.
     std::optional<double> clockWidth;
+    /// Where the always-hidden divider was when it became invisible, on its left.
+    std::optional<double> alwaysHiddenDividerLeftBehind;
 
     bool isPointerInMenuBar() const;
     /// Where the item lies on the primary screen's bar. Absent while no part of it is on any screen.
     std::optional<Span> spanOf(OwnItem item) const;
+    /// The place of the item that lies left of the hidden divider, and of the one that lies left of both.
+    /// There is a screen.
+    Span hiddenItem() const;
+    Span alwaysHiddenItem() const;
+    /// Absent where it was never on a screen.
+    std::optional<double> alwaysHiddenDividerMinX() const;
+    bool isOnPrimaryScreen(const Span& span) const;
+    void setAlwaysHiddenDividerVisible(bool visible);
+    void setScreens(std::span<const ArrangedScreen> arrangement);
     bool isReachable(OwnItem item) const { return spanOf(item).has_value(); }
     std::optional<OwnItem> itemUnderPointer() const;
 

@@ -15,6 +15,7 @@ struct ModelPreferences {
     bool showOnScroll = false;
     bool alwaysHiddenEnabled = false;
     bool clockEnabled = false;
+    bool refreshPanelOnOpen = true;
     ClickAction clickAction = ClickAction::revealInMenuBar;
     ToggleIconStyle toggleIconStyle = ToggleIconStyle::chevron;
     /// Places among the shortcuts, or their number for none.

@@ -24,7 +24,12 @@ std::string describe(const Observation& observation) {
         << "; images: toggle \"" << o.toggleImage << "\", divider \"" << o.hiddenDividerImage
         << "\", always-hidden divider \"" << o.alwaysHiddenDividerImage << "\"; clock " << o.clock
         << "; hover tracked " << o.hoverTracked << "; pointer in menu bar " << o.pointerInMenuBar
-        << "; posted " << o.posted << "; timers " << o.timers << ", next in ";
+        << "; panel ";
+    if (o.panel)
+        out << "at " << o.panel->x << ", " << o.panel->y;
+    else
+        out << "-";
+    out << "; knows " << o.snapshot << "; posted " << o.posted << "; timers " << o.timers << ", next in ";
     if (o.nanosecondsToNextTimer)
         out << *o.nanosecondsToNextTimer << " ns";
     else

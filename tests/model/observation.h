@@ -1,6 +1,7 @@
 #pragma once
 
 #include "menubar/reveal_level.h"
+#include "platform/geometry.h"
 
 #include <cstdint>
 #include <optional>
@@ -25,8 +26,12 @@ struct Observation {
     std::string clock;
     bool hoverTracked = false;
     bool pointerInMenuBar = false;
+    /// The lower left corner of the panel. Absent while it is not shown.
+    std::optional<Point> panel;
+    /// Names of the items that are known to be hidden, and to be always hidden.
+    std::string snapshot;
     std::size_t posted = 0;
-    /// Pending re-hides, hides after a click outside, reveals by hover, and ticks.
+    /// Pending re-hides, hides after a click outside, reveals by hover, ticks, waits of tasks, and queries.
     std::size_t timers = 0;
     std::optional<std::int64_t> nanosecondsToNextTimer;
     /// The hot keys that are registered.

@@ -31,11 +31,15 @@ constexpr double scrollThreshold = 4.0;
 constexpr double scrollDebounce = 0.6;
 constexpr double placementTime = 45.0;
 constexpr double collapsedLength = 12;
+/// Left of an item, of the toggle without its image, and of the other divider.
+constexpr double placeOfTheDividerAtStart = 1440 - 24 - 8 - 12 - 12;
 
 }  // namespace
 
 RevealModel::RevealModel(const ModelPreferences& stored) : preferences_(stored) {
     geometry_.alwaysHiddenDividerVisible = stored.alwaysHiddenEnabled;
+    if (!stored.alwaysHiddenEnabled)
+        geometry_.alwaysHiddenDividerLeftBehind = placeOfTheDividerAtStart;
     if (stored.showOnHover)
         hovering_ = false;
     account_.handlerInstalled();
@@ -63,6 +67,8 @@ Observation RevealModel::observe() {
                                      : "on",
             .hoverTracked = hovering_.has_value(),
             .pointerInMenuBar = geometry_.isPointerInMenuBar(),
+            .panel = panel_,
+            .snapshot = knownHidden_ + "| " + knownAlwaysHidden_,
             .posted = agenda_.postedCount(),
             .timers = agenda_.waitCount(),
             .nanosecondsToNextTimer = agenda_.nanosecondsToNextWait(),
@@ -108,6 +114,8 @@ void RevealModel::apply() {
     const ImageNames& names = toggleImages[static_cast<std::size_t>(preferences_.toggleIconStyle)];
     toggleImage_ = appearance.toggleRevealed ? names.revealed : names.hidden;
     restartTimer();
+    if (level_ != RevealLevel::none)
+        scheduleSnapshot();
 }
 
 void RevealModel::restartTimer() {
@@ -164,11 +172,22 @@ void RevealModel::run(const ModelAgenda::Posted& posted) {
         case Task::panelShortcutPressed:
             togglePanel();
             break;
+        case Task::snapshotBegins:
+            snapshotBegins(posted.process);
+            break;
+        case Task::sleeperWakes:
+            break;
+        case Task::panelOpens:
+            openPanel();
+            break;
+        case Task::panelCloses:
+            closePanel();
+            break;
     }
 }
 
-void RevealModel::over(Wait wait) {
-    switch (wait) {
+void RevealModel::over(const ModelAgenda::Over& over) {
+    switch (over.kind) {
         case Wait::rehide:
             agenda_.post(Task::rehideFired);
             break;
@@ -185,19 +204,30 @@ void RevealModel::over(Wait wait) {
         case Wait::calendarTick:
             calendarTick_ = agenda_.wait(Wait::calendarTick, tickInterval);
             break;
+        case Wait::snapshot:
+            snapshotDue();
+            break;
+        case Wait::panelRefresh:
+            panelRefreshOver(over.process);
+            break;
+        case Wait::query:
+            queryOver(over.process);
+            break;
     }
 }
 
 void RevealModel::rehideFired() {
     if (geometry_.isPointerInMenuBar())
         take(Cause::rehidePutOffByPointer);
+    else if (panel_ && !isOwnMenuOpen_)
+        take(Cause::rehidePutOffByPanel);
     else
         take(isMenuOpen() || isOwnMenuOpen_ ? Cause::rehidePutOffByMenu : Cause::rehide);
 }
 
 void RevealModel::clickedOutside() {
     if (level_ != RevealLevel::none && preferences_.hideOnClickOutside && !geometry_.isPointerInMenuBar() &&
-        !isMenuOpen())
+        !panel_ && !isMenuOpen())
         agenda_.wait(Wait::clickOutside, clickOutsideDelay);
 }
 
@@ -224,7 +254,8 @@ void RevealModel::hoverOver() {
         take(Cause::hover);
     } else {
         take(Cause::panelHover);
-        togglePanel();
+        if (!panel_)
+            togglePanel();
     }
 }
 
@@ -235,7 +266,7 @@ void RevealModel::showOnHoverChanged(bool on) {
 }
 
 void RevealModel::alwaysHiddenChanged(bool on) {
-    geometry_.alwaysHiddenDividerVisible = on;
+    geometry_.setAlwaysHiddenDividerVisible(on);
     take(on ? Cause::alwaysHiddenOn : Cause::alwaysHiddenOff);
 }
 

@@ -9,6 +9,7 @@
 #include "model/step.h"
 #include "platform/run_loop.h"
 
+#include <map>
 #include <set>
 #include <utility>
 #include <vector>
@@ -34,6 +35,8 @@ public:
     /// The time of day as the model knows it.
     Date now() const;
     Date lastScrollToggle() const { return lastScrollToggle_; }
+    /// The lower left corner of the panel. Absent while it is not shown.
+    const std::optional<Point>& panel() const { return panel_; }
     /// How often each row of the table was taken.
     const std::array<std::uint64_t, rowCount>& taken() const { return taken_; }
 
@@ -64,12 +67,44 @@ private:
     void releaseOn(std::optional<OwnItem> item, bool rightButton, ModifierFlags flags);
     bool isEnabled(OwnItem item) const;
     void clicked(OwnItem item, bool rightButton, ModifierFlags flags);
-    void toggleClicked(bool rightButton, ModifierFlags flags);
+    /// `pressed` is where the press was. Absent where there was none.
+    void toggleClicked(bool rightButton, ModifierFlags flags, std::optional<OwnItem> pressed);
 
     /// What a right click opens; the step's plan tells what the user does with it.
     void showOwnMenu(OwnItem item, Cause opened);
     void chooseFromOwnMenu(MenuChoice choice);
     void togglePanel();
+
+    using ProcessId = ModelAgenda::ProcessId;
+
+    /// What a pass of pictures found, and what follows it.
+    struct Pass {
+        bool isForPanel = false;
+        bool hidesAfterwards = false;
+        Point panel;
+        bool isClassified = false;
+        /// Names, left to right.
+        std::string hidden;
+        std::string alwaysHidden;
+    };
+
+    void scheduleSnapshot();
+    void snapshotBegins(ProcessId process);
+    void snapshotDue();
+    void openPanel();
+    void panelRefreshOver(ProcessId process);
+    void beginPass(Pass pass);
+    /// False where nothing can be listed.
+    bool findHiddenItems(Pass& pass) const;
+    void store(const Pass& pass);
+    void queryOver(ProcessId process);
+    void finishPass(const Pass& pass);
+    bool isSnapshotOutdated() const;
+    Point panelPlace() const;
+    bool isPointerInPanel() const;
+    void closePanel();
+    /// A press in a window of the program other than the panel.
+    void pressedIn(OwnItem item);
 
     void registerShortcuts();
     void registerShortcut(std::size_t choice, Task task);
@@ -85,7 +120,7 @@ private:
     void fireTimer();
     void runPosted();
     void run(const ModelAgenda::Posted& posted);
-    void over(Wait wait);
+    void over(const ModelAgenda::Over& over);
     void rehideFired();
     void clickedOutside();
     void clickOutsideOver();
@@ -122,6 +157,18 @@ private:
     Date lastScrollToggle_ = distantPast;
     std::optional<ModelAgenda::WaitId> rehide_;
     std::optional<ModelAgenda::WaitId> hover_;
+    std::optional<Point> panel_;
+    /// The item on which the press took place that closed the panel.
+    std::optional<OwnItem> closingPress_;
+    /// Passes under way, and panels that wait for theirs.
+    std::map<ProcessId, Pass> passes_;
+    ProcessId lastProcess_ = 0;
+    /// The snapshot that was scheduled last, before it begins to wait, and its wait.
+    std::optional<ProcessId> scheduledSnapshot_;
+    std::optional<ModelAgenda::WaitId> snapshotWait_;
+    std::string knownHidden_;
+    std::string knownAlwaysHidden_;
+    Date snapshotDate_ = distantPast;
     /// Absent: hovering is not noticed. Otherwise whether the pointer was last noticed on the toggle.
     std::optional<bool> hovering_;
     std::string toggleImage_;
@@ -130,7 +177,7 @@ private:
     bool windowServerAnswers_ = true;
     MenuPlan menuPlan_;
     bool isOwnMenuOpen_ = false;
-    bool mayCaptureScreen_ = false;
+    bool mayCaptureScreen_ = true;
     std::size_t accessRequests_ = 0;
     std::vector<HeldKey> heldKeys_;
     std::uint32_t nextShortcutId_ = 1;

@@ -59,12 +59,16 @@ void RevealModel::chooseFromOwnMenu(MenuChoice choice) {
 }
 
 void RevealModel::togglePanel() {
-    if (mayCaptureScreen_) {
+    if (panel_) {
+        take(Cause::panelClosed);
+        closePanel();
+    } else if (mayCaptureScreen_) {
         take(Cause::panelWithAccess);
-        return;
+        agenda_.post(Task::panelOpens);
+    } else {
+        take(Cause::panelWithoutAccess);
+        account_.settingsRequested(SettingsTab::panel, ++accessRequests_);
     }
-    take(Cause::panelWithoutAccess);
-    account_.settingsRequested(SettingsTab::panel, ++accessRequests_);
 }
 
 void RevealModel::registerShortcuts() {

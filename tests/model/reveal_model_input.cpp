@@ -62,8 +62,13 @@ bool RevealModel::performMouse(const Step& step) {
         case Trigger::otherButtonOnItem:
             return geometry_.isReachable(step.item);
         case Trigger::handToggleEvent:
-            toggleClicked(step.eventType == EventType::rightMouseUp, step.flags);
+            toggleClicked(step.eventType == EventType::rightMouseUp, step.flags, std::nullopt);
             return true;
+        case Trigger::pressEscape:
+            if (!panel_)
+                return true;
+            closePanel();
+            return false;
         case Trigger::scroll:
             if (!geometry_.itemUnderPointer())
                 agenda_.post(Task::scrolled, step.x + step.y);
@@ -88,7 +93,7 @@ bool RevealModel::performSurroundings(const Step& step) {
             geometry_.menuBarHidden = step.on;
             break;
         case Trigger::setScreens:
-            geometry_.screens = screenArrangements[step.choice];
+            geometry_.setScreens(screenArrangements[step.choice]);
             break;
         case Trigger::setThickness:
             geometry_.thickness = step.x;
@@ -156,6 +161,9 @@ bool RevealModel::performPreference(const Step& step) {
         case Trigger::setClockEnabled:
             change(preferences_.clockEnabled, step.on, Task::clockEnabledChanged, on);
             break;
+        case Trigger::setRefreshPanelOnOpen:
+            preferences_.refreshPanelOnOpen = step.on;
+            break;
         case Trigger::setClickAction:
             preferences_.clickAction = allClickActions[step.choice];
             break;
@@ -198,6 +206,7 @@ bool RevealModel::pressItem(OwnItem item, bool rightButton) {
     if (!geometry_.isReachable(item))
         return false;
     pressed_[rightButton ? 1 : 0] = item;
+    pressedIn(item);
     return true;
 }
 
@@ -211,8 +220,13 @@ bool RevealModel::releaseItem(OwnItem item, bool rightButton, ModifierFlags flag
 void RevealModel::pressAtPointer(bool rightButton) {
     const auto item = geometry_.itemUnderPointer();
     pressed_[rightButton ? 1 : 0] = item;
-    if (!item)
+    if (item) {
+        pressedIn(*item);
+    } else if (!isPointerInPanel()) {
         agenda_.post(Task::clickedOutside);
+        if (panel_)
+            agenda_.post(Task::panelCloses);
+    }
 }
 
 void RevealModel::releaseAtPointer(bool rightButton, ModifierFlags flags) {
@@ -237,7 +251,7 @@ bool RevealModel::isEnabled(OwnItem item) const {
 
 void RevealModel::clicked(OwnItem item, bool rightButton, ModifierFlags flags) {
     if (item == OwnItem::toggle)
-        toggleClicked(rightButton, flags);
+        toggleClicked(rightButton, flags, item);
     else if (item == OwnItem::clock)
         clockClicked(rightButton);
     else if (rightButton)
@@ -246,7 +260,9 @@ void RevealModel::clicked(OwnItem item, bool rightButton, ModifierFlags flags) {
         take(Cause::dividerClick);
 }
 
-void RevealModel::toggleClicked(bool rightButton, ModifierFlags flags) {
+void RevealModel::toggleClicked(bool rightButton, ModifierFlags flags, std::optional<OwnItem> pressed) {
+    const bool hasClosedPanel = closingPress_ && closingPress_ == pressed;
+    closingPress_.reset();
     constexpr ModifierFlags optionKey = 0x80000;
     if (rightButton) {
         showOwnMenu(OwnItem::toggle, Cause::toggleRightClick);
@@ -254,7 +270,8 @@ void RevealModel::toggleClicked(bool rightButton, ModifierFlags flags) {
         take(Cause::toggleOptionClick);
     } else if (preferences_.clickAction == ClickAction::showPanel) {
         take(Cause::togglePanelClick);
-        togglePanel();
+        if (!hasClosedPanel)
+            togglePanel();
     } else {
         take(Cause::toggleClick);
     }

@@ -98,9 +98,23 @@ constexpr std::array<Row, rowCount> table{{
     {shortcutsChange, none, none, nothing},
     {shortcutsChange, hidden, hidden, nothing},
     {shortcutsChange, all, all, nothing},
+    {panelWithAccess, none, none, nothing},
+    {panelWithAccess, hidden, hidden, nothing},
+    {panelWithAccess, all, all, nothing},
     {panelWithoutAccess, none, none, nothing},
     {panelWithoutAccess, hidden, hidden, nothing},
     {panelWithoutAccess, all, all, nothing},
+    {panelClosed, none, none, nothing},
+    {panelClosed, hidden, hidden, nothing},
+    {panelClosed, all, all, nothing},
+    {rehidePutOffByPanel, none, none, retries},
+    {rehidePutOffByPanel, hidden, hidden, retries},
+    {rehidePutOffByPanel, all, all, retries},
+    {refreshWithAlwaysHidden, none, all, applies},
+    {refreshWithoutAlwaysHidden, none, hidden, applies},
+    {refreshOver, none, none, applies},
+    {refreshOver, hidden, none, applies},
+    {refreshOver, all, none, applies},
 }};
 
 constexpr std::array<Appearance, 3> appearances{{
@@ -109,7 +123,7 @@ constexpr std::array<Appearance, 3> appearances{{
     {12, 12, true},
 }};
 
-constexpr std::array<std::string_view, 31> causeNames{"toggleClick",
+constexpr std::array<std::string_view, 36> causeNames{"toggleClick",
                                                       "toggleOptionClick",
                                                       "toggleRightClick",
                                                       "togglePanelClick",
@@ -139,7 +153,12 @@ constexpr std::array<std::string_view, 31> causeNames{"toggleClick",
                                                       "shortcutToggleHidden",
                                                       "shortcutsChange",
                                                       "panelWithAccess",
-                                                      "panelWithoutAccess"};
+                                                      "panelWithoutAccess",
+                                                      "panelClosed",
+                                                      "rehidePutOffByPanel",
+                                                      "refreshWithAlwaysHidden",
+                                                      "refreshWithoutAlwaysHidden",
+                                                      "refreshOver"};
 
 constexpr std::array<std::string_view, 3> levelNames{"none", "hidden", "all"};
 

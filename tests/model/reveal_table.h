@@ -42,6 +42,11 @@ enum class Cause {
     shortcutsChange,
     panelWithAccess,
     panelWithoutAccess,
+    panelClosed,
+    rehidePutOffByPanel,
+    refreshWithAlwaysHidden,
+    refreshWithoutAlwaysHidden,
+    refreshOver,
 };
 
 /// What follows a transition.
@@ -61,7 +66,7 @@ struct Appearance {
     bool toggleRevealed;
 };
 
-inline constexpr std::size_t rowCount = 87;
+inline constexpr std::size_t rowCount = 101;
 
 /// Every transition there is. A cause that is missing for a level cannot happen at it.
 const std::array<Row, rowCount>& revealTable();

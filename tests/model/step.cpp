@@ -74,6 +74,7 @@ void describeParameters(std::ostream& out, const Step& step) {
             out << ' ' << step.choice << (step.on ? " on, status " : " off, status ") << step.x;
             break;
         case Trigger::setScreenCapture:
+        case Trigger::setRefreshPanelOnOpen:
         case Trigger::setWindowServer:
         case Trigger::setAutoRehide:
         case Trigger::setHideOnClickOutside:
@@ -85,6 +86,7 @@ void describeParameters(std::ostream& out, const Step& step) {
             out << (step.on ? " on" : " off");
             break;
         case Trigger::runPosted:
+        case Trigger::pressEscape:
         case Trigger::fireTimer:
         case Trigger::otherButtonElsewhere:
         case Trigger::revealForClockPlacement:

@@ -11,8 +11,9 @@ namespace velmo {
 namespace {
 
 constexpr std::int64_t second = 1'000'000'000;
-constexpr std::array<std::int64_t, 7> knownTimes{second / 4,     second * 4 / 10, second * 6 / 10, second,
-                                                 second * 3 / 2, second * 5,      second * 45};
+constexpr std::array<std::int64_t, 9> knownTimes{
+    second / 4, second * 35 / 100, second * 4 / 10, second * 6 / 10, second,
+    second * 2, second * 3 / 2,    second * 5,      second * 45};
 constexpr std::array<double, 12> rehideDelays{-3,  0,   0.2, 0.999999999, 1,  1.000000001,
                                               1.5, 2.0, 5.0, 12.5,        45, 60};
 constexpr std::array<ModifierFlags, 7> modifierFlags{
@@ -53,6 +54,7 @@ ModelPreferences StepGenerator::storedPreferences() {
             .showOnScroll = random_.chance(50),
             .alwaysHiddenEnabled = random_.chance(50),
             .clockEnabled = random_.chance(30),
+            .refreshPanelOnOpen = random_.chance(50),
             .clickAction = random_.pick(allClickActions),
             .toggleIconStyle = random_.pick(allToggleIconStyles),
             .hotkey = random_.below(shortcuts.size() + 1),
@@ -63,6 +65,8 @@ Trigger StepGenerator::chooseTrigger(const RevealModel& model) {
     // Some things follow one another too rarely when left to chance.
     if (model.agenda().isWaiting(ModelAgenda::Wait::clickOutside) && random_.chance(30))
         return Trigger::openMenu;
+    if (model.panel() && model.level() == RevealLevel::none && random_.chance(8))
+        return Trigger::scheduleRehideTimer;
     if (hasJustScrolled(model) && random_.chance(60))
         return random_.pick(afterScroll);
     static const unsigned total =
@@ -83,7 +87,7 @@ void StepGenerator::chooseParameters(Step& step, const RevealModel& model) {
             step.nanoseconds = chooseTime(model);
             break;
         case Trigger::movePointer:
-            choosePlace(step, model.geometry());
+            choosePlace(step, model);
             break;
         case Trigger::handToggleEvent:
             step.eventType = random_.pick(toggleEvents);
@@ -115,7 +119,7 @@ void StepGenerator::chooseParameters(Step& step, const RevealModel& model) {
             step.x = random_.pick(thicknesses);
             break;
         case Trigger::setScreenCapture:
-            step.on = false;
+            step.on = random_.chance(70);
             break;
         case Trigger::setTimeOfDay:
             step.x = model.now() + random_.whole(-3, 5);
@@ -129,6 +133,7 @@ void StepGenerator::choosePreference(Step& step) {
     switch (step.trigger) {
         case Trigger::setAutoRehide:
         case Trigger::setAlwaysHiddenEnabled:
+        case Trigger::setRefreshPanelOnOpen:
             step.on = random_.chance(60);
             break;
         case Trigger::setClockEnabled:
@@ -143,7 +148,7 @@ void StepGenerator::choosePreference(Step& step) {
             step.x = random_.pick(rehideDelays);
             break;
         case Trigger::setClickAction:
-            step.choice = random_.chance(30) ? 1 : 0;
+            step.choice = random_.chance(40) ? 1 : 0;
             break;
         case Trigger::setToggleIconStyle:
             step.choice = random_.below(allToggleIconStyles.size());
@@ -189,10 +194,15 @@ MenuPlan StepGenerator::chooseMenuPlan(const RevealModel& model) {
     return plan;
 }
 
-void StepGenerator::choosePlace(Step& step, const ModelGeometry& geometry) {
+void StepGenerator::choosePlace(Step& step, const RevealModel& model) {
+    const ModelGeometry& geometry = model.geometry();
+    const auto panel = model.panel();
     if (geometry.screens.empty() || random_.chance(5)) {
         step.x = random_.whole(-60000, 60000) + 0.5;
         step.y = random_.whole(-3000, 3000) + 0.5;
+    } else if (panel && random_.chance(20)) {
+        step.x = panel->x + random_.whole(-2, 102) + 0.5;
+        step.y = panel->y + random_.whole(-2, 38) + 0.5;
     } else if (random_.chance(10)) {
         placeOnEdge(step, geometry);
     } else if (random_.chance(55)) {

@@ -17,7 +17,7 @@ private:
     Trigger chooseTrigger(const RevealModel& model);
     void chooseParameters(Step& step, const RevealModel& model);
     void choosePreference(Step& step);
-    void choosePlace(Step& step, const ModelGeometry& geometry);
+    void choosePlace(Step& step, const RevealModel& model);
     void placeOnBarItem(Step& step, const ModelGeometry& geometry);
     void placeOnScreen(Step& step, const ArrangedScreen& screen);
     void placeOnEdge(Step& step, const ModelGeometry& geometry);

@@ -48,6 +48,8 @@ enum class Trigger {
     pressShortcut,
     reportPress,
     setScreenCapture,
+    pressEscape,
+    setRefreshPanelOnOpen,
 };
 
 struct TriggerInfo {
@@ -58,7 +60,7 @@ struct TriggerInfo {
 };
 
 /// In the order of the enumeration.
-inline constexpr std::array<TriggerInfo, 40> triggers{{
+inline constexpr std::array<TriggerInfo, 42> triggers{{
     {Trigger::advance, "advance", 260},
     {Trigger::runPosted, "runPosted", 120},
     {Trigger::movePointer, "movePointer", 160},
@@ -99,6 +101,8 @@ inline constexpr std::array<TriggerInfo, 40> triggers{{
     {Trigger::pressShortcut, "pressShortcut", 60},
     {Trigger::reportPress, "reportPress", 12},
     {Trigger::setScreenCapture, "setScreenCapture", 8},
+    {Trigger::pressEscape, "pressEscape", 6},
+    {Trigger::setRefreshPanelOnOpen, "setRefreshPanelOnOpen", 6},
 }};
 
 std::string_view nameOf(Trigger trigger);
