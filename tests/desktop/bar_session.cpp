@@ -26,10 +26,16 @@ void BarSession::startBar(const std::vector<std::string>& order) {
     modifiers_ = std::make_unique<x11::Modifiers>(*connection_);
     bar_ = std::make_unique<x11::MenuBar>(
         x11::MenuBar::Environment{*connection_, *settings_, *screens_, *modifiers_, currentEvent_,
-                                  localEvents_, toolkit_, text_, getpid()},
+                                  localEvents_, toolkit_, text_, getpid(), globalPreferences()},
         order, [](const auto&) {});
     tray_ = std::make_unique<x11::TrayHost>(*bar_);
     ASSERT_TRUE(tray_->acquire());
+}
+
+FileGlobalPreferences& BarSession::globalPreferences() {
+    if (!globalPreferences_)
+        globalPreferences_.emplace(home_ / "global.json");
+    return *globalPreferences_;
 }
 
 bool BarSession::turnUntil(const std::function<bool()>& condition, milliseconds limit) {

@@ -3,6 +3,7 @@
 #include "counted_text_renderer.h"
 #include "desktop_session.h"
 
+#include "linux/defaults/file_global_preferences.h"
 #include "linux/event_loop/event_loop.h"
 #include "linux/local_events.h"
 #include "linux/toolkit/lazy_toolkit.h"
@@ -22,6 +23,7 @@ protected:
 
     /// On the server that was started before. `order` has the identities of items from right to left.
     void startBar(const std::vector<std::string>& order = {});
+    FileGlobalPreferences& globalPreferences();
     /// Runs the loop until the condition holds; false where it does not within the limit.
     bool turnUntil(const std::function<bool()>& condition, milliseconds limit = milliseconds(8000));
 
@@ -42,6 +44,7 @@ protected:
     LocalEvents localEvents_{currentEvent_};
     LazyToolkit toolkit_{loop_};
     CountedTextRenderer text_;
+    std::optional<FileGlobalPreferences> globalPreferences_;
     std::unique_ptr<x11::Connection> connection_;
     std::unique_ptr<x11::DesktopSettings> settings_;
     std::unique_ptr<x11::ScreenList> screens_;

@@ -2,11 +2,13 @@
 
 #include "linux/application/linux_application.h"
 #include "linux/dates/linux_dates.h"
+#include "linux/defaults/file_global_preferences.h"
 #include "linux/defaults/file_user_defaults.h"
 #include "linux/event_loop/event_loop.h"
 #include "linux/local_events.h"
-#include "linux/placeholders.h"
+#include "linux/login/autostart_login_service.h"
 #include "linux/process/linux_process_info.h"
+#include "linux/session/linux_session.h"
 #include "linux/text/lazy_text_renderer.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/workspace/linux_workspace.h"
@@ -42,6 +44,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::Connection> connection;
     std::unique_ptr<x11::SingleInstance> instance;
     std::unique_ptr<FileUserDefaults> userDefaults;
+    FileGlobalPreferences globalPreferences{globalPreferencesFile(hostName())};
     std::unique_ptr<x11::DesktopSettings> settings;
     std::unique_ptr<x11::ScreenList> screens;
     std::unique_ptr<x11::Modifiers> modifiers;
@@ -62,9 +65,10 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::NotifierTray> notifierTray;
     LinuxWorkspace workspace{processInfo};
     LinuxDates dates{loop};
-    placeholder::NoLogin loginService;
-    placeholder::NoGlobals globalPreferences;
-    placeholder::NoSession session;
+    AutostartLoginService loginService{autostartEnvironment(), processInfo};
+    LinuxSession session{processInfo, [this](const auto& confirmation, const auto& then) {
+                             toolkit.confirm(confirmation, then);
+                         }};
     Registration settingsChanges;
     bool displayLost = false;
 
@@ -84,7 +88,7 @@ bool LinuxDesktop::Services::build() {
     modifiers = std::make_unique<x11::Modifiers>(*connection);
     bar = std::make_unique<x11::MenuBar>(
         x11::MenuBar::Environment{*connection, *settings, *screens, *modifiers, currentEvent, localEvents,
-                                  toolkit, text, processInfo.processIdentifier()},
+                                  toolkit, text, processInfo.processIdentifier(), globalPreferences},
         userDefaults->stringListForKey(orderKey),
         [this](const auto& order) { userDefaults->setStringList(order, orderKey); });
     drag = std::make_unique<x11::ItemDrag>(*bar, *modifiers);

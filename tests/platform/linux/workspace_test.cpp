@@ -1,7 +1,7 @@
 #include "linux/workspace/linux_workspace.h"
 
+#include "fake_programs_test.h"
 #include "linux/workspace/address.h"
-#include "linux/workspace/launch.h"
 #include "linux/workspace/settings_programs.h"
 
 #include <fcntl.h>
@@ -10,13 +10,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <csignal>
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
-#include <thread>
 
 namespace velmo {
 
@@ -26,63 +23,15 @@ const std::string clockSettings = "x-apple.systempreferences:com.apple.ControlCe
 const std::string pictureSettings =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_ScreenCapture";
 
-class FakeProcess : public ProcessInfo {
-public:
-    std::int32_t processIdentifier() const override { return 1; }
-    std::optional<std::string> environment(const std::string& name) const override {
-        const auto found = values.find(name);
-        return found == values.end() ? std::nullopt : std::optional(found->second);
-    }
-    std::map<std::string, std::string> values;
-};
-
-/// Programs that write down how they were started.
-class WorkspaceTest : public testing::Test {
+class WorkspaceTest : public FakeProgramsTest {
 protected:
-    void SetUp() override {
-        std::string pattern = std::filesystem::temp_directory_path() / "velmo-workspace-XXXXXX";
-        folder_ = mkdtemp(pattern.data());
-        process_.values["PATH"] = folder_.string();
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    void install(const std::string& name, const std::string& body = {}) const {
-        const auto file = folder_ / name;
-        std::ofstream(file) << "#!/bin/sh\n"
-                            << body << "\nfor word in " << name << " \"$@\"; do echo \"$word\"; done > "
-                            << (folder_ / "part").string() << "\nmv " << (folder_ / "part").string() << " "
-                            << output().string() << "\n";
-        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
-    }
-    std::filesystem::path output() const { return folder_ / "output"; }
-
-    /// The words that the program was started with; empty where none was within the time.
-    std::vector<std::string> started(
-        std::chrono::milliseconds limit = std::chrono::milliseconds(3000)) const {
-        const auto deadline = std::chrono::steady_clock::now() + limit;
-        while (!std::filesystem::exists(output()) && std::chrono::steady_clock::now() < deadline)
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        std::vector<std::string> words;
-        {
-            std::ifstream file(output());
-            for (std::string word; std::getline(file, word);)
-                words.push_back(word);
-        }
-        std::filesystem::remove(output());
-        return words;
-    }
-    std::vector<std::string> startedAtAll() const { return started(std::chrono::milliseconds(150)); }
     void openOn(const std::string& desktop, const std::string& address) {
         process_.values["XDG_CURRENT_DESKTOP"] = desktop;
         workspace_.open(address);
     }
 
-    std::filesystem::path folder_;
-    FakeProcess process_;
     LinuxWorkspace workspace_{process_};
 };
-
-using Words = std::vector<std::string>;
 
 TEST_F(WorkspaceTest, OpensTheSettingsOfTheRunningDesktop) {
     for (const auto* name :

@@ -8,11 +8,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
-#include <system_error>
 
 namespace velmo {
 
 namespace {
+
+std::error_code lastError() {
+    return {errno, std::generic_category()};
+}
 
 bool makePrivateFolder(const std::filesystem::path& folder) {
     std::error_code error;
@@ -57,24 +60,31 @@ void syncFolder(const std::filesystem::path& folder) {
 
 }  // namespace
 
-bool replaceFile(const std::filesystem::path& file, const std::string& content) {
+std::error_code replaceFile(const std::filesystem::path& file, const std::string& content) {
     const auto target = behindLinks(file);
+    std::error_code error;
+    if (std::filesystem::exists(target, error) && !std::filesystem::is_regular_file(target, error))
+        return std::make_error_code(std::filesystem::is_directory(target, error)
+                                        ? std::errc::is_a_directory
+                                        : std::errc::operation_not_permitted);
     const auto folder = target.parent_path();
     if (!makePrivateFolder(folder))
-        return false;
+        return lastError();
 
     std::string scratch = target.string() + ".XXXXXX";
     const int descriptor = mkostemp(scratch.data(), O_CLOEXEC);
     if (descriptor < 0)
-        return false;
-    const bool complete = writeAll(descriptor, content) && fsync(descriptor) == 0;
+        return lastError();
+    if (!writeAll(descriptor, content) || fsync(descriptor) != 0)
+        error = lastError();
     close(descriptor);
-    if (!complete || std::rename(scratch.c_str(), target.c_str()) != 0) {
+    if (!error && std::rename(scratch.c_str(), target.c_str()) != 0)
+        error = lastError();
+    if (error)
         unlink(scratch.c_str());
-        return false;
-    }
-    syncFolder(folder);
-    return true;
+    else
+        syncFolder(folder);
+    return error;
 }
 
 }  // namespace velmo

@@ -1,13 +1,8 @@
 #include "file_user_defaults.h"
 
 #include "defaults_conversion.h"
-#include "linux/defaults/atomic_file.h"
+#include "linux/process/xdg_folders.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-#include <nlohmann/json.hpp>
-#include <system_error>
 #include <utility>
 
 namespace velmo {
@@ -71,9 +66,7 @@ std::optional<DefaultsValue> valueFrom(const Json& value) {
 }  // namespace
 
 FileUserDefaults::FileUserDefaults(std::filesystem::path file)
-    : file_(std::move(file)), stored_(Json::object()) {
-    read();
-}
+    : file_(std::move(file)), stored_(file_.read()) {}
 
 void FileUserDefaults::registerDefaults(const std::map<std::string, DefaultsValue>& values) {
     for (const auto& [key, value] : values)
@@ -148,54 +141,12 @@ void FileUserDefaults::setStringList(const std::vector<std::string>& list, const
     write();
 }
 
-void FileUserDefaults::read() {
-    std::error_code error;
-    if (!std::filesystem::exists(file_, error)) {
-        writable_ = !error && !file_.empty();
-        return;
-    }
-    std::ifstream stream(file_, std::ios::binary);
-    if (!stream || !std::filesystem::is_regular_file(file_, error)) {
-        writable_ = false;
-        return;
-    }
-    written_.assign(std::istreambuf_iterator<char>(stream), {});
-    Json content = Json::parse(written_, nullptr, false);
-    if (content.is_object()) {
-        stored_ = std::move(content);
-    } else {
-        writable_ = setAside();
-        written_.clear();
-    }
-}
-
-bool FileUserDefaults::setAside() const {
-    std::error_code error;
-    for (int number = 1; number < 1000; ++number) {
-        auto aside = file_;
-        aside += ".damaged-" + std::to_string(number);
-        if (std::filesystem::exists(aside, error))
-            continue;
-        std::filesystem::rename(file_, aside, error);
-        return !error;
-    }
-    return false;
-}
-
 void FileUserDefaults::write() {
-    std::string text = stored_.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-    if (!writable_ || text == written_)
-        return;
-    if (replaceFile(file_, text))
-        written_ = std::move(text);
+    file_.write(stored_);
 }
 
 std::filesystem::path userDefaultsFile() {
-    std::filesystem::path folder;
-    if (const char* configured = std::getenv("XDG_CONFIG_HOME"); configured && *configured == '/')
-        folder = configured;
-    else if (const char* home = std::getenv("HOME"); home && *home == '/')
-        folder = std::filesystem::path(home) / ".config";
+    const auto folder = configurationFolder();
     return folder.empty() ? folder : folder / "velmo" / "defaults.json";
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "linux/defaults/json_file.h"
 #include "user_defaults.h"
 
 #include <filesystem>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -34,16 +34,12 @@ public:
 
 private:
     std::optional<DefaultsValue> find(const std::string& key) const;
-    void read();
-    bool setAside() const;
     void write();
 
-    std::filesystem::path file_;
+    JsonFile file_;
     /// As in the file, so that what a later version has stored survives an earlier one.
     nlohmann::json stored_;
     std::map<std::string, DefaultsValue> registered_;
-    std::string written_;
-    bool writable_ = true;
 };
 
 /// The file for this user: `velmo/defaults.json` below the user's configuration folder. Empty where

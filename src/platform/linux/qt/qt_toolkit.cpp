@@ -7,6 +7,7 @@
 #include "linux/qt/qt_loop.h"
 #include "linux/qt/qt_menu.h"
 #include "linux/qt/style.h"
+#include "linux/qt/windows/confirmation_dialog.h"
 #include "linux/qt/windows/qt_panel.h"
 #include "linux/qt/windows/qt_popover.h"
 #include "linux/qt/windows/qt_window.h"
@@ -37,7 +38,8 @@ public:
         : application_(arguments_.count, arguments_.values),
           host_(host),
           loop_(host.loop()),
-          localEvents_(host.localEvents()) {
+          localEvents_(host.localEvents()),
+          confirmation_([&host](WindowNumber window) { host.activate(window); }) {
         application_.installEventFilter(&localEvents_);
         QAccessible::installFactory(makeAccessible);
         QApplication::setQuitOnLastWindowClosed(false);
@@ -83,6 +85,10 @@ public:
 
     void hideToolTip() override { QToolTip::hideText(); }
 
+    void confirm(const Confirmation& confirmation, const std::function<void()>& action) override {
+        confirmation_.ask(confirmation, action);
+    }
+
     std::unique_ptr<Panel> makePanel(const PanelConfiguration& /*configuration*/) override {
         return std::make_unique<QtPanel>(host_);
     }
@@ -97,6 +103,7 @@ private:
     ToolkitHost& host_;
     QtLoop loop_;
     LocalEventFilter localEvents_;
+    ConfirmationDialog confirmation_;
 };
 
 }  // namespace

@@ -78,6 +78,11 @@ void LazyToolkit::hideToolTip() {
         toolkit_->hideToolTip();
 }
 
+void LazyToolkit::confirm(const Confirmation& confirmation, const std::function<void()>& action) {
+    if (auto* toolkit = get())
+        toolkit->confirm(confirmation, action);
+}
+
 std::unique_ptr<Panel> LazyToolkit::makePanel(const PanelConfiguration& configuration) {
     auto* toolkit = get();
     return toolkit ? toolkit->makePanel(configuration) : nullptr;

@@ -2,11 +2,13 @@
 
 #include "linux/drawing/appearance.h"
 #include "linux/event_loop/hosted_loop.h"
+#include "linux/toolkit/confirmation.h"
 #include "linux/toolkit/exported_menu.h"
 #include "linux/toolkit/toolkit_host.h"
 #include "menu.h"
 #include "window_factory.h"
 
+#include <functional>
 #include <string>
 
 namespace velmo {
@@ -27,6 +29,9 @@ public:
     /// The same for a text with markup that is known to be harmless.
     virtual void showRichToolTip(const std::string& markup, int x, int y) = 0;
     virtual void hideToolTip() = 0;
+    /// Asks the user, and does it where the answer is yes. Returns at once. While a question is open, it
+    /// comes to the front instead of another one.
+    virtual void confirm(const Confirmation& confirmation, const std::function<void()>& action) = 0;
 };
 
 /// The name and type of the function that makes a module's toolkit.

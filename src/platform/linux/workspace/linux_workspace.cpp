@@ -1,7 +1,8 @@
 #include "linux_workspace.h"
 
+#include "linux/process/find_program.h"
+#include "linux/process/launch.h"
 #include "linux/workspace/address.h"
-#include "linux/workspace/launch.h"
 #include "linux/workspace/settings_programs.h"
 
 #include <vector>
@@ -11,7 +12,6 @@ namespace velmo {
 namespace {
 
 constexpr const char* settingsScheme = "x-apple.systempreferences";
-constexpr const char* defaultFolders = "/usr/local/bin:/usr/bin:/bin";
 
 SettingsPane paneOf(const Address& address) {
     if (address.path == "com.apple.ControlCenter-Settings.extension")
@@ -31,9 +31,8 @@ void LinuxWorkspace::open(const std::string& address) {
         parsed->scheme == settingsScheme
             ? settingsCommands(process_.environment("XDG_CURRENT_DESKTOP").value_or(""), paneOf(*parsed))
             : std::vector<std::vector<std::string>>{{"xdg-open", address}};
-    const auto folders = process_.environment("PATH").value_or(defaultFolders);
     for (const auto& command : commands) {
-        if (const auto program = findProgram(command.front(), folders)) {
+        if (const auto program = findProgram(command.front(), process_)) {
             launchDetached(*program, {command.begin() + 1, command.end()});
             return;
         }

@@ -1,8 +1,9 @@
 #include "settings_programs.h"
 
+#include "linux/process/split_list.h"
+
 #include <algorithm>
 #include <array>
-#include <sstream>
 #include <string_view>
 
 namespace velmo {
@@ -51,14 +52,6 @@ constexpr std::array entries = {
     Entry{"deepin", overview, "dde-control-center"},
 };
 
-std::vector<std::string> split(const std::string& text, char separator) {
-    std::vector<std::string> parts;
-    std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, separator);)
-        parts.push_back(part);
-    return parts;
-}
-
 std::string lowerCase(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(), [](char character) {
         return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
@@ -70,11 +63,11 @@ std::string lowerCase(std::string text) {
 
 std::vector<std::vector<std::string>> settingsCommands(const std::string& desktops, SettingsPane pane) {
     std::vector<std::vector<std::string>> commands;
-    for (const auto& name : split(lowerCase(desktops), ':')) {
+    for (const auto& name : splitList(lowerCase(desktops), ':')) {
         const auto add = [&](SettingsPane wanted) {
             for (const auto& entry : entries) {
                 if (entry.desktop == name && entry.pane == wanted)
-                    commands.push_back(split(std::string(entry.command), ' '));
+                    commands.push_back(splitList(entry.command, ' '));
             }
         };
         add(pane);

@@ -127,11 +127,14 @@ void MenuBar::drawBackground(Canvas& canvas) const {
     canvas.fillRect({0, area_.height - line, double(canvas.width()), line}, appearance().hairline());
 }
 
-void MenuBar::drawHighlight(Canvas& canvas) const {
+void MenuBar::drawHighlight(Canvas& canvas, double width) const {
+    // Whole pixels, and as many on either side.
+    const int margin = std::max(canvas.width() - appearance().pixels(width), 0) / 2;
     const double inset = appearance().pixels(bar_metrics::highlightInset);
     const double radius = bar_metrics::highlightRadius * appearance().scale;
-    canvas.fillRoundedRect({{0, inset, double(canvas.width()), canvas.height() - 2 * inset}, radius, radius},
-                           appearance().text().withAlpha(0.14));
+    canvas.fillRoundedRect(
+        {{double(margin), inset, canvas.width() - 2.0 * margin, canvas.height() - 2 * inset}, radius, radius},
+        appearance().text().withAlpha(0.14));
 }
 
 PixelRect MenuBar::onRoot(const PixelRect& place) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/bar/item_placement.h"
+#include "linux/bar/item_spacing.h"
 #include "linux/current_event.h"
 #include "linux/local_events.h"
 #include "linux/text/text_renderer.h"
@@ -36,6 +37,7 @@ public:
         LazyToolkit& toolkit;
         TextRenderer& text;
         std::int32_t processIdentifier;
+        const GlobalPreferences& globalPreferences;
     };
 
     /// `saveOrder` is called with the identities from right to left after the order has changed.
@@ -59,6 +61,8 @@ public:
     const Painting& painting() const { return painting_; }
     std::int32_t processIdentifier() const { return environment_.processIdentifier; }
     xcb_window_t window() const { return window_; }
+    /// What an item that is being made takes; it keeps it.
+    ItemSpacing itemSpacing() const { return ItemSpacing(environment_.globalPreferences); }
     /// A name for an item that has none of its own.
     std::string nextItemName();
     /// A name for an item of the program that is called so: with a number where another item has it already.
@@ -72,8 +76,9 @@ public:
     void layOutIfNeeded();
     /// The bar as it looks behind an item, over the whole canvas.
     void drawBackground(Canvas& canvas) const;
-    /// Behind the content of an item that is pressed or whose menu is open.
-    void drawHighlight(Canvas& canvas) const;
+    /// Behind the content of an item that is pressed or whose menu is open: in the middle, that many points
+    /// wide.
+    void drawHighlight(Canvas& canvas, double width) const;
     const Pixmap& backgroundTile() const { return tile_; }
     /// From pixels of the bar to pixels of the root window.
     PixelRect onRoot(const PixelRect& place) const;

@@ -30,6 +30,7 @@ constexpr double missingIconSize = 13;
 NotifierIcon::NotifierIcon(MenuBar& bar, status_notifier::Item& item)
     : BarItem(bar.connection(), bar.window()),
       bar_(bar),
+      spacing_(bar.itemSpacing()),
       item_(item),
       painting_(connection_.loop(), [this] { paint(); }),
       toolTip_(bar, *this, [this](int x, int y) { showToolTip(x, y); }) {
@@ -67,7 +68,7 @@ bool NotifierIcon::isShown() const {
 }
 
 int NotifierIcon::preferredWidth() const {
-    return traySlotWidth(bar_.appearance());
+    return traySlotWidth(bar_.appearance(), spacing_);
 }
 
 WindowListEntry NotifierIcon::describe() const {
@@ -189,7 +190,7 @@ void NotifierIcon::paint() {
     Canvas canvas(place()->width, place()->height);
     bar_.drawBackground(canvas);
     if (pressedButton_ != 0 || menuIsOpen_)
-        bar_.drawHighlight(canvas);
+        bar_.drawHighlight(canvas, spacing_.iconHighlightWidth());
     // Icons have been made for the scale: they are drawn pixel by pixel.
     Appearance exact = appearance;
     exact.scale = 1;
@@ -205,7 +206,7 @@ void NotifierIcon::paint() {
     }
     if (const auto& overlay = item_.overlay()) {
         const Size size = imageSize(*overlay);
-        const PixelRect area = trayIconArea(appearance);
+        const PixelRect area = trayIconArea(appearance, spacing_);
         canvas.drawImage(*overlay, area.x + area.width - size.width, area.y + area.height - size.height,
                          exact, appearance.text());
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lifetime.h"
+#include "linux/bar/item_spacing.h"
 #include "linux/event_loop/posted_once.h"
 #include "linux/status_notifier/item.h"
 #include "linux/status_notifier/menu_client.h"
@@ -45,6 +46,7 @@ private:
     void showToolTip(int x, int y) const;
 
     MenuBar& bar_;
+    ItemSpacing spacing_;
     status_notifier::Item& item_;
     bool isShown_ = false;
     std::string title_;

@@ -40,6 +40,7 @@ EventType releaseTypeOf(EventType press) {
 StatusItemWindow::StatusItemWindow(MenuBar& bar, double length)
     : BarItem(bar.connection(), bar.window()),
       bar_(bar),
+      spacing_(bar.itemSpacing()),
       length_(length),
       toolTip_(bar, *this, [this](int x, int y) {
           if (!toolTipText_.empty())
@@ -162,10 +163,13 @@ int StatusItemWindow::preferredWidth() const {
     const auto& appearance = bar_.appearance();
     if (length_ != variableLength)
         return std::max(appearance.pixels(length_), 0);
+    return appearance.pixels(spacing_.itemWidth(contentWidth()));
+}
+
+double StatusItemWindow::contentWidth() const {
     if (!title_.empty())
-        return titleWidth_ + 2 * appearance.pixels(bar_metrics::itemPadding);
-    const double content = image_ ? imageSize(*image_).width : 0;
-    return appearance.pixels(content + 2 * bar_metrics::itemPadding);
+        return titleWidth_ / bar_.appearance().scale;
+    return image_ ? imageSize(*image_).width : 0;
 }
 
 void StatusItemWindow::setNeedsDisplay() {
@@ -189,7 +193,8 @@ void StatusItemWindow::displayIfNeeded() {
     Canvas canvas(width, height);
     bar_.drawBackground(canvas);
     if (pressedButton_ != 0 || highlighted_)
-        bar_.drawHighlight(canvas);
+        bar_.drawHighlight(canvas,
+                           length_ == variableLength ? spacing_.highlightWidth(contentWidth()) : length_);
     drawContent(canvas);
     bar_.painting().setBackground(window(), bar_.painting().upload(canvas));
 }

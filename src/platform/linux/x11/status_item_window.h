@@ -1,6 +1,7 @@
 #pragma once
 
 #include "lifetime.h"
+#include "linux/bar/item_spacing.h"
 #include "linux/drawing/canvas.h"
 #include "linux/text/text_renderer.h"
 #include "linux/x11/bar_item.h"
@@ -57,6 +58,8 @@ protected:
 
 private:
     void setNeedsDisplay();
+    /// Of what the item shows, in points.
+    double contentWidth() const;
     TextAttributes titleAttributes() const;
     void measureTitle();
     void drawContent(Canvas& canvas) const;
@@ -68,6 +71,7 @@ private:
     void send(const Event& event);
 
     MenuBar& bar_;
+    ItemSpacing spacing_;
     double length_;
     bool visible_ = true;
     std::optional<Image> image_;

@@ -83,6 +83,7 @@ std::optional<TrayIcon::Facts> TrayIcon::examine(const Connection& connection, x
 TrayIcon::TrayIcon(MenuBar& bar, const Facts& facts, const std::string& identity)
     : BarItem(bar.connection(), bar.window()),
       bar_(bar),
+      spacing_(bar.itemSpacing()),
       facts_(facts),
       composited_(facts.depth != bar.connection().screen().root_depth),
       painting_(connection_.loop(), [this] { paint(); }),

@@ -39,7 +39,7 @@ public:
     bool isOurs() const override { return false; }
     bool isShown() const override { return wantsToBeShown_ && !ended_; }
     bool hasEnded() const override { return ended_; }
-    int preferredWidth() const override { return traySlotWidth(bar_.appearance()); }
+    int preferredWidth() const override { return traySlotWidth(bar_.appearance(), spacing_); }
     void appearanceChanged() override;
     std::optional<Content> content() const override;
     WindowListEntry describe() const override;
@@ -58,9 +58,10 @@ private:
     void paint();
     void release() const;
     void end();
-    PixelRect clientArea() const { return trayIconArea(bar_.appearance()); }
+    PixelRect clientArea() const { return trayIconArea(bar_.appearance(), spacing_); }
 
     MenuBar& bar_;
+    ItemSpacing spacing_;
     Facts facts_;
     std::optional<std::string> titleText_;
     bool wantsToBeShown_ = true;

@@ -1,22 +1,15 @@
 #include "launch.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
-#include <sstream>
 
 namespace velmo {
 
 namespace {
-
-bool isExecutable(const std::string& file) {
-    struct stat status {};
-    return stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && access(file.c_str(), X_OK) == 0;
-}
 
 /// Between fork and exec, where nothing but system calls is safe.
 [[noreturn]] void becomeProgram(const char* file, char* const* arguments) {
@@ -38,18 +31,6 @@ bool isExecutable(const std::string& file) {
 }
 
 }  // namespace
-
-std::optional<std::string> findProgram(const std::string& name, const std::string& folders) {
-    std::istringstream stream(folders);
-    for (std::string folder; std::getline(stream, folder, ':');) {
-        std::string file = folder;
-        file.append("/").append(name);
-        // What is relative depends on where we happen to be.
-        if (folder.starts_with('/') && isExecutable(file))
-            return file;
-    }
-    return std::nullopt;
-}
 
 void launchDetached(const std::string& file, const std::vector<std::string>& arguments) {
     std::vector<char*> values = {const_cast<char*>(file.c_str())};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace velmo {
+
+/// A file that holds one JSON object, for people to read, too. It is replaced atomically: whoever reads it,
+/// at whatever moment the process dies, finds the old or the new content whole.
+class JsonFile {
+public:
+    explicit JsonFile(std::filesystem::path file);
+
+    /// Empty where there is no file. A file with other content is renamed, never overwritten; one that cannot
+    /// be read is left alone and not written to.
+    nlohmann::json read();
+    /// Does nothing where the file holds this already, and where it cannot be written.
+    void write(const nlohmann::json& object);
+
+private:
+    bool setAside() const;
+
+    std::filesystem::path file_;
+    /// What the file is known to hold.
+    std::string content_;
+    bool writable_;
+};
+
+}  // namespace velmo

@@ -1,0 +1,35 @@
+#include "confirmation_dialog.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <utility>
+
+namespace velmo {
+
+ConfirmationDialog::ConfirmationDialog(std::function<void(WindowNumber)> activate)
+    : activate_(std::move(activate)) {}
+
+ConfirmationDialog::~ConfirmationDialog() {
+    delete box_;
+}
+
+void ConfirmationDialog::ask(const Confirmation& confirmation, const std::function<void()>& action) {
+    if (!box_) {
+        box_ =
+            new QMessageBox(QMessageBox::Question, QString(), QString::fromStdString(confirmation.question));
+        box_->setAttribute(Qt::WA_DeleteOnClose);
+        box_->setTextFormat(Qt::PlainText);
+        box_->setInformativeText(QString::fromStdString(confirmation.consequence));
+        box_->addButton(QMessageBox::Cancel);
+        const auto* agree =
+            box_->addButton(QString::fromStdString(confirmation.action), QMessageBox::AcceptRole);
+        box_->setDefaultButton(QMessageBox::Cancel);
+        QObject::connect(agree, &QPushButton::clicked, agree, action);
+    }
+    box_->show();
+    box_->raise();
+    activate_(static_cast<WindowNumber>(box_->winId()));
+}
+
+}  // namespace velmo

@@ -1,0 +1,120 @@
+#include "linux/defaults/file_global_preferences.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+namespace velmo {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Value = GlobalPreferences::Value;
+
+class FileGlobals : public testing::Test {
+protected:
+    void SetUp() override {
+        std::string pattern = fs::temp_directory_path() / "velmo-globals-XXXXXX";
+        folder_ = mkdtemp(pattern.data());
+        file_ = folder_ / "velmo" / "global-here.json";
+        fs::create_directories(file_.parent_path());
+    }
+    void TearDown() override { fs::remove_all(folder_); }
+
+    void write(const std::string& content) const { std::ofstream(file_) << content; }
+    static std::string read(const fs::path& file) {
+        std::ifstream stream(file);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    fs::path folder_;
+    fs::path file_;
+};
+
+TEST_F(FileGlobals, AreWrittenWhenSynchronized) {
+    FileGlobalPreferences preferences(file_);
+    preferences.setValue("spacing", 10);
+    EXPECT_EQ(preferences.value("spacing"), Value(10.0)) << "at once for who has set it";
+    EXPECT_FALSE(fs::exists(file_));
+    preferences.synchronize();
+    EXPECT_EQ(read(file_), "{\n  \"spacing\": 10\n}\n");
+    EXPECT_EQ(FileGlobalPreferences(file_).value("spacing"), Value(10.0));
+
+    preferences.setValue("spacing", std::nullopt);
+    EXPECT_EQ(preferences.value("spacing"), std::nullopt);
+    preferences.synchronize();
+    EXPECT_EQ(read(file_), "{}\n");
+}
+
+TEST_F(FileGlobals, NothingChangedIsNothingWritten) {
+    FileGlobalPreferences preferences(file_);
+    preferences.setValue("spacing", std::nullopt);
+    preferences.synchronize();
+    EXPECT_FALSE(fs::exists(file_));
+    write("{\"spacing\":6}");
+    preferences.setValue("spacing", 6);
+    preferences.synchronize();
+    EXPECT_EQ(read(file_), "{\"spacing\":6}");
+}
+
+TEST_F(FileGlobals, WhatOthersWriteIsSeenAndKept) {
+    FileGlobalPreferences preferences(file_);
+    EXPECT_EQ(preferences.value("spacing"), std::nullopt);
+    write(R"({"spacing": 8, "other": {"deep": [1]}})");
+    EXPECT_EQ(preferences.value("spacing"), Value(8.0));
+    preferences.setValue("padding", 6);
+    preferences.synchronize();
+    EXPECT_EQ(preferences.value("spacing"), Value(8.0));
+    EXPECT_NE(read(file_).find("deep"), std::string::npos);
+}
+
+TEST_F(FileGlobals, OnlyNumbersAreNumbers) {
+    write(R"({"text": "6", "flag": true, "fraction": 6.5, "list": [6], "nothing": null})");
+    const FileGlobalPreferences preferences(file_);
+    EXPECT_EQ(preferences.value("text"), Value("6"));
+    EXPECT_EQ(preferences.value("flag"), Value("true"));
+    EXPECT_EQ(preferences.value("fraction"), Value(6.5));
+    EXPECT_EQ(preferences.value("list"), Value("[6]"));
+    EXPECT_EQ(preferences.value("nothing"), std::nullopt);
+}
+
+TEST_F(FileGlobals, DamagedFileIsSetAside) {
+    write("{\"spacing\": ");
+    FileGlobalPreferences preferences(file_);
+    EXPECT_EQ(preferences.value("spacing"), std::nullopt);
+    preferences.setValue("spacing", 6);
+    preferences.synchronize();
+    EXPECT_EQ(preferences.value("spacing"), Value(6.0));
+    EXPECT_EQ(read(file_.string() + ".damaged-1"), "{\"spacing\": ");
+}
+
+TEST_F(FileGlobals, ChangeThatDidNotTakeIsGone) {
+    fs::create_directories(file_ / "kept");
+    FileGlobalPreferences preferences(file_);
+    preferences.setValue("spacing", 6);
+    EXPECT_EQ(preferences.value("spacing"), Value(6.0));
+    preferences.synchronize();
+    EXPECT_EQ(preferences.value("spacing"), std::nullopt);
+    EXPECT_TRUE(fs::exists(file_ / "kept"));
+
+    FileGlobalPreferences nowhere(fs::path{});
+    nowhere.setValue("spacing", 6);
+    nowhere.synchronize();
+    EXPECT_EQ(nowhere.value("spacing"), std::nullopt);
+}
+
+TEST(GlobalPreferencesFile, IsThatOfTheUserOnTheHost) {
+    setenv("XDG_CONFIG_HOME", "/configuration", 1);
+    EXPECT_EQ(globalPreferencesFile("desk-1.home"), "/configuration/velmo/global-desk-1.home.json");
+    EXPECT_EQ(globalPreferencesFile("../a b/\xc3\xa4"), "/configuration/velmo/global-.._a_b___.json");
+    EXPECT_EQ(globalPreferencesFile(""), "/configuration/velmo/global-localhost.json");
+    unsetenv("XDG_CONFIG_HOME");
+    unsetenv("HOME");
+    EXPECT_EQ(globalPreferencesFile("here"), "");
+    EXPECT_FALSE(hostName().empty());
+}
+
+}  // namespace
+
+}  // namespace velmo
