@@ -15,8 +15,20 @@ TEST(CommandLine, QuotesWhatWouldMeanSomethingElse) {
     EXPECT_EQ(command_line::running("/my programs/velmo"), "\"/my programs/velmo\"");
     EXPECT_EQ(command_line::running("/it's/velmo"), "\"/it's/velmo\"");
     EXPECT_EQ(command_line::running(R"(/a"b`c$d\e/velmo)"), R"("/a\"b\`c\$d\\e/velmo")");
-    EXPECT_EQ(command_line::running("/100%/velmo"), "/100%%/velmo");
-    EXPECT_EQ(command_line::running("/100% sure/velmo"), "\"/100%% sure/velmo\"");
+}
+
+TEST(CommandLine, PercentSignsAreNotInTheFirstWord) {
+    EXPECT_EQ(command_line::running("/100%/velmo"), "env /100%%/velmo");
+    EXPECT_EQ(command_line::running("/100% sure/velmo"), "env \"/100%% sure/velmo\"");
+}
+
+TEST(CommandLine, ProgramFollowsItsEnvironment) {
+    EXPECT_EQ(command_line::programOf("env velmo"), "velmo");
+    EXPECT_EQ(command_line::programOf("/usr/bin/env A=b \"C=d e\" velmo --now"), "velmo");
+    EXPECT_EQ(command_line::programOf("env"), "env");
+    EXPECT_EQ(command_line::programOf("env A=b"), "env");
+    EXPECT_EQ(command_line::programOf("env -u A velmo"), "env") << "too much for us";
+    EXPECT_EQ(command_line::programOf("/bin/environment velmo"), "/bin/environment");
 }
 
 TEST(CommandLine, ProgramIsTheFirstWord) {
