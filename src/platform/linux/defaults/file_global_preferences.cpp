@@ -52,7 +52,7 @@ void FileGlobalPreferences::synchronize() {
 std::filesystem::path globalPreferencesFile(const std::string& host) {
     const auto folder = configurationFolder();
     if (folder.empty())
-        return folder;
+        return {};
     constexpr const char* harmless = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-_";
     std::string name = host.empty() ? "localhost" : host;
     for (auto place = name.find_first_not_of(harmless); place != std::string::npos;

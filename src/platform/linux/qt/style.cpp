@@ -197,9 +197,18 @@ QString sheet() {
                "QComboBox QAbstractItemView { background: %1; color: %2; border: 1px solid %3;"
                " padding: 4px; outline: 0; selection-background-color: %4; selection-color: white; }"
                "QScrollArea { background: transparent; border: 0; }"
-               "QToolTip { background: %1; color: %2; border: 1px solid %3; padding: 3px 6px; }")
+               "QToolTip { background: %1; color: %2; border: 1px solid %3; padding: 3px 6px; }"
+               "QMessageBox { background: %9; }"
+               "QMessageBox QLabel { color: %2; min-width: 280px; }"
+               "QMessageBox QLabel#qt_msgbox_label { font-weight: bold; }"
+               "QMessageBox QPushButton { background: %8; color: %2; border: 1px solid %3; border-radius: "
+               "6px;"
+               " padding: 4px 15px; min-width: 60px; }"
+               "QMessageBox QPushButton:focus { border: 2px solid %4; padding: 3px 14px; }"
+               "QMessageBox QPushButton:pressed { background: %7; }")
         .arg(css(colors.floating), css(colors.text), css(colors.border), css(colors.accent),
-             css(colors.secondary), css(colors.hairline), css(colors.track), css(colors.control));
+             css(colors.secondary), css(colors.hairline), css(colors.track), css(colors.control),
+             css(colors.window));
 }
 
 QColor window() {

@@ -18,8 +18,8 @@ const Appearance& appearance();
 /// The user's font.
 QFont font();
 /// The same in a view.
-QFont font(const Font& font);
-QColor color(const SemanticColor& color);
+QFont font(const Font& wanted);
+QColor color(const SemanticColor& wanted);
 QPalette palette();
 QString sheet();
 

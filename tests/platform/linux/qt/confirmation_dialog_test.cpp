@@ -67,6 +67,20 @@ TEST_F(ConfirmationDialogTest, ReturnKeyAndEscapeKeyCancel) {
     EXPECT_EQ(agreements_, 0);
 }
 
+TEST_F(ConfirmationDialogTest, ReturnKeyCancelsWhateverHasTheFocus) {
+    ask();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(boxes().front()));
+    button("Lose All")->setFocus();
+    QTest::keyClick(button("Lose All"), Qt::Key_Return);
+    EXPECT_TRUE(boxes().empty());
+    EXPECT_EQ(agreements_, 0);
+    ask();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(boxes().front()));
+    button("Lose All")->setFocus();
+    QTest::keyClick(button("Lose All"), Qt::Key_Space);
+    EXPECT_EQ(agreements_, 1);
+}
+
 TEST_F(ConfirmationDialogTest, AsksOneQuestionAtATime) {
     ask();
     ask();

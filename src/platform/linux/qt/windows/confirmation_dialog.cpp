@@ -16,14 +16,18 @@ ConfirmationDialog::~ConfirmationDialog() {
 
 void ConfirmationDialog::ask(const Confirmation& confirmation, const std::function<void()>& action) {
     if (!box_) {
-        box_ =
-            new QMessageBox(QMessageBox::Question, QString(), QString::fromStdString(confirmation.question));
+        // Without a picture: the question is enough.
+        box_ = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Velmo"),
+                               QString::fromStdString(confirmation.question));
+        box_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                             Qt::WindowCloseButtonHint);
         box_->setAttribute(Qt::WA_DeleteOnClose);
         box_->setTextFormat(Qt::PlainText);
         box_->setInformativeText(QString::fromStdString(confirmation.consequence));
-        box_->addButton(QMessageBox::Cancel);
-        const auto* agree =
-            box_->addButton(QString::fromStdString(confirmation.action), QMessageBox::AcceptRole);
+        box_->addButton(QMessageBox::Cancel)->setIcon({});
+        auto* agree = box_->addButton(QString::fromStdString(confirmation.action), QMessageBox::AcceptRole);
+        // Wherever the focus is: a new style moves it.
+        agree->setAutoDefault(false);
         box_->setDefaultButton(QMessageBox::Cancel);
         QObject::connect(agree, &QPushButton::clicked, agree, action);
     }
