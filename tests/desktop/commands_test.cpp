@@ -122,13 +122,20 @@ TEST_F(ToggleMenu, EveryEntryCanBeChosenByMouse) {
     EXPECT_EQ(velmo().wait(milliseconds(3000)), 0);
 }
 
-TEST_F(ToggleMenu, EntriesOfLaterWindowsCloseItByKeyboard) {
+TEST_F(ToggleMenu, EntriesForPanelAndSettingsOpenTheirWindows) {
     startVelmo();
-    for (const int entry : {2, 3}) {
-        openMenuAt(toggle());
-        chooseEntry(entry);
-        EXPECT_TRUE(stays([&] { return dividerIsExpanded(); }, milliseconds(200)));
-    }
+    const auto isShown = [&](const std::string& title) {
+        const auto window = x().windowTitled(title);
+        return window && x().isViewable(*window);
+    };
+    openMenuAt(toggle());
+    chooseEntry(2);
+    EXPECT_TRUE(eventually([&] { return isShown("Velmo.Panel"); }));
+    xdotool({"key", "Escape"});
+    EXPECT_TRUE(eventually([&] { return !isShown("Velmo.Panel") && dividerIsExpanded(); }));
+    openMenuAt(toggle());
+    chooseEntry(3);
+    EXPECT_TRUE(eventually([&] { return isShown("Velmo Settings"); }));
 }
 
 TEST_F(ToggleMenu, OpensUnderTheCollapsedAlwaysHiddenDivider) {

@@ -116,10 +116,12 @@ TEST_F(HiddenItemsPanel, SecondClickOnTheToggleClosesIt) {
 TEST_F(HiddenItemsPanel, TakesNoKeyboardFocus) {
     startWithHiddenIcons();
     const auto other = startOrdinaryWindow();
-    ASSERT_TRUE(eventually([&] { return x().cardinals(x().root(), "_NET_ACTIVE_WINDOW").front() == other; }));
+    const auto otherIsActive = [&] {
+        return x().cardinals(x().root(), "_NET_ACTIVE_WINDOW") == std::vector<std::uint32_t>{other};
+    };
+    ASSERT_TRUE(eventually(otherIsActive));
     openPanel();
-    EXPECT_TRUE(stays([&] { return x().cardinals(x().root(), "_NET_ACTIVE_WINDOW").front() == other; },
-                      milliseconds(300)));
+    EXPECT_TRUE(stays(otherIsActive, milliseconds(300)));
 }
 
 TEST_F(HiddenItemsPanel, ClickOnAPictureOpensThatProgramsOwnMenu) {

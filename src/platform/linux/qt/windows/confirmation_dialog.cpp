@@ -1,5 +1,6 @@
 #include "confirmation_dialog.h"
 
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -33,6 +34,8 @@ void ConfirmationDialog::ask(const Confirmation& confirmation, const std::functi
     }
     box_->show();
     box_->raise();
+    // The window manager has to know the window before it is asked to bring it to the front.
+    QGuiApplication::sync();
     activate_(static_cast<WindowNumber>(box_->winId()));
 }
 

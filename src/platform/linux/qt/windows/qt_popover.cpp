@@ -29,7 +29,9 @@ protected:
     bool eventFilter(QObject* /*object*/, QEvent* event) override {
         if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
             return false;
-        popover_.performClose();
+        // Later: the owner may end the popover, to whose window this key is on its way.
+        QMetaObject::invokeMethod(
+            this, [this] { popover_.performClose(); }, Qt::QueuedConnection);
         return true;
     }
 

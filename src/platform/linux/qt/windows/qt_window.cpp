@@ -8,18 +8,34 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QTimer>
 
 #include <cmath>
 
 namespace velmo {
+
+namespace {
+
+constexpr int restingMilliseconds = 300;
+
+}  // namespace
 
 class QtWindow::Widget : public QWidget {
 public:
     explicit Widget(QtWindow& owner) : owner_(owner), host_(this) {
         setAttribute(Qt::WA_QuitOnClose, false);
         setAttribute(Qt::WA_AlwaysShowToolTips);
+        resting_.setSingleShot(true);
+        resting_.setInterval(restingMilliseconds);
+        QObject::connect(&resting_, &QTimer::timeout, this, [this] { owner_.rememberPlace(); });
     }
 
+    void rememberPlaceNow() {
+        if (!resting_.isActive())
+            return;
+        resting_.stop();
+        owner_.rememberPlace();
+    }
     void setContent(const View& content) {
         host_.setContent(content);
         const QSizeF size = host_.fittingSize();
@@ -31,10 +47,12 @@ protected:
     void resizeEvent(QResizeEvent* /*event*/) override { host_.setGeometry(rect()); }
     void moveEvent(QMoveEvent* event) override {
         QWidget::moveEvent(event);
+        // Once it rests: a drag comes here many times, and each time would be a write to the disk.
         if (isVisible())
-            owner_.rememberPlace();
+            resting_.start();
     }
     void closeEvent(QCloseEvent* event) override {
+        rememberPlaceNow();
         // Hidden, not closed: it is shown again as the same window.
         event->ignore();
         hide();
@@ -46,6 +64,7 @@ protected:
 private:
     QtWindow& owner_;
     ViewHost host_;
+    QTimer resting_;
 };
 
 QtWindow::QtWindow(ToolkitHost& host, const View& content)
@@ -53,7 +72,9 @@ QtWindow::QtWindow(ToolkitHost& host, const View& content)
     widget_->setContent(content);
 }
 
-QtWindow::~QtWindow() = default;
+QtWindow::~QtWindow() {
+    widget_->rememberPlaceNow();
+}
 
 void QtWindow::setContent(const View& content) {
     widget_->setContent(content);
