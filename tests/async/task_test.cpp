@@ -29,10 +29,10 @@ private:
 
 class TaskTest : public testing::Test {
 protected:
-    Task<> sleepAndTell(Seconds duration, std::string name) {
+    Task<> sleepAndTell(Seconds duration, const char* name) {
         const Witness witness(log_, name);
         const bool isWhole = co_await Sleep(loop_, duration);
-        log_ += name + (isWhole ? " " : "! ");
+        log_ += std::string(name) + (isWhole ? " " : "! ");
     }
 
     Task<int> sleepAndGive(Seconds duration, int result) {
