@@ -91,7 +91,7 @@ void IconFinder::useTheme(const QString& theme, const QString& folder) {
 
 QImage IconFinder::fromFolder(const QString& folder, const QString& name, int side) {
     for (const auto* ending : {".svg", ".png", ".xpm"}) {
-        const QImage image =
+        QImage image =
             decodeImage(readImageFile(folder + QLatin1Char('/') + name + QLatin1String(ending)), side);
         if (!image.isNull())
             return image;

@@ -54,7 +54,7 @@ QImage decodeImage(const QByteArray& content, int side) {
     const QSize target = size.scaled(shown, shown, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
     if (isDrawing)
         reader.setScaledSize(target);
-    const QImage image = reader.read();
+    QImage image = reader.read();
     if (image.isNull() || image.size() == target)
         return image;
     return image.convertToFormat(QImage::Format_ARGB32_Premultiplied)
