@@ -16,6 +16,16 @@ using Clock = std::chrono::steady_clock;
 constexpr int barHeight = 26;
 constexpr milliseconds programStart(20000);
 
+/// What a file about a process has in the line that begins so.
+long numberIn(const std::string& name, const std::string& beginning, pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/" + name);
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with(beginning))
+            return std::stol(line.substr(beginning.size()));
+    }
+    return 0;
+}
+
 }  // namespace
 
 void SessionBusDesktop::SetUp() {
@@ -112,12 +122,11 @@ double SessionBusDesktop::toggleLatency(int clicks) const {
 }
 
 long SessionBusDesktop::memory() {
-    std::ifstream file("/proc/" + std::to_string(velmo().id()) + "/smaps_rollup");
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("Anonymous:"))
-            return std::stol(line.substr(std::string("Anonymous:").size()));
-    }
-    return 0;
+    return numberIn("smaps_rollup", "Anonymous:", velmo().id());
+}
+
+long SessionBusDesktop::sleeps() {
+    return numberIn("status", "voluntary_ctxt_switches:", velmo().id());
 }
 
 long SessionBusDesktop::openFiles() {

@@ -40,6 +40,8 @@ protected:
     /// Kilobytes of memory of Velmo's own.
     long memory();
     long openFiles();
+    /// How often Velmo has gone to sleep so far.
+    long sleeps();
 };
 
 }  // namespace velmo::desktop

@@ -138,6 +138,23 @@ TEST_F(TrayPrograms, APassiveItemTakesNoRoom) {
     EXPECT_TRUE(eventually([&] { return isOnScreen(icon); }));
 }
 
+TEST_F(TrayPrograms, ItemsAtRestWakeNobody) {
+    BusProgram program(busAddress());
+    for (int index = 0; index < 10; ++index) {
+        const std::string object = "/Item" + std::to_string(index);
+        program.addItem(object, "rest");
+        program.setText(object, "Title", "Rest" + std::to_string(index));
+        program.registerItem(object);
+    }
+    for (int index = 0; index < 10; ++index)
+        untilShown("Rest" + std::to_string(index));
+    // What they have set off comes to its end.
+    xdotool({"sleep", "1"});
+    const long before = sleeps();
+    xdotool({"sleep", "2"});
+    EXPECT_LE(sleeps() - before, 1);
+}
+
 TEST_F(TrayPrograms, AnIconChangesWithoutFlicker) {
     const auto program = programWithItem("Live");
     const auto icon = untilShown("Live");

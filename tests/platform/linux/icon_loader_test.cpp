@@ -121,6 +121,7 @@ TEST_F(IconLoading, GivesUpOnAProcessThatHangsAndGoesOn) {
     const auto file = write("red.svg", redSquare);
     ASSERT_TRUE(load(request(file)));
     const pid_t first = icons_->processIdentifier();
+    ASSERT_GT(first, 0);
     kill(first, SIGSTOP);
     EXPECT_FALSE(load(request(file)));
     EXPECT_TRUE(load(request(file)));
