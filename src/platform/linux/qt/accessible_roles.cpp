@@ -8,11 +8,13 @@
 namespace velmo {
 
 QAccessibleInterface* makeAccessible(const QString& /*className*/, QObject* object) {
-    const QVariant role = object ? object->property("accessibleRole") : QVariant();
-    if (!role.isValid() || !object->isWidgetType())
+    auto* widget = qobject_cast<QWidget*>(object);
+    if (!widget)
         return nullptr;
-    return new QAccessibleWidget(qobject_cast<QWidget*>(object),
-                                 static_cast<QAccessible::Role>(role.toInt()));
+    const QVariant role = widget->property("accessibleRole");
+    if (!role.isValid())
+        return nullptr;
+    return new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt()));
 }
 
 }  // namespace velmo

@@ -56,7 +56,7 @@ QIcon iconOf(const Image& icon, const QPalette& palette, qreal ratio) {
     const auto* bitmap = std::get_if<Bitmap>(&icon.content);
     if (!bitmap || !bitmap->pixels)
         return {};
-    const QImage image(bitmap->pixels->data(), bitmap->width, bitmap->height, bitmap->width * 4,
+    const QImage image(bitmap->pixels->data(), bitmap->width, bitmap->height, qsizetype{bitmap->width} * 4,
                        QImage::Format_ARGB32_Premultiplied);
     if (!icon.isTemplate) {
         QImage copy = image.copy();

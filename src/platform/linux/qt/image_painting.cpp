@@ -30,7 +30,7 @@ QImage rendered(const Image& image, const QSize& pixels, qreal scale, const QCol
 }
 
 QImage pixelsOf(const Bitmap& bitmap) {
-    return {bitmap.pixels->data(), bitmap.width, bitmap.height, bitmap.width * 4,
+    return {bitmap.pixels->data(), bitmap.width, bitmap.height, qsizetype{bitmap.width} * 4,
             QImage::Format_ARGB32_Premultiplied};
 }
 

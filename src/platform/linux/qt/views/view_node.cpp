@@ -3,7 +3,7 @@
 #include "linux/qt/views/background_widget.h"
 
 #include <algorithm>
-#include <cmath>
+#include <ranges>
 
 namespace velmo {
 
@@ -55,8 +55,8 @@ void ViewNode::update(const View& view, const ViewContext& context) {
     view_ = view;
     ViewContext own = context;
     // From the outside in: what stands closest to the view holds.
-    for (auto modifier = view.modifiers.rbegin(); modifier != view.modifiers.rend(); ++modifier)
-        std::visit(AddToContext{own}, *modifier);
+    for (const auto& modifier : view.modifiers | std::views::reverse)
+        std::visit(AddToContext{own}, modifier);
     applyBackgrounds();
     apply(own);
 }

@@ -55,7 +55,7 @@ protected:
 private:
     QSizeF size(std::size_t modifierCount, const QSizeF& offer) const;
     void place(std::size_t modifierCount, const QRectF& area);
-    qreal baseline(std::size_t modifierCount, const QSizeF& size) const;
+    qreal baseline(std::size_t modifierCount, const QSizeF& offer) const;
     /// True where one of the first modifiers fixes that extent.
     bool hasFixed(std::size_t modifierCount, Qt::Orientation direction) const;
     void applyBackgrounds();
