@@ -3,7 +3,6 @@
 #include "linux/qt/views/background_widget.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace velmo {
 
@@ -55,8 +54,8 @@ void ViewNode::update(const View& view, const ViewContext& context) {
     view_ = view;
     ViewContext own = context;
     // From the outside in: what stands closest to the view holds.
-    for (const auto& modifier : view.modifiers | std::views::reverse)
-        std::visit(AddToContext{own}, modifier);
+    std::for_each(view.modifiers.rbegin(), view.modifiers.rend(),
+                  [&](const Modifier& modifier) { std::visit(AddToContext{own}, modifier); });
     applyBackgrounds();
     apply(own);
 }
