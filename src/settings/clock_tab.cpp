@@ -66,6 +66,7 @@ View ClockTab::format() {
 View ClockTab::presetPicker() {
     const auto& presets = ClockFormat::presets();
     std::vector<PickerOption> options;
+    options.reserve(presets.size() + 1);
     for (const ClockFormat& preset : presets)
         options.push_back({preset.id(), preset.name, {}});
     options.push_back({customTag, "Custom", {}});

@@ -9,6 +9,7 @@ namespace {
 template <typename Cases>
 std::vector<PickerOption> optionsOf(const Cases& cases) {
     std::vector<PickerOption> options;
+    options.reserve(cases.size());
     for (const auto value : cases)
         options.push_back({std::string(rawValue(value)), std::string(displayName(value)), {}});
     return options;

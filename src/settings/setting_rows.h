@@ -9,6 +9,6 @@ namespace velmo {
 
 View settingToggle(std::string title, Setting<bool>& setting);
 /// A text that explains the row above it.
-View helpText(std::string text);
+View helpText(std::string content);
 
 }  // namespace velmo

@@ -10,6 +10,7 @@ View SpacingTab::body() {
 
 View SpacingTab::spacing() {
     std::vector<PickerOption> options;
+    options.reserve(MenuBarSpacing::allPresets.size());
     for (const auto value : MenuBarSpacing::allPresets)
         options.push_back({std::string(MenuBarSpacing::rawValue(value)),
                            std::string(MenuBarSpacing::displayName(value)),

@@ -19,6 +19,11 @@ namespace velmo::desktop {
 
 using std::chrono::milliseconds;
 
+/// Points from the screen's left edge: farther left than any icon, yet in the bar.
+constexpr int farLeft = 300;
+/// The pointer's button that opens menus.
+constexpr int rightButton = 3;
+
 /// Waits until the condition holds; false where it does not within the limit.
 bool eventually(const std::function<bool()>& condition, milliseconds limit = milliseconds(8000));
 /// True where the condition holds from now on until the time has passed.

@@ -4,9 +4,6 @@ namespace velmo::desktop {
 
 namespace {
 
-/// Farther left than any icon, yet in the bar.
-constexpr int farLeft = 300;
-
 class MainJob : public DesktopSession {
 protected:
     void SetUp() override {

@@ -95,7 +95,7 @@ TEST_F(MenuBarWindow, NeverTakesTheFocus) {
 TEST_F(MenuBarWindow, WorksWithoutAWindowManager) {
     startVelmo();
     const auto icon = startTrayProgram("gxkb", "Gxkb");
-    superDrag(icon, 300);
+    superDrag(icon, farLeft);
     ASSERT_TRUE(eventually([&] { return !isOnScreen(icon); }));
     click(toggle());
     EXPECT_TRUE(eventually([&] { return isOnScreen(icon); }));
@@ -164,7 +164,7 @@ TEST_F(MenuBarWindow, ItemsBeyondTheReachOfCoordinatesStayOffTheScreen) {
     const auto icon = startTrayProgram("gxkb", "Gxkb");
     clickHolding("Alt_L", toggle());
     ASSERT_TRUE(eventually([&] { return x().area(alwaysHiddenDivider())->width == 24; }));
-    superDrag(icon, 300);
+    superDrag(icon, farLeft);
     ASSERT_TRUE(eventually([&] { return x().area(icon)->x < x().area(alwaysHiddenDivider())->x; }));
     click(toggle());
     // 40,000 pixels left of the screen is more than a window can be told.

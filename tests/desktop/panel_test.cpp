@@ -6,9 +6,6 @@ namespace velmo::desktop {
 
 namespace {
 
-/// Farther left than any icon, yet in the bar.
-constexpr int farLeft = 300;
-
 class HiddenItemsPanel : public DesktopSession {
 protected:
     void SetUp() override {

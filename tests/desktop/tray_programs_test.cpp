@@ -9,7 +9,6 @@ namespace {
 
 constexpr const char* path = "/StatusNotifierItem";
 constexpr const char* interface = "org.kde.StatusNotifierItem";
-constexpr int right = 3;
 
 /// Real programs of several toolkits, hosted over the bus and over the X11 tray.
 class TrayPrograms : public SessionBusDesktop {
@@ -24,7 +23,7 @@ protected:
 
     /// Hides an icon, reveals it, and shows that it is the same.
     void hideAndReveal(xcb_window_t icon) {
-        superDrag(icon, 300);
+        superDrag(icon, farLeft);
         EXPECT_TRUE(eventually([&] { return isHidden(icon); }));
         click(toggle());
         EXPECT_TRUE(eventually([&] { return isOnScreen(icon); }));
@@ -43,16 +42,16 @@ TEST_F(TrayPrograms, QtIsHiddenRevealedAndUsed) {
     EXPECT_TRUE(eventually([&] { return hasNoted("activated"); }));
     click(icon, 2);
     EXPECT_TRUE(eventually([&] { return hasNoted("middle"); }));
-    openMenuOf(icon, right);
+    openMenuOf(icon, rightButton);
     chooseByKeys({"Down", "Return"});
     EXPECT_TRUE(eventually([&] { return hasNoted("refresh"); }));
-    openMenuOf(icon, right);
+    openMenuOf(icon, rightButton);
     chooseByKeys({"Down", "Down", "Return"});
     EXPECT_TRUE(eventually([&] { return hasNoted("details off"); })) << "it was marked";
-    openMenuOf(icon, right);
+    openMenuOf(icon, rightButton);
     chooseByKeys({"p", "Down", "Return"});
     EXPECT_TRUE(eventually([&] { return hasNoted("Lisbon"); })) << "by mnemonic, in a submenu";
-    openMenuOf(icon, right);
+    openMenuOf(icon, rightButton);
     chooseByKeys({"q"});
     EXPECT_TRUE(eventually([&] { return itemTitled("qt-tray") == XCB_WINDOW_NONE; })) << "it has quit";
 }
@@ -64,10 +63,10 @@ TEST_F(TrayPrograms, GtkWithAnIndicatorIsHiddenRevealedAndUsed) {
     openMenuOf(icon, 1);
     chooseByKeys({"Down", "Return"});
     EXPECT_TRUE(eventually([&] { return hasNoted("mute"); })) << "an indicator has but its menu";
-    openMenuOf(icon, right);
+    openMenuOf(icon, rightButton);
     chooseByKeys({"Down", "Down", "Return"});
     EXPECT_TRUE(eventually([&] { return hasNoted("louder on"); }));
-    openMenuOf(icon, right);
+    openMenuOf(icon, rightButton);
     chooseByKeys({"Up", "Right", "Down", "Return"});
     EXPECT_TRUE(eventually([&] { return hasNoted("Headphones"); }));
     click(icon, 4);
@@ -78,7 +77,7 @@ TEST_F(TrayPrograms, WxIsHiddenRevealedAndUsed) {
     const auto program = startWx();
     const auto icon = iconOf("Wx_tray");
     hideAndReveal(icon);
-    click(icon, right);
+    click(icon, rightButton);
     xdotool({"sleep", "0.4"});
     chooseByKeys({"Down", "Down", "Return"});
     EXPECT_TRUE(eventually([&] { return hasNoted("World"); }));
@@ -87,7 +86,7 @@ TEST_F(TrayPrograms, WxIsHiddenRevealedAndUsed) {
 TEST_F(TrayPrograms, AnX11TrayIconIsHiddenRevealedAndUsed) {
     const auto icon = startTrayProgram("parcellite", "Parcellite");
     hideAndReveal(icon);
-    click(icon, right);
+    click(icon, rightButton);
     xdotool({"sleep", "0.4"});
     chooseByKeys({"Up", "Return"});
     EXPECT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Parcellite"); }))
@@ -104,7 +103,7 @@ TEST_F(TrayPrograms, OfAllKindsShareOneOrderThatIsRemembered) {
     const std::vector<std::string> order = readDefaults()["statusItemOrder"];
     EXPECT_EQ(order, (std::vector<std::string>{"Velmo.Toggle", "qt_tray.qt-tray", "parcellite.Parcellite",
                                                "Velmo.Divider"}));
-    superDrag(icon, 300);
+    superDrag(icon, farLeft);
     ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
     program.reset();
     ASSERT_TRUE(eventually([&] { return itemTitled("qt-tray") == XCB_WINDOW_NONE; }));
@@ -187,7 +186,7 @@ TEST_F(TrayPrograms, ClicksTellTheirPlaceAndATokenComesFirst) {
     EXPECT_NE((activation - 1)->find("_TIME"), std::string::npos);
     click(icon, 2);
     EXPECT_TRUE(eventually([&] { return program->wasCalled("SecondaryActivate " + where); }));
-    click(icon, right);
+    click(icon, rightButton);
     EXPECT_TRUE(eventually([&] { return program->wasCalled("ContextMenu " + where); })) << "it has no menu";
     for (const auto& [button, scroll] : std::vector<std::pair<int, std::string>>{
              {4, "120 vertical"}, {5, "-120 vertical"}, {6, "120 horizontal"}, {7, "-120 horizontal"}}) {
@@ -213,7 +212,7 @@ TEST_F(TrayPrograms, AMenuKeepsIconsRevealedAsOtherProgramsMenusDo) {
     program->emit(path, interface, "NewMenu");
     const auto icon = untilShown("Menu");
     // This test is the program: Velmo's own menus would not count.
-    superDrag(icon, 300);
+    superDrag(icon, farLeft);
     ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
     click(toggle());
     ASSERT_TRUE(eventually([&] { return isOnScreen(icon); }));
@@ -237,7 +236,7 @@ TEST_F(TrayPrograms, AnOpenMenuFollowsItsProgram) {
     program->emit(path, interface, "NewMenu");
     ASSERT_TRUE(eventually([&] { return program->callsOf("GetAll") >= 2; }));
     xdotool({"sleep", "0.1"});
-    openMenuOf(icon, right);
+    openMenuOf(icon, rightButton);
     const int height = openMenu()->height;
     root.children.insert(root.children.begin() + 1, {3, {{"label", std::string("Between")}}, {}});
     program->setMenu("/Menu", root);
@@ -246,7 +245,7 @@ TEST_F(TrayPrograms, AnOpenMenuFollowsItsProgram) {
     EXPECT_TRUE(eventually([&] { return openMenu() && openMenu()->height > height; }));
     chooseByKeys({"Down", "Down", "Return"});
     EXPECT_TRUE(eventually([&] { return program->wasCalled("Event 3 clicked value time"); }));
-    openMenuOf(icon, right);
+    openMenuOf(icon, rightButton);
     program.reset();
     EXPECT_TRUE(eventually([&] { return !openMenu(); })) << "it goes with its program";
     EXPECT_EQ(itemTitled("Changing"), xcb_window_t{XCB_WINDOW_NONE});

@@ -74,7 +74,7 @@ TEST_F(Tray, IconReturnsToItsPlace) {
     {
         auto program = run({"gxkb"});
         const auto icon = iconOf("Gxkb");
-        superDrag(icon, 300);
+        superDrag(icon, farLeft);
         ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
     }
     ASSERT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Gxkb"); }));
@@ -120,7 +120,7 @@ TEST_F(Tray, DraggedIconFollowsThePointerAndNeighboursMakeRoom) {
 
 TEST_F(Tray, ToggleCannotBeDraggedToWhereItWouldHideItself) {
     const auto icon = startTrayProgram("gxkb", "Gxkb");
-    superDrag(toggle(), 300);
+    superDrag(toggle(), farLeft);
     EXPECT_TRUE(eventually([&] { return x().area(toggle())->x < x().area(icon)->x; }));
     EXPECT_TRUE(isOnScreen(toggle()));
     EXPECT_EQ(savedOrder(), (std::vector<std::string>{"gxkb.Gxkb", "Velmo.Toggle", "Velmo.Divider"}));
@@ -144,7 +144,7 @@ TEST_F(Tray, IconWindowIsGivenBackWhenVelmoEnds) {
 
 TEST_F(Tray, IconsReturnAfterASuddenEnd) {
     const auto icon = startTrayProgram("gxkb", "Gxkb");
-    superDrag(icon, 300);
+    superDrag(icon, farLeft);
     ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
     velmo().signal(SIGKILL);
     velmo().wait(milliseconds(2000));

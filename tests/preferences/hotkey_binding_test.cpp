@@ -1,15 +1,13 @@
 #include "preferences/hotkey_binding.h"
 
+#include "preferences/bytes.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
 
 namespace velmo {
 namespace {
-
-Data bytes(const std::string& text) {
-    return {text.begin(), text.end()};
-}
 
 std::string encoded(const HotkeyBinding& binding) {
     const auto json = encodeHotkeyBinding(binding);

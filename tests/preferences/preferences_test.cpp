@@ -1,5 +1,7 @@
 #include "preferences/preferences.h"
 
+#include "preferences/bytes.h"
+
 #include "platform/simulated/simulated_user_defaults.h"
 
 #include <gtest/gtest.h>
@@ -14,10 +16,6 @@ namespace velmo {
 namespace {
 
 using Write = std::pair<std::string, std::optional<DefaultsValue>>;
-
-Data bytes(const std::string& text) {
-    return {text.begin(), text.end()};
-}
 
 class PreferencesTest : public testing::Test {
 protected:

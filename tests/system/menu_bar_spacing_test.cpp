@@ -13,7 +13,7 @@ namespace {
 using Preset = MenuBarSpacing::Preset;
 
 constexpr const char* spacing = "NSStatusItemSpacing";
-constexpr const char* padding = "NSStatusItemSelectionPadding";
+constexpr const char* paddingKey = "NSStatusItemSelectionPadding";
 
 class MenuBarSpacingTest : public testing::Test {
 protected:
@@ -33,14 +33,14 @@ TEST_F(MenuBarSpacingTest, IsTheSystemsWithoutKeys) {
 TEST_F(MenuBarSpacingTest, WritesTenForCompact) {
     MenuBarSpacing::apply(Preset::compact, preferences_);
     EXPECT_EQ(preferences_.value(spacing), GlobalPreferences::Value(10.0));
-    EXPECT_EQ(preferences_.value(padding), GlobalPreferences::Value(10.0));
+    EXPECT_EQ(preferences_.value(paddingKey), GlobalPreferences::Value(10.0));
     EXPECT_EQ(current(), Preset::compact);
 }
 
 TEST_F(MenuBarSpacingTest, WritesSixForTight) {
     MenuBarSpacing::apply(Preset::tight, preferences_);
     EXPECT_EQ(preferences_.value(spacing), GlobalPreferences::Value(6.0));
-    EXPECT_EQ(preferences_.value(padding), GlobalPreferences::Value(6.0));
+    EXPECT_EQ(preferences_.value(paddingKey), GlobalPreferences::Value(6.0));
     EXPECT_EQ(current(), Preset::tight);
 }
 
@@ -48,12 +48,12 @@ TEST_F(MenuBarSpacingTest, RemovesBothKeysForTheSystems) {
     MenuBarSpacing::apply(Preset::tight, preferences_);
     MenuBarSpacing::apply(Preset::system, preferences_);
     EXPECT_EQ(preferences_.value(spacing), std::nullopt);
-    EXPECT_EQ(preferences_.value(padding), std::nullopt);
+    EXPECT_EQ(preferences_.value(paddingKey), std::nullopt);
     EXPECT_EQ(current(), Preset::system);
 }
 
 TEST_F(MenuBarSpacingTest, WritesTheSpacingThenThePaddingThenSynchronizes) {
-    const std::vector<std::string> order{spacing, padding, "synchronize"};
+    const std::vector<std::string> order{spacing, paddingKey, "synchronize"};
     for (const Preset preset : MenuBarSpacing::allPresets) {
         SimulatedGlobalPreferences preferences;
         MenuBarSpacing::apply(preset, preferences);
@@ -78,7 +78,7 @@ TEST_F(MenuBarSpacingTest, IsTheSystemsWhereTheValueIsNoNumber) {
 }
 
 TEST_F(MenuBarSpacingTest, DoesNotLookAtThePadding) {
-    preferences_.put(padding, 6.0);
+    preferences_.put(paddingKey, 6.0);
     EXPECT_EQ(current(), Preset::system);
     preferences_.put(spacing, 10.0);
     EXPECT_EQ(current(), Preset::compact);

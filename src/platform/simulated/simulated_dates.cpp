@@ -89,7 +89,7 @@ private:
             case 'a':
                 return hour < 12 ? "AM" : "PM";
             default:
-                return std::string(length, letter);
+                return std::string().append(length, letter);
         }
     }
 

@@ -6,8 +6,8 @@
 
 namespace velmo {
 
-SimulatedWindow::SimulatedWindow(SimulatedWindows& windows, const View& content)
-    : windows_(windows), content_(content) {
+SimulatedWindow::SimulatedWindow(SimulatedWindows& windows, View content)
+    : windows_(windows), content_(std::move(content)) {
     windows_.windows_.push_back(this);
 }
 

@@ -11,7 +11,7 @@ class SimulatedWindows;
 
 class SimulatedWindow : public Window {
 public:
-    SimulatedWindow(SimulatedWindows& windows, const View& content);
+    SimulatedWindow(SimulatedWindows& windows, View content);
     ~SimulatedWindow() override;
     SimulatedWindow(const SimulatedWindow&) = delete;
     SimulatedWindow& operator=(const SimulatedWindow&) = delete;

@@ -9,7 +9,7 @@ namespace velmo {
 
 namespace {
 
-constexpr const char* moduleName = "velmo-dates.so";
+constexpr const char* datesModule = "velmo-dates.so";
 constexpr const char* timeZoneVariable = "TZ";
 
 }  // namespace
@@ -77,7 +77,7 @@ LinuxDates::~LinuxDates() = default;
 DateEngine* LinuxDates::engine() const {
     if (std::exchange(tried_, true))
         return engine_.get();
-    if (void* function = moduleFunction(moduleName, dateEngineFunctionName)) {
+    if (void* function = moduleFunction(datesModule, dateEngineFunctionName)) {
         const auto locale = dateLocaleFromEnvironment();
         engine_.reset(reinterpret_cast<MakeDateEngine>(function)(locale.c_str(), &timeZone_));
     }

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 /// Ten times what the longest zone takes.
 constexpr std::streamsize largestFile = 65536;
-constexpr int mostLinks = 8;
+constexpr int mostZoneLinks = 8;
 
 std::string contentOf(const fs::path& file) {
     std::error_code error;
@@ -43,7 +43,7 @@ std::string nameFromPath(const std::string& path) {
 /// The first name on the way from link to link: what the user has chosen, where the database has links
 /// itself.
 std::string nameFromLinks(fs::path file) {
-    for (int link = 0; link < mostLinks; ++link) {
+    for (int link = 0; link < mostZoneLinks; ++link) {
         std::error_code error;
         const fs::path target = fs::read_symlink(file, error);
         if (error)

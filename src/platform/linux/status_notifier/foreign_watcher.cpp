@@ -9,7 +9,7 @@
 
 namespace velmo::status_notifier {
 
-ForeignWatcher::ForeignWatcher(std::shared_ptr<dbus::Bus> bus, std::string family, Handler onItem,
+ForeignWatcher::ForeignWatcher(std::shared_ptr<dbus::Bus> bus, const std::string& family, Handler onItem,
                                Handler onItemGone)
     : bus_(std::move(bus)),
       name_(watcherName(family)),

@@ -16,7 +16,8 @@ class ForeignWatcher {
 public:
     using Handler = std::function<void(const ItemAddress&)>;
 
-    ForeignWatcher(std::shared_ptr<dbus::Bus> bus, std::string family, Handler onItem, Handler onItemGone);
+    ForeignWatcher(std::shared_ptr<dbus::Bus> bus, const std::string& family, Handler onItem,
+                   Handler onItemGone);
 
 private:
     void ownerChanged(const std::string& owner);

@@ -14,9 +14,13 @@ constexpr std::size_t mostItems = 1000;
 
 }  // namespace
 
-Host::Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, const IconLook& look,
+Host::Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, IconLook look,
            Handlers handlers)
-    : loop_(loop), icons_(icons), bus_(std::move(bus)), look_(look), handlers_(std::move(handlers)) {
+    : loop_(loop),
+      icons_(icons),
+      bus_(std::move(bus)),
+      look_(std::move(look)),
+      handlers_(std::move(handlers)) {
     const auto add = [this](const ItemAddress& address) { this->add(address); };
     const auto removeNamed = [this](const ItemAddress& address) { this->removeNamed(address); };
     for (const auto& family : families) {

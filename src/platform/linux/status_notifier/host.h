@@ -27,7 +27,7 @@ public:
         std::function<void(Item&)> removed;
     };
 
-    Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, const IconLook& look,
+    Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, IconLook look,
          Handlers handlers);
     ~Host();
     Host(const Host&) = delete;

@@ -41,8 +41,8 @@ void add(Channels& sum, const Channels& part, double weight) {
 
 /// In the order of a `Bitmap`.
 void append(std::vector<std::uint8_t>& bytes, const Channels& channels) {
-    for (auto channel = channels.rbegin(); channel != channels.rend(); ++channel)
-        bytes.push_back(static_cast<std::uint8_t>(std::lround(std::clamp(*channel, 0.0, 255.0))));
+    for (std::size_t index = channels.size(); index-- > 0;)
+        bytes.push_back(static_cast<std::uint8_t>(std::lround(std::clamp(channels.at(index), 0.0, 255.0))));
 }
 
 /// What one pixel of the target covers of the source, along one axis.

@@ -38,10 +38,10 @@ bool isSilence(const std::string& error) {
 
 }  // namespace
 
-Item::Item(const Environment& environment, ItemAddress address, const IconLook& look)
+Item::Item(const Environment& environment, ItemAddress address, IconLook look)
     : environment_(environment),
       address_(std::move(address)),
-      look_(look),
+      look_(std::move(look)),
       icon_(environment.icons, [this] { settle(); }),
       overlay_(environment.icons, [this] { settle(); }),
       changed_(environment.loop, [this] {

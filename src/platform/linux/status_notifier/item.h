@@ -29,7 +29,7 @@ public:
     };
 
     /// `address` names the owner by its unique name.
-    Item(const Environment& environment, ItemAddress address, const IconLook& look);
+    Item(const Environment& environment, ItemAddress address, IconLook look);
     ~Item();
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;

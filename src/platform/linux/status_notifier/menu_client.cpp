@@ -25,7 +25,7 @@ bool hasEntryToShow(const ExportedMenuEntry& root) {
 
 }  // namespace
 
-MenuClient::MenuClient(const Item& item, int iconSide, const std::string& iconTheme, std::uint32_t time)
+MenuClient::MenuClient(const Item& item, int iconSide, std::string iconTheme, std::uint32_t time)
     : loop_(item.environment().loop),
       icons_(item.environment().icons),
       bus_(item.environment().bus),
@@ -33,7 +33,7 @@ MenuClient::MenuClient(const Item& item, int iconSide, const std::string& iconTh
       path_(item.properties().menuPath),
       iconFolder_(item.properties().iconThemePath),
       iconSide_(iconSide),
-      iconTheme_(iconTheme),
+      iconTheme_(std::move(iconTheme)),
       time_(time),
       changed_(loop_,
                [this] {

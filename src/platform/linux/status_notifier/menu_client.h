@@ -22,7 +22,7 @@ namespace velmo::status_notifier {
 class MenuClient : public ExportedMenu {
 public:
     /// `iconSide` is in pixels. `time` is that of the click, as the display server has it.
-    MenuClient(const Item& item, int iconSide, const std::string& iconTheme, std::uint32_t time);
+    MenuClient(const Item& item, int iconSide, std::string iconTheme, std::uint32_t time);
 
     /// Asks for the menu. `onReady` is called, in a turn of its own, once it can be shown; never where the
     /// program has not answered in time or has nothing to show.

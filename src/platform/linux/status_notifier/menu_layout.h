@@ -25,7 +25,8 @@ struct MenuIcon {
     std::string data;
 
     bool isEmpty() const { return name.empty() && data.empty(); }
-    auto operator<=>(const MenuIcon&) const = default;
+    // The linter takes the zero that the compiler compares with for a pointer.
+    auto operator<=>(const MenuIcon&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 struct MenuLayout {

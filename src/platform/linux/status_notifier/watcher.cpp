@@ -31,7 +31,7 @@ struct Watcher::Table {
     };
 };
 
-Watcher::Watcher(std::shared_ptr<dbus::Bus> bus, std::string family,
+Watcher::Watcher(std::shared_ptr<dbus::Bus> bus, const std::string& family,
                  std::function<void(const ItemAddress&)> onRegistered)
     : bus_(std::move(bus)), name_(watcherName(family)), onRegistered_(std::move(onRegistered)) {
     object_ = bus_->addObject(watcherPath, name_, Table::entries, this);

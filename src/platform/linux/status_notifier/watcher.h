@@ -19,7 +19,7 @@ namespace velmo::status_notifier {
 class Watcher {
 public:
     /// `onRegistered` is told of an item that registers here.
-    Watcher(std::shared_ptr<dbus::Bus> bus, std::string family,
+    Watcher(std::shared_ptr<dbus::Bus> bus, const std::string& family,
             std::function<void(const ItemAddress&)> onRegistered);
     ~Watcher();
     Watcher(const Watcher&) = delete;

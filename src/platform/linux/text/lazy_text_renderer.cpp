@@ -8,13 +8,13 @@ namespace velmo {
 
 namespace {
 
-constexpr const char* moduleName = "velmo-text.so";
+constexpr const char* textModule = "velmo-text.so";
 
 }  // namespace
 
 TextRenderer* LazyTextRenderer::get() {
     if (!std::exchange(tried_, true)) {
-        if (void* function = moduleFunction(moduleName, textRendererFunctionName))
+        if (void* function = moduleFunction(textModule, textRendererFunctionName))
             renderer_.reset(reinterpret_cast<MakeTextRenderer>(function)(locale_.c_str()));
     }
     return renderer_.get();

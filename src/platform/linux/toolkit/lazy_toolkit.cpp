@@ -11,7 +11,7 @@ namespace {
 /// Long enough for a click that is on its way to be answered first.
 constexpr Seconds preparationDelay = 0.1;
 
-constexpr const char* moduleName = "velmo-qt.so";
+constexpr const char* toolkitModule = "velmo-qt.so";
 
 }  // namespace
 
@@ -99,7 +99,7 @@ std::unique_ptr<Window> LazyToolkit::makeWindow(const View& content) {
 }
 
 void LazyToolkit::load() {
-    void* function = host_ ? moduleFunction(moduleName, toolkitFunctionName) : nullptr;
+    void* function = host_ ? moduleFunction(toolkitModule, toolkitFunctionName) : nullptr;
     if (!function)
         return;
     toolkit_.reset(reinterpret_cast<MakeToolkit>(function)(host_));

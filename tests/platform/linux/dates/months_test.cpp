@@ -9,7 +9,7 @@ namespace velmo {
 
 namespace {
 
-struct Place {
+struct CalendarPlace {
     const char* name;
     const char* locale;
     const char* calendar;
@@ -24,7 +24,7 @@ const std::vector<std::string> english = {"S", "M", "T", "W", "T", "F", "S"};
 const std::vector<std::string> arabic = {"ح", "ن", "ث", "ر", "خ", "ج", "س"};
 constexpr int monthCount = 2000;
 
-class Months : public testing::TestWithParam<Place> {
+class Months : public testing::TestWithParam<CalendarPlace> {
 protected:
     void checkDay(std::istream& days, Date monthStart, int index) const {
         long start = 0;
@@ -93,60 +93,61 @@ TEST_P(Months, AreCountedAsByArithmetic) {
 INSTANTIATE_TEST_SUITE_P(
     In, Months,
     testing::Values(
-        Place{"Germany",
-              "de_DE.UTF-8",
-              "gregorian",
-              "Europe/Berlin",
-              2,
-              4,
-              1970,
-              {"S", "M", "D", "M", "D", "F", "S"}},
-        Place{"UnitedStates", "en_US.UTF-8", "gregorian", "America/New_York", 1, 1, 1970, english},
-        Place{"Brazil",
-              "pt_BR.UTF-8",
-              "gregorian",
-              "America/Sao_Paulo",
-              1,
-              1,
-              1970,
-              {"D", "S", "T", "Q", "Q", "S", "S"}},
-        Place{"Paraguay",
-              "es_PY.UTF-8",
-              "gregorian",
-              "America/Asuncion",
-              1,
-              1,
-              1970,
-              {"D", "L", "M", "M", "J", "V", "S"}},
-        Place{"Egypt", "ar_EG.UTF-8", "gregorian", "Africa/Cairo", 7, 1, 1970, arabic},
-        Place{"Lebanon", "ar_LB.UTF-8", "gregorian", "Asia/Beirut", 2, 1, 1970, arabic},
-        Place{"Maldives", "en_MV.UTF-8", "gregorian", "Indian/Maldives", 6, 1, 1970, english},
-        Place{"Thailand",
-              "th_TH.UTF-8",
-              "buddhist",
-              "Asia/Bangkok",
-              1,
-              1,
-              2513,
-              {"อา", "จ", "อ", "พ", "พฤ", "ศ", "ส"}},
-        Place{"Iran", "fa_IR", "persian", "Asia/Tehran", 7, 1, 1349, {"ی", "د", "س", "چ", "پ", "ج", "ش"}},
+        CalendarPlace{"Germany",
+                      "de_DE.UTF-8",
+                      "gregorian",
+                      "Europe/Berlin",
+                      2,
+                      4,
+                      1970,
+                      {"S", "M", "D", "M", "D", "F", "S"}},
+        CalendarPlace{"UnitedStates", "en_US.UTF-8", "gregorian", "America/New_York", 1, 1, 1970, english},
+        CalendarPlace{"Brazil",
+                      "pt_BR.UTF-8",
+                      "gregorian",
+                      "America/Sao_Paulo",
+                      1,
+                      1,
+                      1970,
+                      {"D", "S", "T", "Q", "Q", "S", "S"}},
+        CalendarPlace{"Paraguay",
+                      "es_PY.UTF-8",
+                      "gregorian",
+                      "America/Asuncion",
+                      1,
+                      1,
+                      1970,
+                      {"D", "L", "M", "M", "J", "V", "S"}},
+        CalendarPlace{"Egypt", "ar_EG.UTF-8", "gregorian", "Africa/Cairo", 7, 1, 1970, arabic},
+        CalendarPlace{"Lebanon", "ar_LB.UTF-8", "gregorian", "Asia/Beirut", 2, 1, 1970, arabic},
+        CalendarPlace{"Maldives", "en_MV.UTF-8", "gregorian", "Indian/Maldives", 6, 1, 1970, english},
+        CalendarPlace{"Thailand",
+                      "th_TH.UTF-8",
+                      "buddhist",
+                      "Asia/Bangkok",
+                      1,
+                      1,
+                      2513,
+                      {"อา", "จ", "อ", "พ", "พฤ", "ศ", "ส"}},
+        CalendarPlace{
+            "Iran", "fa_IR", "persian", "Asia/Tehran", 7, 1, 1349, {"ی", "د", "س", "چ", "پ", "ج", "ش"}},
         // ICU lets the year 5807, in 2046, begin a day late.
-        Place{"Israel",
-              "he_IL.UTF-8@calendar=hebrew",
-              "hebrew",
-              "Asia/Jerusalem",
-              1,
-              1,
-              5643,
-              {"א׳", "ב׳", "ג׳", "ד׳", "ה׳", "ו׳", "ש׳"}},
-        Place{"LordHowe",
-              "en_AU.UTF-8",
-              "gregorian",
-              "Australia/Lord_Howe",
-              2,
-              1,
-              1982,
-              {"Su.", "M.", "Tu.", "W.", "Th.", "F.", "Sa."}}),
+        CalendarPlace{"Israel",
+                      "he_IL.UTF-8@calendar=hebrew",
+                      "hebrew",
+                      "Asia/Jerusalem",
+                      1,
+                      1,
+                      5643,
+                      {"א׳", "ב׳", "ג׳", "ד׳", "ה׳", "ו׳", "ש׳"}},
+        CalendarPlace{"LordHowe",
+                      "en_AU.UTF-8",
+                      "gregorian",
+                      "Australia/Lord_Howe",
+                      2,
+                      1,
+                      1982,
+                      {"Su.", "M.", "Tu.", "W.", "Th.", "F.", "Sa."}}),
     [](const auto& test) { return test.param.name; });
 
 }  // namespace

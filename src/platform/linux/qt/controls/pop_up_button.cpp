@@ -11,9 +11,9 @@ namespace velmo {
 
 namespace {
 
-constexpr int sidePadding = 10;
+constexpr int buttonSidePadding = 10;
 constexpr int markRoom = 20;
-constexpr int verticalPadding = 4;
+constexpr int buttonVerticalPadding = 4;
 
 }  // namespace
 
@@ -26,7 +26,7 @@ QSize PopUpButton::sizeHint() const {
     int widest = 0;
     for (int index = 0; index < count(); ++index)
         widest = std::max(widest, metrics.horizontalAdvance(itemText(index)));
-    return {widest + 2 * sidePadding + markRoom, metrics.height() + 2 * verticalPadding};
+    return {widest + 2 * buttonSidePadding + markRoom, metrics.height() + 2 * buttonVerticalPadding};
 }
 
 void PopUpButton::paintEvent(QPaintEvent* /*event*/) {
@@ -34,8 +34,8 @@ void PopUpButton::paintEvent(QPaintEvent* /*event*/) {
     painter.face(rect(), false);
     painter.setPen(style::color({}));
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
-    const QRect textArea = isMirrored ? rect().adjusted(markRoom, 0, -sidePadding, 0)
-                                      : rect().adjusted(sidePadding, 0, -markRoom, 0);
+    const QRect textArea = isMirrored ? rect().adjusted(markRoom, 0, -buttonSidePadding, 0)
+                                      : rect().adjusted(buttonSidePadding, 0, -markRoom, 0);
     painter.drawText(textArea, Qt::AlignVCenter | (isMirrored ? Qt::AlignRight : Qt::AlignLeft),
                      currentText());
     constexpr qreal halfWidth = 3.5;

@@ -11,7 +11,7 @@ namespace velmo {
 
 namespace {
 
-constexpr QSize extent(190, 20);
+constexpr QSize sliderExtent(190, 20);
 constexpr qreal knobSide = 16;
 constexpr qreal trackHeight = 4;
 
@@ -22,7 +22,7 @@ SliderControl::SliderControl(QWidget* parent) : QSlider(Qt::Horizontal, parent) 
 }
 
 QSize SliderControl::sizeHint() const {
-    return extent;
+    return sliderExtent;
 }
 
 qreal SliderControl::knobCenter() const {

@@ -7,7 +7,7 @@ namespace velmo {
 
 namespace {
 
-constexpr QSize extent(34, 20);
+constexpr QSize switchExtent(34, 20);
 constexpr int knobInset = 2;
 
 }  // namespace
@@ -17,7 +17,7 @@ SwitchControl::SwitchControl(QWidget* parent) : QCheckBox(parent) {
 }
 
 QSize SwitchControl::sizeHint() const {
-    return extent;
+    return switchExtent;
 }
 
 bool SwitchControl::hitButton(const QPoint& position) const {
@@ -26,7 +26,7 @@ bool SwitchControl::hitButton(const QPoint& position) const {
 
 void SwitchControl::paintEvent(QPaintEvent* /*event*/) {
     ControlPainter painter(*this);
-    const QRectF area(QPointF(0, 0), QSizeF(extent));
+    const QRectF area(QPointF(0, 0), QSizeF(switchExtent));
     painter.fillRounded(area, isChecked() ? style::color({ColorRole::accent}) : style::track(),
                         area.height() / 2);
     const qreal side = area.height() - 2 * knobInset;

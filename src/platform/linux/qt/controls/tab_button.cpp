@@ -15,8 +15,8 @@ namespace {
 
 constexpr double symbolSize = 16;
 constexpr int leastWidth = 76;
-constexpr int sidePadding = 12;
-constexpr int verticalPadding = 6;
+constexpr int tabSidePadding = 12;
+constexpr int tabVerticalPadding = 6;
 constexpr int gap = 3;
 constexpr double chosenOpacity = 0.16;
 
@@ -45,8 +45,8 @@ void TabButton::display(const QString& title, const Image& image) {
 QSize TabButton::sizeHint() const {
     const QFontMetrics metrics(titleFont());
     const int height =
-        2 * verticalPadding + static_cast<int>(sizeOf(image_).height()) + gap + metrics.height();
-    return {std::max(leastWidth, metrics.horizontalAdvance(text()) + 2 * sidePadding), height};
+        2 * tabVerticalPadding + static_cast<int>(sizeOf(image_).height()) + gap + metrics.height();
+    return {std::max(leastWidth, metrics.horizontalAdvance(text()) + 2 * tabSidePadding), height};
 }
 
 void TabButton::paintEvent(QPaintEvent* /*event*/) {
@@ -58,10 +58,10 @@ void TabButton::paintEvent(QPaintEvent* /*event*/) {
         painter.fillRounded(area, style::color({ColorRole::primary, 0.08}), style::controlRadius);
     const QColor color = style::color({isChecked() ? ColorRole::accent : ColorRole::secondary});
     const QSizeF symbol = sizeOf(image_);
-    paintImage(painter, image_, {{(area.width() - symbol.width()) / 2, verticalPadding}, symbol}, color);
+    paintImage(painter, image_, {{(area.width() - symbol.width()) / 2, tabVerticalPadding}, symbol}, color);
     painter.setFont(titleFont());
     painter.setPen(color);
-    painter.drawText(area.adjusted(0, 0, 0, -verticalPadding), Qt::AlignHCenter | Qt::AlignBottom, text());
+    painter.drawText(area.adjusted(0, 0, 0, -tabVerticalPadding), Qt::AlignHCenter | Qt::AlignBottom, text());
     painter.focusRing(area, style::controlRadius);
 }
 
