@@ -51,19 +51,25 @@ View CalendarPopoverView::clockRows() const {
 }
 
 View CalendarPopoverView::navigationRow() {
+    // The spacer is distance enough; the name of a month needs all the room there is.
+    constexpr double spacing = 0;
+    constexpr double titleMargin = 4;
+    constexpr double leastTitleScale = 0.7;
     constexpr double todayMargin = 6;
     const bool isToday = calendar_.isSameMonth(displayedMonth_, now_);
     return hstack(
-        std::nullopt,
-        {arrow("chevron.left", "Previous month", ShortcutKey::pageUp,
-               lifetime_.guard([this] { showNeighbour(-1); })),
-         text(dates_.formatted(displayedMonth_, DateStyle::monthAndYear)).with(font(TextStyle::headline)),
-         spacer(),
-         navigationButton(text("Today").with(font(TextStyle::caption)).with(padding(todayMargin, 0)),
-                          !isToday, lifetime_.guard([this] { showToday(); }))
-             .with(KeyboardShortcut{ShortcutKey::home}),
-         arrow("chevron.right", "Next month", ShortcutKey::pageDown,
-               lifetime_.guard([this] { showNeighbour(1); }))});
+        spacing, {arrow("chevron.left", "Previous month", ShortcutKey::pageUp,
+                        lifetime_.guard([this] { showNeighbour(-1); })),
+                  text(dates_.formatted(displayedMonth_, DateStyle::monthAndYear))
+                      .with(font(TextStyle::headline))
+                      .with(SingleLine{leastTitleScale})
+                      .with(padding(titleMargin, 0)),
+                  spacer(),
+                  navigationButton(text("Today").with(font(TextStyle::caption)).with(padding(todayMargin, 0)),
+                                   !isToday, lifetime_.guard([this] { showToday(); }))
+                      .with(KeyboardShortcut{ShortcutKey::home}),
+                  arrow("chevron.right", "Next month", ShortcutKey::pageDown,
+                        lifetime_.guard([this] { showNeighbour(1); }))});
 }
 
 View CalendarPopoverView::weekdayHeader() const {

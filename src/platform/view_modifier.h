@@ -58,6 +58,14 @@ struct Foreground {
     bool operator==(const Foreground&) const = default;
 };
 
+/// Keeps a text in one line. Where there is less room than it wants it gets smaller, down to that share of its
+/// size, and from there on ends in an ellipsis.
+struct SingleLine {
+    double minimumScale = 1;
+
+    bool operator==(const SingleLine&) const = default;
+};
+
 /// A tooltip.
 struct Help {
     std::string text;
@@ -89,7 +97,7 @@ struct KeyboardShortcut {
 
 /// Something that changes a view. A view's modifiers apply in their order, each to the result of those before
 /// it: padding and then a background colours the padding, too.
-using Modifier = std::variant<Padding, Frame, Background, Font, Foreground, Help, Disabled,
+using Modifier = std::variant<Padding, Frame, Background, Font, Foreground, SingleLine, Help, Disabled,
                               AccessibilityLabel, KeyboardShortcut>;
 
 }  // namespace velmo

@@ -36,6 +36,8 @@ View HidingTab::hideAgain() const {
 
 View HidingTab::delayRow() const {
     constexpr double textWidth = 32;
+    // Fonts of up to twice the usual size.
+    constexpr double leastTextScale = 0.5;
     auto& delay = preferences_.rehideDelay;
     return hstack(std::nullopt,
                   {text("After"),
@@ -44,6 +46,7 @@ View HidingTab::delayRow() const {
                        .with(AccessibilityLabel{"After"}),
                    text(std::to_string(wholeSeconds(delay.value())) + " s")
                        .with(Font{.hasMonospacedDigits = true})
+                       .with(SingleLine{leastTextScale})
                        .with(Frame{.width = textWidth, .alignment = HorizontalAlignment::trailing})});
 }
 

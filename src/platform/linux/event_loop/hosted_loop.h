@@ -11,6 +11,8 @@ public:
 
     /// Readable whenever a turn is due.
     virtual int descriptor() const = 0;
+    /// In the first turn that comes, after what was posted before.
+    virtual void post(std::function<void()> work) = 0;
     /// Does what is due, without sleeping.
     virtual void turn() = 0;
     /// To be called before each sleep. False where something is to be done first, in a turn.

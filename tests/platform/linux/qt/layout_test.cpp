@@ -2,6 +2,8 @@
 #include "linux/qt/controls/text_label.h"
 #include "view_fixture.h"
 
+#include <QImage>
+
 #include <algorithm>
 
 namespace velmo {
@@ -117,6 +119,80 @@ TEST_F(Layout, TextStylesKeepTheirOrderOfSizes) {
     EXPECT_GT(widthOf({}), widthOf({.style = TextStyle::callout}));
     EXPECT_GT(widthOf({.style = TextStyle::callout}), widthOf({.style = TextStyle::caption}));
     EXPECT_GT(widthOf({.style = TextStyle::caption}), widthOf({.style = TextStyle::caption2}));
+}
+
+/// The leftmost column with ink.
+int firstInk(const QImage& image) {
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y) {
+            if (qAlpha(image.pixel(x, y)) > 128)
+                return x;
+        }
+    }
+    return -1;
+}
+
+int heightOfInk(const QImage& image) {
+    int height = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        bool hasInk = false;
+        for (int x = 0; x < image.width(); ++x)
+            hasInk = hasInk || qAlpha(image.pixel(x, y)) > 64;
+        height += hasInk ? 1 : 0;
+    }
+    return height;
+}
+
+QImage pictureOf(TextLabel& label) {
+    QImage image(label.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    label.render(&image, {}, {}, QWidget::DrawChildren);
+    return image;
+}
+
+TEST_F(Layout, EvenDigitsStandInPlacesOfOneWidth) {
+    const auto widthOf = [&](const std::string& text) {
+        show(label(text).with(Font{.size = 30, .hasMonospacedDigits = true}));
+        return host_.width();
+    };
+    const int wide = widthOf("00:00");
+    EXPECT_EQ(widthOf("11:11"), wide);
+    EXPECT_EQ(widthOf("10:00"), wide);
+    EXPECT_EQ(widthOf("01:00"), wide);
+}
+
+TEST_F(Layout, NarrowFirstDigitMovesNothingBehindIt) {
+    const auto lastInk = [&](const std::string& text) {
+        show(label(text).with(Font{.size = 30, .hasMonospacedDigits = true}));
+        const QImage image = pictureOf(*only<TextLabel>()).mirrored(true, false);
+        return image.width() - firstInk(image);
+    };
+    EXPECT_NEAR(lastInk("1:8"), lastInk("0:8"), 1);
+    EXPECT_NEAR(lastInk("18"), lastInk("08"), 1);
+}
+
+TEST_F(Layout, SingleLineGetsSmallerBeforeItIsCut) {
+    const View whole = label("November 2026").with(SingleLine{0.5});
+    show(whole);
+    const QSize natural = host_.size();
+    const auto shownWithin = [&](double width) {
+        show(View(whole).with(Frame{.width = width, .alignment = HorizontalAlignment::leading}));
+        EXPECT_EQ(host_.height(), natural.height());
+        return pictureOf(*only<TextLabel>());
+    };
+    const QImage full = shownWithin(natural.width());
+    const QImage smaller = shownWithin(natural.width() * 0.7);
+    EXPECT_EQ(smaller.width(), std::lround(natural.width() * 0.7));
+    // All of it, in less room: the letters are lower, on the same line.
+    EXPECT_LT(heightOfInk(smaller), heightOfInk(full));
+    EXPECT_GE(heightOfInk(smaller), heightOfInk(full) / 2);
+}
+
+TEST_F(Layout, TextWithoutThatWraps) {
+    show(label("November 2026"));
+    const QSize natural = host_.size();
+    show(label("November 2026").with(Frame{.width = natural.width() - 2.0}));
+    EXPECT_EQ(host_.height(), 2 * natural.height());
 }
 
 }  // namespace

@@ -66,7 +66,7 @@ TEST_F(Update, ButtonShowsItsOtherLabelWhileItIsPressed) {
 TEST_F(Update, ActionMayEndTheButtonThatItCameFrom) {
     show(plainButton("Press", [&] { host_.setContent(label("gone")); }));
     QTest::mouseClick(only<ViewButton>(), Qt::LeftButton);
-    QApplication::processEvents();
+    settle();
     EXPECT_TRUE(host_.findChildren<ViewButton*>().isEmpty());
 }
 
@@ -98,7 +98,7 @@ TEST_F(Update, SwitchReportsAndReturnsToWhatIsDescribed) {
     auto* control = only<SwitchControl>();
     QTest::mouseClick(control, Qt::LeftButton);
     EXPECT_EQ(changes, std::vector<bool>{true});
-    QApplication::processEvents();
+    settle();
     EXPECT_FALSE(control->isChecked()) << "nobody has described it as on";
     show({Toggle{"Launch", true, {}}});
     EXPECT_TRUE(control->isChecked());
@@ -120,6 +120,56 @@ TEST_F(Update, TextFieldKeepsItsCaretWhenTheSameTextComesBack) {
     EXPECT_EQ(field->cursorPosition(), 3);
     EXPECT_EQ(field->text(), "HHx:mm");
     EXPECT_TRUE(field->hasFocus() || !field->isActiveWindow());
+}
+
+/// Describes what was typed anew in a later turn, as the program does.
+class Typing : public ViewTest {
+protected:
+    void SetUp() override {
+        describe();
+        field_ = only<QLineEdit>();
+        field_->setFocus();
+    }
+
+    void describe() {
+        show({TextField{"Pattern", content_, [this](const std::string& text) {
+                            content_ = text;
+                            loop_.post([this] { describe(); });
+                        }}});
+    }
+
+    void type(int key) {
+        QTest::keyClick(field_, static_cast<Qt::Key>(key));
+        settle();
+    }
+
+    std::string content_ = "HH:mm";
+    QLineEdit* field_ = nullptr;
+};
+
+TEST_F(Typing, LettersStandInTheOrderInWhichTheyWereTyped) {
+    field_->end(false);
+    for (const char letter : {'A', 'B', 'C'})
+        type(letter);
+    EXPECT_EQ(content_, "HH:mmabc");
+    EXPECT_EQ(field_->text(), "HH:mmabc");
+    EXPECT_EQ(field_->cursorPosition(), 8);
+    type(Qt::Key_Backspace);
+    EXPECT_EQ(content_, "HH:mmab");
+}
+
+TEST_F(Typing, KeepsWhatCanBeUndone) {
+    field_->end(false);
+    type('A');
+    EXPECT_TRUE(field_->isUndoAvailable());
+    field_->undo();
+    EXPECT_EQ(field_->text(), "HH:mm");
+}
+
+TEST_F(Typing, ReturnsToWhatIsDescribedWhereNobodyTakesTheEdit) {
+    show({TextField{"Pattern", "fixed", {}}});
+    type('A');
+    EXPECT_EQ(field_->text(), "fixed");
 }
 
 TEST_F(Update, SliderRestsOnItsStepsAndStaysWithinItsRange) {
@@ -170,7 +220,7 @@ TEST_F(Update, RadioGroupReportsTheOptionThatIsPressed) {
     EXPECT_TRUE(options[0]->isChecked());
     QTest::mouseClick(options[1], Qt::LeftButton, {}, {options[1]->width() - 2, 5});
     EXPECT_EQ(chosen, "b") << "also beside the mark";
-    QApplication::processEvents();
+    settle();
     EXPECT_TRUE(options[0]->isChecked()) << "until another is described";
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/event_loop/event_loop.h"
 #include "linux/qt/views/view_host.h"
 #include "view.h"
 
@@ -44,7 +45,15 @@ protected:
         return {widget->mapTo(widget->window(), QPoint(0, 0)), widget->size()};
     }
 
-    ViewHost host_;
+    /// What Qt has queued runs, and then what was posted: Qt asks the other loop before it sleeps.
+    void settle() {
+        QApplication::processEvents();
+        while (!loop_.prepareToSleep())
+            loop_.turn();
+    }
+
+    EventLoop loop_;
+    ViewHost host_{loop_};
 };
 
 }  // namespace velmo

@@ -11,14 +11,42 @@ namespace velmo {
 
 namespace {
 
-QTextLayout::FormatRange boldRange(int start, int length, const QFont& font) {
-    QTextLayout::FormatRange range;
-    range.start = start;
-    range.length = length;
-    QFont bold = font;
-    bold.setWeight(QFont::DemiBold);
-    range.format.setFont(bold);
-    return range;
+constexpr qreal anyWidth = std::numeric_limits<qreal>::infinity();
+
+qreal digitSpacing(const QFont& font, QChar digit) {
+    const QFontMetricsF metrics(font);
+    qreal widest = 0;
+    // The ten digits of whatever script this one belongs to.
+    const auto zero = static_cast<char16_t>(digit.unicode() - digit.digitValue());
+    for (char16_t value = 0; value < 10; ++value)
+        widest = std::max(widest, metrics.horizontalAdvance(QChar(static_cast<char16_t>(zero + value))));
+    return widest - metrics.horizontalAdvance(digit);
+}
+
+/// Spacing stands behind a character. A digit that is narrower than others gets half of what it lacks, and
+/// the character before it the other half, so that it stands in the middle of its place.
+QList<QTextLayout::FormatRange> digitFormats(const QFont& font, const QString& paragraph) {
+    QList<qreal> spacing(paragraph.size(), 0);
+    for (qsizetype index = 0; index < paragraph.size(); ++index) {
+        if (!paragraph[index].isDigit())
+            continue;
+        const qreal half = digitSpacing(font, paragraph[index]) / 2;
+        spacing[index] += half;
+        if (index > 0)
+            spacing[index - 1] += half;
+    }
+    QList<QTextLayout::FormatRange> formats;
+    for (qsizetype index = 0; index < paragraph.size(); ++index) {
+        QTextLayout::FormatRange range;
+        range.start = static_cast<int>(index);
+        range.length = 1;
+        QFont spaced = font;
+        spaced.setLetterSpacing(QFont::AbsoluteSpacing, spacing[index]);
+        range.format.setFont(spaced);
+        if (spacing[index] != 0)
+            formats.append(range);
+    }
+    return formats;
 }
 
 }  // namespace
@@ -43,93 +71,84 @@ void TextLabel::display(const Text& text, const Look& look) {
     update();
 }
 
-qreal TextLabel::digitSpacing(QChar digit) const {
-    const QFontMetricsF metrics(look_.font);
-    qreal widest = 0;
-    // The ten digits of whatever script this one belongs to.
-    const auto zero = static_cast<char16_t>(digit.unicode() - digit.digitValue());
-    for (char16_t value = 0; value < 10; ++value)
-        widest = std::max(widest, metrics.horizontalAdvance(QChar(static_cast<char16_t>(zero + value))));
-    return widest - metrics.horizontalAdvance(digit);
-}
-
-/// Spacing stands behind a character. A digit that is narrower than others gets half of what it lacks, and
-/// the character before it the other half, so that it stands in the middle of its place.
-QList<QTextLayout::FormatRange> TextLabel::digitFormats(const QString& paragraph) const {
-    QList<qreal> spacing(paragraph.size(), 0);
-    for (qsizetype index = 0; index < paragraph.size(); ++index) {
-        if (!paragraph[index].isDigit())
-            continue;
-        const qreal lack = digitSpacing(paragraph[index]);
-        spacing[index] += index > 0 ? lack / 2 : lack;
-        if (index > 0)
-            spacing[index - 1] += lack / 2;
-    }
-    QList<QTextLayout::FormatRange> formats;
-    for (qsizetype index = 0; index < paragraph.size(); ++index) {
-        QTextLayout::FormatRange range;
-        range.start = static_cast<int>(index);
-        range.length = 1;
-        QFont spaced = look_.font;
-        spaced.setLetterSpacing(QFont::AbsoluteSpacing, spacing[index]);
-        range.format.setFont(spaced);
-        if (spacing[index] != 0)
-            formats.append(range);
-    }
-    return formats;
-}
-
 /// The first character has nobody before it: it stands in the middle of its place when the line is moved.
-qreal TextLabel::leadingShift(const QString& paragraph) const {
+qreal TextLabel::leadingShift(const QFont& font, const QString& paragraph) const {
     const bool isDigit = look_.hasMonospacedDigits && !paragraph.isEmpty() && paragraph[0].isDigit();
-    return isDigit ? digitSpacing(paragraph[0]) / 2 : 0;
+    return isDigit ? digitSpacing(font, paragraph[0]) / 2 : 0;
+}
+
+/// Of a paragraph that begins at that character of the text.
+QList<QTextLayout::FormatRange> TextLabel::formats(const QFont& font, const QString& paragraph,
+                                                   int start) const {
+    QList<QTextLayout::FormatRange> result;
+    int position = 0;
+    for (const auto& run : text_.runs) {
+        QTextLayout::FormatRange range;
+        range.start = position - start;
+        range.length = static_cast<int>(QString::fromStdString(run.text).size());
+        QFont bold = font;
+        bold.setWeight(QFont::DemiBold);
+        range.format.setFont(bold);
+        if (run.isBold)
+            result.append(range);
+        position += range.length;
+    }
+    if (look_.hasMonospacedDigits)
+        result += digitFormats(font, paragraph);
+    return result;
+}
+
+/// The label's own, or a smaller one where one line has no room for it.
+QFont TextLabel::fontWithin(qreal width) const {
+    QFont font = look_.font;
+    const qreal wanted = look_.minimumScale ? extentOf(lines(font, anyWidth)).width() : 0;
+    if (wanted > width)
+        font.setPointSizeF(font.pointSizeF() * std::max(*look_.minimumScale, width / wanted));
+    return font;
 }
 
 /// One layout for each paragraph.
-QList<std::shared_ptr<QTextLayout>> TextLabel::lines(qreal width) const {
-    QList<QTextLayout::FormatRange> bold;
-    int position = 0;
-    for (const auto& run : text_.runs) {
-        const auto length = static_cast<int>(QString::fromStdString(run.text).size());
-        if (run.isBold)
-            bold.append(boldRange(position, length, look_.font));
-        position += length;
-    }
-    QList<std::shared_ptr<QTextLayout>> layouts;
+TextLabel::Layouts TextLabel::lines(const QFont& font, qreal width) const {
+    Layouts layouts;
     int start = 0;
-    for (const QString& paragraph : text().split(QLatin1Char('\n'))) {
-        auto layout = std::make_shared<QTextLayout>(paragraph, look_.font);
+    for (QString paragraph : text().split(QLatin1Char('\n'))) {
+        const auto length = static_cast<int>(paragraph.size());
+        if (look_.minimumScale && std::isfinite(width))
+            paragraph = QFontMetricsF(font).elidedText(paragraph, Qt::ElideRight, width);
+        auto layout = std::make_shared<QTextLayout>(paragraph, font);
         QTextOption option;
-        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        option.setWrapMode(look_.minimumScale ? QTextOption::NoWrap
+                                              : QTextOption::WrapAtWordBoundaryOrAnywhere);
         option.setAlignment(look_.alignment);
         layout->setTextOption(option);
-        QList<QTextLayout::FormatRange> formats;
-        for (auto range : bold) {
-            range.start -= start;
-            formats.append(range);
-        }
-        if (look_.hasMonospacedDigits)
-            formats += digitFormats(paragraph);
-        layout->setFormats(formats);
+        layout->setFormats(formats(font, paragraph, start));
         layout->beginLayout();
         for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine())
             line.setLineWidth(std::min(width, qreal(QWIDGETSIZE_MAX)));
         layout->endLayout();
         layouts.append(layout);
-        start += static_cast<int>(paragraph.size()) + 1;
+        start += length + 1;
     }
     return layouts;
 }
 
-QSizeF TextLabel::sizeThatFits(qreal width) const {
+QSizeF TextLabel::extentOf(const Layouts& layouts) const {
     QSizeF size(0, 0);
-    for (const auto& layout : lines(width)) {
+    for (const auto& layout : layouts) {
+        const qreal shift = leadingShift(layout->font(), layout->text());
         for (int index = 0; index < layout->lineCount(); ++index) {
             const QTextLine line = layout->lineAt(index);
-            size.setWidth(std::max(size.width(), line.naturalTextWidth()));
+            size.setWidth(std::max(size.width(), shift + line.naturalTextWidth()));
             size.rheight() += line.height();
         }
     }
+    return size;
+}
+
+QSizeF TextLabel::sizeThatFits(qreal width) const {
+    QSizeF size = extentOf(lines(look_.font, look_.minimumScale ? anyWidth : width));
+    if (look_.minimumScale)
+        size.setWidth(std::min(size.width(), width));
     return {std::ceil(size.width()), std::ceil(size.height())};
 }
 
@@ -140,15 +159,17 @@ qreal TextLabel::firstBaseline() const {
 void TextLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setPen(look_.color);
-    qreal y = 0;
-    for (const auto& layout : lines(width())) {
+    const QFont font = fontWithin(width());
+    // A text that got smaller keeps its baseline.
+    qreal y = firstBaseline() - QFontMetricsF(font).ascent();
+    for (const auto& layout : lines(font, width())) {
         qreal height = 0;
         for (int index = 0; index < layout->lineCount(); ++index) {
             QTextLine line = layout->lineAt(index);
             line.setPosition({0, height});
             height += line.height();
         }
-        layout->draw(&painter, {leadingShift(layout->text()), y});
+        layout->draw(&painter, {leadingShift(font, layout->text()), y});
         y += height;
     }
 }

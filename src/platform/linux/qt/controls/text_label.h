@@ -6,6 +6,7 @@
 #include <QTextLayout>
 
 #include <memory>
+#include <optional>
 
 namespace velmo {
 
@@ -20,6 +21,8 @@ public:
         QColor color;
         bool hasMonospacedDigits = false;
         Qt::Alignment alignment = Qt::AlignLeft;
+        /// Absent: wraps. Otherwise stays in one line, as `SingleLine` tells.
+        std::optional<qreal> minimumScale = {};
 
         bool operator==(const Look&) const = default;
     };
@@ -34,10 +37,13 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QList<std::shared_ptr<QTextLayout>> lines(qreal width) const;
-    QList<QTextLayout::FormatRange> digitFormats(const QString& paragraph) const;
-    qreal leadingShift(const QString& paragraph) const;
-    qreal digitSpacing(QChar digit) const;
+    using Layouts = QList<std::shared_ptr<QTextLayout>>;
+
+    QFont fontWithin(qreal width) const;
+    Layouts lines(const QFont& font, qreal width) const;
+    QSizeF extentOf(const Layouts& layouts) const;
+    QList<QTextLayout::FormatRange> formats(const QFont& font, const QString& paragraph, int start) const;
+    qreal leadingShift(const QFont& font, const QString& paragraph) const;
 
     Text text_;
     Look look_;

@@ -36,8 +36,11 @@ Image imageIn(const Image& image, const ViewContext& context) {
 }
 
 TextLabel::Look lookIn(const ViewContext& context) {
-    return {style::font(context.font), style::color(context.color), context.font.hasMonospacedDigits,
-            Qt::AlignLeft};
+    TextLabel::Look look{style::font(context.font), style::color(context.color),
+                         context.font.hasMonospacedDigits};
+    if (context.singleLine)
+        look.minimumScale = context.singleLine->minimumScale;
+    return look;
 }
 
 DividerNode::DividerNode(QWidget& surface)

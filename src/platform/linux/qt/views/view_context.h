@@ -14,6 +14,7 @@ namespace velmo {
 struct ViewContext {
     Font font;
     SemanticColor color;
+    std::optional<SingleLine> singleLine = {};
     bool isEnabled = true;
     /// The direction of the stack around it.
     Qt::Orientation axis = Qt::Vertical;

@@ -3,13 +3,14 @@
 #include "linux/qt/style.h"
 
 #include <QEvent>
+#include <QPointer>
 
 #include <algorithm>
 #include <utility>
 
 namespace velmo {
 
-ViewHost::ViewHost(QWidget* parent) : QWidget(parent) {}
+ViewHost::ViewHost(HostedLoop& loop, QWidget* parent) : QWidget(parent), loop_(loop) {}
 
 ViewHost::~ViewHost() = default;
 
@@ -26,16 +27,16 @@ void ViewHost::setContent(const View& content) {
 void ViewHost::apply() {
     ViewContext context;
     context.reassert = [this] {
-        // Once for all that the user's action has led to, and after it: the action may end what it came from.
-        if (!std::exchange(isStale_, true)) {
-            QMetaObject::invokeMethod(
-                this,
-                [this] {
-                    isStale_ = false;
-                    apply();
-                },
-                Qt::QueuedConnection);
-        }
+        // Once for all that the user's action has led to, and behind what the action has posted: that may
+        // well describe what the user did, or end what it came from.
+        if (std::exchange(isStale_, true))
+            return;
+        loop_.post([host = QPointer<ViewHost>(this)] {
+            if (!host)
+                return;
+            host->isStale_ = false;
+            host->apply();
+        });
     };
     root_.update({content_}, context, *this);
 }

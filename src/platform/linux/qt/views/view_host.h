@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/event_loop/hosted_loop.h"
 #include "linux/qt/views/view_node.h"
 
 #include <QWidget>
@@ -9,7 +10,8 @@ namespace velmo {
 /// Shows a described view with native widgets. A new description changes only what differs.
 class ViewHost : public QWidget {
 public:
-    explicit ViewHost(QWidget* parent = nullptr);
+    /// The loop that runs what the content's handlers post.
+    explicit ViewHost(HostedLoop& loop, QWidget* parent = nullptr);
     ~ViewHost() override;
 
     void setContent(const View& content);
@@ -25,6 +27,7 @@ private:
     void layOut();
     void chainFocus();
 
+    HostedLoop& loop_;
     View content_;
     ViewNodes root_;
     bool isStale_ = false;

@@ -13,6 +13,7 @@ struct AddToContext {
 
     void operator()(const Font& font) const { context.font = font; }
     void operator()(const Foreground& foreground) const { context.color = foreground.color; }
+    void operator()(const SingleLine& singleLine) const { context.singleLine = singleLine; }
     void operator()(const Help& help) const { context.help = QString::fromStdString(help.text); }
     void operator()(const Disabled& disabled) const {
         context.isEnabled = context.isEnabled && !disabled.isDisabled;

@@ -10,7 +10,8 @@
 
 namespace velmo {
 
-FloatingWindow::FloatingWindow(ToolkitHost& host, bool takesKeyboard) : host_(host), content_(this) {
+FloatingWindow::FloatingWindow(ToolkitHost& host, bool takesKeyboard)
+    : host_(host), content_(host.loop(), this) {
     Qt::WindowFlags flags =
         Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowStaysOnTopHint;
     if (!takesKeyboard)

@@ -22,7 +22,7 @@ constexpr int restingMilliseconds = 300;
 
 class QtWindow::Widget : public QWidget {
 public:
-    explicit Widget(QtWindow& owner) : owner_(owner), host_(this) {
+    explicit Widget(QtWindow& owner) : owner_(owner), host_(owner.host_.loop(), this) {
         setAttribute(Qt::WA_QuitOnClose, false);
         setAttribute(Qt::WA_AlwaysShowToolTips);
         resting_.setSingleShot(true);
