@@ -15,20 +15,23 @@ View HotkeyRecorderField::recordButton() {
     constexpr double minWidth = 130;
     const bool isRecording = recorder.isRecording.value();
     const auto& binding = binding_.value();
-    View label = text(isRecording ? "Press keys… (Esc cancels)"
-                      : binding   ? binding->display
-                                  : "Record Shortcut");
+    const std::string words = isRecording ? "Press keys… (Esc cancels)"
+                              : binding   ? binding->display
+                                          : "Record Shortcut";
+    View label = text(words);
     if (binding && !isRecording)
         label = std::move(label).with(Font{.isMonospaced = true});
     label = std::move(label).with(Frame{.minWidth = minWidth});
-    return {Button{ButtonStyle::automatic, lifetime_.guard([this] { pressed(); })}, {std::move(label)}};
+    // There are several such fields, and a button that says no more than a shortcut.
+    return View{Button{ButtonStyle::automatic, lifetime_.guard([this] { pressed(); })}, {std::move(label)}}
+        .with(AccessibilityLabel{title_ + ", " + words});
 }
 
 View HotkeyRecorderField::removeButton() {
     return View{Button{ButtonStyle::borderless, lifetime_.guard([this] { binding_.set(std::nullopt); })},
                 {symbol("xmark.circle.fill").with(foreground(ColorRole::secondary))}}
         .with(Help{"Remove shortcut"})
-        .with(AccessibilityLabel{"Remove shortcut"});
+        .with(AccessibilityLabel{title_ + ", Remove shortcut"});
 }
 
 void HotkeyRecorderField::pressed() {

@@ -124,6 +124,13 @@ TEST_F(HotkeyRecorderFieldTest, WaitsOnWithoutAMonitorUntilItIsPressedAgain) {
     EXPECT_TRUE(shows(field_.body(), "Record Shortcut"));
 }
 
+TEST_F(HotkeyRecorderFieldTest, ButtonsSayWhichShortcutTheyAreFor) {
+    EXPECT_TRUE(shows(field_.body(), "Show or hide items, Record Shortcut"));
+    preferences_.hotkey.set(binding_);
+    EXPECT_TRUE(shows(field_.body(), "Show or hide items, ⌘H"));
+    EXPECT_TRUE(shows(field_.body(), "Show or hide items, Remove shortcut"));
+}
+
 TEST_F(HotkeyRecorderFieldTest, HasARecorderOfItsOwn) {
     HotkeyRecorderField other("Open the hidden items panel", preferences_.panelHotkey, desktop_.events());
     press(field_.body(), "Record Shortcut");

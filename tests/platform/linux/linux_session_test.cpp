@@ -35,8 +35,8 @@ TEST_F(LinuxSessionTest, HasTheSessionManagerOfTheDesktopAsk) {
         {"ubuntu:GNOME", {"gnome-session-quit", "--logout"}},
         {"KDE", logoutOfPlasma},
         {"XFCE", {"xfce4-session-logout"}},
-        {"LXQt", {"lxqt-leave", "--logout"}},
-        {"lxqt", {"lxqt-leave", "--logout"}},
+        {"LXQt", {"lxqt-leave"}},
+        {"lxqt", {"lxqt-leave"}},
         {"MATE", {"mate-session-save", "--logout-dialog"}},
         {"X-Cinnamon", {"cinnamon-session-quit", "--logout"}},
     };

@@ -28,9 +28,9 @@ const std::vector<KnownCommand>& knownCommands() {
         {"KDE",
          "busctl",
          {"--user", "call", "org.kde.LogoutPrompt", "/LogoutPrompt", "org.kde.LogoutPrompt", "promptLogout"}},
-        // With --logout it would not ask.
+        // With --logout these would not ask, the second one only if it is set to.
         {"XFCE", "xfce4-session-logout", {}},
-        {"LXQt", "lxqt-leave", {"--logout"}},
+        {"LXQt", "lxqt-leave", {}},
         {"MATE", "mate-session-save", {"--logout-dialog"}},
         {"X-Cinnamon", "cinnamon-session-quit", {"--logout"}},
         {"Cinnamon", "cinnamon-session-quit", {"--logout"}},

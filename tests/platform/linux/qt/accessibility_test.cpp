@@ -48,9 +48,22 @@ TEST_F(Accessibility, ControlsBearTheirTitles) {
 }
 
 TEST_F(Accessibility, TabsArePageTabs) {
-    show({TabView{{{"one", "One", {Symbol{"clock"}}}}, "one", {}}, {{Form{}, {}}}});
-    EXPECT_EQ(nameOf(only<TabButton>()), "One");
-    EXPECT_EQ(roleOf(only<TabButton>()), QAccessible::PageTab);
+    std::string chosen = "one";
+    show({TabView{{{"one", "One", {Symbol{"clock"}}}, {"two", "Two", {Symbol{"eye"}}}},
+                  chosen,
+                  [&](const std::string& tag) { chosen = tag; }},
+          {{Form{}, {}}, {Form{}, {}}}});
+    const auto tabs = host_.findChildren<TabButton*>();
+    ASSERT_EQ(tabs.size(), 2);
+    EXPECT_EQ(nameOf(tabs[0]), "One");
+    EXPECT_EQ(roleOf(tabs[0]), QAccessible::PageTab);
+    auto* first = QAccessible::queryAccessibleInterface(tabs[0]);
+    auto* second = QAccessible::queryAccessibleInterface(tabs[1]);
+    EXPECT_TRUE(first->state().selected);
+    EXPECT_FALSE(second->state().selected);
+    ASSERT_TRUE(second->actionInterface());
+    second->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(chosen, "two");
 }
 
 }  // namespace

@@ -56,9 +56,15 @@ protected:
         // Hidden, not closed: it is shown again as the same window.
         event->ignore();
         hide();
-        // Later: the owner may end the window.
-        if (const auto handler = owner_.onClose_)
-            QMetaObject::invokeMethod(this, handler, Qt::QueuedConnection);
+        // Later, as the owner may end the window, and unless it was opened once more by then.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                const auto handler = owner_.onClose_;
+                if (handler && !isVisible())
+                    handler();
+            },
+            Qt::QueuedConnection);
     }
 
 private:
