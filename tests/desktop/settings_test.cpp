@@ -1,4 +1,4 @@
-#include "desktop_session.h"
+#include "settings_session.h"
 
 #include <filesystem>
 #include <fstream>
@@ -7,31 +7,7 @@ namespace velmo::desktop {
 
 namespace {
 
-class SettingsWindow : public DesktopSession {
-protected:
-    void SetUp() override {
-        DesktopSession::SetUp();
-        startServer();
-    }
-
-    std::optional<xcb_window_t> settings() const {
-        const auto window = x().windowTitled("Velmo Settings");
-        return window && x().isViewable(*window) ? window : std::nullopt;
-    }
-
-    /// As the user does who starts the program once more.
-    void startAgain() const { outputOf({VELMO_PROGRAM}, environment_); }
-
-    void openSettings() {
-        startAgain();
-        ASSERT_TRUE(eventually([&] { return settings().has_value(); }));
-    }
-
-    xcb_window_t activeWindow() const {
-        const auto active = x().cardinals(x().root(), "_NET_ACTIVE_WINDOW");
-        return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
-    }
-};
+using SettingsWindow = SettingsSession;
 
 TEST_F(SettingsWindow, FirstLaunchOpensItAndTheNextDoesNot) {
     std::filesystem::remove(defaultsFile());

@@ -32,10 +32,20 @@ void ControlPainter::strokeRounded(const QRectF& area, const QColor& color, qrea
     drawRoundedRect(area.adjusted(half, half, -half, -half), radius - half, radius - half);
 }
 
+/// Seen by whoever works with keys; a click leaves no ring on what was clicked.
+bool ControlPainter::showsFocus() const {
+    return control_.hasFocus() && control_.window()->testAttribute(Qt::WA_KeyboardFocusChange);
+}
+
 void ControlPainter::focusRing(const QRectF& area, qreal radius) {
-    // Seen by whoever works with keys; a click leaves no ring on what was clicked.
-    if (control_.hasFocus() && control_.window()->testAttribute(Qt::WA_KeyboardFocusChange))
+    if (showsFocus())
         strokeRounded(area, style::color({ColorRole::accent, 0.75}), radius, ringWidth);
+}
+
+void ControlPainter::focusRingOnAccent(const QRectF& area, qreal radius) {
+    constexpr qreal rim = 1.5;
+    if (showsFocus())
+        strokeRounded(area.adjusted(rim, rim, -rim, -rim), Qt::white, radius - rim);
 }
 
 void ControlPainter::face(const QRectF& area, bool isPressed) {

@@ -31,7 +31,10 @@ void RadioOption::paintEvent(QPaintEvent* /*event*/) {
         painter.fillRounded(mark, style::control(), markSide / 2.0);
         painter.strokeRounded(mark, style::border(), markSide / 2.0);
     }
-    painter.focusRing(mark, markSide / 2.0);
+    if (isChecked())
+        painter.focusRingOnAccent(mark, markSide / 2.0);
+    else
+        painter.focusRing(mark, markSide / 2.0);
 }
 
 }  // namespace velmo

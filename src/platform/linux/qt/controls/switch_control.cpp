@@ -32,7 +32,10 @@ void SwitchControl::paintEvent(QPaintEvent* /*event*/) {
     const qreal side = area.height() - 2 * knobInset;
     const QRectF knob(isChecked() ? area.width() - knobInset - side : knobInset, knobInset, side, side);
     painter.fillRounded(knob, Qt::white, side / 2);
-    painter.focusRing(area, area.height() / 2);
+    if (isChecked())
+        painter.focusRingOnAccent(area, area.height() / 2);
+    else
+        painter.focusRing(area, area.height() / 2);
 }
 
 }  // namespace velmo
