@@ -4,6 +4,7 @@
 #include "linux/qt/exported_menu_view.h"
 #include "linux/qt/local_event_filter.h"
 #include "linux/qt/pixels.h"
+#include "linux/qt/plain_tool_tip.h"
 #include "linux/qt/qt_loop.h"
 #include "linux/qt/qt_menu.h"
 #include "linux/qt/style.h"
@@ -15,7 +16,6 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QScreen>
-#include <QTextDocument>
 #include <QToolTip>
 #include <QWidget>
 
@@ -73,9 +73,7 @@ public:
     }
 
     void showToolTip(const std::string& text, int x, int y) override {
-        const QString plain = QString::fromStdString(text);
-        QToolTip::showText(fromPixels(QPoint(x, y)).toPoint(),
-                           Qt::mightBeRichText(plain) ? plain.toHtmlEscaped() : plain);
+        QToolTip::showText(fromPixels(QPoint(x, y)).toPoint(), plainToolTip(text));
     }
 
     void showRichToolTip(const std::string& markup, int x, int y) override {

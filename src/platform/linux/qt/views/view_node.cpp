@@ -1,5 +1,6 @@
 #include "view_node.h"
 
+#include "linux/qt/plain_tool_tip.h"
 #include "linux/qt/views/background_widget.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ struct AddToContext {
     void operator()(const Font& font) const { context.font = font; }
     void operator()(const Foreground& foreground) const { context.color = foreground.color; }
     void operator()(const SingleLine& singleLine) const { context.singleLine = singleLine; }
-    void operator()(const Help& help) const { context.help = QString::fromStdString(help.text); }
+    void operator()(const Help& help) const { context.help = plainToolTip(help.text); }
     void operator()(const Disabled& disabled) const {
         context.isEnabled = context.isEnabled && !disabled.isDisabled;
     }
