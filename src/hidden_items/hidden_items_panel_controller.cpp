@@ -42,7 +42,7 @@ Rect frameBelow(const Rect& anchor, const Size& size, const Screen& screen) {
 
 void HiddenItemsPanelController::show(std::vector<PanelItem> hidden, std::vector<PanelItem> alwaysHidden,
                                       const Screen& screen, const Rect& anchor) {
-    closingPress_.reset();
+    closingPress_ = 0;
     if (!panel_)
         panel_ = platform_.windows.makePanel(configuration);
     if (!panel_)
@@ -95,7 +95,7 @@ EventDisposition HiddenItemsPanelController::localEvent(const Event& event) {
     }
     if (panel_ && event.windowNumber != panel_->windowNumber()) {
         close();
-        closingPress_ = event.windowNumber;
+        closingPress_ = event.eventNumber;
     }
     return EventDisposition::pass;
 }
@@ -106,9 +106,8 @@ void HiddenItemsPanelController::close() {
     monitors_.clear();
 }
 
-bool HiddenItemsPanelController::takeClosingPress(const Event& click) {
-    const auto press = std::exchange(closingPress_, std::nullopt);
-    return press && *press == click.windowNumber;
+bool HiddenItemsPanelController::wasClosedBy(const Event& click) const {
+    return closingPress_ != 0 && closingPress_ == click.eventNumber;
 }
 
 }  // namespace velmo

@@ -7,9 +7,9 @@
 #include "platform/platform.h"
 #include "platform/screens.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace velmo {
@@ -33,9 +33,8 @@ public:
     void close();
     bool isVisible() const { return panel_ && panel_->isVisible(); }
 
-    /// True, once, where the press of this click was what closed the panel: it is then not to be opened
-    /// again.
-    bool takeClosingPress(const Event& click);
+    /// True where the press of this click was what closed the panel: it is then not to be opened again.
+    bool wasClosedBy(const Event& click) const;
 
 private:
     View content(std::vector<PanelItem> hidden, std::vector<PanelItem> alwaysHidden);
@@ -47,8 +46,8 @@ private:
     std::unique_ptr<Panel> panel_;
     /// Present only while the panel is shown.
     std::vector<std::unique_ptr<EventMonitor>> monitors_;
-    /// The own window in which the press that closed the panel took place.
-    std::optional<WindowNumber> closingPress_;
+    /// The number of the press that closed the panel, 0 for none.
+    std::int64_t closingPress_ = 0;
     Lifetime lifetime_;
 };
 

@@ -3,13 +3,12 @@
 namespace velmo {
 
 void MenuBarManager::handleToggleClick(const Event& event) {
-    const bool hasClosedPanel = panel_.takeClosingPress(event);
     if (event.type == EventType::rightMouseUp) {
         showToggleMenu(toggle_);
     } else if ((event.modifierFlags & modifier::option) != 0) {
         toggleAlwaysHidden();
     } else if (preferences_->clickAction.value() == ClickAction::showPanel) {
-        if (!hasClosedPanel)
+        if (!panel_.wasClosedBy(event))
             togglePanel();
     } else {
         toggleHidden();

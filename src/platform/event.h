@@ -58,6 +58,9 @@ struct Event {
     /// Keyboard events only: what the key types with no modifier but Shift held. Absent where the system
     /// gives none.
     std::optional<std::string> charactersIgnoringModifiers = {};
+    /// Mouse buttons on status items only, 0 elsewhere: a release has the number of its press, no other press
+    /// has it.
+    std::int64_t eventNumber = 0;
 
     bool operator==(const Event&) const = default;
 };

@@ -110,6 +110,17 @@ TEST_F(HiddenItemsPanel, SecondClickOnTheToggleClosesIt) {
     EXPECT_TRUE(stays([&] { return !panel(); }, milliseconds(500)));
 }
 
+TEST_F(HiddenItemsPanel, PressOnTheToggleThatIsReleasedElsewhereClosesItAndTheNextClickOpensIt) {
+    startWithHiddenIcons();
+    openPanel();
+    const auto place = *x().area(toggle());
+    xdotool({"mousemove", std::to_string(place.midX()), std::to_string(place.midY()), "mousedown", "1",
+             "mousemove", "300", "400", "mouseup", "1"});
+    ASSERT_TRUE(eventually([&] { return !panel(); }));
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return panel().has_value(); }));
+}
+
 TEST_F(HiddenItemsPanel, TakesNoKeyboardFocus) {
     startWithHiddenIcons();
     const auto other = startOrdinaryWindow();

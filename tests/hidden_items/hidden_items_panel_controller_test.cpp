@@ -158,18 +158,21 @@ TEST_F(PanelController, StaysOpenOnAPressInItself) {
     EXPECT_TRUE(controller_->isVisible());
 }
 
-TEST_F(PanelController, TellsOnceTheClickWhosePressClosedIt) {
+TEST_F(PanelController, TellsTheClickWhosePressClosedIt) {
+    const auto press = [this](std::int64_t number) {
+        desktop_.events().deliverLocally({EventType::leftMouseDown, 0, 0, 0, 55, 0, {}, number});
+    };
+    const auto isClosedBy = [this](std::int64_t number) {
+        return controller_->wasClosedBy({EventType::leftMouseUp, 0, 0, 0, 55, 0, {}, number});
+    };
     show();
-    desktop_.events().deliverLocally({EventType::leftMouseDown, 0, 0, 0, 55});
-    EXPECT_TRUE(controller_->takeClosingPress({EventType::leftMouseUp, 0, 0, 0, 55}));
-    EXPECT_FALSE(controller_->takeClosingPress({EventType::leftMouseUp, 0, 0, 0, 55}));
+    press(7);
+    EXPECT_TRUE(isClosedBy(7));
+    EXPECT_FALSE(isClosedBy(8)) << "in the same window";
     show();
-    desktop_.events().deliverLocally({EventType::leftMouseDown, 0, 0, 0, 55});
-    EXPECT_FALSE(controller_->takeClosingPress({EventType::leftMouseUp, 0, 0, 0, 56}));
-    show();
-    desktop_.events().deliverLocally({EventType::leftMouseDown, 0, 0, 0, 55});
-    show();
-    EXPECT_FALSE(controller_->takeClosingPress({EventType::leftMouseUp, 0, 0, 0, 55}));
+    EXPECT_FALSE(isClosedBy(7)) << "shown since";
+    press(0);
+    EXPECT_FALSE(isClosedBy(0)) << "not on an item";
 }
 
 TEST_F(PanelController, HandsOnWhatIsPressedInIt) {

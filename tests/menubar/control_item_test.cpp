@@ -106,14 +106,16 @@ TEST_F(ToggleItem, KeepsItsVariableLengthWhateverIsExpandedSays) {
 
 TEST_F(ControlItemTest, IsClickedByAReleaseAndNeverByAPress) {
     const auto item = make(ControlItem::Kind::toggle);
+    std::int64_t press = 0;
     for (const auto mouseButton : {MouseButton::left, MouseButton::right}) {
         clicks_.clear();
+        ++press;
         desktop_.press("Test.Item", mouseButton, modifier::option);
         EXPECT_TRUE(clicks_.empty());
         desktop_.release("Test.Item", mouseButton, modifier::option);
         const auto type = mouseButton == MouseButton::left ? EventType::leftMouseUp : EventType::rightMouseUp;
         const auto window = desktop_.statusBar().windowNumber(statusItem());
-        EXPECT_EQ(clicks_, (std::vector{Event{type, modifier::option, 0, 0, window}}));
+        EXPECT_EQ(clicks_, (std::vector{Event{type, modifier::option, 0, 0, window, 0, {}, press}}));
     }
 }
 

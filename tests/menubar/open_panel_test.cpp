@@ -180,6 +180,18 @@ TEST_F(OpenPanel, IsClosedByAClickOnTheToggleAndOpenedByTheNext) {
     EXPECT_EQ(level(), RevealLevel::none);
 }
 
+TEST_F(OpenPanel, IsOpenedByAClickAfterAPressThatClosedItWasReleasedElsewhere) {
+    preferences_->clickAction.set(ClickAction::showPanel);
+    openPanel();
+    desktop_.press(toggle);
+    EXPECT_FALSE(isPanelVisible());
+    desktop_.movePointer({300, 300});
+    desktop_.releaseAtPointer();
+    clickToggle();
+    desktop_.advance(1);
+    EXPECT_TRUE(isPanelVisible());
+}
+
 TEST_F(OpenPanel, IsOpenedByAClickOnTheToggle) {
     preferences_->clickAction.set(ClickAction::showPanel);
     takeSnapshot();

@@ -68,7 +68,7 @@ private:
     bool isEnabled(OwnItem item) const;
     void clicked(OwnItem item, bool rightButton, ModifierFlags flags);
     /// `pressed` is where the press was. Absent where there was none.
-    void toggleClicked(bool rightButton, ModifierFlags flags, std::optional<OwnItem> pressed);
+    void toggleClicked(bool rightButton, ModifierFlags flags, bool hasClosedPanel);
 
     /// What a right click opens; the step's plan tells what the user does with it.
     void showOwnMenu(OwnItem item, Cause opened);
@@ -103,8 +103,9 @@ private:
     Point panelPlace() const;
     bool isPointerInPanel() const;
     void closePanel();
+    void showPanel(const Point& place);
     /// A press in a window of the program other than the panel.
-    void pressedIn(OwnItem item);
+    void pressedInWindow(bool rightButton);
 
     void registerShortcuts();
     void registerShortcut(std::size_t choice, Task task);
@@ -158,8 +159,6 @@ private:
     std::optional<ModelAgenda::WaitId> rehide_;
     std::optional<ModelAgenda::WaitId> hover_;
     std::optional<Point> panel_;
-    /// The item on which the press took place that closed the panel.
-    std::optional<OwnItem> closingPress_;
     /// Passes under way, and panels that wait for theirs.
     std::map<ProcessId, Pass> passes_;
     ProcessId lastProcess_ = 0;
@@ -191,6 +190,8 @@ private:
     bool wasClockShown_ = false;
     /// Where each button of the mouse went down.
     std::array<std::optional<OwnItem>, 2> pressed_;
+    /// Whether the last press of each button closed the panel, which has not been shown since.
+    std::array<bool, 2> closedPanel_{};
     std::array<std::uint64_t, rowCount> taken_{};
 };
 

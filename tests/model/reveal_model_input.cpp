@@ -62,7 +62,7 @@ bool RevealModel::performMouse(const Step& step) {
         case Trigger::otherButtonOnItem:
             return geometry_.isReachable(step.item);
         case Trigger::handToggleEvent:
-            toggleClicked(step.eventType == EventType::rightMouseUp, step.flags, std::nullopt);
+            toggleClicked(step.eventType == EventType::rightMouseUp, step.flags, false);
             return true;
         case Trigger::pressEscape:
             if (!panel_)
@@ -206,7 +206,7 @@ bool RevealModel::pressItem(OwnItem item, bool rightButton) {
     if (!geometry_.isReachable(item))
         return false;
     pressed_[rightButton ? 1 : 0] = item;
-    pressedIn(item);
+    pressedInWindow(rightButton);
     return true;
 }
 
@@ -221,7 +221,7 @@ void RevealModel::pressAtPointer(bool rightButton) {
     const auto item = geometry_.itemUnderPointer();
     pressed_[rightButton ? 1 : 0] = item;
     if (item) {
-        pressedIn(*item);
+        pressedInWindow(rightButton);
     } else if (!isPointerInPanel()) {
         agenda_.post(Task::clickedOutside);
         if (panel_)
@@ -251,7 +251,7 @@ bool RevealModel::isEnabled(OwnItem item) const {
 
 void RevealModel::clicked(OwnItem item, bool rightButton, ModifierFlags flags) {
     if (item == OwnItem::toggle)
-        toggleClicked(rightButton, flags, item);
+        toggleClicked(rightButton, flags, closedPanel_[rightButton ? 1 : 0]);
     else if (item == OwnItem::clock)
         clockClicked(rightButton);
     else if (rightButton)
@@ -260,9 +260,7 @@ void RevealModel::clicked(OwnItem item, bool rightButton, ModifierFlags flags) {
         take(Cause::dividerClick);
 }
 
-void RevealModel::toggleClicked(bool rightButton, ModifierFlags flags, std::optional<OwnItem> pressed) {
-    const bool hasClosedPanel = closingPress_ && closingPress_ == pressed;
-    closingPress_.reset();
+void RevealModel::toggleClicked(bool rightButton, ModifierFlags flags, bool hasClosedPanel) {
     constexpr ModifierFlags optionKey = 0x80000;
     if (rightButton) {
         showOwnMenu(OwnItem::toggle, Cause::toggleRightClick);

@@ -56,8 +56,7 @@ void RevealModel::openPanel() {
         passes_[++lastProcess_] = pass;
         agenda_.wait(Wait::panelRefresh, refreshDelay, lastProcess_);
     } else {
-        closingPress_.reset();
-        panel_ = pass.panel;
+        showPanel(pass.panel);
     }
 }
 
@@ -128,8 +127,7 @@ void RevealModel::finishPass(const Pass& pass) {
         return;
     if (pass.hidesAfterwards)
         take(Cause::refreshOver);
-    closingPress_.reset();
-    panel_ = pass.panel;
+    showPanel(pass.panel);
 }
 
 Point RevealModel::panelPlace() const {
@@ -150,11 +148,14 @@ void RevealModel::closePanel() {
     panel_.reset();
 }
 
-void RevealModel::pressedIn(OwnItem item) {
-    if (!panel_)
-        return;
+void RevealModel::showPanel(const Point& place) {
+    closedPanel_ = {};
+    panel_ = place;
+}
+
+void RevealModel::pressedInWindow(bool rightButton) {
+    closedPanel_[rightButton ? 1 : 0] = panel_.has_value();
     closePanel();
-    closingPress_ = item;
 }
 
 }  // namespace velmo

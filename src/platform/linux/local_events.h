@@ -54,8 +54,11 @@ public:
     }
 
     /// A mouse button went down in one of our own windows at this time of the display's clock: other
-    /// applications do not get that press.
-    void notePress(std::uint32_t time) { lastPress_ = time; }
+    /// applications do not get that press. Returns its number, which no other press has.
+    std::int64_t notePress(std::uint32_t time) {
+        lastPress_ = time;
+        return ++presses_;
+    }
     std::optional<std::uint32_t> lastPress() const { return lastPress_; }
     bool wasPressedAt(std::uint32_t time) const { return lastPress_ == time; }
 
@@ -113,6 +116,7 @@ private:
     CurrentEvent& currentEvent_;
     std::vector<std::shared_ptr<Entry>> entries_;
     std::optional<std::uint32_t> lastPress_;
+    std::int64_t presses_ = 0;
     std::size_t panels_ = 0;
     KeyTranslation keyTranslation_;
     Listeners changes_;

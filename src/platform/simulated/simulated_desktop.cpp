@@ -55,7 +55,7 @@ void SimulatedDesktop::pressAtPointer(MouseButton button, ModifierFlags flags) {
         pressItem(*item, button, flags);
         return;
     }
-    pressedWindow(button) = 0;
+    pressOf(button) = {};
     if (const auto* panel = windows_.panelAt(events_.mouseLocation()))
         events_.deliverLocally({pressType(button), flags, 0, 0, panel->windowNumber()});
     else
@@ -64,7 +64,7 @@ void SimulatedDesktop::pressAtPointer(MouseButton button, ModifierFlags flags) {
 
 void SimulatedDesktop::releaseAtPointer(MouseButton button, ModifierFlags flags) {
     // A release goes where its press went.
-    if (pressedWindow(button) != 0)
+    if (pressOf(button).window != 0)
         releaseItem(statusBar_.itemAt(events_.mouseLocation()), button, flags);
     else
         events_.deliver({releaseType(button), flags});
@@ -88,21 +88,22 @@ bool SimulatedDesktop::pressKey(std::uint16_t keyCode) {
 
 void SimulatedDesktop::pressItem(SimulatedStatusItem& item, MouseButton button, ModifierFlags flags) {
     const auto window = statusBar_.windowNumber(item);
-    pressedWindow(button) = window;
-    const Event press{pressType(button), flags, 0, 0, window};
+    pressOf(button) = {window, ++pressCount_};
+    const Event press{pressType(button), flags, 0, 0, window, 0, {}, pressCount_};
     if (!events_.deliverLocally(press))
-        pressedWindow(button) = 0;
+        pressOf(button) = {};
     else if (auto* face = item.button())
         face->press(press, application_);
 }
 
 void SimulatedDesktop::releaseItem(SimulatedStatusItem* item, MouseButton button, ModifierFlags flags) {
-    const auto pressed = std::exchange(pressedWindow(button), 0);
+    const auto pressed = std::exchange(pressOf(button), {});
     if (item == nullptr)
         return;
     const auto window = statusBar_.windowNumber(*item);
     if (auto* face = item->button())
-        face->release({releaseType(button), flags, 0, 0, window}, window == pressed, application_);
+        face->release({releaseType(button), flags, 0, 0, window, 0, {}, pressed.number},
+                      window == pressed.window, application_);
 }
 
 }  // namespace velmo

@@ -91,10 +91,13 @@ private:
     SimulatedStatusItem* reachableItem(std::string_view autosaveName);
     void pressItem(SimulatedStatusItem& item, MouseButton button, ModifierFlags flags);
     void releaseItem(SimulatedStatusItem* item, MouseButton button, ModifierFlags flags);
-    /// The window where the press of each mouse button took place. 0: not on an own item.
-    std::int64_t& pressedWindow(MouseButton button) {
-        return pressedWindows_[button == MouseButton::left ? 0 : 1];
-    }
+    /// The last press of a mouse button that is held down on an own item.
+    struct Press {
+        /// 0: not on an own item.
+        WindowNumber window = 0;
+        std::int64_t number = 0;
+    };
+    Press& pressOf(MouseButton button) { return presses_[button == MouseButton::left ? 0 : 1]; }
 
     SimulatedRunLoop runLoop_;
     SimulatedApplication application_;
@@ -115,7 +118,8 @@ private:
     SimulatedLoginService loginService_;
     SimulatedGlobalPreferences globalPreferences_;
     SimulatedSession session_;
-    std::array<std::int64_t, 2> pressedWindows_{};
+    std::array<Press, 2> presses_{};
+    std::int64_t pressCount_ = 0;
 };
 
 }  // namespace velmo

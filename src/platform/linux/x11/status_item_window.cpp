@@ -252,18 +252,18 @@ void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {
     const auto type = pressType(event.detail);
     // A long divider is not seen: what is pressed there is the bare bar.
     const bool isSeen = !bar_.isLong(*this);
-    if (isSeen)
-        bar_.localEvents().notePress(event.time);
+    const std::int64_t number = isSeen ? bar_.localEvents().notePress(event.time) : 0;
     toolTip_.end();
     // A second button during a press belongs to the first one's click.
     if (!type || pressedButton_ != 0)
         return;
-    const Event press{*type, bar_.modifiers().flags(event.state), 0, 0, window()};
+    const Event press{*type, bar_.modifiers().flags(event.state), 0, 0, window(), 0, {}, number};
     if (isSeen && isSwallowed(press))
         return;
     if (!enabled_)
         return;
     pressedButton_ = event.detail;
+    pressNumber_ = number;
     setNeedsDisplay();
     send(press);
 }
@@ -277,7 +277,8 @@ void StatusItemWindow::released(const xcb_button_release_event_t& event) {
     const bool inside = place() && event.event_x >= 0 && event.event_y >= 0 &&
                         event.event_x < place()->width && event.event_y < place()->height;
     if (inside && enabled_)
-        send({releaseTypeOf(*type), bar_.modifiers().flags(event.state), 0, 0, window()});
+        send(
+            {releaseTypeOf(*type), bar_.modifiers().flags(event.state), 0, 0, window(), 0, {}, pressNumber_});
 }
 
 /// True also where a monitor has ended the item.

@@ -87,6 +87,7 @@ private:
     EventMask actionMask_ = maskOf(EventType::leftMouseUp);
     /// The mouse button that is held down on the item, 0 for none.
     xcb_button_t pressedButton_ = 0;
+    std::int64_t pressNumber_ = 0;
     /// Its menu is open.
     bool highlighted_ = false;
     Registration events_;
