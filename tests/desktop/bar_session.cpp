@@ -7,6 +7,7 @@
 namespace velmo::desktop {
 
 void BarSession::TearDown() {
+    notifierTray_.reset();
     tray_.reset();
     bar_.reset();
     modifiers_.reset();
@@ -30,6 +31,13 @@ void BarSession::startBar(const std::vector<std::string>& order) {
         order, [](const auto&) {});
     tray_ = std::make_unique<x11::TrayHost>(*bar_);
     ASSERT_TRUE(tray_->acquire());
+}
+
+void BarSession::startNotifierTray() {
+    startSessionBus();
+    setenv("DBUS_SESSION_BUS_ADDRESS", busAddress().c_str(), 1);
+    notifierTray_ = std::make_unique<x11::NotifierTray>(*bar_);
+    notifierTray_->start();
 }
 
 FileGlobalPreferences& BarSession::globalPreferences() {
@@ -87,6 +95,18 @@ void BarSession::dock(xcb_window_t window) {
     xcb_send_event(x().raw(), 0, owner, 0, reinterpret_cast<const char*>(&message));
     xcb_flush(x().raw());
     EXPECT_TRUE(turnUntil([&] { return itemOf(window) && x().isViewable(window); }));
+}
+
+xcb_window_t BarSession::coverBar() const {
+    const xcb_window_t window = xcb_generate_id(x().raw());
+    const std::uint32_t values[] = {0xff00ff, 1, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE};
+    xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, 1280, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+    xcb_map_window(x().raw(), window);
+    // Other connections' requests come after it from now on.
+    x().exists(window);
+    return window;
 }
 
 void BarSession::addToResources(const std::string& text) const {

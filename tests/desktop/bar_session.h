@@ -8,6 +8,7 @@
 #include "linux/local_events.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/x11/menu_bar.h"
+#include "linux/x11/notifier_tray.h"
 #include "linux/x11/tray_host.h"
 
 #include <memory>
@@ -23,6 +24,8 @@ protected:
 
     /// On the server that was started before. `order` has the identities of items from right to left.
     void startBar(const std::vector<std::string>& order = {});
+    /// Lets items on a session bus of the test's own into the bar.
+    void startNotifierTray();
     FileGlobalPreferences& globalPreferences();
     /// Runs the loop until the condition holds; false where it does not within the limit.
     bool turnUntil(const std::function<bool()>& condition, milliseconds limit = milliseconds(8000));
@@ -33,6 +36,8 @@ protected:
     /// Hands the window to the tray and waits until it is in the bar.
     void dock(xcb_window_t window);
     void addToResources(const std::string& text) const;
+    /// A window of the test's own that lies over the bar, and hears of presses.
+    xcb_window_t coverBar() const;
     /// In pixels of the root window.
     Area areaOnScreen(const x11::BarItem& item) const;
     const x11::BarItem* itemOf(xcb_window_t window) const;
@@ -51,6 +56,7 @@ protected:
     std::unique_ptr<x11::Modifiers> modifiers_;
     std::unique_ptr<x11::MenuBar> bar_;
     std::unique_ptr<x11::TrayHost> tray_;
+    std::unique_ptr<x11::NotifierTray> notifierTray_;
 };
 
 }  // namespace velmo::desktop

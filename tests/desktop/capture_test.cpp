@@ -1,4 +1,5 @@
 #include "bar_session.h"
+#include "bus_program.h"
 
 #include "linux/x11/window_capture.h"
 
@@ -57,6 +58,7 @@ protected:
     void TearDown() override {
         capture_.reset();
         BarSession::TearDown();
+        program_.reset();
     }
 
     xcb_window_t dockIcon(std::uint8_t depth) {
@@ -119,18 +121,41 @@ protected:
         }
     }
 
-    xcb_window_t coverBar() const {
-        const xcb_window_t window = xcb_generate_id(x().raw());
-        const std::uint32_t values[] = {0xff00ff, 1};
-        xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, 1280, 100, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                          XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
-        xcb_map_window(x().raw(), window);
-        xcb_flush(x().raw());
-        return window;
+    /// A program on the bus with a half transparent icon, 20 x 20 pixels of red. Returns the item's window
+    /// once it is drawn.
+    xcb_window_t showBusItem() {
+        startNotifierTray();
+        const std::string path = "/StatusNotifierItem";
+        program_ = std::make_unique<BusProgram>(busAddress());
+        EXPECT_TRUE(turnUntil([&] { return program_->isTaken("org.freedesktop.StatusNotifierWatcher"); }));
+        program_->addItem(path, "translucent");
+        program_->setProperty(path, "IconPixmap", BusProgram::pixmaps({iconSide}, 0x80ff0000));
+        program_->registerItem(path);
+        const auto drawn = [&]() -> const x11::BarItem* {
+            for (const auto* item : bar_->items()) {
+                if (!item->isOurs() && item->identity().ends_with("translucent") && item->content())
+                    return item;
+            }
+            return nullptr;
+        };
+        EXPECT_TRUE(turnUntil([&] { return drawn(); }));
+        return drawn() ? drawn()->window() : xcb_window_t{XCB_WINDOW_NONE};
+    }
+
+    static void expectTranslucentRed(const std::optional<Bitmap>& bitmap) {
+        ASSERT_TRUE(bitmap);
+        ASSERT_EQ(bitmap->width, 30);
+        ASSERT_EQ(bitmap->height, 22);
+        for (int y = 0; y < bitmap->height; ++y) {
+            for (int x = 0; x < bitmap->width; ++x) {
+                const bool inside = x >= 5 && x < 25 && y >= 1 && y < 21;
+                ASSERT_EQ(pixelAt(*bitmap, x, y), inside ? 0x80800000 : 0) << x << ' ' << y;
+            }
+        }
     }
 
     std::unique_ptr<x11::WindowCapture> capture_;
+    std::unique_ptr<BusProgram> program_;
 };
 
 TEST_F(Capture, GivesAnIconAsItsProgramDrewIt) {
@@ -151,6 +176,39 @@ TEST_F(Capture, KeepsTheAlphaOfAnIcon) {
         return x().pixel(area.midX(), area.midY()) != 0xf6f6f8;
     }));
     expectSeen(window, *bitmap);
+}
+
+TEST_F(Capture, KeepsTheAlphaOfAnItemOnTheBus) {
+    start();
+    const auto window = showBusItem();
+    const auto bitmap = picture(window);
+    expectTranslucentRed(bitmap);
+    expectSeen(window, *bitmap);
+}
+
+TEST_F(Capture, ShowsNothingOfTheUseThatIsMadeOfAnItem) {
+    start();
+    const auto window = showBusItem();
+    const auto area = areaOnScreen(*itemOf(window));
+    const auto beside = [&] { return x().pixel(area.x + 4, area.midY()); };
+    ASSERT_EQ(beside(), 0xf6f6f8U);
+    movePointer(area.midX(), area.midY());
+    xdotool({"mousedown", "1"});
+    ASSERT_TRUE(turnUntil([&] { return beside() != 0xf6f6f8; })) << "highlighted";
+    EXPECT_NE(x().pixel(area.midX(), area.midY()), over(0x80800000, 0xf6f6f8)) << "also behind the icon";
+    expectTranslucentRed(picture(window));
+    xdotool({"mouseup", "1"});
+    EXPECT_TRUE(turnUntil([&] { return beside() == 0xf6f6f8; }));
+}
+
+TEST_F(Capture, IsHadOfAnItemOnTheBusBeyondTheEdgeOfTheScreen) {
+    startServer();
+    startBar({"Item-0", "desktop_tests.translucent"});
+    capture_ = std::make_unique<x11::WindowCapture>(*bar_);
+    const auto divider = bar_->makeStatusItem(10000);
+    const auto window = showBusItem();
+    ASSERT_LT(itemOf(window)->place()->x, 0);
+    expectTranslucentRed(picture(window));
 }
 
 TEST_F(Capture, IsTheSameWithoutSharedMemory) {

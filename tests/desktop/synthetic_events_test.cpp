@@ -21,6 +21,7 @@ protected:
         int x = 0;
         int y = 0;
         std::uint16_t state = 0;
+        xcb_window_t window = XCB_WINDOW_NONE;
 
         bool operator==(const Click&) const = default;
     };
@@ -31,7 +32,7 @@ protected:
     }
     void startBarAndEvents() {
         startBar();
-        events_ = std::make_unique<x11::SyntheticEvents>(*connection_, *screens_, *modifiers_);
+        events_ = std::make_unique<x11::SyntheticEvents>(*bar_);
         windows_ = std::make_unique<x11::WindowList>(*bar_);
     }
     void TearDown() override {
@@ -72,12 +73,17 @@ protected:
                 const auto& button = *reinterpret_cast<const xcb_button_press_event_t*>(event);
                 if (type == XCB_BUTTON_PRESS || type == XCB_BUTTON_RELEASE)
                     seen.push_back({type == XCB_BUTTON_PRESS, button.detail, button.root_x, button.root_y,
-                                    button.state});
+                                    button.state, button.event});
                 std::free(event);
             }
             return seen.size() >= count;
         });
         return seen;
+    }
+
+    xcb_window_t windowUnderPointer() const {
+        connection_->sync();
+        return x().windowUnderPointer();
     }
 
     Point pointer() const { return screens_->pointer(); }
@@ -91,9 +97,52 @@ TEST_F(SyntheticEventsTest, ClickAnIconInTheMiddleAndLeaveThePointerThere) {
     const auto window = dockIcon();
     const auto area = *x().area(window);
     click(middle(window));
-    EXPECT_EQ(clicks(2), (std::vector<Click>{{true, 1, area.midX(), area.midY(), 0},
-                                             {false, 1, area.midX(), area.midY(), XCB_BUTTON_MASK_1}}));
+    EXPECT_EQ(clicks(2),
+              (std::vector<Click>{{true, 1, area.midX(), area.midY(), 0, window},
+                                  {false, 1, area.midX(), area.midY(), XCB_BUTTON_MASK_1, window}}));
     EXPECT_EQ(pointer(), (Point{double(area.midX()), double(area.midY())}));
+}
+
+TEST_F(SyntheticEventsTest, ReachAnIconWhateverCoversTheBar) {
+    start();
+    const auto icon = dockIcon();
+    const auto cover = coverBar();
+    const auto place = middle(icon);
+    movePointer(static_cast<int>(place.x), static_cast<int>(place.y));
+    ASSERT_EQ(windowUnderPointer(), cover);
+    events_->postMouseEvent(EventType::mouseMoved, place);
+    EXPECT_EQ(windowUnderPointer(), bar_->window());
+    events_->postMouseEvent(EventType::leftMouseDown, place);
+    events_->postMouseEvent(EventType::leftMouseUp, place);
+    EXPECT_EQ(windowUnderPointer(), cover) << "as before";
+    for (const auto& click : clicks(2))
+        EXPECT_EQ(click.window, icon);
+}
+
+TEST_F(SyntheticEventsTest, LetTheBarGoWhereNoPressFollows) {
+    start();
+    const auto cover = coverBar();
+    const Point place{300, 13};
+    events_->postMouseEvent(EventType::mouseMoved, place);
+    ASSERT_EQ(windowUnderPointer(), bar_->window());
+    EXPECT_FALSE(turnUntil([&] { return windowUnderPointer() == cover; }, milliseconds(800)));
+    EXPECT_TRUE(turnUntil([&] { return windowUnderPointer() == cover; }, milliseconds(400)));
+}
+
+TEST_F(SyntheticEventsTest, ReachNobodyWhereTheBarCannotBeReached) {
+    start();
+    const auto place = middle(dockIcon());
+    const auto cover = coverBar();
+    xcb_unmap_window(x().raw(), bar_->window());
+    x().exists(x().root());
+    events_->postMouseEvent(EventType::mouseMoved, place);
+    ASSERT_EQ(windowUnderPointer(), cover);
+    events_->postMouseEvent(EventType::leftMouseDown, place);
+    connection_->sync();
+    EXPECT_EQ(x().buttonState(), 0);
+    events_->postMouseEvent(EventType::leftMouseUp, place);
+    connection_->sync();
+    EXPECT_TRUE(clicks(0).empty());
 }
 
 TEST_F(SyntheticEventsTest, GoToPlacesInPointsOfThePrimaryScreen) {

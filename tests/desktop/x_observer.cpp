@@ -121,17 +121,32 @@ std::uint32_t XObserver::pixel(int x, int y) const {
     return static_cast<std::uint32_t>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
 }
 
-std::uint16_t XObserver::modifierState() const {
-    constexpr std::uint16_t modifiers = 0xff;
+std::optional<xcb_query_pointer_reply_t> XObserver::queryPointer() const {
     const auto reply =
         owned(xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr));
+    return reply ? std::optional(*reply) : std::nullopt;
+}
+
+std::uint16_t XObserver::modifierState() const {
+    constexpr std::uint16_t modifiers = 0xff;
+    const auto reply = queryPointer();
     return reply ? static_cast<std::uint16_t>(reply->mask & modifiers) : std::uint16_t{0};
 }
 
+std::uint16_t XObserver::buttonState() const {
+    constexpr std::uint16_t buttons = 0x1f00;
+    const auto reply = queryPointer();
+    return reply ? static_cast<std::uint16_t>(reply->mask & buttons) : std::uint16_t{0};
+}
+
 std::pair<int, int> XObserver::pointer() const {
-    const auto reply =
-        owned(xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr));
+    const auto reply = queryPointer();
     return reply ? std::pair<int, int>(reply->root_x, reply->root_y) : std::pair(-1, -1);
+}
+
+xcb_window_t XObserver::windowUnderPointer() const {
+    const auto reply = queryPointer();
+    return reply ? reply->child : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 xcb_window_t XObserver::selectionOwner(const std::string& name) const {

@@ -51,10 +51,16 @@ public:
     std::uint16_t modifierState() const;
     /// Where the pointer is on the root window.
     std::pair<int, int> pointer() const;
+    /// The child of the root window that the pointer is on.
+    xcb_window_t windowUnderPointer() const;
+    /// Buttons of the mouse that are down, as bits of the core protocol.
+    std::uint16_t buttonState() const;
     xcb_window_t selectionOwner(const std::string& name) const;
     xcb_atom_t atom(const std::string& name) const;
 
 private:
+    std::optional<xcb_query_pointer_reply_t> queryPointer() const;
+
     xcb_connection_t* connection_;
     xcb_window_t root_ = XCB_WINDOW_NONE;
 };

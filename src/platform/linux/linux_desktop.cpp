@@ -95,7 +95,7 @@ bool LinuxDesktop::Services::build() {
     events = std::make_unique<x11::GlobalEvents>(*bar);
     windowList = std::make_unique<x11::WindowList>(*bar);
     windowCapture = std::make_unique<x11::WindowCapture>(*bar);
-    syntheticEvents = std::make_unique<x11::SyntheticEvents>(*connection, *screens, *modifiers);
+    syntheticEvents = std::make_unique<x11::SyntheticEvents>(*bar);
     keyboard = std::make_unique<x11::Keyboard>(*connection);
     hotKeys = std::make_unique<x11::HotKeys>(*connection, *keyboard, *modifiers);
     keyEvents = std::make_unique<x11::KeyEvents>(*connection, *keyboard, *modifiers);

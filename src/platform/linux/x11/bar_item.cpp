@@ -26,7 +26,11 @@ BarItem::~BarItem() {
 std::optional<BarItem::Content> BarItem::content() const {
     if (!place_)
         return std::nullopt;
-    return Content{window_, connection_.screen().root_visual, false, {0, 0, place_->width, place_->height}};
+    return Content{window_,
+                   connection_.screen().root_visual,
+                   false,
+                   {0, 0, place_->width, place_->height},
+                   XCB_PIXMAP_NONE};
 }
 
 void BarItem::setPlace(const std::optional<PixelRect>& place) {

@@ -32,7 +32,7 @@ public:
     virtual void appearanceChanged() = 0;
     /// Called after each layout.
     virtual void displayIfNeeded() {}
-    /// The window that shows what the item looks like.
+    /// What the item looks like, and the window that shows it.
     struct Content {
         xcb_window_t window = XCB_WINDOW_NONE;
         xcb_visualid_t visual = 0;
@@ -40,8 +40,13 @@ public:
         bool isRedirected = false;
         /// In pixels of the item's window.
         PixelRect area;
+        /// What the window shows, with alpha and without the bar behind it. None where nobody keeps that.
+        xcb_pixmap_t pixmap = XCB_PIXMAP_NONE;
+
+        /// True where it can be had wherever the item lies.
+        bool isApartFromTheBar() const { return isRedirected || pixmap != XCB_PIXMAP_NONE; }
     };
-    /// Absent while the item is not shown.
+    /// Absent while the item is not shown, or not drawn yet.
     virtual std::optional<Content> content() const;
     /// As other programs may see it. Bounds and place are the bar's business.
     virtual WindowListEntry describe() const = 0;

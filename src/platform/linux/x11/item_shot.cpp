@@ -14,15 +14,17 @@ namespace velmo::x11 {
 void ItemShot::take(const Connection& connection, const Painting& painting, const Picture& sheet) {
     xcb_connection_t* raw = connection.raw();
     attributes_ = xcb_get_window_attributes(raw, content_.window);
-    xcb_drawable_t drawable = content_.window;
+    const bool isKept = content_.pixmap != XCB_PIXMAP_NONE;
+    const auto format = isKept ? painting.alphaFormat() : painting.formatOf(content_.visual);
+    xcb_drawable_t drawable = isKept ? content_.pixmap : content_.window;
     if (content_.isRedirected) {
         drawable = connection.newId();
         steps_.push_back(xcb_composite_name_window_pixmap_checked(raw, content_.window, drawable));
     }
     const xcb_render_picture_t source = connection.newId();
     const std::uint32_t mode = XCB_SUBWINDOW_MODE_INCLUDE_INFERIORS;
-    steps_.push_back(xcb_render_create_picture_checked(
-        raw, source, drawable, painting.formatOf(content_.visual), XCB_RENDER_CP_SUBWINDOW_MODE, &mode));
+    steps_.push_back(xcb_render_create_picture_checked(raw, source, drawable, format,
+                                                       XCB_RENDER_CP_SUBWINDOW_MODE, &mode));
     draw(raw, source, sheet);
     xcb_render_free_picture(raw, source);
     if (content_.isRedirected)

@@ -141,6 +141,11 @@ PixelRect MenuBar::onRoot(const PixelRect& place) const {
     return {area_.x + place.x, area_.y + place.y, place.width, place.height};
 }
 
+bool MenuBar::contains(const Point& pixel) const {
+    return pixel.x >= area_.x && pixel.x < area_.x + area_.width && pixel.y >= area_.y &&
+           pixel.y < area_.y + area_.height;
+}
+
 int MenuBar::rightEdge() const {
     return area_.width - appearance().pixels(bar_metrics::rightMargin);
 }

@@ -100,6 +100,10 @@ public:
     void dragTo(int x);
     /// Ends the drag; an item that was dragged has its place in the order where it is.
     void drop();
+    /// True for a place in the bar, in pixels of the root window.
+    bool contains(const Point& pixel) const;
+    /// Puts the bar above everything on the screen, also above what fills it, or back to where it belongs.
+    void setLifted(bool lifted) { strip_.setBarLifted(lifted); }
     /// True where the item hides what lies left of it.
     bool isLong(const BarItem& item) const;
 

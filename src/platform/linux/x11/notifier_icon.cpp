@@ -71,6 +71,14 @@ int NotifierIcon::preferredWidth() const {
     return traySlotWidth(bar_.appearance(), spacing_);
 }
 
+std::optional<BarItem::Content> NotifierIcon::content() const {
+    auto content = BarItem::content();
+    if (!content || icon_.id() == XCB_PIXMAP_NONE)
+        return std::nullopt;
+    content->pixmap = icon_.id();
+    return content;
+}
+
 WindowListEntry NotifierIcon::describe() const {
     WindowListEntry entry;
     entry.number = window();
@@ -186,11 +194,28 @@ void NotifierIcon::paint() {
         pressedButton_ = 0;
         return;
     }
-    const auto& appearance = bar_.appearance();
+    Canvas canvas(place()->width, place()->height);
+    drawIcon(canvas);
+    const auto& painting = bar_.painting();
+    icon_ = painting.uploadAlpha(canvas);
+    const bool isHighlighted = pressedButton_ != 0 || menuIsOpen_;
+    const Pixmap highlighted = isHighlighted ? highlight() : Pixmap();
+    painting.setBackground(
+        window(),
+        painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), canvas.width(), canvas.height(),
+                         icon_.id(), painting.alphaFormat(), {0, 0, canvas.width(), canvas.height()}));
+}
+
+/// The bar as it looks behind an item that is in use.
+Pixmap NotifierIcon::highlight() const {
     Canvas canvas(place()->width, place()->height);
     bar_.drawBackground(canvas);
-    if (pressedButton_ != 0 || menuIsOpen_)
-        bar_.drawHighlight(canvas, spacing_.iconHighlightWidth());
+    bar_.drawHighlight(canvas, spacing_.iconHighlightWidth());
+    return bar_.painting().upload(canvas);
+}
+
+void NotifierIcon::drawIcon(Canvas& canvas) const {
+    const auto& appearance = bar_.appearance();
     // Icons have been made for the scale: they are drawn pixel by pixel.
     Appearance exact = appearance;
     exact.scale = 1;
@@ -210,7 +235,6 @@ void NotifierIcon::paint() {
         canvas.drawImage(*overlay, area.x + area.width - size.width, area.y + area.height - size.height,
                          exact, appearance.text());
     }
-    bar_.painting().setBackground(window(), bar_.painting().upload(canvas));
 }
 
 void NotifierIcon::showToolTip(int x, int y) const {

@@ -29,6 +29,7 @@ public:
     bool isShown() const override;
     int preferredWidth() const override;
     void appearanceChanged() override { painting_.request(); }
+    std::optional<Content> content() const override;
     WindowListEntry describe() const override;
 
 protected:
@@ -43,6 +44,8 @@ private:
     void openMenu(int x, int y);
     void showMenu();
     void paint();
+    void drawIcon(Canvas& canvas) const;
+    Pixmap highlight() const;
     void showToolTip(int x, int y) const;
 
     MenuBar& bar_;
@@ -57,6 +60,8 @@ private:
     /// Its menu is asked for or open.
     std::shared_ptr<status_notifier::MenuClient> menu_;
     bool menuIsOpen_ = false;
+    /// The icon alone, for those who picture it.
+    Pixmap icon_;
     PostedOnce painting_;
     HoverToolTip toolTip_;
     Registration events_;

@@ -44,18 +44,23 @@ xcb_render_pictformat_t Painting::formatOf(xcb_visualid_t visual) const {
     return found ? found->format : 0;
 }
 
+Pixmap Painting::uploadAlpha(const Canvas& canvas) const {
+    xcb_connection_t* raw = connection_.raw();
+    Pixmap result(connection_, 32, canvas.width(), canvas.height());
+    const xcb_gcontext_t context = connection_.newId();
+    xcb_create_gc(raw, context, result.id(), 0, nullptr);
+    xcb_put_image(raw, XCB_IMAGE_FORMAT_Z_PIXMAP, result.id(), context,
+                  static_cast<std::uint16_t>(canvas.width()), static_cast<std::uint16_t>(canvas.height()), 0,
+                  0, 0, 32, static_cast<std::uint32_t>(canvas.stride() * canvas.height()), canvas.pixels());
+    xcb_free_gc(raw, context);
+    return result;
+}
+
 Pixmap Painting::upload(const Canvas& canvas) const {
     xcb_connection_t* raw = connection_.raw();
     const int width = canvas.width();
     const int height = canvas.height();
-    const Pixmap source(connection_, 32, width, height);
-    const xcb_gcontext_t context = connection_.newId();
-    xcb_create_gc(raw, context, source.id(), 0, nullptr);
-    xcb_put_image(raw, XCB_IMAGE_FORMAT_Z_PIXMAP, source.id(), context, static_cast<std::uint16_t>(width),
-                  static_cast<std::uint16_t>(height), 0, 0, 0, 32,
-                  static_cast<std::uint32_t>(canvas.stride() * height), canvas.pixels());
-    xcb_free_gc(raw, context);
-
+    const Pixmap source = uploadAlpha(canvas);
     // Through the picture formats, so that the root window may have any depth.
     Pixmap result(connection_, connection_.screen().root_depth, width, height);
     composite(raw, XCB_RENDER_PICT_OP_SRC, Picture(raw, source.id(), alphaFormat_),

@@ -47,6 +47,8 @@ public:
     xcb_render_pictformat_t alphaFormat() const { return alphaFormat_; }
     /// A pixmap with the canvas's pixels.
     Pixmap upload(const Canvas& canvas) const;
+    /// The same with 32 bits a pixel, in `alphaFormat`: no background, but something to draw over one.
+    Pixmap uploadAlpha(const Canvas& canvas) const;
     /// A pixmap of `width` times `height` pixels filled with repetitions of `tile`; over it, at `place`,
     /// the content of `drawable`, which is of `format`.
     Pixmap overlay(const Pixmap& tile, int width, int height, xcb_drawable_t drawable,

@@ -117,7 +117,19 @@ void ReservedStrip::findTopLevel() {
     }
 }
 
+void ReservedStrip::setBarLifted(bool lifted) {
+    barIsLifted_ = lifted;
+    if (!lifted) {
+        stackBar();
+        return;
+    }
+    const std::uint32_t mode = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection_.raw(), bar_, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+}
+
 void ReservedStrip::stackBar() const {
+    if (barIsLifted_)
+        return;
     const std::uint32_t values[] = {topLevel_, XCB_STACK_MODE_ABOVE};
     xcb_configure_window(connection_.raw(), bar_, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
                          values);

@@ -25,6 +25,8 @@ public:
     /// Asks for the window to be shown, again and again for a while: a window manager that is just starting
     /// loses requests.
     void show();
+    /// A lifted bar is above everything, also above a window that fills the screen.
+    void setBarLifted(bool lifted);
 
 private:
     void configure() const;
@@ -40,6 +42,7 @@ private:
     xcb_window_t topLevel_;
     PixelRect area_;
     bool shown_ = false;
+    bool barIsLifted_ = false;
     int attempts_ = 0;
     std::shared_ptr<Timer> nextAttempt_;
     Registration events_;

@@ -165,7 +165,7 @@ void TrayIcon::moved() {
 std::optional<BarItem::Content> TrayIcon::content() const {
     if (!place() || ended_)
         return std::nullopt;
-    return Content{facts_.client, facts_.visual, composited_, clientArea()};
+    return Content{facts_.client, facts_.visual, composited_, clientArea(), XCB_PIXMAP_NONE};
 }
 
 WindowListEntry TrayIcon::describe() const {

@@ -101,7 +101,7 @@ std::optional<ItemShot> WindowCapture::shotFor(const Request& request) const {
         if (!content || content->window != request.windowNumber)
             continue;
         // What is in the bar's own pixmap ends at the screen's edge.
-        if (!content->isRedirected && !isOnScreen(*item))
+        if (!content->isApartFromTheBar() && !isOnScreen(*item))
             return std::nullopt;
         const PixelRect area = bar_.shownArea(*item);
         return ItemShot(*content, area, sideFor(area.width, wanted.width),
