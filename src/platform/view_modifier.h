@@ -58,8 +58,8 @@ struct Foreground {
     bool operator==(const Foreground&) const = default;
 };
 
-/// Keeps a text in one line. Where there is less room than it wants it gets smaller, down to that share of its
-/// size, and from there on ends in an ellipsis.
+/// Keeps a text in one line. Where there is less room than it wants it gets smaller, down to that share of
+/// its size, and from there on ends in an ellipsis.
 struct SingleLine {
     double minimumScale = 1;
 
