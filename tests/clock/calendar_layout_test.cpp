@@ -42,7 +42,8 @@ TEST_F(CalendarLayout, HasTheNavigationInItsOrder) {
     EXPECT_TRUE(says(rows.children[0], "chevron.left"));
     EXPECT_TRUE(says(rows.children[0], "Previous month"));
     EXPECT_TRUE(says(rows.children[1], "July 2025"));
-    EXPECT_EQ(rows.children[1].modifiers, std::vector<Modifier>{Font{TextStyle::headline}});
+    EXPECT_EQ(modifierOf<Font>(rows.children[1]), Font{TextStyle::headline});
+    EXPECT_TRUE(modifierOf<SingleLine>(rows.children[1])) << "a long name of a month makes no second line";
     EXPECT_TRUE(std::holds_alternative<Spacer>(rows.children[2].content));
     EXPECT_TRUE(says(rows.children[3], "Today"));
     EXPECT_TRUE(says(rows.children[4], "chevron.right"));
