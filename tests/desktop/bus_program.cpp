@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace velmo::desktop {
 
@@ -64,9 +65,10 @@ void BusProgram::run() {
         pollfd descriptor{};
         {
             const std::lock_guard lock(mutex_);
-            while (sd_bus_process(bus_, nullptr) > 0)
+            while (!paused_ && sd_bus_process(bus_, nullptr) > 0)
                 continue;
-            descriptor = {sd_bus_get_fd(bus_), static_cast<short>(sd_bus_get_events(bus_)), 0};
+            const int events = paused_ ? 0 : sd_bus_get_events(bus_);
+            descriptor = {sd_bus_get_fd(bus_), static_cast<short>(events), 0};
         }
         poll(&descriptor, 1, pollMilliseconds);
     }
@@ -139,8 +141,12 @@ void BusProgram::setMenu(const std::string& path, const MenuEntry& root) {
     const std::lock_guard lock(mutex_);
     auto& menu = object(path);
     menu.interface = menuInterface;
-    menu.isMenu = true;
     menu.menu = root;
+}
+
+void BusProgram::setMenuWhenShown(const std::string& path, const MenuEntry& root) {
+    const std::lock_guard lock(mutex_);
+    object(path).menuWhenShown = root;
 }
 
 void BusProgram::keepSilentOn(const std::string& member) {
@@ -228,10 +234,12 @@ int BusProgram::answer(sd_bus_message* message, sd_bus_error* error) {
     if (found == objects_.end() || refused_.contains(member) ||
         (!isProperties && interface != found->second.interface))
         return sd_bus_error_set(error, SD_BUS_ERROR_UNKNOWN_METHOD, "none");
-    const Object& object = found->second;
+    Object& object = found->second;
     if (isProperties) {
         const char* asked = nullptr;
         sd_bus_message_read(message, "s", &asked);
+        if (member == "Get")
+            return answerGet(message, object);
         if (member != "GetAll" || asked != object.interface)
             return sd_bus_error_set(error, SD_BUS_ERROR_UNKNOWN_INTERFACE, "none");
         return answerGetAll(message, object);
@@ -239,7 +247,7 @@ int BusProgram::answer(sd_bus_message* message, sd_bus_error* error) {
     sd_bus_message* reply = nullptr;
     check(sd_bus_message_new_method_return(message, &reply), "reply");
     if (member == "AboutToShow")
-        sd_bus_message_append(reply, "b", 0);
+        sd_bus_message_append(reply, "b", prepareMenu(object) ? 1 : 0);
     if (member == "GetLayout") {
         sd_bus_message_append(reply, "u", 1);
         appendMenu(reply, object.menu);
@@ -265,18 +273,58 @@ int BusProgram::answerGetAll(sd_bus_message* message, const Object& object) {
     return 1;
 }
 
+int BusProgram::answerGet(sd_bus_message* message, const Object& object) {
+    const char* name = nullptr;
+    check(sd_bus_message_read(message, "s", &name), "name");
+    sd_bus_message* reply = nullptr;
+    check(sd_bus_message_new_method_return(message, &reply), "reply");
+    check(object.properties.at(name)(reply), "value");
+    sd_bus_send(bus_, reply, nullptr);
+    sd_bus_message_unref(reply);
+    return 1;
+}
+
+bool BusProgram::prepareMenu(Object& object) {
+    const auto menu = std::exchange(object.menuWhenShown, std::nullopt);
+    if (menu)
+        object.menu = *menu;
+    return menu.has_value();
+}
+
+void BusProgram::appendValue(sd_bus_message* message, const std::string& name, const Value& value) {
+    sd_bus_message_open_container(message, 'e', "sv");
+    sd_bus_message_append(message, "s", name.c_str());
+    if (const auto* text = std::get_if<std::string>(&value)) {
+        sd_bus_message_append(message, "v", "s", text->c_str());
+    } else if (const auto* flag = std::get_if<bool>(&value)) {
+        sd_bus_message_append(message, "v", "b", *flag ? 1 : 0);
+    } else if (const auto* number = std::get_if<std::int32_t>(&value)) {
+        sd_bus_message_append(message, "v", "i", *number);
+    } else if (const auto* bytes = std::get_if<std::vector<std::uint8_t>>(&value)) {
+        sd_bus_message_open_container(message, 'v', "ay");
+        sd_bus_message_append_array(message, 'y', bytes->data(), bytes->size());
+        sd_bus_message_close_container(message);
+    } else {
+        sd_bus_message_open_container(message, 'v', "aas");
+        sd_bus_message_open_container(message, 'a', "as");
+        for (const auto& keys : std::get<std::vector<std::vector<std::string>>>(value)) {
+            sd_bus_message_open_container(message, 'a', "s");
+            for (const auto& key : keys)
+                sd_bus_message_append(message, "s", key.c_str());
+            sd_bus_message_close_container(message);
+        }
+        sd_bus_message_close_container(message);
+        sd_bus_message_close_container(message);
+    }
+    sd_bus_message_close_container(message);
+}
+
 int BusProgram::appendMenu(sd_bus_message* message, const MenuEntry& entry) {
     check(sd_bus_message_open_container(message, 'r', "ia{sv}av"), "entry");
     sd_bus_message_append(message, "i", entry.id);
     sd_bus_message_open_container(message, 'a', "{sv}");
-    for (const auto& [name, value] : entry.properties) {
-        if (const auto* text = std::get_if<std::string>(&value))
-            sd_bus_message_append(message, "{sv}", name.c_str(), "s", text->c_str());
-        else if (const auto* flag = std::get_if<bool>(&value))
-            sd_bus_message_append(message, "{sv}", name.c_str(), "b", *flag ? 1 : 0);
-        else
-            sd_bus_message_append(message, "{sv}", name.c_str(), "i", std::get<std::int32_t>(value));
-    }
+    for (const auto& [name, value] : entry.properties)
+        appendValue(message, name, value);
     sd_bus_message_close_container(message);
     sd_bus_message_open_container(message, 'a', "v");
     for (const auto& child : entry.children) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <thread>
@@ -22,9 +23,13 @@ public:
     /// Appends one complete value.
     using Append = std::function<int(sd_bus_message*)>;
 
+    /// Texts within texts are shortcuts, numbers in a row are bytes.
+    using Value = std::variant<std::string, bool, std::int32_t, std::vector<std::vector<std::string>>,
+                               std::vector<std::uint8_t>>;
+
     struct MenuEntry {
         std::int32_t id = 0;
-        std::map<std::string, std::variant<std::string, bool, std::int32_t>> properties;
+        std::map<std::string, Value> properties;
         std::vector<MenuEntry> children;
     };
 
@@ -47,6 +52,11 @@ public:
     void registerItem(const std::string& text, const std::string& watcher = "org.kde.StatusNotifierWatcher");
     void removeObject(const std::string& path);
     void setMenu(const std::string& path, const MenuEntry& root);
+    /// The menu that it becomes once somebody is about to show it, which the answer tells.
+    void setMenuWhenShown(const std::string& path, const MenuEntry& root);
+    /// From now on nothing is answered, until `goOn`; what has come meanwhile is answered then.
+    void pause() { paused_ = true; }
+    void goOn() { paused_ = false; }
     /// Calls to these members are never answered.
     void keepSilentOn(const std::string& member);
     /// Calls to these members are answered with an error, as by those who lack them.
@@ -67,13 +77,17 @@ private:
         std::string interface;
         std::map<std::string, Append> properties;
         MenuEntry menu;
-        bool isMenu = false;
+        std::optional<MenuEntry> menuWhenShown;
         sd_bus_slot* slot = nullptr;
     };
 
     static int handle(sd_bus_message* message, void* context, sd_bus_error* error);
     int answer(sd_bus_message* message, sd_bus_error* error);
     int answerGetAll(sd_bus_message* message, const Object& object);
+    int answerGet(sd_bus_message* message, const Object& object);
+    /// True where the menu has changed.
+    static bool prepareMenu(Object& object);
+    static void appendValue(sd_bus_message* message, const std::string& name, const Value& value);
     static int appendMenu(sd_bus_message* message, const MenuEntry& entry);
     void note(sd_bus_message* message);
     /// False where the bus answers with an error.
@@ -89,6 +103,7 @@ private:
     std::set<std::string> refused_;
     std::vector<std::string> calls_;
     std::atomic<bool> ending_ = false;
+    std::atomic<bool> paused_ = false;
     std::thread thread_;
 };
 

@@ -17,6 +17,8 @@ public:
     /// Starts it, and returns once programs can connect.
     void start();
     void stop() { daemon_.reset(); }
+    /// Of the daemon while it runs.
+    pid_t id() const { return daemon_->id(); }
     std::string address() const { return "unix:path=" + socket_.string(); }
 
 private:

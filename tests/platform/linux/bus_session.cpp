@@ -3,6 +3,7 @@
 #include <poll.h>
 
 #include <chrono>
+#include <fstream>
 
 namespace velmo {
 
@@ -57,6 +58,22 @@ void BusSession::startHost() {
     runFor(0.05);
 }
 
+void BusSession::useSlowIcons() {
+    const auto file = folder_ / "slow-icons";
+    std::ofstream(file) << R"(#!/usr/bin/python3
+import os, struct, time
+while head := os.read(0, 20):
+    side, *sizes = struct.unpack('5I', head)
+    rest = b''
+    while len(rest) < sum(sizes):
+        rest += os.read(0, sum(sizes) - len(rest))
+    time.sleep(float(rest[:sizes[0]]))
+    os.write(1, struct.pack('3I4B', 1, 1, 0, 0, 0, 0, 255))
+)";
+    std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    icons_ = std::make_unique<IconLoader>(loop_, file);
+}
+
 void BusSession::stopHost() {
     host_.reset();
     sessionBus_.reset();
@@ -64,6 +81,19 @@ void BusSession::stopHost() {
 
 std::unique_ptr<desktop::BusProgram> BusSession::program() const {
     return std::make_unique<desktop::BusProgram>(bus_->address());
+}
+
+std::unique_ptr<desktop::BusProgram> BusSession::programWithItem(const std::string& id) {
+    auto owner = program();
+    owner->addItem("/StatusNotifierItem", id);
+    owner->registerItem(owner->name());
+    EXPECT_TRUE(until([&] { return item(id) != nullptr; }));
+    return owner;
+}
+
+std::uint32_t BusSession::colorOf(const status_notifier::Item& item) {
+    const auto& bytes = *std::get<Bitmap>(item.icon()->content).pixels;
+    return static_cast<std::uint32_t>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
 }
 
 bool BusSession::untilItems(std::size_t count) {

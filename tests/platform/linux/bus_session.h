@@ -28,7 +28,14 @@ protected:
     void runFor(Seconds time);
     void startHost();
     void stopHost();
+    /// From now on icons, all of them black dots, take as many seconds as their names say. Before
+    /// `startHost`.
+    void useSlowIcons();
     std::unique_ptr<desktop::BusProgram> program() const;
+    /// A program with an item of this id, which is there.
+    std::unique_ptr<desktop::BusProgram> programWithItem(const std::string& id);
+    /// Of the icon's first pixel, without its opacity.
+    static std::uint32_t colorOf(const status_notifier::Item& item);
     /// Runs the loop until there are so many items.
     bool untilItems(std::size_t count);
     /// The item with this id. Null where there is none.

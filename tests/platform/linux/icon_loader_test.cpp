@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 namespace velmo {
 
@@ -22,6 +23,12 @@ protected:
         const auto file = folder_ / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file) << content;
+        return file;
+    }
+
+    std::filesystem::path script(const std::string& content) const {
+        const auto file = write("script", content);
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
         return file;
     }
 
@@ -117,15 +124,114 @@ TEST_F(IconLoading, AnswersAfterItsProcessHasDied) {
     EXPECT_NE(icons_->processIdentifier(), first);
 }
 
-TEST_F(IconLoading, GivesUpOnAProcessThatHangsAndGoesOn) {
+TEST_F(IconLoading, AnswersWhereItsProcessHasDiedWithoutNotice) {
+    const auto file = write("red.svg", redSquare);
+    ASSERT_TRUE(load(request(file)));
+    const pid_t first = icons_->processIdentifier();
+    ASSERT_GT(first, 0);
+    kill(first, SIGKILL);
+    siginfo_t ended{};
+    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(first), &ended, WEXITED | WNOWAIT), 0);
+    EXPECT_TRUE(load(request(file)));
+}
+
+TEST_F(IconLoading, AsksAnotherProcessWhereOneHangs) {
     const auto file = write("red.svg", redSquare);
     ASSERT_TRUE(load(request(file)));
     const pid_t first = icons_->processIdentifier();
     ASSERT_GT(first, 0);
     kill(first, SIGSTOP);
-    EXPECT_FALSE(load(request(file)));
     EXPECT_TRUE(load(request(file)));
     EXPECT_TRUE(until([&] { return kill(first, 0) != 0; })) << "nothing is left of it";
+}
+
+TEST_F(IconLoading, GivesUpOnAnIconThatHangsTwiceAndTriesItAnewLater) {
+    const auto slow = write("slow", "");
+    const auto program = script("#!/bin/sh\nif [ -e '" + slow.string() +
+                                "' ]; then exec sleep 60; fi\nexec " VELMO_ICON_LOADER);
+    icons_ = std::make_unique<IconLoader>(loop_, program);
+    EXPECT_FALSE(load(request("audio-volume-high-symbolic")));
+    std::filesystem::remove(slow);
+    EXPECT_TRUE(load(request("audio-volume-high-symbolic"))) << "that it was slow once is not remembered";
+}
+
+TEST_F(IconLoading, WhoWaitsComesBeforeWhoHasHadMoreTime) {
+    useSlowIcons();
+    std::vector<Registration> loading;
+    std::string order;
+    const auto load = [&](char owner, const std::string& seconds) {
+        auto asked = request(seconds);
+        asked.owner = owner;
+        loading.push_back(icons_->load(asked, [&order, owner](const auto& icon) {
+            EXPECT_TRUE(icon);
+            order += owner;
+        }));
+    };
+    for (const auto* seconds : {"0.8", "0.801", "0.802"})
+        load('a', seconds);
+    for (const auto* seconds : {"0.01", "0.011", "0.012"})
+        load('b', seconds);
+    ASSERT_TRUE(until([&] { return order.size() == 6; }));
+    EXPECT_EQ(order, "abbbaa");
+}
+
+TEST_F(IconLoading, AProgramWhoseIconsHangHoldsUpOthersForOneOfThem) {
+    useSlowIcons();
+    std::vector<Registration> loading;
+    std::string order;
+    const auto load = [&](char owner, const std::string& seconds) {
+        auto asked = request(seconds);
+        asked.owner = owner;
+        loading.push_back(icons_->load(asked, [&order, owner](const auto& /*icon*/) { order += owner; }));
+    };
+    load('a', "60");
+    load('a', "61");
+    load('b', "0.01");
+    EXPECT_TRUE(until([&] { return !order.empty(); }, 5)) << "before the first is tried again";
+    EXPECT_EQ(order, "b");
+}
+
+TEST_F(IconLoading, ManyWhoWaitForTheSameIconAreAnsweredTogether) {
+    useSlowIcons();
+    std::vector<Registration> loading;
+    int answers = 0;
+    for (int count = 0; count < 2000; ++count) {
+        auto asked = request("0.2");
+        asked.owner = std::to_string(count);
+        loading.push_back(icons_->load(asked, [&](const auto& icon) { answers += icon ? 1 : 0; }));
+    }
+    loading[5] = {};
+    EXPECT_TRUE(until([&] { return answers > 0; }));
+    EXPECT_TRUE(until([&] { return answers == 1999; }, 0.5));
+}
+
+TEST_F(IconLoading, WhatNobodyWantsAnyLongerTakesNoRoom) {
+    const auto mark = (folder_ / "mark").string();
+    // Only the first process hangs.
+    icons_ = std::make_unique<IconLoader>(
+        loop_, script("#!/bin/sh\nif mkdir '" + mark + "'; then exec sleep 60; fi\nexec " VELMO_ICON_LOADER));
+    const auto slow = icons_->load(request("slow"), [](const auto&) {});
+    runFor(0.1);
+    for (int count = 0; count < 5000; ++count) {
+        const auto cancelled = icons_->load(request("cancelled"), [](const auto&) { FAIL(); });
+    }
+    EXPECT_TRUE(load(request("audio-volume-high-symbolic")));
+}
+
+TEST_F(IconLoading, WhoeverIsOneTooManyIsAnsweredToo) {
+    icons_ = std::make_unique<IconLoader>(loop_, script("#!/bin/sh\nexec sleep 60"));
+    std::vector<Registration> waiting;
+    int answers = 0;
+    for (int count = 0; count < 10000; ++count) {
+        waiting.push_back(icons_->load(request("waiting"), [&](const auto& icon) {
+            EXPECT_FALSE(icon);
+            ++answers;
+        }));
+    }
+    EXPECT_EQ(answers, 0) << "not before a later turn";
+    runFor(0.2);
+    EXPECT_GT(answers, 0);
+    EXPECT_LT(answers, 9000);
 }
 
 TEST_F(IconLoading, WithoutItsProgramNoIconIsHad) {

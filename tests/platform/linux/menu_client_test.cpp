@@ -54,6 +54,11 @@ protected:
         ask();
     }
 
+    void tellOfLayout() {
+        owner_->emit("/Menu", menuInterface, "LayoutUpdated",
+                     [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
+    }
+
     void ask() {
         menu_ = std::make_unique<MenuClient>(*items_.front(), 16, "", clickTime);
         ready_ = false;
@@ -132,8 +137,7 @@ TEST_F(ExportedMenus, FollowChangesOfTheLayoutAndOfProperties) {
     int changes = 0;
     menu_->setOnChange([&] { ++changes; });
     owner_->setMenu("/Menu", {0, {}, {entry(1, "One"), entry(2, "Two")}});
-    owner_->emit("/Menu", menuInterface, "LayoutUpdated",
-                 [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
+    tellOfLayout();
     EXPECT_TRUE(until([&] { return menu.children.size() == 2 && changes > 0; }));
     const int before = changes;
     owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [](auto* message) {
@@ -165,6 +169,42 @@ TEST_F(ExportedMenus, WithNothingToShowAreNotShown) {
     ask({0, {}, {hidden}});
     runFor(0.5);
     EXPECT_FALSE(ready_);
+}
+
+TEST_F(ExportedMenus, AreAskedForAgainWhereShowingASubmenuChangesThem) {
+    const auto& menu = shown({0, {}, {entry(1, "More", {entry(2, "Old")})}});
+    owner_->setMenuWhenShown("/Menu", {0, {}, {entry(1, "More", {entry(2, "New")})}});
+    EXPECT_EQ(menu.children[0].children[0].label, "Old");
+    menu_->opened(1);
+    EXPECT_TRUE(until([&] { return menu.children[0].children[0].label == "New"; }));
+}
+
+TEST_F(ExportedMenus, TellShortcutsAsMenusShowThem) {
+    Entry one = entry(1, "One");
+    one.properties["shortcut"] = std::vector<std::vector<std::string>>{{"Control", "Shift", "q"}, {"F4"}};
+    Entry none = entry(2, "None");
+    none.properties["shortcut"] = std::vector<std::vector<std::string>>{};
+    Entry wrong = entry(3, "Wrong");
+    wrong.properties["shortcut"] = std::string("Control");
+    const auto& menu = shown({0, {}, {one, none, wrong}});
+    EXPECT_EQ(menu.children[0].shortcut, "Ctrl+Shift+Q");
+    EXPECT_EQ(menu.children[1].shortcut, "");
+    EXPECT_EQ(menu.children[2].shortcut, "");
+}
+
+TEST_F(ExportedMenus, ShowPicturesThatComeAsFiles) {
+    const std::string file = R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16">
+<rect width="16" height="16" fill="#0000ff"/></svg>)";
+    Entry pictured = entry(1, "Pictured");
+    pictured.properties["icon-data"] = std::vector<std::uint8_t>(file.begin(), file.end());
+    Entry broken = entry(2, "Broken");
+    broken.properties["icon-data"] = std::vector<std::uint8_t>{1, 2, 3};
+    const auto& menu = shown({0, {}, {pictured, broken}});
+    ASSERT_TRUE(until([&] { return menu.children[0].icon.has_value(); }));
+    const auto& pixels = *std::get<Bitmap>(menu.children[0].icon->content).pixels;
+    EXPECT_EQ((std::vector<std::uint8_t>(pixels.begin(), pixels.begin() + 4)),
+              (std::vector<std::uint8_t>{255, 0, 0, 255}));
+    EXPECT_FALSE(menu.children[1].icon);
 }
 
 TEST_F(ExportedMenus, AreCutWhereTheyHaveTooManyEntries) {

@@ -13,7 +13,8 @@ namespace velmo::dbus {
 
 namespace {
 
-constexpr const char* daemonName = "org.freedesktop.DBus";
+/// The bus answers at once; it is we who may be late.
+constexpr Seconds daemonLimit = 25;
 /// Of a turn of the loop.
 constexpr int messagesATurn = 32;
 constexpr std::chrono::milliseconds timeATurn(4);
@@ -67,6 +68,17 @@ std::uint64_t monotonicTime() {
 }
 
 }  // namespace
+
+bool isSilence(const std::string& error) {
+    return error == SD_BUS_ERROR_NO_REPLY || error == SD_BUS_ERROR_TIMEOUT ||
+           error == "System.Error.ETIMEDOUT";
+}
+
+struct Bus::Question {
+    MethodCall call;
+    AnswerHandler onAnswer;
+    Registration pending;
+};
 
 std::shared_ptr<Bus> Bus::open(EventLoop& loop, const std::string& address, std::function<void()> onLost,
                                bool& isMalformed) {
@@ -150,6 +162,36 @@ Registration Bus::call(const MethodCall& call, AnswerHandler onAnswer) {
     return Registration([alive] { *alive = false; });
 }
 
+Registration Bus::askAbout(const std::string& name, const std::string& member, AnswerHandler onAnswer) {
+    auto question = std::make_shared<Question>();
+    const auto appendName = [name](sd_bus_message* message) {
+        return sd_bus_message_append(message, "s", name.c_str());
+    };
+    question->call = {daemonName, daemonPath, daemonName, member, appendName, daemonLimit};
+    question->onAnswer = std::move(onAnswer);
+    ask(question);
+    return Registration([question] { question->pending = {}; });
+}
+
+void Bus::ask(const std::shared_ptr<Question>& question) {
+    question->pending =
+        call(question->call, [this, weak = std::weak_ptr<Question>(question)](const Answer& answer) {
+            const auto asked = weak.lock();
+            if (asked && isSilence(answer.error))
+                ask(asked);
+            else if (asked)
+                asked->onAnswer(answer);
+        });
+}
+
+Registration Bus::askForOwner(const std::string& name, std::function<void(const std::string&)> onOwner) {
+    return askAbout(name, "GetNameOwner", [onOwner = std::move(onOwner)](const Answer& answer) {
+        const char* owner = nullptr;
+        const bool hasOwner = answer.message && sd_bus_message_read(answer.message, "s", &owner) > 0;
+        onOwner(hasOwner ? owner : "");
+    });
+}
+
 void Bus::send(const MethodCall& call) {
     sd_bus_message* message = newCall(call);
     if (!message)
@@ -170,9 +212,8 @@ Registration Bus::onSignal(const std::string& match, SignalHandler handler) {
 }
 
 Registration Bus::onOwnerChange(const std::string& name, std::function<void(const std::string&)> handler) {
-    const std::string rule = std::string("type='signal',sender='") + daemonName +
-                             "',path='/org/freedesktop/DBus',interface='" + daemonName +
-                             "',member='NameOwnerChanged',arg0='" + name + "'";
+    const std::string rule = std::string("type='signal',sender='") + daemonName + "',path='" + daemonPath +
+                             "',interface='" + daemonName + "',member='NameOwnerChanged',arg0='" + name + "'";
     return onSignal(rule, [handler = std::move(handler)](sd_bus_message* message) {
         const char* changed = nullptr;
         const char* formerOwner = nullptr;

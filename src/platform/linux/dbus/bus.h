@@ -15,6 +15,9 @@ namespace velmo::dbus {
 
 /// How long an answer is waited for.
 inline constexpr Seconds answerLimit = 3;
+/// The bus itself, on which its paths and interfaces are named alike.
+inline constexpr const char* daemonName = "org.freedesktop.DBus";
+inline constexpr const char* daemonPath = "/org/freedesktop/DBus";
 
 struct MethodCall {
     std::string destination;
@@ -28,11 +31,15 @@ struct MethodCall {
 
 /// What a call has come to.
 struct Answer {
-    /// Null where the call has failed: refused, not answered within its time, or the bus has gone.
+    /// Null where the call has failed: refused, not answered within its time, or made after the bus has gone.
+    /// What is under way when the bus goes is never answered.
     sd_bus_message* message = nullptr;
     /// Name of the error, or empty.
     std::string error;
 };
+
+/// True for the errors that stand for no answer at all.
+bool isSilence(const std::string& error);
 
 /// A connection to a message bus. It never waits: everything is sent and received as the loop finds
 /// the connection ready, a few messages a turn, so that a flood leaves room for other work.
@@ -56,6 +63,12 @@ public:
 
     /// Neither handler is called any longer once its registration has ended.
     [[nodiscard]] Registration call(const MethodCall& call, AnswerHandler onAnswer);
+    /// Asks the bus itself about a name, and again where our loop was too busy to read its answer in time.
+    [[nodiscard]] Registration askAbout(const std::string& name, const std::string& member,
+                                        AnswerHandler onAnswer);
+    /// `onOwner` is told the owner's unique name, empty for none.
+    [[nodiscard]] Registration askForOwner(const std::string& name,
+                                           std::function<void(const std::string&)> onOwner);
     /// Wants no answer.
     void send(const MethodCall& call);
     /// `match` is a match rule of the bus.
@@ -73,6 +86,9 @@ private:
     Bus(EventLoop& loop, sd_bus* bus, std::function<void()> onLost);
     /// Null where the arguments or the connection do not allow it.
     sd_bus_message* newCall(const MethodCall& call) const;
+    struct Question;
+
+    void ask(const std::shared_ptr<Question>& question);
     void process();
     void prepareToWait();
     void watch();

@@ -1,6 +1,7 @@
 #include "message_reader.h"
 
-#include <algorithm>
+#include "linux/cut_text.h"
+
 #include <cstring>
 #include <string_view>
 
@@ -11,19 +12,9 @@ namespace {
 constexpr std::size_t longestText = 16384;
 /// Of containers in each other.
 constexpr int deepest = 60;
+constexpr std::string_view textTypes = "sog";
 /// Types whose arrays lie in memory as they are.
 constexpr std::string_view fixedTypes = "ybnqiuxtd";
-
-/// At most so many bytes, and no part of a character.
-std::string cut(std::string text) {
-    if (text.size() <= longestText)
-        return text;
-    std::size_t size = longestText;
-    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xc0) == 0x80)
-        --size;
-    text.resize(size);
-    return text;
-}
 
 }  // namespace
 
@@ -51,16 +42,34 @@ bool MessageReader::atEnd() {
     return failed_ || sd_bus_message_at_end(message_, 0) != 0;
 }
 
-std::optional<std::string> MessageReader::text() {
-    const char type = next();
-    if (type != 's' && type != 'o' && type != 'g') {
-        skip();
-        return std::nullopt;
-    }
+std::optional<std::string_view> MessageReader::readText(char type) {
     const char* value = nullptr;
     if (!spend() || !check(sd_bus_message_read_basic(message_, type, &value)))
         return std::nullopt;
-    return cut(std::string(value, std::min(std::strlen(value), longestText + 4)));
+    const std::string_view text = value;
+    bytesRead_ += text.size();
+    return text;
+}
+
+std::optional<std::span<const std::uint8_t>> MessageReader::readArray(char type) {
+    const void* data = nullptr;
+    std::size_t size = 0;
+    if (!spend() || sd_bus_message_read_array(message_, type, &data, &size) < 0) {
+        failed_ = true;
+        return std::nullopt;
+    }
+    bytesRead_ += size;
+    return std::span(static_cast<const std::uint8_t*>(data), size);
+}
+
+std::optional<std::string> MessageReader::text() {
+    const char type = next();
+    if (type == 0 || textTypes.find(type) == std::string_view::npos) {
+        skip();
+        return std::nullopt;
+    }
+    const auto value = readText(type);
+    return value ? std::optional(std::string(cutText(*value, longestText))) : std::nullopt;
 }
 
 std::optional<std::int64_t> MessageReader::integer() {
@@ -108,13 +117,7 @@ std::optional<std::span<const std::uint8_t>> MessageReader::bytes() {
         skip();
         return std::nullopt;
     }
-    const void* data = nullptr;
-    std::size_t size = 0;
-    if (!spend() || sd_bus_message_read_array(message_, 'y', &data, &size) < 0) {
-        failed_ = true;
-        return std::nullopt;
-    }
-    return std::span(static_cast<const std::uint8_t*>(data), size);
+    return readArray('y');
 }
 
 bool MessageReader::inside(char type, const std::function<void()>& read) {
@@ -167,19 +170,18 @@ bool MessageReader::dictionary(const std::function<void(const std::string&)>& re
 
 void MessageReader::skip() {
     const char type = next();
-    if (type == 0 || !spend()) {
+    if (type == 0) {
         failed_ = true;
         return;
     }
     const std::string_view contents = contents_ ? contents_ : "";
     if (type == 'a' && contents.size() == 1 && fixedTypes.find(contents.front()) != std::string_view::npos) {
-        const void* data = nullptr;
-        std::size_t size = 0;
-        if (sd_bus_message_read_array(message_, contents.front(), &data, &size) < 0)
-            failed_ = true;
+        readArray(contents.front());
     } else if (std::strchr("arve", type)) {
         inside(type, [] {});
-    } else {
+    } else if (textTypes.find(type) != std::string_view::npos) {
+        readText(type);
+    } else if (spend()) {
         const char single[] = {type, '\0'};
         check(sd_bus_message_skip(message_, single));
     }

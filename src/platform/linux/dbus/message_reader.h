@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace velmo::dbus {
 
@@ -37,6 +38,8 @@ public:
 
     /// True once nothing more can be read.
     bool hasFailed() const { return failed_; }
+    /// Of texts and arrays so far, also of those that were skipped.
+    std::size_t bytesRead() const { return bytesRead_; }
     /// Gives up the rest of the message.
     void abandon() { failed_ = true; }
 
@@ -46,11 +49,16 @@ private:
     bool spend();
     bool inside(char type, const std::function<void()>& read);
     bool check(int result);
+    /// Absent where it cannot be read.
+    std::optional<std::string_view> readText(char type);
+    /// Of an array whose elements lie in memory as they are; absent where it cannot be read.
+    std::optional<std::span<const std::uint8_t>> readArray(char type);
     bool atEnd();
 
     sd_bus_message* message_;
     const char* contents_ = nullptr;
     bool failed_ = false;
+    std::size_t bytesRead_ = 0;
     int budget_ = 200000;
     int depth_ = 0;
 };

@@ -1,5 +1,8 @@
 #include "icon_loader.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace velmo {
 
 namespace {
@@ -9,7 +12,8 @@ constexpr Seconds timeLimit = 3;
 /// A process that ends, because it was idle, just when it gets a request is no reason to give up.
 constexpr int mostAttempts = 2;
 constexpr std::size_t mostCached = 64;
-constexpr std::size_t mostWaiting = 2000;
+/// More than all items of a bar and a menu have.
+constexpr std::size_t mostWaiting = 3000;
 
 /// A name of the theme stands for the same picture for long; what lies in a program's own folder may change
 /// under its name.
@@ -37,28 +41,62 @@ pid_t IconLoader::processIdentifier() const {
 
 Registration IconLoader::load(const IconRequest& request, Handler handler) {
     if (waiting_.size() >= mostWaiting)
-        return {};
+        dismissCancelled();
     auto waiting = std::make_shared<Waiting>(Waiting{request, std::move(handler), 0});
-    waiting_.push_back(waiting);
-    continuing_.request();
+    if (const auto* known = recall(request)) {
+        loop_.post([waiting, icon = known->second] { finish(*waiting, icon); });
+    } else if (waiting_.size() >= mostWaiting) {
+        loop_.post([waiting] { finish(*waiting, std::nullopt); });
+    } else {
+        waiting_.push_back(waiting);
+        continuing_.request();
+    }
     return Registration([waiting] { waiting->handler = nullptr; });
 }
 
+void IconLoader::dismissCancelled() {
+    std::erase_if(waiting_, [](const auto& waiting) { return !waiting->handler; });
+}
+
 void IconLoader::next() {
-    while (!isBusy_ && !waiting_.empty()) {
-        const auto& first = *waiting_.front();
-        if (!first.handler) {
-            waiting_.pop_front();
-        } else if (const auto* known = recall(first.request)) {
-            finish(known->second);
-        } else if (ensureProcess() && process_->send(first.request)) {
-            isBusy_ = true;
-            ++waiting_.front()->attempts;
-            limit_ = loop_.schedule(timeLimit, lifetime_.guard([this] { overdue(); }));
-        } else {
-            finish(std::nullopt);
-        }
+    dismissCancelled();
+    while (!asked_ && !waiting_.empty()) {
+        auto waiting = takeNext();
+        // Whoever has been answered before may have cancelled it.
+        if (!waiting->handler)
+            continue;
+        if (IconLoaderProcess::canBeAsked(waiting->request) && ensureProcess())
+            ask(std::move(waiting));
+        else
+            finish(*waiting, std::nullopt);
     }
+}
+
+IconLoader::WaitingReference IconLoader::takeNext() {
+    const auto first =
+        std::min_element(waiting_.begin(), waiting_.end(), [this](const auto& left, const auto& right) {
+            return startOf(left->request.owner) < startOf(right->request.owner);
+        });
+    auto waiting = *first;
+    waiting_.erase(first);
+    return waiting;
+}
+
+Seconds IconLoader::startOf(const std::string& owner) const {
+    const auto spent = spent_.find(owner);
+    return spent == spent_.end() ? turn_ : std::max(spent->second, turn_);
+}
+
+void IconLoader::ask(WaitingReference waiting) {
+    ++waiting->attempts;
+    if (!process_->send(waiting->request)) {
+        letGoOfProcess();
+        tryAgain(std::move(waiting));
+        return;
+    }
+    asked_ = std::move(waiting);
+    askedAt_ = std::chrono::steady_clock::now();
+    limit_ = loop_.schedule(timeLimit, lifetime_.guard([this] { overdue(); }));
 }
 
 bool IconLoader::ensureProcess() {
@@ -70,49 +108,62 @@ bool IconLoader::ensureProcess() {
 }
 
 void IconLoader::answered(const std::optional<Image>& icon) {
-    if (!isBusy_)
+    if (!asked_)
         return;
-    isBusy_ = false;
-    limit_->invalidate();
-    remember(waiting_.front()->request, icon);
-    finish(icon);
-    continuing_.request();
+    const auto waiting = endAsking();
+    const auto others = remember(waiting->request, icon);
+    finish(*waiting, icon);
+    for (const auto& other : others)
+        finish(*other, icon);
 }
 
-void IconLoader::finish(const std::optional<Image>& icon) {
-    const auto waiting = waiting_.front();
-    waiting_.pop_front();
+IconLoader::WaitingReference IconLoader::endAsking() {
+    limit_->invalidate();
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - askedAt_;
+    const auto& owner = asked_->request.owner;
+    turn_ = startOf(owner);
+    spent_[owner] = turn_ + passed.count();
+    // Nobody is behind those who wait.
+    std::erase_if(spent_, [this](const auto& entry) { return entry.second <= turn_; });
+    continuing_.request();
+    return std::exchange(asked_, nullptr);
+}
+
+void IconLoader::finish(const Waiting& waiting, const std::optional<Image>& icon) {
     // A copy, because the handler may end its registration.
-    if (const auto handler = waiting->handler)
+    if (const auto handler = waiting.handler)
         handler(icon);
 }
 
+void IconLoader::tryAgain(WaitingReference waiting) {
+    if (waiting->attempts >= mostAttempts)
+        finish(*waiting, std::nullopt);
+    else
+        waiting_.push_front(std::move(waiting));
+}
+
 void IconLoader::overdue() {
+    letGoOfProcess();
+    tryAgain(endAsking());
+}
+
+void IconLoader::letGoOfProcess() {
     process_->kill();
     ending_.push_back(std::move(process_));
-    isBusy_ = false;
-    remember(waiting_.front()->request, std::nullopt);
-    finish(std::nullopt);
-    continuing_.request();
 }
 
 void IconLoader::processEnded() {
     if (process_ && process_->hasEnded()) {
-        ending_.push_back(std::move(process_));
-        if (isBusy_) {
-            isBusy_ = false;
-            limit_->invalidate();
-            if (waiting_.front()->attempts >= mostAttempts)
-                finish(std::nullopt);
-        }
-        continuing_.request();
+        letGoOfProcess();
+        if (asked_)
+            tryAgain(endAsking());
     }
     tidying_.request();
 }
 
 const IconLoader::Cached* IconLoader::recall(const IconRequest& request) {
     for (auto place = cache_.begin(); place != cache_.end(); ++place) {
-        if (place->first == request) {
+        if (place->first.isSame(request)) {
             cache_.splice(cache_.begin(), cache_, place);
             return &cache_.front();
         }
@@ -120,12 +171,21 @@ const IconLoader::Cached* IconLoader::recall(const IconRequest& request) {
     return nullptr;
 }
 
-void IconLoader::remember(const IconRequest& request, const std::optional<Image>& icon) {
+std::vector<IconLoader::WaitingReference> IconLoader::remember(const IconRequest& request,
+                                                               const std::optional<Image>& icon) {
+    std::vector<WaitingReference> same;
     if (!isLasting(request))
-        return;
+        return same;
     cache_.emplace_front(request, icon);
     if (cache_.size() > mostCached)
         cache_.pop_back();
+    std::erase_if(waiting_, [&](const auto& waiting) {
+        const bool isSame = waiting->request.isSame(request);
+        if (isSame)
+            same.push_back(waiting);
+        return isSame;
+    });
+    return same;
 }
 
 }  // namespace velmo

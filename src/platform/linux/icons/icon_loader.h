@@ -8,10 +8,12 @@
 #include "linux/icons/icon_request.h"
 #include "linux/registration.h"
 
+#include <chrono>
 #include <cstddef>
 #include <deque>
 #include <functional>
 #include <list>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,7 +35,7 @@ public:
     IconLoader& operator=(const IconLoader&) = delete;
 
     /// The picture covers as many points as it has pixels. Answers in a later turn of the loop, with nothing
-    /// where the icon cannot be had, unless the registration has ended before.
+    /// where the icon cannot be had or too many wait, unless the registration has ended before.
     [[nodiscard]] Registration load(const IconRequest& request, Handler handler);
     /// The loader's process at present, 0 for none.
     pid_t processIdentifier() const;
@@ -47,21 +49,37 @@ private:
     };
     using Cached = std::pair<IconRequest, std::optional<Image>>;
 
+    using WaitingReference = std::shared_ptr<Waiting>;
+
     void next();
+    /// Takes it out of those that wait: of the one who has had the least time so far.
+    WaitingReference takeNext();
+    void dismissCancelled();
     bool ensureProcess();
+    void ask(WaitingReference waiting);
     void answered(const std::optional<Image>& icon);
-    void finish(const std::optional<Image>& icon);
+    static void finish(const Waiting& waiting, const std::optional<Image>& icon);
+    void tryAgain(WaitingReference waiting);
     void overdue();
     void processEnded();
+    void letGoOfProcess();
+    /// Takes the one that the process has.
+    WaitingReference endAsking();
+    Seconds startOf(const std::string& owner) const;
     /// Null where it is not known.
     const Cached* recall(const IconRequest& request);
-    void remember(const IconRequest& request, const std::optional<Image>& icon);
+    /// Returns whoever waits for the same icon, and waits no longer.
+    std::vector<WaitingReference> remember(const IconRequest& request, const std::optional<Image>& icon);
 
     EventLoop& loop_;
     std::string program_;
-    /// The first one is with the process while `isBusy_`.
-    std::deque<std::shared_ptr<Waiting>> waiting_;
-    bool isBusy_ = false;
+    std::deque<WaitingReference> waiting_;
+    /// The one that the process has. Null for none.
+    WaitingReference asked_;
+    std::chrono::steady_clock::time_point askedAt_;
+    /// The time that each owner has had, where that is more than `turn_`: how far those are who wait.
+    std::map<std::string, Seconds> spent_;
+    Seconds turn_ = 0;
     std::unique_ptr<IconLoaderProcess> process_;
     /// Told to end, but not gone yet.
     std::vector<std::unique_ptr<IconLoaderProcess>> ending_;

@@ -76,15 +76,20 @@ IconLoaderProcess::~IconLoaderProcess() {
     close(socket_);
 }
 
+bool IconLoaderProcess::canBeAsked(const IconRequest& request) {
+    using namespace icon_protocol;
+    const std::array texts = {&request.name, &request.folder, &request.theme};
+    return std::all_of(texts.begin(), texts.end(),
+                       [](const auto* text) { return text->size() <= longestText; }) &&
+           request.data.size() <= mostData && request.side > 0 &&
+           static_cast<std::uint32_t>(request.side) <= largestSide;
+}
+
 bool IconLoaderProcess::send(const IconRequest& request) const {
     using namespace icon_protocol;
-    const std::array texts = {&request.name, &request.folder, &request.theme, &request.data};
-    const bool fits = std::all_of(texts.begin(), texts.end() - 1,
-                                  [](const auto* text) { return text->size() <= longestText; }) &&
-                      request.data.size() <= mostData && request.side > 0 &&
-                      static_cast<std::uint32_t>(request.side) <= largestSide;
-    if (!fits || hasEnded())
+    if (hasEnded())
         return false;
+    const std::array texts = {&request.name, &request.folder, &request.theme, &request.data};
     const auto sizeOf = [](const std::string& text) { return static_cast<std::uint32_t>(text.size()); };
     const Request head = {static_cast<std::uint32_t>(request.side), sizeOf(request.name),
                           sizeOf(request.folder), sizeOf(request.theme), sizeOf(request.data)};

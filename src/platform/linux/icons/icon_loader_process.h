@@ -29,7 +29,9 @@ public:
 
     pid_t id() const { return id_; }
     bool hasEnded() const { return id_ <= 0; }
-    /// One request at a time. False where it cannot be made.
+    /// True where a request is within its bounds.
+    static bool canBeAsked(const IconRequest& request);
+    /// One such request at a time. False where the process is gone.
     bool send(const IconRequest& request) const;
     /// Whatever it does, it ends; nothing is answered any longer.
     void kill();

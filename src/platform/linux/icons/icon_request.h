@@ -1,7 +1,7 @@
 #pragma once
 
-#include <compare>
 #include <string>
+#include <tuple>
 
 namespace velmo {
 
@@ -17,8 +17,14 @@ struct IconRequest {
     std::string theme;
     /// The content of an image file, instead of a name; empty for none.
     std::string data;
+    /// Whom it is for. Those who wait take turns.
+    std::string owner;
 
-    auto operator<=>(const IconRequest&) const = default;
+    /// True where both stand for the same picture.
+    bool isSame(const IconRequest& other) const {
+        return std::tie(side, name, folder, theme, data) ==
+               std::tie(other.side, other.name, other.folder, other.theme, other.data);
+    }
 };
 
 }  // namespace velmo

@@ -13,18 +13,14 @@ ForeignWatcher::ForeignWatcher(std::shared_ptr<dbus::Bus> bus, const std::string
                                Handler onItemGone)
     : bus_(std::move(bus)),
       name_(watcherName(family)),
+      hostName_(hostName(family, getpid())),
       onItem_(std::move(onItem)),
       onItemGone_(std::move(onItemGone)) {
     ownerChanges_ = bus_->onOwnerChange(name_, [this](const auto& owner) { ownerChanged(owner); });
-    const auto appendName = [this](sd_bus_message* message) {
-        return sd_bus_message_append(message, "s", name_.c_str());
-    };
-    askingForOwner_ =
-        bus_->call({busName, busPath, busName, "GetNameOwner", appendName}, [this](const auto& answer) {
-            const char* owner = nullptr;
-            if (answer.message && sd_bus_message_read(answer.message, "s", &owner) > 0)
-                ownerChanged(owner);
-        });
+    askingForOwner_ = bus_->askForOwner(name_, [this](const auto& owner) {
+        if (!owner.empty())
+            ownerChanged(owner);
+    });
 }
 
 void ForeignWatcher::ownerChanged(const std::string& owner) {
@@ -44,8 +40,13 @@ void ForeignWatcher::attend() {
         bus_->onSignal(rule + "Registered'", [this](sd_bus_message* message) { told(message, onItem_); }));
     signals_.push_back(bus_->onSignal(rule + "Unregistered'",
                                       [this](sd_bus_message* message) { told(message, onItemGone_); }));
+    // Watchers know hosts by a name of this form, and overlook others.
+    bus_->send({dbus::daemonName, dbus::daemonPath, dbus::daemonName, "RequestName",
+                [this](sd_bus_message* message) {
+                    return sd_bus_message_append(message, "su", hostName_.c_str(), 0);
+                }});
     bus_->send({owner_, watcherPath, name_, "RegisterStatusNotifierHost", [this](sd_bus_message* message) {
-                    return sd_bus_message_append(message, "s", bus_->uniqueName().c_str());
+                    return sd_bus_message_append(message, "s", hostName_.c_str());
                 }});
     listItems();
 }

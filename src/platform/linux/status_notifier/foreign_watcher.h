@@ -27,6 +27,8 @@ private:
 
     std::shared_ptr<dbus::Bus> bus_;
     std::string name_;
+    /// Ours as a host.
+    std::string hostName_;
     Handler onItem_;
     Handler onItemGone_;
     /// Unique name of the program that is the watcher, empty while there is none.

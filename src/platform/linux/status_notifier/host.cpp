@@ -3,6 +3,8 @@
 #include "linux/status_notifier/names.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <utility>
 
 namespace velmo::status_notifier {
@@ -43,10 +45,14 @@ void Host::setLook(const IconLook& look) {
 }
 
 void Host::add(const ItemAddress& address) {
-    const auto isKnown = [&](const auto& entry) { return entry.registered == address; };
-    if (std::any_of(entries_.begin(), entries_.end(), isKnown))
+    const auto known = std::find_if(entries_.begin(), entries_.end(),
+                                    [&](const auto& entry) { return entry.registered == address; });
+    if (known != entries_.end()) {
+        if (known->item)
+            known->item->requestRefresh();
         return;
-    if (entries_.size() >= mostItems) {
+    }
+    if (entries_.size() >= mostItems && !makeRoomFor(address.service)) {
         withdraw(address);
         return;
     }
@@ -58,26 +64,44 @@ void Host::add(const ItemAddress& address) {
         resolve(entry);
 }
 
+bool Host::makeRoomFor(const std::string& service) {
+    const auto ownerOf = [](const Entry& entry) {
+        return entry.owner.empty() ? entry.registered.service : entry.owner;
+    };
+    std::map<std::string, std::size_t> counts;
+    for (const auto& entry : entries_)
+        ++counts[ownerOf(entry)];
+    const auto most = std::max_element(counts.begin(), counts.end(), [](const auto& left, const auto& right) {
+        return left.second < right.second;
+    });
+    if (most->second <= counts[service])
+        return false;
+    const auto newest = std::find_if(entries_.rbegin(), entries_.rend(),
+                                     [&](const auto& entry) { return ownerOf(entry) == most->first; });
+    remove(std::prev(newest.base()));
+    return true;
+}
+
 void Host::resolve(Entries::iterator entry) {
     // Who gives up the name takes the item away, also where the program goes on.
     entry->serviceChanges = bus_->onOwnerChange(entry->registered.service, [this, entry](const auto& owner) {
-        if (owner != entry->owner)
+        if (owner == entry->owner)
+            return;
+        if (entry->owner.empty())
+            resolved(entry, owner);
+        else
             remove(entry);
     });
-    const auto appendName = [entry](sd_bus_message* message) {
-        return sd_bus_message_append(message, "s", entry->registered.service.c_str());
-    };
-    entry->asking = bus_->call({busName, busPath, busName, "GetNameOwner", appendName},
-                               [this, entry](const dbus::Answer& answer) {
-                                   const char* owner = nullptr;
-                                   if (answer.message && sd_bus_message_read(answer.message, "s", &owner) > 0)
-                                       resolved(entry, owner);
-                                   else
-                                       remove(entry);
-                               });
+    entry->asking = bus_->askForOwner(entry->registered.service,
+                                      [this, entry](const auto& owner) { resolved(entry, owner); });
 }
 
 void Host::resolved(Entries::iterator entry, const std::string& owner) {
+    if (owner.empty()) {
+        remove(entry);
+        return;
+    }
+    entry->asking = {};
     const auto isSame = [&](const Entry& other) {
         return &other != &*entry && other.owner == owner && other.registered.path == entry->registered.path;
     };

@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <list>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,6 +48,8 @@ private:
     using Entries = std::list<Entry>;
 
     void add(const ItemAddress& address);
+    /// Ends the newest entry of whoever has the most. False where that is the one who wants another.
+    bool makeRoomFor(const std::string& service);
     void resolve(Entries::iterator entry);
     void resolved(Entries::iterator entry, const std::string& owner);
     void changed(Entries::iterator entry);

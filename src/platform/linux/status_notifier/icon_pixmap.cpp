@@ -46,32 +46,46 @@ void append(std::vector<std::uint8_t>& bytes, const Channels& channels) {
 }
 
 /// What one pixel of the target covers of the source, along one axis.
-struct Cover {
-    int first = 0;
-    std::vector<double> weights;
+struct Sample {
+    int place = 0;
+    double weight = 0;
 };
+using Cover = std::vector<Sample>;
+
+/// A side of a source that is read as a whole. Of a longer one pixels are taken at equal distances, so that a
+/// huge source costs what a large one does.
+constexpr int longestWholeSide = 512;
+
+/// The share of each pixel of the source between two places.
+Cover coverOf(double from, double to, int sourceSize, int mostSamples) {
+    Cover cover;
+    const int first = static_cast<int>(from);
+    const int end = std::min(static_cast<int>(std::ceil(to)), sourceSize);
+    if (end - first > mostSamples) {
+        for (int index = 0; index < mostSamples; ++index)
+            cover.push_back(
+                {static_cast<int>(from + (index + 0.5) * (to - from) / mostSamples), 1.0 / mostSamples});
+        return cover;
+    }
+    for (int place = first; place < end; ++place) {
+        const double share = std::min(to, place + 1.0) - std::max(from, static_cast<double>(place));
+        cover.push_back({place, share / (to - from)});
+    }
+    return cover;
+}
 
 /// Where the source is larger, the share that the target's pixel covers of each of its pixels; where it is
 /// smaller, the two nearest ones by their distance.
 std::vector<Cover> covers(int sourceSize, int targetSize) {
-    std::vector<Cover> result(static_cast<std::size_t>(targetSize));
+    std::vector<Cover> result;
+    const int mostSamples = longestWholeSide / targetSize + 2;
     const double ratio = static_cast<double>(sourceSize) / targetSize;
     for (int index = 0; index < targetSize; ++index) {
-        auto& cover = result[static_cast<std::size_t>(index)];
         const double width = std::max(ratio, 1.0);
         const double middle = (index + 0.5) * ratio;
         const double from = std::clamp(middle - width / 2, 0.0, sourceSize - 1.0);
         const double to = std::clamp(middle + width / 2, from + 1e-6, static_cast<double>(sourceSize));
-        cover.first = static_cast<int>(from);
-        const int last = std::min(static_cast<int>(std::ceil(to)), sourceSize) - 1;
-        double sum = 0;
-        for (int place = cover.first; place <= last; ++place) {
-            const double share = std::min(to, place + 1.0) - std::max(from, static_cast<double>(place));
-            cover.weights.push_back(share);
-            sum += share;
-        }
-        for (double& weight : cover.weights)
-            weight /= sum;
+        result.push_back(coverOf(from, to, sourceSize, mostSamples));
     }
     return result;
 }
@@ -126,13 +140,9 @@ Bitmap scaledIcon(const IconPixmap& pixmap, int side) {
     for (const auto& row : rows) {
         for (const auto& column : columns) {
             Channels sum{};
-            for (std::size_t down = 0; down < row.weights.size(); ++down) {
-                for (std::size_t across = 0; across < column.weights.size(); ++across) {
-                    add(sum,
-                        channelsAt(pixmap, column.first + static_cast<int>(across),
-                                   row.first + static_cast<int>(down)),
-                        row.weights[down] * column.weights[across]);
-                }
+            for (const auto& down : row) {
+                for (const auto& across : column)
+                    add(sum, channelsAt(pixmap, across.place, down.place), down.weight * across.weight);
             }
             append(bytes, sum);
         }

@@ -18,8 +18,8 @@ struct IconPixmap {
     std::span<const std::uint8_t> bytes;
 };
 
-/// No side of a pixmap is longer.
-inline constexpr int largestPixmapSide = 512;
+/// No side of a pixmap is longer: a message has no room for larger ones.
+inline constexpr int largestPixmapSide = 4096;
 
 /// Reads the pixmaps that are what they say; others are left out.
 std::vector<IconPixmap> readIconPixmaps(dbus::MessageReader& reader);

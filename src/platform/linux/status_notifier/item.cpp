@@ -4,6 +4,7 @@
 #include "linux/status_notifier/names.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace velmo::status_notifier {
@@ -14,9 +15,12 @@ namespace {
 /// less where its answers are large.
 constexpr Seconds refreshPause = 0.03;
 constexpr double bytesASecond = 4e6;
-/// A program that has just started, or is busy, is asked again.
-constexpr Seconds retryPause = 2;
-constexpr int mostFailures = 4;
+/// A program that has just started, or is busy, is asked again, as long as it runs.
+constexpr Seconds mostPatience = 60;
+/// An object that is missing so often will not come.
+constexpr int mostTimesMissing = 3;
+/// An item is shown without its picture where that takes longer.
+constexpr Seconds pictureLimit = 1;
 constexpr Seconds activationLimit = 2;
 constexpr std::size_t longestIdentity = 128;
 
@@ -29,11 +33,6 @@ bool isMissingInterface(const std::string& error) {
 bool isMissingOwner(const std::string& error) {
     return error == SD_BUS_ERROR_SERVICE_UNKNOWN || error == SD_BUS_ERROR_NAME_HAS_NO_OWNER ||
            error == SD_BUS_ERROR_DISCONNECTED;
-}
-
-bool isSilence(const std::string& error) {
-    return error == SD_BUS_ERROR_NO_REPLY || error == SD_BUS_ERROR_TIMEOUT ||
-           error == "System.Error.ETIMEDOUT";
 }
 
 }  // namespace
@@ -55,8 +54,10 @@ Item::Item(const Environment& environment, ItemAddress address, IconLook look)
 }
 
 Item::~Item() {
-    if (refreshTimer_)
-        refreshTimer_->invalidate();
+    for (const auto& timer : {refreshTimer_, pictureTimer_}) {
+        if (timer)
+            timer->invalidate();
+    }
 }
 
 std::string Item::interface() const {
@@ -64,11 +65,8 @@ std::string Item::interface() const {
 }
 
 void Item::askForProcess() {
-    const auto appendOwner = [this](sd_bus_message* message) {
-        return sd_bus_message_append(message, "s", address_.service.c_str());
-    };
-    askingForProcess_ = environment_.bus->call(
-        {busName, busPath, busName, "GetConnectionUnixProcessID", appendOwner}, [this](const auto& answer) {
+    askingForProcess_ = environment_.bus->askAbout(
+        address_.service, "GetConnectionUnixProcessID", [this](const auto& answer) {
             std::uint32_t number = 0;
             if (answer.message && sd_bus_message_read(answer.message, "u", &number) > 0) {
                 processIdentifier_ = static_cast<std::int32_t>(number);
@@ -92,24 +90,41 @@ void Item::listen() {
 
 void Item::requestRefresh() {
     isStale_ = true;
-    if (!refreshTimer_ || !refreshTimer_->isValid())
+    if (isStuck())
+        refresh();
+    else if (!refreshTimer_ || !refreshTimer_->isValid())
         refreshTimer_ = environment_.loop.schedule(0, lifetime_.guard([this] { refresh(); }));
+}
+
+/// Whoever gives a sign of life after a silence is asked anew, and not when its turn would come.
+bool Item::isStuck() const {
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - askedAt_;
+    return failures_ > 0 && !isAsking_ && passed.count() > environment_.patience;
+}
+
+Seconds Item::patience() const {
+    return std::min(std::ldexp(environment_.patience, std::min(failures_, 10)), mostPatience);
 }
 
 void Item::refresh() {
     isStale_ = false;
+    isAsking_ = true;
+    askedAt_ = std::chrono::steady_clock::now();
+    if (refreshTimer_)
+        refreshTimer_->invalidate();
     // Nothing is asked before this has come to an end.
-    refreshTimer_ = environment_.loop.schedule(2 * dbus::answerLimit, [] {});
+    refreshTimer_ = environment_.loop.schedule(2 * patience(), [] {});
     const auto appendInterface = [this](sd_bus_message* message) {
         return sd_bus_message_append(message, "s", interface().c_str());
     };
     refreshing_ = environment_.bus->call(
-        {address_.service, address_.path, propertiesInterface, "GetAll", appendInterface},
+        {address_.service, address_.path, propertiesInterface, "GetAll", appendInterface, patience()},
         [this](const auto& answer) { refreshed(answer); });
 }
 
 void Item::refreshed(const dbus::Answer& answer) {
     refreshTimer_->invalidate();
+    isAsking_ = false;
     if (!answer.message) {
         refused(answer.error);
         return;
@@ -121,12 +136,21 @@ void Item::refreshed(const dbus::Answer& answer) {
         refused(SD_BUS_ERROR_UNKNOWN_INTERFACE);
         return;
     }
-    familyIsKnown_ = true;
+    if (!isEmpty)
+        familyIsKnown_ = true;
+    else if (!familyIsKnown_)
+        family_ = 0;
     failures_ = 0;
-    propertiesAreKnown_ = true;
+    timesMissing_ = 0;
     properties_ = std::move(properties);
+    if (!std::exchange(propertiesAreKnown_, true)) {
+        pictureTimer_ = environment_.loop.schedule(pictureLimit, lifetime_.guard([this] {
+            awaitsPictures_ = false;
+            settle();
+        }));
+    }
     showPictures();
-    const Seconds pause = refreshPause + static_cast<double>(properties_.pictureBytes) / bytesASecond;
+    const Seconds pause = refreshPause + static_cast<double>(properties_.messageBytes) / bytesASecond;
     refreshTimer_ = environment_.loop.schedule(pause, lifetime_.guard([this] {
         if (isStale_)
             refresh();
@@ -145,18 +169,26 @@ void Item::refused(const std::string& error) {
     }
     if (!familyIsKnown_)
         family_ = 0;
-    if (++failures_ < mostFailures)
-        refreshTimer_ = environment_.loop.schedule(retryPause, lifetime_.guard([this] { refresh(); }));
-    else if (isMissingInterface(error))
+    if (isMissingInterface(error) && ++timesMissing_ >= mostTimesMissing) {
         become(gone_);
+        return;
+    }
+    const Seconds pause = isStale_ ? environment_.patience : patience();
+    refreshTimer_ = environment_.loop.schedule(pause, lifetime_.guard([this] { refresh(); }));
+    ++failures_;
 }
 
 void Item::showPictures() {
     const bool calls =
         properties_.status == ItemStatus::needsAttention && !properties_.attentionIcon.isEmpty();
-    icon_.set(calls ? properties_.attentionIcon : properties_.icon, properties_.iconThemePath, look_.theme,
-              look_.side);
-    overlay_.set(properties_.overlayIcon, properties_.iconThemePath, look_.theme, look_.overlaySide);
+    std::vector<ItemPicture> icons = {properties_.icon};
+    if (calls)
+        icons.insert(icons.begin(), properties_.attentionIcon);
+    const auto request = [this](int side) {
+        return IconRequest{side, {}, properties_.iconThemePath, look_.theme, {}, address_.service};
+    };
+    icon_.set(std::move(icons), request(look_.side));
+    overlay_.set({properties_.overlayIcon}, request(look_.overlaySide));
 }
 
 void Item::setLook(const IconLook& look) {
@@ -169,7 +201,8 @@ void Item::setLook(const IconLook& look) {
 void Item::settle() {
     if (ready_)
         changed_.request();
-    else if (propertiesAreKnown_ && processIsKnown_ && icon_.isSettled() && overlay_.isSettled())
+    else if (propertiesAreKnown_ && processIsKnown_ &&
+             (!awaitsPictures_ || (icon_.isSettled() && overlay_.isSettled())))
         become(ready_);
 }
 
@@ -211,7 +244,7 @@ void Item::activate(int x, int y, std::function<void()> onRefused) {
     activating_ = environment_.bus->call(
         {address_.service, address_.path, interface(), "Activate", appendPlace, activationLimit},
         [onRefused = std::move(onRefused)](const auto& answer) {
-            if (!answer.message && !isSilence(answer.error) && !isMissingOwner(answer.error))
+            if (!answer.message && !dbus::isSilence(answer.error) && !isMissingOwner(answer.error))
                 onRefused();
         });
 }

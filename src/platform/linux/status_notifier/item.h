@@ -10,6 +10,7 @@
 #include "linux/status_notifier/item_properties.h"
 #include "linux/status_notifier/picture_source.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -26,6 +27,8 @@ public:
         EventLoop& loop;
         IconLoader& icons;
         std::shared_ptr<dbus::Bus> bus;
+        /// How long the first question waits for its answer, and the next one for the first.
+        Seconds patience = dbus::answerLimit;
     };
 
     /// `address` names the owner by its unique name.
@@ -35,14 +38,14 @@ public:
     Item& operator=(const Item&) = delete;
 
     const ItemAddress& address() const { return address_; }
-    /// True once enough is known to show it.
-    bool isReady() const { return ready_; }
     /// True once there is no such object any longer.
     bool isGone() const { return gone_; }
     /// Called when it has become ready or gone, and after each change in between. What is called may end the
     /// item.
     void setOnChange(std::function<void()> handler) { onChange_ = std::move(handler); }
     void setLook(const IconLook& look);
+    /// The program has told of a change, or given another sign of life.
+    void requestRefresh();
 
     const ItemProperties& properties() const { return properties_; }
     /// What to show at present: the icon, or the one for attention. It covers as many points as it has
@@ -70,10 +73,12 @@ private:
     std::string interface() const;
     void askForProcess();
     void listen();
-    void requestRefresh();
     void refresh();
     void refreshed(const dbus::Answer& answer);
     void refused(const std::string& error);
+    /// Of the present question and the pause after it: longer each time that nothing came of it.
+    Seconds patience() const;
+    bool isStuck() const;
     void showPictures();
     void settle();
     void become(bool& state);
@@ -94,12 +99,19 @@ private:
     PictureSource overlay_;
     bool ready_ = false;
     bool gone_ = false;
+    bool isAsking_ = false;
+    /// Questions in a row that came to nothing, and those of them that nobody was there to answer.
     int failures_ = 0;
+    int timesMissing_ = 0;
+    std::chrono::steady_clock::time_point askedAt_;
+    /// Its pictures are waited for before it is shown.
+    bool awaitsPictures_ = true;
     /// The program has told of a change since it was asked.
     bool isStale_ = false;
     std::function<void()> onChange_;
     PostedOnce changed_;
     std::shared_ptr<Timer> refreshTimer_;
+    std::shared_ptr<Timer> pictureTimer_;
     Registration refreshing_;
     Registration askingForProcess_;
     Registration activating_;

@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <map>
+#include <set>
+#include <string>
 
 namespace velmo::status_notifier {
 
@@ -20,9 +22,11 @@ public:
     ItemProperties read() {
         const auto& table = readers();
         reader_.dictionary([&](const std::string& name) {
-            if (const auto found = table.find(name); found != table.end())
+            // A property that comes again would be read, and its pictures scaled, again.
+            if (const auto found = table.find(name); found != table.end() && read_.insert(name).second)
                 found->second(*this);
         });
+        properties_.messageBytes = reader_.bytesRead();
         return std::move(properties_);
     }
 
@@ -76,8 +80,6 @@ private:
 
     std::optional<Bitmap> readPixmap(int side) {
         const auto pixmaps = readIconPixmaps(reader_);
-        for (const auto& pixmap : pixmaps)
-            properties_.pictureBytes += pixmap.bytes.size();
         const auto* best = bestIconPixmap(pixmaps, side);
         return best ? std::optional(scaledIcon(*best, side)) : std::nullopt;
     }
@@ -103,6 +105,7 @@ private:
     MessageReader reader_;
     int iconSide_;
     int overlaySide_;
+    std::set<std::string> read_;
     ItemProperties properties_;
 };
 

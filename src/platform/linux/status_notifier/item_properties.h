@@ -37,8 +37,8 @@ struct ItemProperties {
     std::string menuPath;
     bool itemIsMenu = false;
 
-    /// Bytes that the pictures took in the message.
-    std::size_t pictureBytes = 0;
+    /// How much had to be read to learn this.
+    std::size_t messageBytes = 0;
 };
 
 /// Reads the answer to a question for all properties. Those of a wrong type are as if they were missing.

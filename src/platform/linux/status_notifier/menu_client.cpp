@@ -134,7 +134,7 @@ void MenuClient::showIcon(std::int32_t id, const MenuIcon& icon) {
     if (icon.isEmpty() || known != pictures_.end() || loading_.contains(icon) ||
         pictures_.size() >= mostIcons || loading_.size() >= mostIcons)
         return;
-    IconRequest request{iconSide_, icon.name, iconFolder_, iconTheme_, icon.data};
+    IconRequest request{iconSide_, icon.name, iconFolder_, iconTheme_, icon.data, service_};
     loading_[icon] = icons_.load(request, [this, icon](const auto& picture) {
         pictures_[icon] = picture;
         loading_.erase(icon);

@@ -25,20 +25,31 @@ bool lookSame(const std::optional<Image>& left, const std::optional<Image>& righ
 PictureSource::PictureSource(IconLoader& loader, std::function<void()> onChange)
     : loader_(loader), onChange_(std::move(onChange)) {}
 
-void PictureSource::set(const ItemPicture& picture, const std::string& folder, const std::string& theme,
-                        int side) {
+void PictureSource::set(std::vector<ItemPicture> pictures, IconRequest request) {
     loading_ = {};
-    const auto pixmap = imageOf(picture.pixmap);
-    if (picture.name.empty()) {
-        settle(pixmap);
+    pictures_ = std::move(pictures);
+    request_ = std::move(request);
+    tryNext();
+}
+
+void PictureSource::tryNext() {
+    if (pictures_.empty()) {
+        settle(std::nullopt);
         return;
     }
-    IconRequest request;
-    request.side = side;
-    request.name = picture.name;
-    request.folder = folder;
-    request.theme = theme;
-    loading_ = loader_.load(request, [this, pixmap](const auto& icon) { settle(icon ? icon : pixmap); });
+    const auto picture = pictures_.front();
+    pictures_.erase(pictures_.begin());
+    const auto use = [this, pixmap = imageOf(picture.pixmap)](const std::optional<Image>& icon) {
+        if (icon || pixmap)
+            settle(icon ? icon : pixmap);
+        else
+            tryNext();
+    };
+    request_.name = picture.name;
+    if (picture.name.empty())
+        use(std::nullopt);
+    else
+        loading_ = loader_.load(request_, use);
 }
 
 void PictureSource::settle(const std::optional<Image>& image) {

@@ -6,7 +6,7 @@
 
 #include <functional>
 #include <optional>
-#include <string>
+#include <vector>
 
 namespace velmo::status_notifier {
 
@@ -15,17 +15,21 @@ class PictureSource {
 public:
     PictureSource(IconLoader& loader, std::function<void()> onChange);
 
-    /// `folder` is where the item's own icons lie, `side` is in pixels.
-    void set(const ItemPicture& picture, const std::string& folder, const std::string& theme, int side);
+    /// Of the pictures the first one that can be had. `request` is what is asked for each, but for its name.
+    void set(std::vector<ItemPicture> pictures, IconRequest request);
     /// Covers as many points as it has pixels.
     const std::optional<Image>& image() const { return image_; }
     /// False while the first image is being found.
     bool isSettled() const { return isSettled_; }
 
 private:
+    void tryNext();
     void settle(const std::optional<Image>& image);
 
     IconLoader& loader_;
+    /// Those that have not been tried yet, in the order of `set`.
+    std::vector<ItemPicture> pictures_;
+    IconRequest request_;
     std::function<void()> onChange_;
     std::optional<Image> image_;
     bool isSettled_ = false;

@@ -1,5 +1,7 @@
 #include "tool_tip_text.h"
 
+#include "linux/cut_text.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -15,12 +17,10 @@ constexpr std::array<std::string_view, 12> keptTags = {"b",  "i",  "u",      "br
                                                        "ol", "li", "strong", "em", "tt", "small"};
 constexpr std::array<std::string_view, 7> keptEntities = {"amp", "lt", "gt", "quot", "apos", "nbsp", "#39"};
 
-std::string cut(std::string text, std::size_t most) {
+std::string cut(const std::string& text, std::size_t most) {
     if (text.size() <= most)
         return text;
-    while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xc0) == 0x80)
-        --most;
-    return text.substr(0, most) + "\u2026";
+    return std::string(cutText(text, most)) + "\u2026";
 }
 
 void escape(std::string& result, char character) {

@@ -38,14 +38,15 @@ Watcher::Watcher(std::shared_ptr<dbus::Bus> bus, const std::string& family,
     const auto appendName = [this](sd_bus_message* message) {
         return sd_bus_message_append(message, "su", name_.c_str(), allowReplacement);
     };
-    claim_ = bus_->call({busName, busPath, busName, "RequestName", appendName}, [](const auto&) {});
+    claim_ = bus_->call({dbus::daemonName, dbus::daemonPath, dbus::daemonName, "RequestName", appendName},
+                        [](const auto&) {});
 }
 
 Watcher::~Watcher() {
     const auto appendName = [this](sd_bus_message* message) {
         return sd_bus_message_append(message, "s", name_.c_str());
     };
-    bus_->send({busName, busPath, busName, "ReleaseName", appendName});
+    bus_->send({dbus::daemonName, dbus::daemonPath, dbus::daemonName, "ReleaseName", appendName});
 }
 
 void Watcher::withdraw(const ItemAddress& item) {

@@ -3,14 +3,11 @@
 #include "linux/dbus/bus.h"
 #include "linux/status_notifier/item_address.h"
 
-#include <cstddef>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
-#include <vector>
 
 namespace velmo::status_notifier {
 

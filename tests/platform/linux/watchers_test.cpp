@@ -1,0 +1,163 @@
+#include "bus_session.h"
+
+#include <sys/types.h>
+
+#include <algorithm>
+#include <csignal>
+#include <thread>
+
+namespace velmo {
+
+namespace {
+
+using desktop::BusProgram;
+
+constexpr const char* usualItem = "/StatusNotifierItem";
+constexpr const char* watcherObject = "/StatusNotifierWatcher";
+constexpr const char* kdeWatcher = "org.kde.StatusNotifierWatcher";
+
+class Watchers : public BusSession {
+protected:
+    void SetUp() override {
+        BusSession::SetUp();
+        startHost();
+    }
+
+    /// Another program that plays the watcher, and knows these items.
+    std::unique_ptr<BusProgram> otherWatcher(const std::string& listedItem = {}) const {
+        auto watcher = program();
+        watcher->addItem(watcherObject, "none", kdeWatcher);
+        watcher->setProperty(watcherObject, "RegisteredStatusNotifierItems", [listedItem](auto* message) {
+            return listedItem.empty() ? sd_bus_message_append(message, "v", "as", 0)
+                                      : sd_bus_message_append(message, "v", "as", 1, listedItem.c_str());
+        });
+        watcher->requestName(kdeWatcher);
+        return watcher;
+    }
+};
+
+TEST_F(Watchers, YieldsToAnotherWatcherAndFollowsIt) {
+    const auto mine = programWithItem("mine");
+    auto watcher = otherWatcher();
+    EXPECT_TRUE(until([&] { return watcher->callsOf("RegisterStatusNotifierHost") == 1; }))
+        << "we are a host of the new watcher";
+    const auto other = program();
+    other->addItem(usualItem, "theirs");
+    const auto tell = [&](const std::string& member) {
+        watcher->emit("/StatusNotifierWatcher", "org.kde.StatusNotifierWatcher", member, [&](auto* message) {
+            return sd_bus_message_append(message, "s", (other->name() + usualItem).c_str());
+        });
+    };
+    tell("StatusNotifierItemRegistered");
+    ASSERT_TRUE(untilItems(2));
+    EXPECT_NE(item("theirs"), nullptr);
+    EXPECT_NE(item("mine"), nullptr) << "it is still there";
+    tell("StatusNotifierItemUnregistered");
+    EXPECT_TRUE(untilItems(1));
+    watcher.reset();
+    runFor(0.1);
+    const auto later = program();
+    later->addItem(usualItem, "later");
+    later->registerItem(usualItem);
+    EXPECT_TRUE(until([&] { return item("later") != nullptr; })) << "we are the watcher again";
+}
+
+TEST_F(Watchers, ListsItemsForOtherHosts) {
+    const auto owner = programWithItem("listed");
+    std::string output;
+    std::atomic<bool> done = false;
+    std::thread asking([&] {
+        output = desktop::outputOf({"busctl", "--user", "get-property", "org.kde.StatusNotifierWatcher",
+                                    "/StatusNotifierWatcher", "org.kde.StatusNotifierWatcher",
+                                    "RegisteredStatusNotifierItems", "IsStatusNotifierHostRegistered"},
+                                   {{"DBUS_SESSION_BUS_ADDRESS", bus_->address()}});
+        done = true;
+    });
+    EXPECT_TRUE(until([&] { return done.load(); }));
+    asking.join();
+    EXPECT_EQ(output, "as 1 \"" + owner->name() + "/StatusNotifierItem\"\nb true\n");
+}
+
+TEST_F(Watchers, ManyItemsComeAndGo) {
+    auto owner = program();
+    constexpr std::size_t count = 500;
+    for (std::size_t index = 0; index < count; ++index) {
+        owner->addItem("/Item" + std::to_string(index), "item" + std::to_string(index));
+        owner->registerItem("/Item" + std::to_string(index));
+    }
+    EXPECT_TRUE(until([&] { return items_.size() == count; }, 20));
+    owner.reset();
+    EXPECT_TRUE(untilItems(0));
+}
+
+TEST_F(Watchers, MalformedRegistrationsCostNothing) {
+    const auto owner = program();
+    for (const auto* text : {"", "/", "no dots", "org.example.Nobody", "//", ":1.99999", "a b/c"})
+        owner->registerItem(text);
+    const auto good = programWithItem("good");
+    EXPECT_TRUE(untilItems(1));
+}
+
+TEST_F(Watchers, AnotherOneLearnsOfAHostUnderANameOfItsOwn) {
+    const auto watcher = otherWatcher();
+    ASSERT_TRUE(until([&] { return watcher->callsOf("RegisterStatusNotifierHost") == 1; }));
+    const std::string host = "org.kde.StatusNotifierHost-" + std::to_string(getpid());
+    EXPECT_TRUE(watcher->wasCalled("RegisterStatusNotifierHost " + host)) << watcher->calls().back();
+    EXPECT_TRUE(watcher->isTaken(host));
+}
+
+TEST_F(Watchers, BesideOneThatRunsBeforeItsItemsAreShownAndItIsFollowedWhenItEnds) {
+    stopHost();
+    const auto other = program();
+    other->addItem("/Theirs", "theirs");
+    auto watcher = otherWatcher(other->name() + "/Theirs");
+    startHost();
+    ASSERT_TRUE(untilItems(1));
+    EXPECT_NE(item("theirs"), nullptr);
+    EXPECT_EQ(watcher->callsOf("RegisterStatusNotifierHost"), 1);
+    other->registerItem(usualItem);
+    EXPECT_TRUE(until([&] { return watcher->callsOf("RegisterStatusNotifierItem") == 1; }))
+        << "the name stays with the one that had it";
+    watcher.reset();
+    runFor(0.1);
+    EXPECT_NE(item("theirs"), nullptr) << "an item does not leave with the watcher";
+    const auto later = programWithItem("later");
+    EXPECT_EQ(items_.size(), 2U) << "we are the watcher now";
+}
+
+TEST_F(Watchers, AProgramThatFillsTheHostLeavesRoomForOthers) {
+    const auto greedy = program();
+    greedy->keepSilentOn("GetAll");
+    for (int index = 0; index < 1100; ++index) {
+        greedy->addItem("/Item" + std::to_string(index), "greedy");
+        greedy->registerItem("/Item" + std::to_string(index));
+    }
+    ASSERT_TRUE(until([&] { return greedy->callsOf("GetAll") >= 1000; }, 20));
+    const auto modest = programWithItem("modest");
+    const auto second = programWithItem("second");
+    EXPECT_EQ(items_.size(), 2U);
+}
+
+TEST_F(Watchers, AnItemSurvivesAStallInWhichTheBusHasAnswered) {
+    const auto owner = program();
+    owner->addItem(usualItem, "stalled");
+    owner->requestName("org.example.Stalled");
+    owner->registerItem("org.example.Stalled");
+    const auto unique = program();
+    unique->addItem(usualItem, "unique");
+    unique->registerItem(unique->name());
+    // The registrations have arrived, and the bus answers what they make us ask no sooner than we stall.
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    kill(bus_->id(), SIGSTOP);
+    runFor(0.1);
+    kill(bus_->id(), SIGCONT);
+    std::this_thread::sleep_for(std::chrono::milliseconds(3200));
+    ASSERT_TRUE(untilItems(2));
+    ASSERT_NE(item("stalled"), nullptr);
+    for (const auto* shown : items_)
+        EXPECT_EQ(shown->processIdentifier(), getpid()) << shown->application();
+}
+
+}  // namespace
+
+}  // namespace velmo
