@@ -109,12 +109,6 @@ xcb_window_t BarSession::coverBar() const {
     return window;
 }
 
-void BarSession::addToResources(const std::string& text) const {
-    xcb_change_property(x().raw(), XCB_PROP_MODE_APPEND, x().root(), XCB_ATOM_RESOURCE_MANAGER,
-                        XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(text.size()), text.data());
-    xcb_flush(x().raw());
-}
-
 Area BarSession::areaOnScreen(const x11::BarItem& item) const {
     auto shown = bar_->shownArea(item);
     shown.x += item.place()->x;

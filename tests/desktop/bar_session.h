@@ -35,7 +35,6 @@ protected:
     xcb_window_t makeIcon(std::uint8_t depth, const std::vector<std::uint32_t>& pixels) const;
     /// Hands the window to the tray and waits until it is in the bar.
     void dock(xcb_window_t window);
-    void addToResources(const std::string& text) const;
     /// A window of the test's own that lies over the bar, and hears of presses.
     xcb_window_t coverBar() const;
     /// In pixels of the root window.

@@ -94,6 +94,12 @@ void DesktopSession::stopServer() {
     server_->end();
 }
 
+void DesktopSession::addToResources(const std::string& text) const {
+    xcb_change_property(x().raw(), XCB_PROP_MODE_APPEND, x().root(), XCB_ATOM_RESOURCE_MANAGER,
+                        XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(text.size()), text.data());
+    xcb_flush(x().raw());
+}
+
 void DesktopSession::startWindowManager(const std::vector<std::string>& command) {
     programs_.push_back(run(command));
     ASSERT_TRUE(eventually([&] { return !x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK").empty(); }));
@@ -231,6 +237,18 @@ bool DesktopSession::isHidden(xcb_window_t window) const {
 bool DesktopSession::dividerIsExpanded() const {
     const auto place = x().area(divider());
     return place && place->width == 10000;
+}
+
+std::optional<Area> DesktopSession::panel() const {
+    const auto window = x().windowTitled("Velmo.Panel");
+    if (!window || !x().isViewable(*window))
+        return std::nullopt;
+    return x().area(*window);
+}
+
+void DesktopSession::openPanel() const {
+    click(toggle());
+    ASSERT_TRUE(eventually([&] { return panel().has_value(); }));
 }
 
 }  // namespace velmo::desktop

@@ -38,6 +38,8 @@ protected:
     /// Starts an X server with a screen of that size.
     void startServer(const std::string& screen = "1280x720x24", const std::vector<std::string>& options = {});
     void stopServer();
+    /// Settings of the display, a line each.
+    void addToResources(const std::string& text) const;
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
     /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
     void startSessionBus();
@@ -77,6 +79,10 @@ protected:
     /// There, and pushed off the left edge of the screen.
     bool isHidden(xcb_window_t window) const;
     bool dividerIsExpanded() const;
+    /// Where the panel of hidden items is, while it is shown.
+    std::optional<Area> panel() const;
+    /// By a click on the toggle, where that is what it does.
+    void openPanel() const;
 
     std::filesystem::path home_;
     Environment environment_;

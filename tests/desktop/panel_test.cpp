@@ -1,5 +1,9 @@
 #include "desktop_session.h"
 
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
 #include <cmath>
 
 namespace velmo::desktop {
@@ -29,62 +33,59 @@ protected:
         movePointer(farLeft, 300);
     }
 
-    std::optional<Area> panel() const {
-        const auto window = x().windowTitled("Velmo.Panel");
-        if (!window || !x().isViewable(*window))
-            return std::nullopt;
-        return x().area(*window);
-    }
-
-    void openPanel() {
-        click(toggle());
-        ASSERT_TRUE(eventually([&] { return panel().has_value(); }));
-    }
-
-    /// The middle of an entry of the panel, from the left.
-    Area entry(int index) const {
-        constexpr int iconWidth = 30;
-        constexpr int edge = 8;
-        constexpr int padding = 2;
-        constexpr int gap = 2;
-        const int width = iconWidth + 2 * padding;
-        return {panel()->x + edge + index * (width + gap) + padding, panel()->y, iconWidth, panel()->height};
-    }
-
-    std::vector<std::uint32_t> pixelsAround(int centreX, int centreY) const {
-        constexpr int reach = 4;
-        std::vector<std::uint32_t> pixels;
-        for (int y = -reach; y <= reach; ++y) {
-            for (int dx = -reach; dx <= reach; ++dx)
-                pixels.push_back(x().pixel(centreX + dx, centreY + y));
-        }
-        return pixels;
+    /// Presses the toggle, on which the pointer is, and returns how long the icons are revealed thereupon.
+    double revealTime() const {
+        using std::chrono::steady_clock;
+        const auto window = divider();
+        const auto width = [&] { return x().area(window)->width; };
+        const int before = width();
+        for (const auto type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE})
+            xcb_test_fake_input(x().raw(), type, 1, 0, x().root(), 0, 0, 0);
+        xcb_flush(x().raw());
+        const auto until = [&](bool isBefore) {
+            const auto limit = steady_clock::now() + milliseconds(8000);
+            while ((width() == before) != isBefore && steady_clock::now() < limit)
+                continue;
+            return steady_clock::now();
+        };
+        const auto revealed = until(false);
+        return std::chrono::duration<double, std::milli>(until(true) - revealed).count();
     }
 
     xcb_window_t keyboard_ = XCB_WINDOW_NONE;
     xcb_window_t clipboard_ = XCB_WINDOW_NONE;
 };
 
-TEST_F(HiddenItemsPanel, OpensUnderTheToggleWithATruePictureOfEachIcon) {
+TEST_F(HiddenItemsPanel, OpensUnderTheToggleAndHidesTheIconsAgain) {
     startWithHiddenIcons();
     openPanel();
     const auto below = *x().area(toggle());
     EXPECT_GE(panel()->y, below.y + below.height);
     EXPECT_EQ(panel()->x + panel()->width, 1280 - 8) << "kept inside of the screen";
-    EXPECT_TRUE(eventually([&] { return isHidden(keyboard_); }))
-        << "hidden again after its picture was taken";
+    EXPECT_TRUE(eventually([&] { return isHidden(keyboard_) && isHidden(clipboard_); }));
+}
 
-    // Left to right, as the icons lie in the bar: the one that was dragged there last comes first.
-    const bool clipboardIsLeft = x().area(clipboard_)->x < x().area(keyboard_)->x;
-    const auto pictured = entry(clipboardIsLeft ? 1 : 0);
-    const auto picture = pixelsAround(pictured.midX(), pictured.midY());
-    // Commands reveal in the bar, whatever a click does.
-    xdotool({"key", "Escape"});
-    ASSERT_TRUE(eventually([&] { return !panel(); }));
-    clickHolding("Alt_L", toggle());
-    ASSERT_TRUE(eventually([&] { return isOnScreen(keyboard_); }));
-    const auto icon = *x().area(keyboard_);
-    EXPECT_TRUE(eventually([&] { return pixelsAround(icon.midX(), icon.midY()) == picture; }));
+TEST_F(HiddenItemsPanel, RevealsTheIconsForNoLongerThanTheirPicturesTake) {
+    startWithHiddenIcons();
+    const auto place = *x().area(toggle());
+    movePointer(place.midX(), place.midY());
+    std::vector<double> times;
+    for (int round = 0; round < 3; ++round) {
+        times.push_back(revealTime());
+        ASSERT_TRUE(eventually([&] { return panel().has_value(); }));
+        xdotool({"key", "Escape"});
+        ASSERT_TRUE(eventually([&] { return !panel(); }));
+        // Younger pictures would be shown again.
+        xdotool({"sleep", "2.1"});
+    }
+    // Time for the bar's layout, and for the pictures.
+    constexpr double layout = 350;
+    constexpr double pictures = 50;
+    constexpr double precision = 5;
+    for (const double time : times)
+        EXPECT_GT(time, layout - precision);
+    EXPECT_LT(times.front(), layout + 2 * pictures) << "whatever has to be loaded for the first panel";
+    EXPECT_LT(*std::min_element(times.begin(), times.end()), layout + pictures);
 }
 
 TEST_F(HiddenItemsPanel, EscapeClosesIt) {
@@ -130,28 +131,6 @@ TEST_F(HiddenItemsPanel, TakesNoKeyboardFocus) {
     ASSERT_TRUE(eventually(otherIsActive));
     openPanel();
     EXPECT_TRUE(stays(otherIsActive, milliseconds(300)));
-}
-
-TEST_F(HiddenItemsPanel, ClickOnAPictureOpensThatProgramsOwnMenu) {
-    startWithHiddenIcons();
-    openPanel();
-    const bool clipboardIsLeft = x().area(clipboard_)->x < x().area(keyboard_)->x;
-    const auto pictured = entry(clipboardIsLeft ? 0 : 1);
-    const auto menuOfTheClipboard = [&] {
-        for (const auto window : x().children(x().root())) {
-            if (x().isViewable(window) &&
-                x().property(window, "WM_CLASS").find("Parcellite") != std::string::npos)
-                return true;
-        }
-        return false;
-    };
-    EXPECT_FALSE(menuOfTheClipboard());
-    xdotool({"mousemove", std::to_string(pictured.midX()), std::to_string(pictured.midY()), "click", "1"});
-    EXPECT_TRUE(eventually([&] { return !panel() && isOnScreen(clipboard_); }));
-    EXPECT_TRUE(eventually(menuOfTheClipboard));
-    // The pointer is left over the icon.
-    const auto icon = *x().area(clipboard_);
-    EXPECT_LT(std::abs(icon.midX() - x().pointer().first), 3);
 }
 
 TEST_F(HiddenItemsPanel, AlwaysHiddenIconsStandBehindADividerAndAreRevealedByAClick) {

@@ -112,13 +112,25 @@ bool XObserver::exists(xcb_window_t window) const {
 }
 
 std::uint32_t XObserver::pixel(int x, int y) const {
-    const auto cookie = xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_,
-                                      static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 1, 1, ~0U);
+    return pixels({x, y, 1, 1}).front();
+}
+
+std::vector<std::uint32_t> XObserver::pixels(const Area& area) const {
+    std::vector<std::uint32_t> result(static_cast<std::size_t>(area.width) *
+                                      static_cast<std::size_t>(area.height));
+    const auto cookie =
+        xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_, static_cast<std::int16_t>(area.x),
+                      static_cast<std::int16_t>(area.y), static_cast<std::uint16_t>(area.width),
+                      static_cast<std::uint16_t>(area.height), ~0U);
     const auto reply = owned(xcb_get_image_reply(connection_, cookie, nullptr));
     if (!reply)
-        return 0;
+        return result;
     const auto* bytes = xcb_get_image_data(reply.get());
-    return static_cast<std::uint32_t>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
+    for (auto& value : result) {
+        value = static_cast<std::uint32_t>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
+        bytes += 4;
+    }
+    return result;
 }
 
 std::optional<xcb_query_pointer_reply_t> XObserver::queryPointer() const {

@@ -47,6 +47,8 @@ public:
     bool exists(xcb_window_t window) const;
     /// 0xRRGGBB as the screen shows it.
     std::uint32_t pixel(int x, int y) const;
+    /// The same for all of an area that lies on the screen, row by row.
+    std::vector<std::uint32_t> pixels(const Area& area) const;
     /// Modifiers and locks that are down or on, as bits of the core protocol.
     std::uint16_t modifierState() const;
     /// Where the pointer is on the root window.

@@ -1,9 +1,10 @@
 // A Qt program with a tray icon, a tooltip and a menu. What happens to it goes, a line each, into the file
-// that its argument names.
+// that its argument names. With a second argument, "popup", a click opens the menu, too.
 
 #include <QAction>
 #include <QActionGroup>
 #include <QApplication>
+#include <QCursor>
 #include <QFile>
 #include <QMenu>
 #include <QPainter>
@@ -68,10 +69,13 @@ int main(int argc, char** argv) {
     icon.setToolTip(QStringLiteral("Sunny, 21 degrees"));
     icon.setContextMenu(&menu);
     QObject::connect(&icon, &QSystemTrayIcon::activated, [&](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger)
+        if (reason == QSystemTrayIcon::Trigger) {
             note(QStringLiteral("activated"));
-        else if (reason == QSystemTrayIcon::MiddleClick)
+            if (QApplication::arguments().value(2) == QStringLiteral("popup"))
+                menu.popup(QCursor::pos());
+        } else if (reason == QSystemTrayIcon::MiddleClick) {
             note(QStringLiteral("middle"));
+        }
     });
     icon.show();
     return QApplication::exec();

@@ -28,6 +28,7 @@ class Tray(wx.adv.TaskBarIcon):
     def __init__(self):
         super().__init__()
         self.SetIcon(picture(), "A wx program")
+        self.Bind(wx.adv.EVT_TASKBAR_LEFT_DOWN, lambda event: self.PopupMenu(self.CreatePopupMenu()))
 
     def CreatePopupMenu(self):
         menu = wx.Menu()
