@@ -93,6 +93,17 @@ TEST_F(SettingsByKeyboard, HidingTab) {
     EXPECT_TRUE(eventually([&] { return isShown("Velmo.AlwaysHiddenDivider"); }));
 }
 
+TEST_F(SettingsByKeyboard, BeginsAtTheTopOfATabThatWasClicked) {
+    next();
+    next();
+    const auto window = std::to_string(*settings());
+    xdotool({"mousemove", "--window", window, "190", "35", "click", "1"});
+    ASSERT_TRUE(stays([&] { return readDefaults().value("autoRehide", true); }, milliseconds(100)));
+    next();
+    press("space");
+    EXPECT_TRUE(comesToBe("autoRehide", false));
+}
+
 TEST_F(SettingsByKeyboard, RecordedShortcutsWorkAtOnceAndAfterARestart) {
     goToTab(1);
     for (int stop = 0; stop < 7; ++stop)

@@ -16,6 +16,11 @@ namespace {
 constexpr int stripPadding = 8;
 constexpr int tabGap = 4;
 
+bool hasKeyboard(const QWidget& page) {
+    const QWidget* focused = page.window()->focusWidget();
+    return focused != nullptr && page.isAncestorOf(focused);
+}
+
 }  // namespace
 
 /// What the tabs stand on, with a hairline below. The arrow keys go from tab to tab.
@@ -95,6 +100,9 @@ void TabViewNode::apply(const ViewContext& context) {
         if (isChosen)
             pages_[index]->nodes.update({children[index]}, context.forChildren(Qt::Vertical),
                                         pages_[index]->widget);
+        else if (hasKeyboard(pages_[index]->widget) && chosen() < tabs_.size())
+            // Left to itself the keyboard goes on to whichever control of the new page lies next in the chain.
+            tabs_[chosen()]->setFocus();
         pages_[index]->widget.setVisible(isChosen);
     }
 }
