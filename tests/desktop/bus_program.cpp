@@ -19,7 +19,7 @@ void check(int result, const char* what) {
         throw std::runtime_error(what);
 }
 
-std::string argument(sd_bus_message* message) {
+std::string argument(sd_bus_message* message, std::uint32_t& time) {
     char type = 0;
     const char* contents = nullptr;
     if (sd_bus_message_peek_type(message, &type, &contents) <= 0)
@@ -29,10 +29,14 @@ std::string argument(sd_bus_message* message) {
         sd_bus_message_read_basic(message, type, &text);
         return text;
     }
-    if (type == 'i' || type == 'u') {
+    if (type == 'u') {
+        sd_bus_message_read_basic(message, type, &time);
+        return "time";
+    }
+    if (type == 'i') {
         std::int32_t number = 0;
         sd_bus_message_read_basic(message, type, &number);
-        return type == 'i' ? std::to_string(number) : "time";
+        return std::to_string(number);
     }
     sd_bus_message_skip(message, type == 'v' ? "v" : nullptr);
     return "value";
@@ -105,6 +109,12 @@ void BusProgram::requestName(const std::string& name) {
 
 void BusProgram::releaseName(const std::string& name) {
     callBus("ReleaseName", [&](auto* message) { return sd_bus_message_append(message, "s", name.c_str()); });
+}
+
+bool BusProgram::ping(const std::string& name) {
+    const std::lock_guard lock(mutex_);
+    return sd_bus_call_method(bus_, name.c_str(), "/", "org.freedesktop.DBus.Peer", "Ping", nullptr, nullptr,
+                              nullptr) >= 0;
 }
 
 void BusProgram::addItem(const std::string& path, const std::string& id, const std::string& interface) {
@@ -188,6 +198,11 @@ int BusProgram::callsOf(const std::string& member) const {
     }));
 }
 
+std::uint32_t BusProgram::lastTime() const {
+    const std::lock_guard lock(mutex_);
+    return lastTime_;
+}
+
 BusProgram::Append BusProgram::pixmaps(const std::vector<int>& sides, std::uint32_t color) {
     return [sides, color](sd_bus_message* message) {
         int result = sd_bus_message_open_container(message, 'v', "a(iiay)");
@@ -215,7 +230,7 @@ int BusProgram::handle(sd_bus_message* message, void* context, sd_bus_error* err
 void BusProgram::note(sd_bus_message* message) {
     std::string call = sd_bus_message_get_member(message);
     while (sd_bus_message_at_end(message, 1) == 0)
-        call += " " + argument(message);
+        call += " " + argument(message, lastTime_);
     sd_bus_message_rewind(message, 1);
     calls_.push_back(call);
 }

@@ -44,6 +44,9 @@ public:
     void requestName(const std::string& name);
     void releaseName(const std::string& name);
 
+    /// Asks whoever has this name for a sign of life, and waits for it. False where none comes.
+    bool ping(const std::string& name);
+
     /// An item with an id, a red icon and the given interface, not yet registered.
     void addItem(const std::string& path, const std::string& id,
                  const std::string& interface = "org.kde.StatusNotifierItem");
@@ -68,6 +71,8 @@ public:
     std::vector<std::string> calls() const;
     bool wasCalled(const std::string& call) const;
     int callsOf(const std::string& member) const;
+    /// Of the last call that told one.
+    std::uint32_t lastTime() const;
 
     /// An icon of one colour, in network byte order.
     static Append pixmaps(const std::vector<int>& sides, std::uint32_t color);
@@ -102,6 +107,7 @@ private:
     std::set<std::string> silent_;
     std::set<std::string> refused_;
     std::vector<std::string> calls_;
+    std::uint32_t lastTime_ = 0;
     std::atomic<bool> ending_ = false;
     std::atomic<bool> paused_ = false;
     std::thread thread_;

@@ -12,6 +12,8 @@ using desktop::BusProgram;
 using status_notifier::MenuClient;
 using Entry = BusProgram::MenuEntry;
 using Mark = ExportedMenuEntry::Mark;
+using MarkState = ExportedMenuEntry::MarkState;
+using Outcome = MenuClient::Outcome;
 
 constexpr const char* menuInterface = "com.canonical.dbusmenu";
 constexpr std::uint32_t clickTime = 1234;
@@ -59,22 +61,29 @@ protected:
                      [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
     }
 
+    void changeProperty(std::int32_t id, const std::string& name, const std::string& value) {
+        owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [&](auto* message) {
+            return sd_bus_message_append(message, "a(ia{sv})a(ias)", 1, id, 1, name.c_str(), "s",
+                                         value.c_str(), 0);
+        });
+    }
+
     void ask() {
         menu_ = std::make_unique<MenuClient>(*items_.front(), 16, "", clickTime);
-        ready_ = false;
-        menu_->prepare([this] { ready_ = true; });
+        outcome_.reset();
+        menu_->prepare([this](auto outcome) { outcome_ = outcome; });
     }
 
     /// The menu, once it can be shown.
     const ExportedMenuEntry& shown(const Entry& root) {
         ask(root);
-        EXPECT_TRUE(until([&] { return ready_; }));
+        EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }));
         return menu_->root();
     }
 
     std::unique_ptr<BusProgram> owner_;
     std::unique_ptr<MenuClient> menu_;
-    bool ready_ = false;
+    std::optional<Outcome> outcome_;
 };
 
 TEST_F(ExportedMenus, TellOfEntriesAndSubmenus) {
@@ -100,9 +109,9 @@ TEST_F(ExportedMenus, TellOfEntriesAndSubmenus) {
     EXPECT_FALSE(menu.children[2].isEnabled);
     EXPECT_FALSE(menu.children[3].isVisible);
     EXPECT_EQ(menu.children[4].mark, Mark::check);
-    EXPECT_TRUE(menu.children[4].isMarked);
+    EXPECT_EQ(menu.children[4].markState, MarkState::on);
     EXPECT_EQ(menu.children[5].mark, Mark::radio);
-    EXPECT_FALSE(menu.children[5].isMarked);
+    EXPECT_EQ(menu.children[5].markState, MarkState::off);
     EXPECT_TRUE(menu.children[6].isSubmenu);
     EXPECT_EQ(menu.children[6].children[0].children[0].label, "Innermost");
     EXPECT_EQ(owner_->callsOf("AboutToShow"), 1) << "the program may prepare it";
@@ -125,11 +134,17 @@ TEST_F(ExportedMenus, TellTheProgramWhatHappens) {
     menu_->opened(2);
     menu_->closed(2);
     menu_->closed(0);
-    menu_->chosen(3);
+    menu_->chosen(3, clickTime + 1);
     for (const auto* call :
          {"Event 0 opened value time", "Event 2 opened value time", "AboutToShow 2",
           "Event 2 closed value time", "Event 0 closed value time", "Event 3 clicked value time"})
         EXPECT_TRUE(until([&] { return owner_->wasCalled(call); })) << call;
+    EXPECT_EQ(owner_->lastTime(), clickTime + 1) << "that of the choice";
+    menu_->opened(0);
+    EXPECT_TRUE(until([&] { return owner_->lastTime() == clickTime; }));
+    menu_->chosen(3, 0);
+    EXPECT_TRUE(until([&] { return owner_->callsOf("Event 3 clicked") == 2; }));
+    EXPECT_EQ(owner_->lastTime(), clickTime) << "where it is not known";
 }
 
 TEST_F(ExportedMenus, FollowChangesOfTheLayoutAndOfProperties) {
@@ -150,17 +165,35 @@ TEST_F(ExportedMenus, FollowChangesOfTheLayoutAndOfProperties) {
     EXPECT_EQ(menu.children[0].label, "") << "taken back";
 }
 
+TEST_F(ExportedMenus, DoNotKnowTheMarksThatTheirProgramDoesNot) {
+    const auto marked = [](std::int32_t id, std::int32_t state) {
+        return Entry{id, {{"toggle-type", std::string("checkmark")}, {"toggle-state", state}}, {}};
+    };
+    const Entry unsaid{3, {{"toggle-type", std::string("checkmark")}}, {}};
+    const auto& menu = shown({0, {}, {marked(1, -1), marked(2, 2), unsaid, marked(4, 1)}});
+    for (const std::size_t index : {0U, 1U, 2U})
+        EXPECT_EQ(menu.children[index].markState, MarkState::mixed) << index;
+    EXPECT_EQ(menu.children[3].markState, MarkState::on);
+}
+
 TEST_F(ExportedMenus, WithoutAnAnswerNothingIsShown) {
     owner_->keepSilentOn("GetLayout");
     ask({0, {}, {entry(1, "One")}});
-    runFor(3);
-    EXPECT_FALSE(ready_);
+    runFor(2);
+    EXPECT_FALSE(outcome_);
+    EXPECT_TRUE(until([&] { return outcome_ == Outcome::missing; }, 1));
+}
+
+TEST_F(ExportedMenus, ThatTheirProgramDoesNotHaveAreToldApart) {
+    owner_->refuse("GetLayout");
+    ask({0, {}, {entry(1, "One")}});
+    EXPECT_TRUE(until([&] { return outcome_ == Outcome::refused; }, 1));
 }
 
 TEST_F(ExportedMenus, AreShownWhereThePreparationIsNotAnswered) {
     owner_->keepSilentOn("AboutToShow");
     ask({0, {}, {entry(1, "One")}});
-    EXPECT_TRUE(until([&] { return ready_; }, 2));
+    EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }, 2));
 }
 
 TEST_F(ExportedMenus, WithNothingToShowAreNotShown) {
@@ -168,7 +201,27 @@ TEST_F(ExportedMenus, WithNothingToShowAreNotShown) {
     hidden.properties["visible"] = false;
     ask({0, {}, {hidden}});
     runFor(0.5);
-    EXPECT_FALSE(ready_);
+    EXPECT_FALSE(outcome_);
+    EXPECT_TRUE(until([&] { return outcome_ == Outcome::missing; }, 4));
+}
+
+TEST_F(ExportedMenus, ThatAreFilledLaterAreShownOnceTheyAre) {
+    ask({0, {}, {}});
+    ASSERT_TRUE(until([&] { return owner_->callsOf("GetLayout") == 1; }));
+    runFor(0.2);
+    EXPECT_FALSE(outcome_);
+    owner_->setMenu("/Menu", {0, {}, {entry(1, "One")}});
+    tellOfLayout();
+    EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }, 1));
+}
+
+TEST_F(ExportedMenus, ThatAreFilledTooLateDoNotComeByThemselves) {
+    ask({0, {}, {}});
+    ASSERT_TRUE(until([&] { return outcome_.has_value(); }, 4));
+    owner_->setMenu("/Menu", {0, {}, {entry(1, "One")}});
+    tellOfLayout();
+    runFor(0.5);
+    EXPECT_EQ(outcome_, Outcome::missing);
 }
 
 TEST_F(ExportedMenus, AreAskedForAgainWhereShowingASubmenuChangesThem) {
@@ -205,6 +258,100 @@ TEST_F(ExportedMenus, ShowPicturesThatComeAsFiles) {
     EXPECT_EQ((std::vector<std::uint8_t>(pixels.begin(), pixels.begin() + 4)),
               (std::vector<std::uint8_t>{255, 0, 0, 255}));
     EXPECT_FALSE(menu.children[1].icon);
+}
+
+TEST_F(ExportedMenus, KeepAPictureUntilTheNextOneIsThere) {
+    Entry named = entry(1, "Louder");
+    named.properties["icon-name"] = std::string("audio-volume-high-symbolic");
+    const auto& menu = shown({0, {}, {named}});
+    ASSERT_TRUE(until([&] { return menu.children[0].icon.has_value(); }));
+    bool blinked = false;
+    const auto pixels = [&] {
+        const auto& icon = menu.children[0].icon;
+        blinked = blinked || !icon;
+        return icon ? std::get<Bitmap>(icon->content).pixels : nullptr;
+    };
+    const auto first = pixels();
+    changeProperty(1, "icon-name", "audio-volume-low-symbolic");
+    ASSERT_TRUE(until([&] { return blinked || pixels() != first; }));
+    const auto second = pixels();
+    named.properties["icon-name"] = std::string("audio-volume-muted-symbolic");
+    owner_->setMenu("/Menu", {0, {}, {named}});
+    tellOfLayout();
+    EXPECT_TRUE(until([&] { return blinked || pixels() != second; }));
+    EXPECT_FALSE(blinked);
+    changeProperty(1, "icon-name", "no-such-icon");
+    EXPECT_TRUE(until([&] { return !menu.children[0].icon; })) << "the next one is none";
+}
+
+TEST_F(ExportedMenus, LoadPicturesHoweverManyThereHaveBeen) {
+    const auto pictured = [](int number) {
+        const std::string file =
+            "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"16\" height=\"16\">"
+            "<rect width=\"16\" height=\"16\" fill=\"rgb(0,0," +
+            std::to_string(number) + ")\"/></svg>";
+        Entry made = entry(number, "Pictured");
+        made.properties["icon-data"] = std::vector<std::uint8_t>(file.begin(), file.end());
+        return made;
+    };
+    const auto& menu = shown({0, {}, {pictured(1)}});
+    constexpr int step = 50;
+    for (int first = 1; first <= 250; first += step) {
+        Entry root{0, {}, {}};
+        for (int number = first; number < first + step; ++number)
+            root.children.push_back(pictured(number));
+        owner_->setMenu("/Menu", root);
+        tellOfLayout();
+        const int last = first + step - 1;
+        ASSERT_TRUE(until([&] { return menu.children.back().id == last && menu.children.back().icon; }));
+        const auto& pixels = *std::get<Bitmap>(menu.children.back().icon->content).pixels;
+        EXPECT_EQ(pixels[0], last);
+    }
+}
+
+TEST_F(ExportedMenus, AreAskedForAnewWhereMoreChangesThanTheyHaveEntries) {
+    const auto& menu = shown({0, {}, {entry(1, "One"), entry(2, "Two")}});
+    owner_->setMenu("/Menu", {0, {}, {entry(1, "One"), entry(2, "Deux")}});
+    owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [&](auto* message) {
+        sd_bus_message_open_container(message, 'a', "(ia{sv})");
+        for (std::size_t count = 0; count < status_notifier::mostMenuEntries; ++count)
+            sd_bus_message_append(message, "(ia{sv})", 1, 1, "label", "s", "Un");
+        sd_bus_message_append(message, "(ia{sv})", 2, 1, "label", "s", "Deux");
+        sd_bus_message_close_container(message);
+        return sd_bus_message_append(message, "a(ias)", 0);
+    });
+    EXPECT_TRUE(until([&] { return menu.children[0].label == "Un"; }));
+    EXPECT_EQ(menu.children[1].label, "Two");
+    EXPECT_TRUE(until([&] { return menu.children[1].label == "Deux"; }));
+    EXPECT_EQ(owner_->callsOf("GetLayout"), 2);
+}
+
+TEST_F(ExportedMenus, ThatChangeWithoutEndLeaveTheLoopFree) {
+    Entry root{0, {}, {}};
+    for (std::int32_t id = 1; id <= 1000; ++id)
+        root.children.push_back(entry(id, "Entry " + std::to_string(id)));
+    const auto& menu = shown(root);
+    for (int count = 0; count < 30; ++count) {
+        owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [&](auto* message) {
+            sd_bus_message_open_container(message, 'a', "(ia{sv})");
+            for (int index = 0; index < 40000; ++index)
+                sd_bus_message_append(message, "(ia{sv})", index < 39000 ? 5000 : 1000, 0);
+            sd_bus_message_close_container(message);
+            return sd_bus_message_append(message, "a(ias)", 0);
+        });
+    }
+    owner_->setMenu("/Menu", {0, {}, {entry(1, "The end")}});
+    tellOfLayout();
+    std::chrono::steady_clock::duration longest{};
+    ASSERT_TRUE(until(
+        [&] {
+            const auto start = std::chrono::steady_clock::now();
+            loop_.turn();
+            longest = std::max(longest, std::chrono::steady_clock::now() - start);
+            return menu.children.size() == 1;
+        },
+        30));
+    EXPECT_LT(longest, std::chrono::milliseconds(50));
 }
 
 TEST_F(ExportedMenus, AreCutWhereTheyHaveTooManyEntries) {

@@ -2,12 +2,15 @@
 
 #include "linux/qt/qt_menu.h"
 
+#include <QCoreApplication>
 #include <QIcon>
 #include <QImage>
+#include <QInputEvent>
 #include <QPainter>
 #include <QPixmap>
 #include <QPolygonF>
 #include <QSet>
+#include <QStyleOptionMenuItem>
 
 #include <optional>
 #include <utility>
@@ -15,6 +18,8 @@
 namespace velmo {
 
 namespace {
+
+using MarkState = ExportedMenuEntry::MarkState;
 
 /// Of the square that marks and icons are drawn in.
 constexpr int markSide = 16;
@@ -41,6 +46,16 @@ QString textOf(const ExportedMenuEntry& entry) {
     if (!entry.shortcut.empty())
         text += QLatin1Char('\t') + QString::fromStdString(entry.shortcut);
     return text;
+}
+
+const ExportedMenuEntry* findEntry(const ExportedMenuEntry& entry, std::int32_t id) {
+    if (entry.id == id)
+        return &entry;
+    for (const auto& child : entry.children) {
+        if (const auto* found = findEntry(child, id))
+            return found;
+    }
+    return nullptr;
 }
 
 /// An icon in the colours that texts have in menus, with the pointer on them and without.
@@ -74,22 +89,25 @@ QIcon iconOf(const Image& icon, const QPalette& palette, qreal ratio) {
     });
 }
 
-/// The mark of an entry: a tick, a dot where one of several is on, or the room for it.
+/// The mark of an entry: a tick, a dot where one of several is on, a dash where that is not known, or the
+/// room for them.
 QIcon markIcon(const ExportedMenuEntry& entry, const QPalette& palette, qreal ratio) {
     return inTextColors(palette, [&](const QColor& color) {
         QImage image((QSizeF(markSide, markSide) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(ratio);
         image.fill(Qt::transparent);
-        if (!entry.isMarked)
+        if (entry.markState == MarkState::off)
             return image;
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);
-        if (entry.mark == ExportedMenuEntry::Mark::radio) {
+        painter.setPen(QPen(color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        if (entry.markState == MarkState::mixed) {
+            painter.drawLine(QPointF(4, 8), QPointF(12, 8));
+        } else if (entry.mark == ExportedMenuEntry::Mark::radio) {
             painter.setPen(Qt::NoPen);
             painter.setBrush(color);
             painter.drawEllipse(QRectF(5, 5, 6, 6));
         } else {
-            painter.setPen(QPen(color, 1.7, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
             painter.drawPolyline(QPolygonF({{3.5, 8.5}, {6.5, 11.5}, {12.5, 4.5}}));
         }
         painter.end();
@@ -97,19 +115,79 @@ QIcon markIcon(const ExportedMenuEntry& entry, const QPalette& palette, qreal ra
     });
 }
 
+/// Knows the time of the last input, as the display server has it.
+class InputTime : public QObject {
+public:
+    InputTime() { QCoreApplication::instance()->installEventFilter(this); }
+
+    std::uint32_t last() const { return last_; }
+
+protected:
+    bool eventFilter(QObject* /*receiver*/, QEvent* event) override {
+        // Those that Qt passes on from one menu to another have none.
+        const auto time = event->isInputEvent() ? static_cast<QInputEvent*>(event)->timestamp() : 0;
+        if (time != 0)
+            last_ = static_cast<std::uint32_t>(time);
+        return false;
+    }
+
+private:
+    std::uint32_t last_ = 0;
+};
+
 }  // namespace
 
 ExportedMenuView::ExportedMenuView(ExportedMenu& menu, std::function<void(std::int32_t)> onChosen,
                                    QWidget* parent)
     : QMenu(parent), menu_(menu), onChosen_(std::move(onChosen)) {
-    connect(this, &QMenu::aboutToShow, this, [this] { menu_.opened(id_); });
+    connect(this, &QMenu::aboutToShow, this, [this] {
+        build();
+        menu_.opened(id_);
+    });
     connect(this, &QMenu::aboutToHide, this, [this] { menu_.closed(id_); });
+}
+
+void ExportedMenuView::build() {
+    const auto* entry = isBuilt_ ? nullptr : findEntry(menu_.root(), id_);
+    if (entry)
+        follow(*entry);
 }
 
 void ExportedMenuView::follow(const ExportedMenuEntry& entry) {
     id_ = entry.id;
+    isBuilt_ = true;
+    isFollowing_ = true;
     removeMissing(entry);
     arrange(entry);
+    isFollowing_ = false;
+    measure();
+}
+
+/// A menu that is seen measures all its entries whenever one of them changes.
+void ExportedMenuView::actionEvent(QActionEvent* event) {
+    if (!isFollowing_ || !isVisible()) {
+        QMenu::actionEvent(event);
+        return;
+    }
+    setAttribute(Qt::WA_WState_Visible, false);
+    QMenu::actionEvent(event);
+    setAttribute(Qt::WA_WState_Visible);
+    isOutgrown_ = true;
+}
+
+void ExportedMenuView::measure() {
+    if (!std::exchange(isOutgrown_, false))
+        return;
+    resize(sizeHint());
+    update();
+}
+
+/// What can be marked is told to assistive technologies, and has a mark of ours.
+void ExportedMenuView::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {
+    QMenu::initStyleOption(option, action);
+    option->checkType = QStyleOptionMenuItem::NotCheckable;
+    option->checked = false;
+    option->menuHasCheckableItems = false;
 }
 
 void ExportedMenuView::removeMissing(const ExportedMenuEntry& entry) {
@@ -142,7 +220,9 @@ void ExportedMenuView::arrange(const ExportedMenuEntry& entry) {
         const bool isNew = !shown.action;
         if (isNew) {
             shown.action = new QAction(this);
-            connect(shown.action, &QAction::triggered, this, [this, id = child.id] { onChosen_(id); });
+            // A menu lets go of all that it has been connected with when an action moves.
+            connect(shown.action, &QAction::triggered, shown.action,
+                    [this, id = child.id] { onChosen_(id); });
         }
         apply(shown, child);
         if (index < present.size() && present[index] == shown.action)
@@ -168,13 +248,16 @@ void ExportedMenuView::apply(Shown& shown, const ExportedMenuEntry& entry) {
 
 /// A mark takes the picture's place while it is on.
 void ExportedMenuView::applyPicture(Shown& shown, const ExportedMenuEntry& entry) const {
-    if (shown.mark == entry.mark && shown.isMarked == entry.isMarked && shown.icon == entry.icon)
+    if (shown.mark == entry.mark && shown.markState == entry.markState && shown.icon == entry.icon)
         return;
     shown.mark = entry.mark;
-    shown.isMarked = entry.isMarked;
+    shown.markState = entry.markState;
     shown.icon = entry.icon;
+    const bool canBeMarked = entry.mark != ExportedMenuEntry::Mark::none;
+    shown.action->setCheckable(canBeMarked);
+    shown.action->setChecked(entry.markState == MarkState::on);
     QIcon icon;
-    if (entry.mark != ExportedMenuEntry::Mark::none && (entry.isMarked || !entry.icon))
+    if (canBeMarked && (entry.markState != MarkState::off || !entry.icon))
         icon = markIcon(entry, palette(), devicePixelRatioF());
     else if (entry.icon)
         icon = iconOf(*entry.icon, palette(), devicePixelRatioF());
@@ -186,19 +269,25 @@ void ExportedMenuView::applySubmenu(Shown& shown, const ExportedMenuEntry& entry
     const bool hasSubmenu = entry.isSubmenu || !entry.children.empty();
     if (hasSubmenu && !shown.submenu) {
         shown.submenu = new ExportedMenuView(menu_, onChosen_, this);
+        shown.submenu->id_ = entry.id;
         shown.action->setMenu(shown.submenu);
     } else if (!hasSubmenu && shown.submenu) {
         shown.action->setMenu(nullptr);
         std::exchange(shown.submenu, nullptr)->deleteLater();
     }
-    if (shown.submenu)
+    if (shown.submenu && shown.submenu->isBuilt_)
         shown.submenu->follow(entry);
 }
 
 void showExportedMenu(ExportedMenu& menu, const QPoint& place) {
     std::optional<std::int32_t> chosen;
+    std::uint32_t time = 0;
     {
-        ExportedMenuView view(menu, [&chosen](std::int32_t id) { chosen = id; });
+        const InputTime input;
+        ExportedMenuView view(menu, [&](std::int32_t id) {
+            chosen = id;
+            time = input.last();
+        });
         // Its scale is that of the screen it will be on.
         view.ensurePolished();
         view.follow(menu.root());
@@ -212,7 +301,7 @@ void showExportedMenu(ExportedMenu& menu, const QPoint& place) {
         menu.setOnChange(nullptr);
     }
     if (chosen && !menu.hasEnded())
-        menu.chosen(*chosen);
+        menu.chosen(*chosen, time);
 }
 
 }  // namespace velmo

@@ -24,15 +24,23 @@ public:
     /// Becomes the menu of this entry.
     void follow(const ExportedMenuEntry& entry);
 
+protected:
+    void actionEvent(QActionEvent* event) override;
+    void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override;
+
 private:
+    /// A submenu gets its entries when it is about to be seen.
+    void build();
+
     struct Shown {
         QAction* action = nullptr;
         std::optional<Image> icon;
         ExportedMenuEntry::Mark mark = ExportedMenuEntry::Mark::none;
-        bool isMarked = false;
+        ExportedMenuEntry::MarkState markState = ExportedMenuEntry::MarkState::mixed;
         ExportedMenuView* submenu = nullptr;
     };
 
+    void measure();
     void removeMissing(const ExportedMenuEntry& entry);
     void arrange(const ExportedMenuEntry& entry);
     void apply(Shown& shown, const ExportedMenuEntry& entry);
@@ -43,6 +51,10 @@ private:
     ExportedMenu& menu_;
     std::function<void(std::int32_t)> onChosen_;
     std::int32_t id_ = 0;
+    bool isBuilt_ = false;
+    bool isFollowing_ = false;
+    /// A change of an entry has not been measured yet.
+    bool isOutgrown_ = false;
     /// By the entry's id.
     QHash<std::int32_t, Shown> shown_;
 };

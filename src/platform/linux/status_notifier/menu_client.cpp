@@ -12,10 +12,10 @@ namespace {
 /// A program may prepare its menu before it is shown; one that does not answer is not waited for.
 constexpr Seconds aboutToShowLimit = 0.5;
 constexpr Seconds layoutLimit = 2;
+/// Between changes of the whole menu.
 constexpr Seconds fetchPause = 0.05;
 /// The menu comes without the pictures that take longer.
 constexpr Seconds iconLimit = 0.3;
-constexpr std::size_t mostIcons = 200;
 constexpr std::size_t mostAsked = 50;
 
 bool hasEntryToShow(const ExportedMenuEntry& root) {
@@ -23,26 +23,31 @@ bool hasEntryToShow(const ExportedMenuEntry& root) {
                        [](const auto& entry) { return entry.isVisible && !entry.isSeparator; });
 }
 
+bool isMissing(const std::string& error) {
+    return error == SD_BUS_ERROR_UNKNOWN_OBJECT || error == SD_BUS_ERROR_UNKNOWN_INTERFACE ||
+           error == SD_BUS_ERROR_UNKNOWN_METHOD;
+}
+
 }  // namespace
 
 MenuClient::MenuClient(const Item& item, int iconSide, std::string iconTheme, std::uint32_t time)
     : loop_(item.environment().loop),
-      icons_(item.environment().icons),
       bus_(item.environment().bus),
       service_(item.address().service),
       path_(item.properties().menuPath),
-      iconFolder_(item.properties().iconThemePath),
-      iconSide_(iconSide),
-      iconTheme_(std::move(iconTheme)),
       time_(time),
+      pictures_(item.environment().icons,
+                {iconSide, {}, item.properties().iconThemePath, std::move(iconTheme), {}, service_}, layout_,
+                [this] { picturesCame(); }),
+      changesLeft_(mostMenuEntries),
       changed_(loop_,
                [this] {
                    if (const auto handler = onChange_)
                        handler();
                }),
-      ready_(loop_, [this] {
-          if (const auto handler = std::exchange(onReady_, nullptr))
-              handler();
+      told_(loop_, [this] {
+          if (const auto handler = std::exchange(onOutcome_, nullptr))
+              handler(*outcome_);
       }) {
     listen();
 }
@@ -56,25 +61,31 @@ void MenuClient::listen() {
     const std::string rule = "type='signal',sender='" + service_ + "',path='" + path_ + "',interface='" +
                              menuInterface + "',member='";
     signals_.push_back(bus_->onSignal(rule + "LayoutUpdated'", [this](sd_bus_message*) { requestLayout(); }));
-    signals_.push_back(bus_->onSignal(rule + "ItemsPropertiesUpdated'", [this](sd_bus_message* message) {
-        if (!isKnown_ || !applyMenuChanges(message, layout_))
-            return;
-        loadIcons();
-        changed_.request();
-    }));
+    signals_.push_back(bus_->onSignal(rule + "ItemsPropertiesUpdated'",
+                                      [this](sd_bus_message* message) { applyChanges(message); }));
 }
 
-void MenuClient::prepare(std::function<void()> onReady) {
-    onReady_ = std::move(onReady);
+void MenuClient::prepare(std::function<void(Outcome)> onOutcome) {
+    onOutcome_ = std::move(onOutcome);
+    comingLimit_ =
+        loop_.schedule(aboutToShowLimit + layoutLimit, lifetime_.guard([this] { tell(Outcome::missing); }));
     auto aboutToShow =
         call("AboutToShow", [](sd_bus_message* message) { return sd_bus_message_append(message, "i", 0); });
     aboutToShow.limit = aboutToShowLimit;
     fetching_ = bus_->call(aboutToShow, [this](const auto&) { fetch(); });
 }
 
+void MenuClient::tell(Outcome outcome) {
+    if (outcome_)
+        return;
+    outcome_ = outcome;
+    comingLimit_->invalidate();
+    told_.request();
+}
+
 void MenuClient::end() {
     ended_ = true;
-    onReady_ = nullptr;
+    onOutcome_ = nullptr;
     changed_.request();
 }
 
@@ -101,55 +112,52 @@ void MenuClient::fetched(const dbus::Answer& answer) {
         if (isStale_)
             fetch();
     }));
+    if (isMissing(answer.error))
+        tell(Outcome::refused);
     auto layout = answer.message ? readMenuLayout(answer.message) : std::nullopt;
     if (!layout)
         return;
-    layout_ = std::move(*layout);
-    loadIcons();
+    isKnown_ = true;
+    pictures_.replaceLayout(std::move(*layout));
     changed_.request();
-    if (std::exchange(isKnown_, true) || !hasEntryToShow(layout_.root))
-        return;
-    if (loading_.empty())
-        becomeReady();
+    if (!isFilled_ && hasEntryToShow(layout_.root()))
+        becomeFilled();
+}
+
+void MenuClient::becomeFilled() {
+    isFilled_ = true;
+    comingLimit_->invalidate();
+    if (pictures_.areLoading())
+        comingLimit_ = loop_.schedule(iconLimit, lifetime_.guard([this] { tell(Outcome::ready); }));
     else
-        loop_.schedule(iconLimit, lifetime_.guard([this] { becomeReady(); }));
+        tell(Outcome::ready);
 }
 
-void MenuClient::becomeReady() {
-    if (onReady_)
-        ready_.request();
+void MenuClient::picturesCame() {
+    changed_.request();
+    if (isFilled_ && !pictures_.areLoading())
+        tell(Outcome::ready);
 }
 
-void MenuClient::loadIcons() {
-    for (const auto& [id, icon] : layout_.icons)
-        showIcon(id, icon);
-}
-
-void MenuClient::showIcon(std::int32_t id, const MenuIcon& icon) {
-    auto* entry = layout_.find(id);
-    if (!entry)
+void MenuClient::applyChanges(sd_bus_message* message) {
+    if (!isKnown_)
         return;
-    const auto known = pictures_.find(icon);
-    entry->icon = known == pictures_.end() ? std::nullopt : known->second;
-    if (icon.isEmpty() || known != pictures_.end() || loading_.contains(icon) ||
-        pictures_.size() >= mostIcons || loading_.size() >= mostIcons)
-        return;
-    IconRequest request{iconSide_, icon.name, iconFolder_, iconTheme_, icon.data, service_};
-    loading_[icon] = icons_.load(request, [this, icon](const auto& picture) {
-        pictures_[icon] = picture;
-        loading_.erase(icon);
-        for (const auto& [other, otherIcon] : layout_.icons) {
-            if (pictures_.contains(otherIcon))
-                showIcon(other, otherIcon);
-        }
+    const auto changes = applyMenuChanges(message, layout_, changesLeft_);
+    changesLeft_ -= changes.count;
+    if (!changePause_ || !changePause_->isValid())
+        changePause_ =
+            loop_.schedule(fetchPause, lifetime_.guard([this] { changesLeft_ = mostMenuEntries; }));
+    // What is too much is left to the next layout.
+    if (!changes.isComplete)
+        requestLayout();
+    for (const auto id : changes.entries)
+        pictures_.follow(id);
+    if (!changes.entries.empty())
         changed_.request();
-        if (loading_.empty())
-            becomeReady();
-    });
 }
 
 void MenuClient::opened(std::int32_t id) {
-    sendEvent(id, "opened");
+    sendEvent(id, "opened", time_);
     if (id != 0)
         askAboutToShow(id);
     // Submenus that are filled only when somebody wants them.
@@ -172,16 +180,16 @@ void MenuClient::askAboutToShow(std::int32_t id) {
 }
 
 void MenuClient::closed(std::int32_t id) {
-    sendEvent(id, "closed");
+    sendEvent(id, "closed", time_);
 }
 
-void MenuClient::chosen(std::int32_t id) {
-    sendEvent(id, "clicked");
+void MenuClient::chosen(std::int32_t id, std::uint32_t time) {
+    sendEvent(id, "clicked", time == 0 ? time_ : time);
 }
 
-void MenuClient::sendEvent(std::int32_t id, const std::string& event) const {
-    bus_->send(call("Event", [&, this](sd_bus_message* message) {
-        return sd_bus_message_append(message, "isvu", id, event.c_str(), "i", 0, time_);
+void MenuClient::sendEvent(std::int32_t id, const std::string& event, std::uint32_t time) const {
+    bus_->send(call("Event", [&](sd_bus_message* message) {
+        return sd_bus_message_append(message, "isvu", id, event.c_str(), "i", 0, time);
     }));
 }
 

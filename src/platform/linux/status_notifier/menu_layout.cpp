@@ -3,7 +3,6 @@
 #include "linux/dbus/message_reader.h"
 
 #include <cctype>
-#include <set>
 #include <utility>
 
 namespace velmo::status_notifier {
@@ -11,9 +10,11 @@ namespace velmo::status_notifier {
 namespace {
 
 using dbus::MessageReader;
+using MarkState = ExportedMenuEntry::MarkState;
 
 constexpr std::size_t longestLabel = 500;
 constexpr std::size_t mostIconBytes = 1 << 16;
+constexpr std::size_t mostIconBytesOfMenu = 1 << 22;
 
 struct Target {
     ExportedMenuEntry& entry;
@@ -61,6 +62,13 @@ ExportedMenuEntry::Mark readMark(MessageReader& reader) {
     return type == "radio" ? ExportedMenuEntry::Mark::radio : ExportedMenuEntry::Mark::none;
 }
 
+MarkState readMarkState(MessageReader& reader) {
+    const auto state = reader.integer();
+    if (state == 0)
+        return MarkState::off;
+    return state == 1 ? MarkState::on : MarkState::mixed;
+}
+
 std::string readData(MessageReader& reader) {
     const auto bytes = reader.bytes();
     if (!bytes || bytes->size() > mostIconBytes)
@@ -81,7 +89,7 @@ void readProperty(MessageReader& reader, const std::string& name, const Target& 
     else if (name == "toggle-type")
         entry.mark = readMark(reader);
     else if (name == "toggle-state")
-        entry.isMarked = reader.integer() == 1;
+        entry.markState = readMarkState(reader);
     else if (name == "shortcut")
         entry.shortcut = readShortcut(reader);
     else if (name == "children-display")
@@ -107,7 +115,7 @@ void resetProperty(const std::string& name, const Target& target) {
     else if (name == "toggle-type")
         entry.mark = fresh.mark;
     else if (name == "toggle-state")
-        entry.isMarked = fresh.isMarked;
+        entry.markState = fresh.markState;
     else if (name == "shortcut")
         entry.shortcut = fresh.shortcut;
     else if (name == "children-display")
@@ -123,9 +131,11 @@ public:
     explicit LayoutReader(sd_bus_message* message) : reader_(message) {}
 
     std::optional<MenuLayout> read() {
+        ExportedMenuEntry root;
         reader_.skip();
-        if (reader_.hasFailed() || !readEntry(layout_.root, 0))
+        if (reader_.hasFailed() || !readEntry(root, 0))
             return std::nullopt;
+        layout_.setRoot(std::move(root));
         return std::move(layout_);
     }
 
@@ -141,8 +151,7 @@ private:
             entry.id = static_cast<std::int32_t>(*id);
             MenuIcon icon;
             reader_.dictionary([&](const std::string& name) { readProperty(reader_, name, {entry, icon}); });
-            if (!icon.isEmpty())
-                layout_.icons.emplace(entry.id, std::move(icon));
+            layout_.setIcon(entry.id, std::move(icon));
             readChildren(entry, depth + 1);
         });
         return isWanted;
@@ -172,38 +181,70 @@ private:
     std::size_t count_ = 0;
 };
 
-ExportedMenuEntry* findEntry(ExportedMenuEntry& entry, std::int32_t id) {
-    if (entry.id == id)
-        return &entry;
-    for (auto& child : entry.children) {
-        if (auto* found = findEntry(child, id))
-            return found;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
+void MenuLayout::setRoot(ExportedMenuEntry root) {
+    root_ = std::move(root);
+    entries_.clear();
+    addEntriesOf(root_);
+}
+
+void MenuLayout::addEntriesOf(ExportedMenuEntry& parent) {
+    for (auto& child : parent.children) {
+        entries_[child.id] = &child;
+        addEntriesOf(child);
+    }
+}
+
 ExportedMenuEntry* MenuLayout::find(std::int32_t id) {
-    return findEntry(root, id);
+    const auto found = entries_.find(id);
+    if (found != entries_.end())
+        return found->second;
+    return id == root_.id ? &root_ : nullptr;
+}
+
+void MenuLayout::setIcon(std::int32_t id, MenuIcon icon) {
+    takeIcon(id);
+    if (iconBytes_ + icon.data.size() > mostIconBytesOfMenu)
+        icon.data.clear();
+    if (icon.isEmpty())
+        return;
+    iconBytes_ += icon.data.size();
+    icons_[id] = std::move(icon);
+}
+
+MenuIcon MenuLayout::takeIcon(std::int32_t id) {
+    auto taken = icons_.extract(id);
+    if (taken.empty())
+        return {};
+    iconBytes_ -= taken.mapped().data.size();
+    return std::move(taken.mapped());
 }
 
 std::optional<MenuLayout> readMenuLayout(sd_bus_message* message) {
     return LayoutReader(message).read();
 }
 
-bool applyMenuChanges(sd_bus_message* message, MenuLayout& layout) {
+MenuChanges applyMenuChanges(sd_bus_message* message, MenuLayout& layout, std::size_t most) {
     MessageReader reader(message);
-    bool concerns = false;
+    MenuChanges changes;
     const auto eachEntry = [&](const auto& readChanges) {
         reader.array([&] {
+            if (changes.count == most) {
+                changes.isComplete = false;
+                reader.abandon();
+                return false;
+            }
+            ++changes.count;
             reader.structure([&] {
                 const auto id = reader.integer();
                 auto* entry = id ? layout.find(static_cast<std::int32_t>(*id)) : nullptr;
                 if (!entry)
                     return;
-                concerns = true;
-                readChanges(Target{*entry, layout.icons[entry->id]});
+                MenuIcon icon = layout.takeIcon(entry->id);
+                readChanges(Target{*entry, icon});
+                layout.setIcon(entry->id, std::move(icon));
+                changes.entries.insert(entry->id);
             });
             return true;
         });
@@ -217,7 +258,7 @@ bool applyMenuChanges(sd_bus_message* message, MenuLayout& layout) {
             return true;
         });
     });
-    return concerns;
+    return changes;
 }
 
 }  // namespace velmo::status_notifier

@@ -14,6 +14,7 @@ namespace velmo {
 /// entries.
 struct ExportedMenuEntry {
     enum class Mark { none, check, radio };
+    enum class MarkState { off, on, mixed };
 
     std::int32_t id = 0;
     bool isSeparator = false;
@@ -22,7 +23,8 @@ struct ExportedMenuEntry {
     bool isEnabled = true;
     bool isVisible = true;
     Mark mark = Mark::none;
-    bool isMarked = false;
+    /// Of an entry that can be marked. A program that says nothing of it does not know it.
+    MarkState markState = MarkState::mixed;
     /// As it is shown, e.g. "Ctrl+Q"; empty for none.
     std::string shortcut;
     /// A bitmap that covers as many points as it has pixels.
@@ -45,7 +47,8 @@ public:
     /// A menu, or the root with 0, is about to be shown.
     virtual void opened(std::int32_t id) = 0;
     virtual void closed(std::int32_t id) = 0;
-    virtual void chosen(std::int32_t id) = 0;
+    /// `time` is that of the choice, as the display server has it; 0 where that is not known.
+    virtual void chosen(std::int32_t id, std::uint32_t time) = 0;
 };
 
 }  // namespace velmo

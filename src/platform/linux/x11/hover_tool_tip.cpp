@@ -11,8 +11,9 @@ constexpr Seconds toolTipPause = 0.7;
 
 }  // namespace
 
-HoverToolTip::HoverToolTip(MenuBar& bar, const BarItem& item, std::function<void(int x, int y)> show)
-    : bar_(bar), item_(item), show_(std::move(show)) {}
+HoverToolTip::HoverToolTip(MenuBar& bar, const BarItem& item, std::function<std::string()> text,
+                           ShowFunction showFunction)
+    : bar_(bar), item_(item), text_(std::move(text)), showFunction_(showFunction) {}
 
 HoverToolTip::~HoverToolTip() {
     end();
@@ -28,14 +29,28 @@ void HoverToolTip::pointerEntered() {
 void HoverToolTip::end() {
     if (delay_)
         delay_->invalidate();
-    bar_.toolkit().hideToolTip();
+    // There may be one of somebody else.
+    if (!std::exchange(shown_, {}).empty())
+        bar_.toolkit().hideToolTip();
 }
 
-void HoverToolTip::show() const {
-    if (!item_.place() || bar_.toolkit().isMenuOpen() || bar_.toolkit().isExportedMenuOpen())
+void HoverToolTip::update() {
+    if (shown_.empty())
         return;
+    if (text_().empty())
+        end();
+    else
+        show();
+}
+
+void HoverToolTip::show() {
+    const auto text = text_();
+    if (text.empty() || text == shown_ || !item_.place() || bar_.toolkit().isMenuOpen() ||
+        bar_.toolkit().isExportedMenuOpen())
+        return;
+    shown_ = text;
     const PixelRect area = bar_.onRoot(*item_.place());
-    show_(area.x, area.y + area.height);
+    (bar_.toolkit().*showFunction_)(text, area.x, area.y + area.height);
 }
 
 }  // namespace velmo::x11

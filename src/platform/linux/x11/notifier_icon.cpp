@@ -33,7 +33,8 @@ NotifierIcon::NotifierIcon(MenuBar& bar, status_notifier::Item& item)
       spacing_(bar.itemSpacing()),
       item_(item),
       painting_(connection_.loop(), [this] { paint(); }),
-      toolTip_(bar, *this, [this](int x, int y) { showToolTip(x, y); }) {
+      toolTip_(
+          bar, *this, [this] { return toolTip(); }, &LazyToolkit::showRichToolTip) {
     const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
                                XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
     xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_EVENT_MASK, &mask);
@@ -50,7 +51,8 @@ NotifierIcon::~NotifierIcon() {
 }
 
 void NotifierIcon::follow() {
-    painting_.request();
+    change();
+    toolTip_.update();
     const auto& title = item_.properties().title;
     if (title != title_) {
         title_ = title;
@@ -73,8 +75,9 @@ int NotifierIcon::preferredWidth() const {
 
 std::optional<BarItem::Content> NotifierIcon::content() const {
     auto content = BarItem::content();
-    if (!content || icon_.id() == XCB_PIXMAP_NONE)
+    if (!content)
         return std::nullopt;
+    updateIcon();
     content->pixmap = icon_.id();
     return content;
 }
@@ -164,14 +167,22 @@ void NotifierIcon::openMenu(int x, int y) {
     // In the place of one that was asked for and has not come.
     menu_ =
         std::make_shared<MenuClient>(item_, appearance.pixels(menuIconSide), appearance.iconTheme, lastTime_);
-    menu_->prepare([this] { showMenu(); });
+    menu_->prepare([this, x, y](auto outcome) { menuCame(outcome, x, y); });
+}
+
+void NotifierIcon::menuCame(MenuClient::Outcome outcome, int x, int y) {
+    // Hidden meanwhile, it has no place for a menu.
+    if (outcome == MenuClient::Outcome::ready && place() && !isOffScreen() && !bar_.toolkit().isMenuOpen() &&
+        !bar_.toolkit().isExportedMenuOpen()) {
+        showMenu();
+        return;
+    }
+    menu_ = nullptr;
+    if (outcome == MenuClient::Outcome::refused)
+        item_.contextMenu(x, y);
 }
 
 void NotifierIcon::showMenu() {
-    // Hidden meanwhile, it has no place for a menu.
-    if (!place() || place()->x + place()->width <= 0 || bar_.toolkit().isMenuOpen() ||
-        bar_.toolkit().isExportedMenuOpen())
-        return;
     // The item may end while the menu is open.
     const auto menu = menu_;
     const PixelRect area = bar_.onRoot(*place());
@@ -188,22 +199,47 @@ void NotifierIcon::showMenu() {
     setOpen(false);
 }
 
+void NotifierIcon::change() {
+    iconIsKnown_ = false;
+    painting_.request();
+}
+
+bool NotifierIcon::isOffScreen() const {
+    return !place() || place()->x + place()->width <= 0;
+}
+
+/// It is painted before it can be seen as it was.
+void NotifierIcon::moved() {
+    if (unpainted_ && !isOffScreen())
+        paint();
+}
+
 void NotifierIcon::paint() {
-    if (!place()) {
+    // Off the screen nobody looks.
+    unpainted_ = isOffScreen();
+    if (unpainted_) {
         // The release of a press goes nowhere once the window is hidden.
-        pressedButton_ = 0;
+        if (!place())
+            pressedButton_ = 0;
         return;
     }
-    Canvas canvas(place()->width, place()->height);
-    drawIcon(canvas);
+    updateIcon();
     const auto& painting = bar_.painting();
-    icon_ = painting.uploadAlpha(canvas);
     const bool isHighlighted = pressedButton_ != 0 || menuIsOpen_;
     const Pixmap highlighted = isHighlighted ? highlight() : Pixmap();
     painting.setBackground(
         window(),
-        painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), canvas.width(), canvas.height(),
-                         icon_.id(), painting.alphaFormat(), {0, 0, canvas.width(), canvas.height()}));
+        painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), place()->width, place()->height,
+                         icon_.id(), painting.alphaFormat(), {0, 0, place()->width, place()->height}));
+}
+
+void NotifierIcon::updateIcon() const {
+    if (iconIsKnown_)
+        return;
+    iconIsKnown_ = true;
+    Canvas canvas(place()->width, place()->height);
+    drawIcon(canvas);
+    icon_ = bar_.painting().uploadAlpha(canvas);
 }
 
 /// The bar as it looks behind an item that is in use.
@@ -237,13 +273,10 @@ void NotifierIcon::drawIcon(Canvas& canvas) const {
     }
 }
 
-void NotifierIcon::showToolTip(int x, int y) const {
+std::string NotifierIcon::toolTip() const {
     const auto& properties = item_.properties();
     auto markup = status_notifier::toolTipMarkup(properties.toolTipTitle, properties.toolTipDescription);
-    if (markup.empty())
-        markup = status_notifier::toolTipMarkup(properties.title, {});
-    if (!markup.empty())
-        bar_.toolkit().showRichToolTip(markup, x, y);
+    return markup.empty() ? status_notifier::toolTipMarkup(properties.title, {}) : markup;
 }
 
 }  // namespace velmo::x11

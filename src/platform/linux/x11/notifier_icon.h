@@ -28,12 +28,13 @@ public:
     bool isOurs() const override { return false; }
     bool isShown() const override;
     int preferredWidth() const override;
-    void appearanceChanged() override { painting_.request(); }
+    void appearanceChanged() override { change(); }
     std::optional<Content> content() const override;
     WindowListEntry describe() const override;
 
 protected:
-    void resized() override { painting_.request(); }
+    void resized() override { change(); }
+    void moved() override;
 
 private:
     void handle(const xcb_generic_event_t& event);
@@ -42,11 +43,16 @@ private:
     void clicked(xcb_button_t button, int x, int y);
     void provideActivationToken();
     void openMenu(int x, int y);
+    void menuCame(status_notifier::MenuClient::Outcome outcome, int x, int y);
     void showMenu();
+    bool isOffScreen() const;
+    /// The icon is to be drawn anew.
+    void change();
     void paint();
     void drawIcon(Canvas& canvas) const;
+    void updateIcon() const;
     Pixmap highlight() const;
-    void showToolTip(int x, int y) const;
+    std::string toolTip() const;
 
     MenuBar& bar_;
     ItemSpacing spacing_;
@@ -60,8 +66,10 @@ private:
     /// Its menu is asked for or open.
     std::shared_ptr<status_notifier::MenuClient> menu_;
     bool menuIsOpen_ = false;
-    /// The icon alone, for those who picture it.
-    Pixmap icon_;
+    /// The icon alone, for those who picture it, who may be the first to want it.
+    mutable Pixmap icon_;
+    mutable bool iconIsKnown_ = false;
+    bool unpainted_ = false;
     PostedOnce painting_;
     HoverToolTip toolTip_;
     Registration events_;

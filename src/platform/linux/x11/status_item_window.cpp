@@ -42,10 +42,8 @@ StatusItemWindow::StatusItemWindow(MenuBar& bar, double length)
       bar_(bar),
       spacing_(bar.itemSpacing()),
       length_(length),
-      toolTip_(bar, *this, [this](int x, int y) {
-          if (!toolTipText_.empty())
-              bar_.toolkit().showToolTip(toolTipText_, x, y);
-      }) {
+      toolTip_(
+          bar, *this, [this] { return toolTipText_; }, &LazyToolkit::showToolTip) {
     const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
                                XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
     xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_EVENT_MASK, &mask);
