@@ -3,11 +3,15 @@
 #include "bus_program.h"
 #include "desktop_session.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace velmo::desktop {
+
+/// Milliseconds from one key to the next in `chooseByKeys`.
+constexpr int keyPause = 60;
 
 /// A display with Velmo and a session bus.
 class SessionBusDesktop : public DesktopSession {
@@ -35,8 +39,11 @@ protected:
     bool hasNoted(const std::string& line) const;
     std::string noteFile() const { return home_ / "notes"; }
 
-    /// Milliseconds from a click on the toggle to its effect on the screen: the median of several.
-    double toggleLatency(int clicks) const;
+    /// Milliseconds from a click on the toggle to its effect on the screen, for several clicks in a row. The
+    /// burst runs beside them, in a thread of its own.
+    std::vector<double> toggleLatencies(int clicks, const std::function<void()>& burst = nullptr) const;
+    /// A tooltip that Velmo shows.
+    std::optional<Area> openToolTip() const;
     /// Kilobytes of memory of Velmo's own.
     long memory();
     long openFiles();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <thread>
 
 namespace velmo::desktop {
 
@@ -19,6 +20,16 @@ protected:
 
     ChildProcess runScript(const std::string& name) const {
         return run({"/usr/bin/python3", std::string(VELMO_CLIENTS) + "/" + name, noteFile()});
+    }
+
+    /// Gives the item the path of a menu, and waits until that is known.
+    static void setMenuPath(BusProgram& program) {
+        program.setProperty(path, "Menu",
+                            [](auto* message) { return sd_bus_message_append(message, "v", "o", "/Menu"); });
+        const int asked = program.callsOf("GetAll");
+        program.emit(path, interface, "NewMenu");
+        ASSERT_TRUE(eventually([&] { return program.callsOf("GetAll") > asked; }));
+        std::this_thread::sleep_for(milliseconds(100));
     }
 
     /// Hides an icon, reveals it, and shows that it is the same.
@@ -91,6 +102,51 @@ TEST_F(TrayPrograms, AnX11TrayIconIsHiddenRevealedAndUsed) {
     chooseByKeys({"Up", "Return"});
     EXPECT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Parcellite"); }))
         << "its last entry quits it";
+}
+
+TEST_F(TrayPrograms, OfFourToolkitsAreHiddenRevealedAndUsedSideBySide) {
+    std::vector<ChildProcess> programs;
+    std::vector<xcb_window_t> icons;
+    programs.push_back(startQt());
+    icons.push_back(untilShown("qt-tray"));
+    programs.push_back(startGtk());
+    icons.push_back(untilShown("Volume"));
+    programs.push_back(startWx());
+    icons.push_back(iconOf("Wx_tray"));
+    icons.push_back(startTrayProgram("parcellite", "Parcellite"));
+    const auto areInOrder = [&] {
+        return std::is_sorted(icons.begin(), icons.end(), [&](xcb_window_t one, xcb_window_t other) {
+            return x().area(one)->x < x().area(other)->x;
+        });
+    };
+    std::reverse(icons.begin(), icons.end());
+    EXPECT_TRUE(eventually(areInOrder)) << "the newest stands next to the divider";
+    std::reverse(icons.begin(), icons.end());
+    for (const auto icon : icons) {
+        superDrag(icon, farLeft);
+        EXPECT_TRUE(eventually([&] { return isHidden(icon); }));
+    }
+    for (const bool isRevealed : {true, false, true}) {
+        click(toggle());
+        for (const auto icon : icons)
+            EXPECT_TRUE(eventually([&] { return isRevealed ? isOnScreen(icon) : isHidden(icon); }));
+    }
+    EXPECT_TRUE(eventually(areInOrder)) << "each was dropped next to the divider";
+    openMenuOf(icons[0], rightButton);
+    chooseByKeys({"Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("refresh"); }));
+    openMenuOf(icons[1], rightButton);
+    chooseByKeys({"Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("mute"); }));
+    click(icons[2], rightButton);
+    xdotool({"sleep", "0.4"});
+    chooseByKeys({"Down", "Return"});
+    EXPECT_TRUE(eventually([&] { return hasNoted("Hello"); }));
+    click(icons[3], rightButton);
+    xdotool({"sleep", "0.4"});
+    chooseByKeys({"Up", "Return"});
+    EXPECT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Parcellite"); }));
+    EXPECT_EQ(notes().size(), 3U) << "an entry each";
 }
 
 TEST_F(TrayPrograms, OfAllKindsShareOneOrderThatIsRemembered) {
@@ -243,14 +299,94 @@ TEST_F(TrayPrograms, AnOpenMenuFollowsItsProgram) {
     program->emit("/Menu", "com.canonical.dbusmenu", "LayoutUpdated",
                   [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
     EXPECT_TRUE(eventually([&] { return openMenu() && openMenu()->height > height; }));
+    const auto opened = program->lastTime();
     chooseByKeys({"Down", "Down", "Return"});
     EXPECT_TRUE(eventually([&] { return program->wasCalled("Event 3 clicked value time"); }));
+    EXPECT_GE(program->lastTime(), opened + 3 * keyPause) << "that of the choice, in milliseconds";
     openMenuOf(icon, rightButton);
     program.reset();
     EXPECT_TRUE(eventually([&] { return !openMenu(); })) << "it goes with its program";
     EXPECT_EQ(itemTitled("Changing"), xcb_window_t{XCB_WINDOW_NONE});
     click(toggle());
     EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+}
+
+TEST_F(TrayPrograms, AMenuThatIsNotThereIsLeftToItsProgram) {
+    const auto program = programWithItem("Refusing");
+    const auto icon = untilShown("Refusing");
+    setMenuPath(*program);
+    click(icon, rightButton);
+    const auto place = *x().area(icon);
+    const std::string where = std::to_string(place.midX()) + " " + std::to_string(place.midY());
+    EXPECT_TRUE(eventually([&] { return program->wasCalled("ContextMenu " + where); }));
+}
+
+TEST_F(TrayPrograms, AMenuThatHasNotComeInTimeIsForgotten) {
+    const auto program = programWithItem("Late");
+    const auto icon = untilShown("Late");
+    program->setMenu("/Menu", {0, {}, {}});
+    setMenuPath(*program);
+    click(icon, rightButton);
+    ASSERT_TRUE(eventually([&] { return program->callsOf("GetLayout") == 1; }));
+    const auto tell = [&] {
+        program->emit("/Menu", "com.canonical.dbusmenu", "LayoutUpdated",
+                      [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
+    };
+    xdotool({"sleep", "0.1"});
+    tell();
+    ASSERT_TRUE(eventually([&] { return program->callsOf("GetLayout") == 2; })) << "it may still come";
+    xdotool({"sleep", "3"});
+    program->setMenu("/Menu", {0, {}, {{1, {{"label", std::string("One")}}, {}}}});
+    tell();
+    EXPECT_TRUE(stays([&] { return program->callsOf("GetLayout") == 2 && !openMenu(); }, milliseconds(500)));
+    openMenuOf(icon, rightButton);
+}
+
+TEST_F(TrayPrograms, AMenuOfAnItemThatIsHiddenMeanwhileIsForgotten) {
+    const auto program = programWithItem("Hidden");
+    const auto icon = untilShown("Hidden");
+    program->setMenu("/Menu", {0, {}, {{1, {{"label", std::string("One")}}, {}}}});
+    setMenuPath(*program);
+    superDrag(icon, farLeft);
+    ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+    click(toggle());
+    ASSERT_TRUE(eventually([&] { return isOnScreen(icon); }));
+    program->pause();
+    click(icon, rightButton);
+    click(toggle());
+    ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+    program->goOn();
+    ASSERT_TRUE(eventually([&] { return program->callsOf("GetLayout") == 1; }));
+    xdotool({"sleep", "0.2"});
+    program->emit("/Menu", "com.canonical.dbusmenu", "LayoutUpdated",
+                  [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
+    EXPECT_TRUE(stays([&] { return program->callsOf("GetLayout") == 1 && !openMenu(); }, milliseconds(500)));
+}
+
+TEST_F(TrayPrograms, ATooltipFollowsItsItemAndOutlivesOthers) {
+    auto program = programWithItem("Hovered");
+    const auto icon = untilShown("Hovered");
+    auto other = programWithItem("Other");
+    ASSERT_LT(x().area(untilShown("Other"))->x, x().area(icon)->x) << "its leaving moves nothing";
+    const auto place = *x().area(icon);
+    movePointer(place.midX(), place.midY());
+    ASSERT_TRUE(eventually([&] { return openToolTip().has_value(); }));
+    const auto title = *openToolTip();
+    EXPECT_GE(title.y, place.y + place.height);
+    other.reset();
+    ASSERT_TRUE(eventually([&] { return itemTitled("Other") == XCB_WINDOW_NONE; }));
+    EXPECT_TRUE(stays([&] { return openToolTip() == title; }, milliseconds(500)));
+    program->setProperty(path, "ToolTip", [](sd_bus_message* message) {
+        return sd_bus_message_append(message, "v", "(sa(iiay)ss)", "", 0, "A good deal more than its name",
+                                     "and a second line");
+    });
+    program->emit(path, interface, "NewToolTip");
+    EXPECT_TRUE(eventually([&] {
+        const auto now = openToolTip();
+        return now && now->width > title.width && now->height > title.height;
+    }));
+    program.reset();
+    EXPECT_TRUE(eventually([&] { return !openToolTip(); }));
 }
 
 TEST_F(TrayPrograms, ABusThatGoesAndReturnsLeavesTheRestAlone) {
