@@ -101,7 +101,7 @@ void TabViewNode::apply(const ViewContext& context) {
             pages_[index]->nodes.update({children[index]}, context.forChildren(Qt::Vertical),
                                         pages_[index]->widget);
         else if (hasKeyboard(pages_[index]->widget) && chosen() < tabs_.size())
-            // Left to itself the keyboard goes on to whichever control of the new page lies next in the chain.
+            // Left to itself the keyboard goes on to whichever control of the page is next in the chain.
             tabs_[chosen()]->setFocus();
         pages_[index]->widget.setVisible(isChosen);
     }
