@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 
 namespace velmo::desktop {
 
@@ -262,14 +261,7 @@ class GlobalShortcutUnder : public GlobalShortcut, public testing::WithParamInte
 protected:
     void SetUp() override {
         GlobalShortcut::SetUp();
-        if (GetParam() == "i3") {
-            // Without a file it would ask for one; without a bar in it, its own would want to be the tray.
-            const auto configuration = home_ / "i3.conf";
-            std::ofstream(configuration) << "# i3 config file (v4)\nbar {\n  i3bar_command true\n}\n";
-            startWindowManager({"i3", "-c", configuration});
-        } else {
-            startWindowManager({GetParam()});
-        }
+        startWindowManagerNamed(GetParam());
         startVelmo();
         const auto other = startOrdinaryWindow();
         xdotool({"windowactivate", "--sync", std::to_string(other)});
@@ -308,7 +300,7 @@ TEST_P(GlobalShortcutUnder, WorksWithEveryKeyboardLayout) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(WindowManagers, GlobalShortcutUnder, testing::Values("openbox", "i3"),
+INSTANTIATE_TEST_SUITE_P(WindowManagers, GlobalShortcutUnder, testing::Values("openbox", "i3", "xfwm4"),
                          [](const auto& manager) { return manager.param; });
 
 TEST_F(GlobalShortcut, FollowsKeysAndModifiersThatMove) {

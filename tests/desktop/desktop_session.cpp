@@ -105,6 +105,26 @@ void DesktopSession::startWindowManager(const std::vector<std::string>& command)
     ASSERT_TRUE(eventually([&] { return !x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK").empty(); }));
 }
 
+void DesktopSession::startWindowManagerNamed(const std::string& name) {
+    if (name == "i3") {
+        // Without a file it would ask for one; without a bar in it, its own would want to be the tray.
+        const auto configuration = home_ / "i3.conf";
+        std::ofstream(configuration) << "# i3 config file (v4)\nbar {\n  i3bar_command true\n}\n";
+        startWindowManager({"i3", "-c", configuration});
+    } else if (name == "xfwm4") {
+        const auto settings = home_ / "config" / "xfce4" / "xfconf" / "xfce-perchannel-xml";
+        std::filesystem::create_directories(settings);
+        std::ofstream(settings / "xfwm4.xml")
+            << "<channel name=\"xfwm4\" version=\"1.0\"><property name=\"general\" type=\"empty\">"
+               "<property name=\"prevent_focus_stealing\" type=\"bool\" value=\"true\"/>"
+               "</property></channel>\n";
+        // Its settings come by way of a session bus.
+        startWindowManager({"dbus-run-session", "--", "xfwm4", "--compositor=off"});
+    } else {
+        startWindowManager({name});
+    }
+}
+
 void DesktopSession::writeDefaults(const nlohmann::json& values) const {
     nlohmann::json complete = values;
     // The first launch of all opens the settings, which is a matter for tests of its own.

@@ -41,6 +41,9 @@ protected:
     /// Settings of the display, a line each.
     void addToResources(const std::string& text) const;
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
+    /// One of "openbox", "i3" and "xfwm4", set up to leave the tray and the drawing to others. The last one
+    /// keeps programs from taking the focus.
+    void startWindowManagerNamed(const std::string& name);
     /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
     void startSessionBus();
     void stopSessionBus() { bus_->stop(); }

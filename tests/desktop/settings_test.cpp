@@ -1,7 +1,6 @@
 #include "settings_session.h"
 
 #include <filesystem>
-#include <fstream>
 
 namespace velmo::desktop {
 
@@ -54,27 +53,24 @@ TEST_F(SettingsWindow, PlaceIsRememberedOverARestart) {
 class SettingsUnder : public SettingsWindow, public testing::WithParamInterface<std::string> {};
 
 TEST_P(SettingsUnder, ComesToTheFrontOfWhatTheUserWorksWith) {
-    if (GetParam() == "i3") {
-        const auto config = home_ / "i3.conf";
-        std::ofstream(config) << "# i3 config file (v4)\nbar { i3bar_command true }\n";
-        startWindowManager({"i3", "-c", config});
-    } else {
-        startWindowManager({GetParam()});
-    }
+    startWindowManagerNamed(GetParam());
     startVelmo();
     const auto other = startOrdinaryWindow();
-    ASSERT_TRUE(eventually([&] { return activeWindow() == other; }));
+    const auto workInIt = [&] {
+        // Where the settings do not cover it.
+        const auto place = *x().area(other);
+        xdotool({"mousemove", std::to_string(place.x + 10), std::to_string(place.y + 40), "click", "1"});
+        ASSERT_TRUE(eventually([&] { return activeWindow() == other; }));
+    };
+    workInIt();
     openSettings();
     EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
-    // Where the settings do not cover it.
-    const auto place = *x().area(other);
-    xdotool({"mousemove", std::to_string(place.x + 10), std::to_string(place.y + 40), "click", "1"});
-    ASSERT_TRUE(eventually([&] { return activeWindow() == other; }));
+    workInIt();
     startAgain();
     EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
 }
 
-INSTANTIATE_TEST_SUITE_P(WindowManagers, SettingsUnder, testing::Values("openbox", "i3"),
+INSTANTIATE_TEST_SUITE_P(WindowManagers, SettingsUnder, testing::Values("openbox", "i3", "xfwm4"),
                          [](const auto& test) { return test.param; });
 
 }  // namespace
