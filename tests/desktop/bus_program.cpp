@@ -117,6 +117,11 @@ bool BusProgram::ping(const std::string& name) {
                               nullptr) >= 0;
 }
 
+void BusProgram::addObject(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    object(path);
+}
+
 void BusProgram::addItem(const std::string& path, const std::string& id, const std::string& interface) {
     const std::lock_guard lock(mutex_);
     object(path).interface = interface;
@@ -203,6 +208,12 @@ std::uint32_t BusProgram::lastTime() const {
     return lastTime_;
 }
 
+std::string BusProgram::interfaceOf(const std::string& member) const {
+    const std::lock_guard lock(mutex_);
+    const auto found = interfaces_.find(member);
+    return found == interfaces_.end() ? std::string() : found->second;
+}
+
 BusProgram::Append BusProgram::pixmaps(const std::vector<int>& sides, std::uint32_t color) {
     return [sides, color](sd_bus_message* message) {
         int result = sd_bus_message_open_container(message, 'v', "a(iiay)");
@@ -245,9 +256,10 @@ int BusProgram::answer(sd_bus_message* message, sd_bus_error* error) {
     if (silent_.contains(member))
         return 1;
     const std::string interface = sd_bus_message_get_interface(message);
+    interfaces_[member] = interface;
     const bool isProperties = interface == "org.freedesktop.DBus.Properties";
     if (found == objects_.end() || refused_.contains(member) ||
-        (!isProperties && interface != found->second.interface))
+        (!isProperties && !found->second.isOf(interface)))
         return sd_bus_error_set(error, SD_BUS_ERROR_UNKNOWN_METHOD, "none");
     Object& object = found->second;
     if (isProperties) {
@@ -255,7 +267,7 @@ int BusProgram::answer(sd_bus_message* message, sd_bus_error* error) {
         sd_bus_message_read(message, "s", &asked);
         if (member == "Get")
             return answerGet(message, object);
-        if (member != "GetAll" || asked != object.interface)
+        if (member != "GetAll" || !object.isOf(asked))
             return sd_bus_error_set(error, SD_BUS_ERROR_UNKNOWN_INTERFACE, "none");
         return answerGetAll(message, object);
     }

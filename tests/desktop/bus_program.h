@@ -47,6 +47,8 @@ public:
     /// Asks whoever has this name for a sign of life, and waits for it. False where none comes.
     bool ping(const std::string& name);
 
+    /// An object that answers for every interface, and has no properties.
+    void addObject(const std::string& path);
     /// An item with an id, a red icon and the given interface, not yet registered.
     void addItem(const std::string& path, const std::string& id,
                  const std::string& interface = "org.kde.StatusNotifierItem");
@@ -73,12 +75,16 @@ public:
     int callsOf(const std::string& member) const;
     /// Of the last call that told one.
     std::uint32_t lastTime() const;
+    /// Of the last call to this member; empty for none.
+    std::string interfaceOf(const std::string& member) const;
 
     /// An icon of one colour, in network byte order.
     static Append pixmaps(const std::vector<int>& sides, std::uint32_t color);
 
 private:
     struct Object {
+        bool isOf(const std::string& other) const { return interface.empty() || interface == other; }
+
         std::string interface;
         std::map<std::string, Append> properties;
         MenuEntry menu;
@@ -108,6 +114,7 @@ private:
     std::set<std::string> refused_;
     std::vector<std::string> calls_;
     std::uint32_t lastTime_ = 0;
+    std::map<std::string, std::string> interfaces_;
     std::atomic<bool> ending_ = false;
     std::atomic<bool> paused_ = false;
     std::thread thread_;

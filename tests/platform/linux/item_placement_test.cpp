@@ -105,13 +105,31 @@ TEST(Drop, BeyondTheEndIsTheFarLeft) {
 
 TEST(Placement, ForgetsTheLeftmostAbsentOnesFirst) {
     StatusItemOrder order({"a", "Velmo.Toggle", "b", "c", "Velmo.Divider", "d"});
-    forgetAbsent(order, {"c"}, 6);
+    forgetAbsent(order, {"c"}, {6, 6});
     EXPECT_EQ(order.rightToLeft().size(), 6U);
-    forgetAbsent(order, {"c"}, 4);
+    forgetAbsent(order, {"c"}, {4, 6});
     EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"a", "Velmo.Toggle", "c", "Velmo.Divider"}));
-    forgetAbsent(order, {"c"}, 1);
+    forgetAbsent(order, {"c"}, {1, 6});
     EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "c", "Velmo.Divider"}))
         << "neither ours nor present ones";
+}
+
+TEST(Placement, OneProgramDoesNotPushOutTheOthers) {
+    std::vector<std::string> known = {"Velmo.Toggle", "mail.a", "Velmo.Divider"};
+    std::vector<std::string> wild;
+    for (int count = 0; count < 20; ++count)
+        wild.push_back("wild." + std::to_string(count));
+    known.insert(known.begin() + 2, wild.begin(), wild.end());
+    known.emplace_back("chat.b");
+    StatusItemOrder order(known);
+    forgetAbsent(order, wild, {9, 5});
+    EXPECT_EQ(order.rightToLeft(), known) << "present ones stay, and those beyond its share do not count";
+    forgetAbsent(order, wild, {8, 5});
+    EXPECT_EQ(order.rightToLeft().back(), "Velmo.Divider");
+    EXPECT_EQ(order.rightToLeft().size(), known.size() - 1);
+    forgetAbsent(order, {}, {8, 5});
+    EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "mail.a", "wild.0", "wild.1",
+                                                             "wild.2", "wild.3", "wild.4", "Velmo.Divider"}));
 }
 
 TEST(Placement, NewApplicationStandsDirectlyRightOfTheHiddenDivider) {

@@ -42,7 +42,12 @@ TEST_F(Session, AddressComesFromTheEnvironment) {
     unsetenv("DBUS_SESSION_BUS_ADDRESS");
     setenv("XDG_RUNTIME_DIR", folder_.c_str(), 1);
     EXPECT_EQ(dbus::sessionBusAddress(), bus_->address()) << "where sessions usually have it";
-    setenv("XDG_RUNTIME_DIR", "/nowhere", 1);
+    bus_->stop();
+    std::filesystem::remove(folder_ / "bus");
+    EXPECT_EQ(dbus::sessionBusAddress(), bus_->address()) << "it may come later";
+    setenv("XDG_RUNTIME_DIR", "nowhere", 1);
+    EXPECT_EQ(dbus::sessionBusAddress(), std::nullopt);
+    unsetenv("XDG_RUNTIME_DIR");
     EXPECT_EQ(dbus::sessionBusAddress(), std::nullopt);
 }
 
@@ -64,6 +69,24 @@ TEST_F(Session, ABusThatIsAbsentAtFirstIsFoundWhenItComes) {
     EXPECT_EQ(timesUp_, 0);
     bus_->start();
     EXPECT_TRUE(until([&] { return timesUp_ >= 1 && host_; }));
+}
+
+TEST_F(Session, ABusIsFoundInAFolderThatHasBeenReplaced) {
+    const auto folder = folder_ / "run";
+    std::filesystem::create_directory(folder);
+    desktop::PrivateBus bus(folder);
+    int timesUp = 0;
+    dbus::SessionBus session(
+        loop_, [&](const auto&) { ++timesUp; }, [] {});
+    session.start(bus.address());
+    runFor(7);
+    EXPECT_EQ(timesUp, 0);
+    std::filesystem::remove_all(folder);
+    runFor(0.5);
+    std::filesystem::create_directory(folder);
+    desktop::PrivateBus later(folder);
+    later.start();
+    EXPECT_TRUE(until([&] { return timesUp > 0; }, 4));
 }
 
 TEST_F(Session, AServerThatNeverAnswersBlocksNothing) {

@@ -219,6 +219,38 @@ TEST_F(StatusNotifier, WrongTypesReadAsIfTheyWereMissing) {
     EXPECT_FALSE(items_.front()->icon());
 }
 
+TEST_F(StatusNotifier, AnItemThatTellsNothingIsOneOfTheUsualFamily) {
+    const auto owner = program();
+    owner->addObject(path);
+    owner->registerItem(path);
+    ASSERT_TRUE(untilItems(1));
+    items_.front()->activate(1, 2, [] {});
+    ASSERT_TRUE(until([&] { return owner->callsOf("Activate") == 1; }));
+    EXPECT_EQ(owner->interfaceOf("Activate"), kde);
+}
+
+TEST_F(StatusNotifier, TextsAreKeptAsFarAsTheyAreShownAndPathsAsAWhole) {
+    const std::string longText(10000, 'x');
+    const auto owner = program();
+    owner->addItem(path, "long");
+    owner->setText(path, "Title", longText);
+    owner->setText(path, "IconName", longText);
+    owner->setText(path, "IconThemePath", longText);
+    owner->setProperty(path, "ToolTip", toolTip(longText, longText));
+    owner->registerItem(path);
+    ASSERT_TRUE(untilItems(1));
+    const auto& properties = items_.front()->properties();
+    EXPECT_EQ(properties.title.size(), 500U);
+    EXPECT_EQ(properties.toolTipTitle.size(), 500U);
+    EXPECT_EQ(properties.toolTipDescription.size(), 5000U);
+    EXPECT_EQ(properties.icon.name, "");
+    EXPECT_EQ(properties.iconThemePath, "");
+    const std::string usual(4096, 'y');
+    owner->setText(path, "IconThemePath", usual);
+    owner->emit(path, kde, "NewIconThemePath");
+    EXPECT_TRUE(until([&] { return items_.front()->properties().iconThemePath == usual; }));
+}
+
 TEST_F(StatusNotifier, AProgramThatIsBusyForLongIsShownWhenItAnswers) {
     std::shared_ptr<dbus::Bus> bus;
     dbus::SessionBus session(

@@ -4,6 +4,9 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <map>
+#include <set>
+#include <string_view>
 #include <utility>
 
 namespace velmo::item_placement {
@@ -37,18 +40,32 @@ std::pair<std::size_t, std::size_t> allowedSlots(const std::vector<PlacedItem>& 
     return {first, std::max(first, last)};
 }
 
+/// What the identities of one program begin with.
+std::string_view programOf(std::string_view identity) {
+    return identity.substr(0, identity.find('.'));
+}
+
 }  // namespace
 
 bool isOwnName(const std::string& identity) {
     return identity.starts_with("Velmo.");
 }
 
-void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& present, std::size_t most) {
+void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& present, Memory memory) {
+    const std::set<std::string> kept(present.begin(), present.end());
     const auto known = order.rightToLeft();
-    for (auto identity = known.rbegin(); identity != known.rend() && order.rightToLeft().size() > most;
-         ++identity) {
-        if (!isOwnName(*identity) && std::find(present.begin(), present.end(), *identity) == present.end())
-            order.remove(*identity);
+    std::map<std::string_view, std::size_t> counts;
+    std::size_t total = 0;
+    for (const auto& identity : known)
+        total += ++counts[programOf(identity)] <= memory.mostOfOneProgram ? 1 : 0;
+    for (auto identity = known.rbegin(); identity != known.rend(); ++identity) {
+        auto& count = counts[programOf(*identity)];
+        const bool hasTooMany = count > memory.mostOfOneProgram;
+        if (isOwnName(*identity) || kept.contains(*identity) || (!hasTooMany && total <= memory.most))
+            continue;
+        order.remove(*identity);
+        --count;
+        total -= hasTooMany ? 0 : 1;
     }
 }
 

@@ -19,8 +19,15 @@ void placeOwnItem(StatusItemOrder& order, const std::string& identity);
 /// True for the names of our own items.
 bool isOwnName(const std::string& identity);
 
-/// Forgets items that are away, the leftmost ones first, until at most `most` identities are left.
-void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& present, std::size_t most);
+/// How many identities are kept.
+struct Memory {
+    std::size_t most = 0;
+    /// What a program has beyond that takes no room from others.
+    std::size_t mostOfOneProgram = 0;
+};
+
+/// Forgets items that are away, the leftmost ones first, until no more identities are left than are kept.
+void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& present, Memory memory);
 
 /// An item that lies in the bar, in pixels of the bar.
 struct PlacedItem {

@@ -12,11 +12,8 @@ namespace {
 /// Between attempts to connect: doubled from the first to the last.
 constexpr Seconds firstPause = 0.1;
 constexpr Seconds lastPause = 60;
-/// Where the file system tells of the socket's return, attempts end with this pause: a bus listens soon
-/// after its socket is there.
-constexpr Seconds lastPauseWhenWatching = 5;
 /// A connection that lasted so long was a good one.
-constexpr Seconds goodConnection = 5;
+constexpr std::chrono::seconds goodConnection(5);
 
 }  // namespace
 
@@ -29,11 +26,7 @@ std::optional<std::string> sessionBusAddress() {
     const char* folder = std::getenv("XDG_RUNTIME_DIR");
     if (!folder || *folder != '/')
         return std::nullopt;
-    const auto socket = std::filesystem::path(folder) / "bus";
-    std::error_code error;
-    if (!std::filesystem::is_socket(socket, error))
-        return std::nullopt;
-    return "unix:path=" + socket.string();
+    return "unix:path=" + (std::filesystem::path(folder) / "bus").string();
 }
 
 SessionBus::SessionBus(EventLoop& loop, std::function<void(const std::shared_ptr<Bus>&)> onUp,
@@ -62,7 +55,7 @@ void SessionBus::connect() {
     bool isMalformed = false;
     bus_ = Bus::open(loop_, address_, lifetime_.guard([this] { lost(); }), isMalformed);
     if (bus_) {
-        connectedAt_ = loop_.now();
+        connectedAt_ = std::chrono::steady_clock::now();
         onUp_(bus_);
     } else if (!isMalformed) {
         retry();
@@ -73,23 +66,19 @@ void SessionBus::lost() {
     onDown_();
     bus_->close();
     bus_ = nullptr;
-    if (loop_.now() - connectedAt_ >= goodConnection)
+    if (std::chrono::steady_clock::now() - connectedAt_ >= goodConnection)
         pause_ = firstPause;
     retry();
 }
 
 void SessionBus::retry() {
     watchSocket();
-    const Seconds last = socketWatch_ ? lastPauseWhenWatching : lastPause;
-    if (socketWatch_ && pause_ > last)
-        return;
-    timer_ = loop_.schedule(std::min(pause_, last), lifetime_.guard([this] { connect(); }));
-    pause_ *= 2;
+    timer_ = loop_.schedule(pause_, lifetime_.guard([this] { connect(); }));
+    pause_ = std::min(2 * pause_, lastPause);
 }
 
+/// Anew each time: the folder may be another one by now.
 void SessionBus::watchSocket() {
-    if (socketWatch_)
-        return;
     socketWatch_ = SocketWatch::start(loop_, address_, [this] {
         pause_ = firstPause;
         if (!bus_)

@@ -4,6 +4,7 @@
 #include "linux/dbus/bus.h"
 #include "linux/dbus/socket_watch.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,7 +12,7 @@
 
 namespace velmo::dbus {
 
-/// Where the session's bus is, as the environment tells. Absent where it tells of none.
+/// Where the session's bus is, or will be, as the environment tells. Absent where it tells of none.
 std::optional<std::string> sessionBusAddress();
 
 /// The session's bus, as long as there is one: followed when it goes away and comes back.
@@ -37,7 +38,7 @@ private:
     std::function<void()> onDown_;
     std::string address_;
     std::shared_ptr<Bus> bus_;
-    Date connectedAt_ = 0;
+    std::chrono::steady_clock::time_point connectedAt_;
     Seconds pause_;
     std::unique_ptr<SocketWatch> socketWatch_;
     std::shared_ptr<Timer> timer_;

@@ -32,26 +32,26 @@ std::filesystem::path socketFile(const std::string& address) {
 }  // namespace
 
 std::unique_ptr<SocketWatch> SocketWatch::start(EventLoop& loop, const std::string& address,
-                                                std::function<void()> onAppearance) {
+                                                std::function<void()> onChange) {
     const auto file = socketFile(address);
     if (!file.is_absolute())
         return nullptr;
     const int descriptor = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
     if (descriptor < 0)
         return nullptr;
-    if (inotify_add_watch(descriptor, file.parent_path().c_str(), IN_CREATE | IN_MOVED_TO | IN_ONLYDIR) < 0) {
+    if (inotify_add_watch(descriptor, file.parent_path().c_str(),
+                          IN_CREATE | IN_MOVED_TO | IN_MOVE_SELF | IN_ONLYDIR) < 0) {
         close(descriptor);
         return nullptr;
     }
     return std::unique_ptr<SocketWatch>(
-        new SocketWatch(loop, descriptor, file.filename(), std::move(onAppearance)));
+        new SocketWatch(loop, descriptor, file.filename(), std::move(onChange)));
 }
 
-SocketWatch::SocketWatch(EventLoop& loop, int descriptor, std::string name,
-                         std::function<void()> onAppearance)
+SocketWatch::SocketWatch(EventLoop& loop, int descriptor, std::string name, std::function<void()> onChange)
     : descriptor_(descriptor),
       name_(std::move(name)),
-      onAppearance_(std::move(onAppearance)),
+      onChange_(std::move(onChange)),
       source_(loop.addSource(descriptor, [this] { read(); })) {}
 
 SocketWatch::~SocketWatch() {
@@ -61,16 +61,18 @@ SocketWatch::~SocketWatch() {
 
 void SocketWatch::read() {
     alignas(inotify_event) std::array<char, 4096> buffer{};
-    bool appeared = false;
+    bool hasChanged = false;
     for (ssize_t size = 0; (size = ::read(descriptor_, buffer.data(), buffer.size())) > 0;) {
         for (ssize_t place = 0; place < size;) {
             const auto* event = reinterpret_cast<const inotify_event*>(buffer.data() + place);
-            appeared = appeared || (event->len > 0 && name_ == event->name);
+            hasChanged = hasChanged || (event->mask & (IN_IGNORED | IN_MOVE_SELF)) != 0 ||
+                         (event->len > 0 && name_ == event->name);
             place += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
         }
     }
-    if (appeared)
-        onAppearance_();
+    // A copy, because the handler may end this watch.
+    if (const auto handler = onChange_; hasChanged)
+        handler();
 }
 
 }  // namespace velmo::dbus

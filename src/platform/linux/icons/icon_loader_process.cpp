@@ -3,6 +3,7 @@
 #include "linux/icons/icon_protocol.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
@@ -18,6 +19,9 @@
 namespace velmo {
 
 namespace {
+
+/// How long a killed process is waited for.
+constexpr int endMilliseconds = 200;
 
 /// The process with the socket as its standard input and output. Negative where it cannot be started.
 pid_t spawn(const std::string& program, int socket) {
@@ -49,19 +53,24 @@ std::unique_ptr<IconLoaderProcess> IconLoaderProcess::start(EventLoop& loop, con
         return nullptr;
     const pid_t id = spawn(program, ends[1]);
     close(ends[1]);
-    if (id < 0) {
+    const int handle = id < 0 ? -1 : static_cast<int>(syscall(SYS_pidfd_open, id, 0));
+    if (handle < 0) {
+        if (id > 0) {
+            ::kill(id, SIGKILL);
+            waitpid(id, nullptr, 0);
+        }
         close(ends[0]);
         return nullptr;
     }
     return std::unique_ptr<IconLoaderProcess>(
-        new IconLoaderProcess(loop, id, ends[0], std::move(onAnswer), std::move(onEnd)));
+        new IconLoaderProcess(loop, id, ends[0], handle, std::move(onAnswer), std::move(onEnd)));
 }
 
-IconLoaderProcess::IconLoaderProcess(EventLoop& loop, pid_t id, int socket, AnswerHandler onAnswer,
-                                     std::function<void()> onEnd)
+IconLoaderProcess::IconLoaderProcess(EventLoop& loop, pid_t id, int socket, int handle,
+                                     AnswerHandler onAnswer, std::function<void()> onEnd)
     : id_(id),
       socket_(socket),
-      handle_(static_cast<int>(syscall(SYS_pidfd_open, id, 0))),
+      handle_(handle),
       onAnswer_(std::move(onAnswer)),
       onEnd_(std::move(onEnd)),
       socketSource_(loop.addSource(socket, [this] { read(); })),
@@ -69,8 +78,12 @@ IconLoaderProcess::IconLoaderProcess(EventLoop& loop, pid_t id, int socket, Answ
 
 IconLoaderProcess::~IconLoaderProcess() {
     kill();
-    if (id_ > 0)
-        waitpid(id_, nullptr, 0);
+    if (id_ > 0) {
+        // One that waits for a disk may not end for long.
+        pollfd end{handle_, POLLIN, 0};
+        poll(&end, 1, endMilliseconds);
+        waitpid(id_, nullptr, WNOHANG);
+    }
     handleSource_ = {};
     close(handle_);
     close(socket_);

@@ -37,7 +37,7 @@ public:
     void kill();
 
 private:
-    IconLoaderProcess(EventLoop& loop, pid_t id, int socket, AnswerHandler onAnswer,
+    IconLoaderProcess(EventLoop& loop, pid_t id, int socket, int handle, AnswerHandler onAnswer,
                       std::function<void()> onEnd);
     void read();
     void takeAnswer();

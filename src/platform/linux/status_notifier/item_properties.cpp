@@ -1,5 +1,6 @@
 #include "item_properties.h"
 
+#include "linux/cut_text.h"
 #include "linux/dbus/message_reader.h"
 #include "linux/status_notifier/icon_pixmap.h"
 
@@ -13,6 +14,11 @@ namespace velmo::status_notifier {
 namespace {
 
 using dbus::MessageReader;
+
+/// In bytes: somewhat more than is shown, so that it can be told that there is more.
+constexpr std::size_t mostOfLine = 500;
+constexpr std::size_t mostOfDescription = 5000;
+constexpr std::size_t longestPath = 4096;
 
 class PropertyReader {
 public:
@@ -35,14 +41,10 @@ private:
 
     static const std::map<std::string, Read>& readers() {
         static const auto text = [](std::string ItemProperties::*member) {
-            return [member](PropertyReader& self) {
-                self.properties_.*member = self.reader_.text().value_or("");
-            };
+            return [member](PropertyReader& self) { self.properties_.*member = self.readText(mostOfLine); };
         };
         static const auto name = [](ItemPicture ItemProperties::*picture) {
-            return [picture](PropertyReader& self) {
-                (self.properties_.*picture).name = self.reader_.text().value_or("");
-            };
+            return [picture](PropertyReader& self) { (self.properties_.*picture).name = self.readPath(); };
         };
         static const auto pixmap = [](ItemPicture ItemProperties::*picture, int PropertyReader::*side) {
             return [picture, side](PropertyReader& self) {
@@ -52,7 +54,7 @@ private:
         static const std::map<std::string, Read> table = {
             {"Id", text(&ItemProperties::id)},
             {"Title", text(&ItemProperties::title)},
-            {"IconThemePath", text(&ItemProperties::iconThemePath)},
+            {"IconThemePath", [](PropertyReader& self) { self.properties_.iconThemePath = self.readPath(); }},
             {"Status", [](PropertyReader& self) { self.readStatus(); }},
             {"IconName", name(&ItemProperties::icon)},
             {"AttentionIconName", name(&ItemProperties::attentionIcon)},
@@ -68,6 +70,14 @@ private:
              }},
         };
         return table;
+    }
+
+    std::string readText(std::size_t most) { return std::string(cutText(reader_.text().value_or(""), most)); }
+
+    /// What the beginning of a path leads to is something else.
+    std::string readPath() {
+        const auto path = reader_.text().value_or("");
+        return path.size() <= longestPath ? path : std::string();
     }
 
     void readStatus() {
@@ -89,14 +99,14 @@ private:
         reader_.structure([this] {
             reader_.skip();
             reader_.skip();
-            properties_.toolTipTitle = reader_.text().value_or("");
-            properties_.toolTipDescription = reader_.text().value_or("");
+            properties_.toolTipTitle = readText(mostOfLine);
+            properties_.toolTipDescription = readText(mostOfDescription);
         });
     }
 
     /// Some programs without a menu name one that does not exist.
     void readMenu() {
-        const auto path = reader_.text().value_or("");
+        const auto path = readPath();
         if (path.starts_with('/') && path != "/" && path != "/NO_DBUSMENU" &&
             sd_bus_object_path_is_valid(path.c_str()) > 0)
             properties_.menuPath = path;

@@ -14,7 +14,7 @@ namespace {
 /// Longer than any item that is looked at, in points.
 constexpr double longItem = 500;
 /// Items whose places are remembered.
-constexpr std::size_t mostIdentities = 500;
+constexpr item_placement::Memory remembered = {500, 50};
 
 xcb_window_t makeBarWindow(Connection& connection) {
     const xcb_window_t window = connection.newId();
@@ -170,7 +170,7 @@ void MenuBar::placeNewItems() {
     std::vector<std::string> present;
     for (const auto* item : items_)
         present.push_back(item->identity());
-    item_placement::forgetAbsent(order_, present, mostIdentities);
+    item_placement::forgetAbsent(order_, present, remembered);
     saveOrder_(order_.rightToLeft());
 }
 
