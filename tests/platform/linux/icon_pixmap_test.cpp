@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 
 namespace velmo::status_notifier {
 
@@ -64,6 +66,26 @@ TEST(IconPixmap, KeepsColoursAndProportionsWhenItScales) {
     EXPECT_EQ(bitmap.width, 20);
     EXPECT_EQ(bitmap.height, 1);
     EXPECT_EQ(bitmap.pixels->size(), 80U);
+}
+
+TEST(IconPixmap, AHugeOneIsScaledFromEndToEndAtTheCostOfALargeOne) {
+    const auto cost = [](int side) {
+        std::vector<std::uint8_t> bytes(static_cast<std::size_t>(side) * side * 4, 0);
+        // Only the right half shows anything.
+        for (std::size_t index = 0; index < bytes.size(); ++index)
+            bytes[index] = index / 4 % side >= static_cast<std::size_t>(side) / 2 ? 255 : 0;
+        auto shortest = std::chrono::steady_clock::duration::max();
+        for (int count = 0; count < 3; ++count) {
+            const auto start = std::chrono::steady_clock::now();
+            const auto bitmap = scaledIcon(pixmapOf(side, side, bytes), 20);
+            shortest = std::min(shortest, std::chrono::steady_clock::now() - start);
+            EXPECT_EQ(bitmap.width, 20);
+            for (std::size_t index = 0; index < bitmap.pixels->size(); index += 4)
+                EXPECT_EQ((*bitmap.pixels)[index + 3], index / 4 % 20 >= 10 ? 255 : 0);
+        }
+        return shortest;
+    };
+    EXPECT_LT(cost(4096), 10 * cost(512)) << "64 times as many pixels";
 }
 
 TEST(IconPixmap, AveragesWhatItScalesDown) {
