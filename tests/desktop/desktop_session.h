@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -21,6 +22,9 @@ using std::chrono::milliseconds;
 
 /// Points from the screen's left edge: farther left than any icon, yet in the bar.
 constexpr int farLeft = 300;
+/// The bar's background in both looks.
+constexpr std::uint32_t lightBar = 0xf6f6f8;
+constexpr std::uint32_t darkBar = 0x242427;
 /// The pointer's button that opens menus.
 constexpr int rightButton = 3;
 

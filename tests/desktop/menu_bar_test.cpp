@@ -7,9 +7,6 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr std::uint32_t lightBar = 0xf6f6f8;
-constexpr std::uint32_t darkBar = 0x242427;
-
 class MenuBarWindow : public DesktopSession {
 protected:
     void SetUp() override {

@@ -8,7 +8,6 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr std::uint32_t barColor = 0xf6f6f8;
 constexpr std::uint32_t panelColor = 0xfafafc;
 int channel(std::uint32_t pixel, int shift) {
     return static_cast<int>((pixel >> shift) & 0xff);
@@ -132,12 +131,12 @@ void expectSameIcon(const std::vector<std::uint32_t>& inBar, const std::vector<s
             const int number = static_cast<int>(index);
             return std::to_string(number % width) + ", " + std::to_string(number / width);
         };
-        if (inBar[index] == barColor) {
+        if (inBar[index] == lightBar) {
             ASSERT_EQ(inPanel[index], panelColor) << place() << ": nothing is there but the panel";
             continue;
         }
         for (const int shift : {0, 8, 16}) {
-            const int brightness = channel(panelColor, shift) - channel(barColor, shift);
+            const int brightness = channel(panelColor, shift) - channel(lightBar, shift);
             const int difference = channel(inPanel[index], shift) - channel(inBar[index], shift);
             ASSERT_GE(difference, -1) << place();
             ASSERT_LE(difference, brightness + 1) << place();
@@ -150,7 +149,7 @@ bool isMarked(std::uint32_t pixel) {
     constexpr int clearly = 40;
     int difference = 0;
     for (const int shift : {0, 8, 16})
-        difference = std::max(difference, std::abs(channel(pixel, shift) - channel(barColor, shift)));
+        difference = std::max(difference, std::abs(channel(pixel, shift) - channel(lightBar, shift)));
     return difference > clearly;
 }
 

@@ -8,8 +8,6 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr std::uint32_t lightBar = 0xf6f6f8;
-constexpr std::uint32_t darkBar = 0x242427;
 constexpr std::uint32_t darkText = 0x1d1d20;
 constexpr std::uint32_t lightText = 0xf1f1f3;
 

@@ -6,8 +6,6 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr std::uint32_t barColor = 0xf6f6f8;
-
 class Tray : public DesktopSession {
 protected:
     void SetUp() override {
@@ -158,8 +156,8 @@ TEST_F(Tray, IconsReturnAfterASuddenEnd) {
 TEST_F(Tray, TransparentPartsOfAnIconShowTheBar) {
     const auto icon = startTrayProgram("parcellite", "Parcellite");
     const auto place = *x().area(icon);
-    EXPECT_TRUE(eventually([&] { return x().pixel(place.x, place.y) == barColor; })) << "a corner";
-    EXPECT_TRUE(eventually([&] { return x().pixel(place.midX(), place.midY()) != barColor; }))
+    EXPECT_TRUE(eventually([&] { return x().pixel(place.x, place.y) == lightBar; })) << "a corner";
+    EXPECT_TRUE(eventually([&] { return x().pixel(place.midX(), place.midY()) != lightBar; }))
         << "the middle";
 }
 
