@@ -1,7 +1,9 @@
 #include "settings_session.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace velmo::desktop {
 
@@ -12,11 +14,14 @@ class SettingsByKeyboard : public SettingsSession {
 protected:
     void SetUp() override {
         SettingsSession::SetUp();
+        prepareSession();
         startWindowManager();
         startVelmo();
         openSettings();
         ASSERT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
     }
+
+    virtual void prepareSession() {}
 
     void press(const std::string& key) const { xdotool({"key", key}); }
     /// The chain begins behind the tabs, of which the chosen one is a stop.
@@ -43,6 +48,11 @@ protected:
         const auto stored = readDefaults().value(key, nlohmann::json::object());
         const auto text = stored.value("data", "{}");
         return nlohmann::json::parse(text).value("display", "");
+    }
+    void goToTheFirstShortcut() {
+        goToTab(1);
+        for (int stop = 0; stop < 7; ++stop)
+            next();
     }
     void record(const std::string& combination) const {
         press("space");
@@ -105,9 +115,7 @@ TEST_F(SettingsByKeyboard, BeginsAtTheTopOfATabThatWasClicked) {
 }
 
 TEST_F(SettingsByKeyboard, RecordedShortcutsWorkAtOnceAndAfterARestart) {
-    goToTab(1);
-    for (int stop = 0; stop < 7; ++stop)
-        next();
+    goToTheFirstShortcut();
     record("ctrl+alt+k");
     EXPECT_TRUE(eventually([&] { return shortcut("hotkey") == "⌃⌥K"; })) << shortcut("hotkey");
     // Past the button that removes it.
@@ -133,10 +141,32 @@ TEST_F(SettingsByKeyboard, RecordedShortcutsWorkAtOnceAndAfterARestart) {
     bothWork();
 }
 
+TEST_F(SettingsByKeyboard, RecordsKeysByTheirPlaceUnderTheirNameOnThisKeyboard) {
+    outputOf({"setxkbmap", "de"}, environment_);
+    goToTheFirstShortcut();
+    // Where a US keyboard has its Y, whose virtual key code is 16.
+    record("ctrl+alt+z");
+    EXPECT_TRUE(eventually([&] { return shortcut("hotkey") == "⌃⌥Z"; })) << shortcut("hotkey");
+    EXPECT_EQ(nlohmann::json::parse(readDefaults()["hotkey"]["data"].get<std::string>())["keyCode"], 16);
+    ASSERT_TRUE(eventually([&] { return dividerIsExpanded(); }));
+    press("ctrl+alt+z");
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+}
+
+TEST_F(SettingsByKeyboard, WaitsForAnotherKeyWhereTheWindowManagerHoldsTheFirst) {
+    constexpr xcb_keycode_t keycodeOfJ = 44;
+    xcb_grab_key(x().raw(), 0, x().root(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1, keycodeOfJ,
+                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    xcb_flush(x().raw());
+    goToTheFirstShortcut();
+    record("ctrl+alt+j");
+    EXPECT_TRUE(stays([&] { return !readDefaults().contains("hotkey"); }, milliseconds(300)));
+    press("ctrl+alt+k");
+    EXPECT_TRUE(eventually([&] { return shortcut("hotkey") == "⌃⌥K"; })) << shortcut("hotkey");
+}
+
 TEST_F(SettingsByKeyboard, EscapeLeavesTheShortcutAsItWas) {
-    goToTab(1);
-    for (int stop = 0; stop < 7; ++stop)
-        next();
+    goToTheFirstShortcut();
     record("ctrl+alt+k");
     ASSERT_TRUE(eventually([&] { return shortcut("hotkey") == "⌃⌥K"; }));
     record("Escape");
@@ -179,6 +209,52 @@ TEST_F(SettingsByKeyboard, PanelTab) {
     next();
     press("space");
     EXPECT_TRUE(comesToBe("refreshPanelOnOpen", false));
+}
+
+/// The desktop's own programs note how they were started.
+class SettingsOnGnome : public SettingsByKeyboard {
+protected:
+    void prepareSession() override {
+        const auto programs = home_ / "programs";
+        std::filesystem::create_directories(programs);
+        for (const char* name : {"gnome-control-center", "gnome-session-quit"}) {
+            std::ofstream(programs / name) << "#!/bin/sh\necho \"${0##*/}\" \"$@\" >>\"$HOME/started\"\n";
+            std::filesystem::permissions(programs / name, std::filesystem::perms::owner_all);
+        }
+        environment_["PATH"] = programs.string() + ":" + std::getenv("PATH");
+        environment_["XDG_CURRENT_DESKTOP"] = "GNOME";
+    }
+    std::string started() const {
+        std::ifstream note(home_ / "started");
+        return {std::istreambuf_iterator<char>(note), {}};
+    }
+    void pressStop(int stop) {
+        for (int passed = 0; passed < stop; ++passed)
+            next();
+        press("space");
+    }
+};
+
+TEST_F(SettingsOnGnome, ClockOptionsAreTheDesktopsOwn) {
+    goToTab(2);
+    pressStop(4);
+    EXPECT_TRUE(eventually([&] { return started() == "gnome-control-center datetime\n"; })) << started();
+}
+
+TEST_F(SettingsOnGnome, PermissionsOpenTheDesktopsPrivacySettings) {
+    goToTab(3);
+    pressStop(3);
+    EXPECT_TRUE(eventually([&] { return started() == "gnome-control-center privacy\n"; })) << started();
+    pressStop(1);
+    EXPECT_TRUE(eventually([&] {
+        return started() == "gnome-control-center privacy\ngnome-control-center privacy\n";
+    })) << started();
+}
+
+TEST_F(SettingsOnGnome, LogOutAsksTheSessionManager) {
+    goToTab(4);
+    pressStop(2);
+    EXPECT_TRUE(eventually([&] { return started() == "gnome-session-quit --logout\n"; })) << started();
 }
 
 TEST_F(SettingsByKeyboard, SpacingTab) {
