@@ -30,6 +30,7 @@ Task<> MenuBarManager::clickRealItem(std::uint32_t windowID) {
     // The icons are not to vanish under the click, and stay for a while after it, for the menu that it opens.
     invalidateRehideTimer();
     auto rearm = lifetime_.guard([this] { restartRehideTimer(); });
+    // Nobody cancels this task: it goes on to the click, or ends with the manager.
     co_await Sleep(platform_.runLoop, layoutDelay);
 
     const auto screen = menuBarScreen();

@@ -163,6 +163,18 @@ TEST_F(Activation, AsksForConsentEachTimeAndClicksNothing) {
     EXPECT_EQ(level(), RevealLevel::none);
 }
 
+TEST_F(Activation, AsksForConsentAndThenOpensTheSettings) {
+    desktop_.accessibility().setTrusted(false);
+    openPanel();
+    int promptsBefore = 0;
+    manager_->onOpenSettings = [&](std::optional<SettingsTab>) {
+        promptsBefore = desktop_.accessibility().promptCount();
+    };
+    activate("h1");
+    desktop_.advance(0.25);
+    EXPECT_EQ(promptsBefore, 1);
+}
+
 TEST_F(Activation, AsksForNothingWhereTheItemIsGone) {
     desktop_.accessibility().setTrusted(false);
     openPanel();

@@ -42,6 +42,15 @@ TEST_F(OpenPanel, AlwaysRevealsWhereNothingIsKnown) {
     manager_->togglePanel();
     desktop_.runLoop().runPosted();
     EXPECT_EQ(level(), RevealLevel::all);
+    desktop_.advance(0.349);
+    EXPECT_EQ(level(), RevealLevel::all);
+    EXPECT_EQ(pictureCount(), 0U);
+    EXPECT_FALSE(isPanelVisible());
+    desktop_.advance(0.001);
+    EXPECT_EQ(level(), RevealLevel::none);
+    EXPECT_EQ(pictureCount(), 5U);
+    EXPECT_TRUE(isPanelVisible());
+    EXPECT_EQ(entries(), all_);
 }
 
 TEST_F(OpenPanel, RevealsOnlyTheHiddenSectionWhereThereIsNoOther) {

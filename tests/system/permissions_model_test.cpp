@@ -72,7 +72,10 @@ TEST_F(PermissionsModelTest, StopsLookingOnceItIsGone) {
 
 TEST_F(PermissionsModelTest, AsksForPicturesAndThenOpensTheirSettings) {
     start();
+    std::size_t requestsBefore = 0;
+    desktop_.workspace().setOnOpen([&] { requestsBefore = desktop_.screenCapture().requestCount(); });
     model_->grantScreenRecording();
+    EXPECT_EQ(requestsBefore, 1U);
     EXPECT_EQ(desktop_.screenCapture().requestCount(), 1U);
     EXPECT_EQ(desktop_.accessibility().promptCount(), 0);
     EXPECT_EQ(desktop_.workspace().opened(),
@@ -82,7 +85,10 @@ TEST_F(PermissionsModelTest, AsksForPicturesAndThenOpensTheirSettings) {
 
 TEST_F(PermissionsModelTest, AsksForClicksAndThenOpensTheirSettings) {
     start();
+    int promptsBefore = 0;
+    desktop_.workspace().setOnOpen([&] { promptsBefore = desktop_.accessibility().promptCount(); });
     model_->grantAccessibility();
+    EXPECT_EQ(promptsBefore, 1);
     EXPECT_EQ(desktop_.accessibility().promptCount(), 1);
     EXPECT_EQ(desktop_.screenCapture().requestCount(), 0U);
     EXPECT_EQ(desktop_.workspace().opened(),
