@@ -25,6 +25,7 @@ protected:
     }
     void TearDown() override {
         panelKeys_.reset();
+        hotKeys_.reset();
         keyEvents_.reset();
         keyboard_.reset();
         events_.reset();
@@ -35,8 +36,9 @@ protected:
         events_ = std::make_unique<x11::GlobalEvents>(*bar_);
         keyboard_ = std::make_unique<x11::Keyboard>(*connection_);
         keyEvents_ = std::make_unique<x11::KeyEvents>(*connection_, *keyboard_, *modifiers_);
-        panelKeys_ = std::make_unique<x11::PanelKeys>(*connection_, *keyboard_, *modifiers_, localEvents_,
-                                                      *keyEvents_);
+        hotKeys_ = std::make_unique<x11::HotKeys>(*connection_, *keyboard_, *modifiers_);
+        panelKeys_ = std::make_unique<x11::PanelKeys>(*connection_, *keyboard_, *modifiers_, *hotKeys_,
+                                                      localEvents_, *keyEvents_);
     }
 
     /// Made by this process through a connection that is not the bar's, as the toolkit's windows are.
@@ -112,6 +114,7 @@ protected:
     std::unique_ptr<x11::GlobalEvents> events_;
     std::unique_ptr<x11::Keyboard> keyboard_;
     std::unique_ptr<x11::KeyEvents> keyEvents_;
+    std::unique_ptr<x11::HotKeys> hotKeys_;
     std::unique_ptr<x11::PanelKeys> panelKeys_;
     std::vector<Event> seen_;
 };
@@ -194,6 +197,39 @@ TEST_F(OwnEvents, EscapeIsThePanelsWhoeverHasTheKeyboard) {
     type("Escape");
     EXPECT_EQ(seen_.size(), 2U) << "whatever the locks";
     EXPECT_EQ(keysInWindow(), 0);
+}
+
+TEST_F(OwnEvents, EscapeIsThePanelsWhicheverModifiersAreHeld) {
+    start();
+    const auto panel = localEvents_.addPanel();
+    const auto monitor = monitorKeys();
+    for (const char* combination :
+         {"shift+Escape", "ctrl+Escape", "alt+Escape", "super+Escape", "shift+ctrl+alt+super+Escape"}) {
+        seen_.clear();
+        type(combination);
+        ASSERT_EQ(seen_.size(), 1U) << combination;
+        EXPECT_EQ(seen_[0].keyCode, keyEscape);
+        EXPECT_NE(seen_[0].modifierFlags, 0U);
+    }
+}
+
+TEST_F(OwnEvents, HotKeyWithEscapeStaysAHotKeyWhileAPanelIsShownAndAfterwards) {
+    start();
+    int pressed = 0;
+    const auto handler = hotKeys_->installEventHandler(hotKeyPressed, [&](const HotKeyEvent*) {
+        ++pressed;
+        return 0;
+    });
+    const auto registered = hotKeys_->registerHotKey(keyEscape, hot_key_modifier::command, {0, 1}, 0);
+    ASSERT_TRUE(registered.hotKey);
+    auto panel = std::make_unique<Registration>(localEvents_.addPanel());
+    const auto monitor = monitorKeys();
+    type("super+Escape");
+    EXPECT_EQ(pressed, 1);
+    EXPECT_TRUE(seen_.empty());
+    panel.reset();
+    type("super+Escape");
+    EXPECT_EQ(pressed, 2);
 }
 
 TEST_F(OwnEvents, EscapeIsOthersWithoutAPanelOrAMonitor) {

@@ -100,7 +100,8 @@ bool LinuxDesktop::Services::build() {
     hotKeys = std::make_unique<x11::HotKeys>(*connection, *keyboard, *modifiers);
     keyEvents = std::make_unique<x11::KeyEvents>(*connection, *keyboard, *modifiers);
     localEvents.setKeyTranslation([this](auto key, auto state) { return keyEvents->keyDown(key, state); });
-    panelKeys = std::make_unique<x11::PanelKeys>(*connection, *keyboard, *modifiers, localEvents, *keyEvents);
+    panelKeys = std::make_unique<x11::PanelKeys>(*connection, *keyboard, *modifiers, *hotKeys, localEvents,
+                                                 *keyEvents);
     toolkitServices = std::make_unique<x11::ToolkitServices>(*bar, *events, *userDefaults);
     toolkit.setHost(toolkitServices.get());
     tray = std::make_unique<x11::TrayHost>(*bar);

@@ -14,10 +14,6 @@ namespace {
 constexpr HotKeyStatus noSuchKey = -9879;
 constexpr HotKeyStatus keyTaken = -9878;
 
-constexpr std::uint16_t everyModifier = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_CONTROL |
-                                        XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_3 | XCB_MOD_MASK_4 |
-                                        XCB_MOD_MASK_5;
-
 }  // namespace
 
 class HotKeys::Grab : public HotKey {
@@ -171,8 +167,7 @@ void HotKeys::handle(const xcb_generic_event_t& event) {
 }
 
 void HotKeys::pressed(const xcb_key_press_event_t& event) {
-    const KeyCombination combination{
-        event.detail, static_cast<std::uint16_t>(event.state & everyModifier & ~modifiers_.lockMask())};
+    const KeyCombination combination = pressedCombination(event, modifiers_.lockMask());
     std::vector<HotKeyEvent> reports;
     for (const auto* grab : grabs_) {
         if (grab->combination() == combination)

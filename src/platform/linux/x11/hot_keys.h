@@ -24,6 +24,9 @@ public:
     Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, const HotKeyID& id,
                                 std::uint32_t options) override;
 
+    /// True where one of our hot keys has the combination.
+    bool holds(const KeyCombination& combination) const { return isHeld(combination, nullptr); }
+
 private:
     class Grab;
     class InstalledHandler;

@@ -15,6 +15,9 @@ struct KeyCombination {
     bool operator==(const KeyCombination&) const = default;
 };
 
+/// What was pressed, whatever the locks.
+KeyCombination pressedCombination(const xcb_key_press_event_t& press, std::uint16_t lockMask);
+
 /// Has the key's presses reported to the root window's handlers and to nobody else, once with each of these
 /// states of the locks. False where another program has one of them; then none is taken.
 bool grabKey(const Connection& connection, const KeyCombination& combination,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/local_events.h"
+#include "linux/x11/hot_keys.h"
 #include "linux/x11/key_events.h"
 #include "linux/x11/key_grab.h"
 
@@ -10,21 +11,23 @@
 namespace velmo::x11 {
 
 /// A panel never has the keyboard. While one is shown and somebody monitors keys, Escape is ours, whoever has
-/// the keyboard; where another program has taken that key for itself, it stays theirs.
+/// the keyboard and whichever modifiers are held; where another program or a hot key has taken a combination,
+/// that one stays theirs.
 class PanelKeys {
 public:
-    PanelKeys(Connection& connection, Keyboard& keyboard, Modifiers& modifiers, LocalEvents& localEvents,
-              const KeyEvents& keyEvents);
+    PanelKeys(Connection& connection, Keyboard& keyboard, Modifiers& modifiers, const HotKeys& hotKeys,
+              LocalEvents& localEvents, const KeyEvents& keyEvents);
     ~PanelKeys();
     PanelKeys(const PanelKeys&) = delete;
     PanelKeys& operator=(const PanelKeys&) = delete;
 
 private:
     struct Held {
-        KeyCombination combination;
+        std::vector<KeyCombination> combinations;
         std::vector<std::uint16_t> locks;
     };
 
+    std::vector<KeyCombination> combinations(xcb_keycode_t key) const;
     void update();
     void letGo();
     void handle(const xcb_generic_event_t& event);
@@ -32,6 +35,7 @@ private:
     Connection& connection_;
     Keyboard& keyboard_;
     Modifiers& modifiers_;
+    const HotKeys& hotKeys_;
     LocalEvents& localEvents_;
     const KeyEvents& keyEvents_;
     std::optional<Held> held_;
