@@ -13,7 +13,7 @@ namespace {
 
 /// On the grid of the device's pixels.
 QRectF onPixelGrid(const QPainter& painter, const QRectF& place, const QSize& pixels, qreal ratio) {
-    const QPointF origin = painter.deviceTransform().map(QPointF(0, 0)) * 1.0;
+    const QPointF origin = painter.deviceTransform().map(QPointF(0, 0));
     const QPointF corner(std::round(origin.x() + place.x() * ratio) - origin.x(),
                          std::round(origin.y() + place.y() * ratio) - origin.y());
     return {corner / ratio, QSizeF(pixels) / ratio};

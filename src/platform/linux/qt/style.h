@@ -42,6 +42,8 @@ QColor track();
 inline constexpr double groupRadius = 8;
 inline constexpr double controlRadius = 6;
 inline constexpr double floatingRadius = 10;
+/// Of what is disabled.
+inline constexpr double disabledOpacity = 0.45;
 /// Between neighbours in a stack that does not say.
 inline constexpr double stackSpacing = 8;
 

@@ -8,7 +8,6 @@ namespace velmo {
 
 namespace {
 
-constexpr qreal disabledOpacity = 0.45;
 constexpr qreal ringWidth = 2;
 
 }  // namespace
@@ -16,7 +15,7 @@ constexpr qreal ringWidth = 2;
 ControlPainter::ControlPainter(QWidget& control) : QPainter(&control), control_(control) {
     setRenderHint(Antialiasing);
     if (!control.isEnabled())
-        setOpacity(disabledOpacity);
+        setOpacity(style::disabledOpacity);
 }
 
 void ControlPainter::fillRounded(const QRectF& area, const QColor& color, qreal radius) {

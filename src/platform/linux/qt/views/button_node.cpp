@@ -51,6 +51,9 @@ void ButtonNode::apply(const ViewContext& context) {
     else if (style == ButtonStyle::automatic && !context.isEnabled)
         inner.color = {ColorRole::secondary};
     const Views& labels = view().children;
+    // A button with a label for each state says by them what it is; a push button has a face that gets paler.
+    if (!context.isEnabled && style != ButtonStyle::automatic && labels.size() < 2)
+        inner.opacity *= style::disabledOpacity;
     for (std::size_t index = 0; index < 2; ++index) {
         const Views label = index < labels.size() ? Views{labels[index]} : Views{};
         labels_[index].update(label, inner, *faces_[index]);

@@ -35,9 +35,13 @@ Image imageIn(const Image& image, const ViewContext& context) {
     return result;
 }
 
+QColor colorIn(const ViewContext& context) {
+    const auto& [role, opacity] = context.color;
+    return style::color({role, opacity * context.opacity});
+}
+
 TextLabel::Look lookIn(const ViewContext& context) {
-    TextLabel::Look look{style::font(context.font), style::color(context.color),
-                         context.font.hasMonospacedDigits};
+    TextLabel::Look look{style::font(context.font), colorIn(context), context.font.hasMonospacedDigits};
     if (context.singleLine)
         look.minimumScale = context.singleLine->minimumScale;
     return look;
@@ -80,7 +84,7 @@ ImageNode::ImageNode(QWidget& surface) : ViewNode(surface), label_(std::make_uni
 
 void ImageNode::apply(const ViewContext& context) {
     const auto& view = content<ImageView>();
-    label_->display(imageIn(view.image, context), style::color(context.color), view.isResizable);
+    label_->display(imageIn(view.image, context), colorIn(context), view.isResizable);
     label_->setAccessibleName(context.accessibilityLabel.isEmpty()
                                   ? QString::fromStdString(view.image.accessibilityDescription)
                                   : context.accessibilityLabel);

@@ -14,6 +14,8 @@ namespace velmo {
 struct ViewContext {
     Font font;
     SemanticColor color;
+    /// Of texts and symbols, whatever their colours.
+    double opacity = 1;
     std::optional<SingleLine> singleLine = {};
     bool isEnabled = true;
     /// The direction of the stack around it.
