@@ -58,6 +58,7 @@ void MenuBarClock::openPopover(StatusBarButton& under) {
     calendar_->onChange = lifetime_.guard([this] { popover_->setContent(calendar_->body()); });
     popover_->setBehavior(PopoverBehavior::transient);
     popover_->setAnimates(true);
+    popover_->setAccessibilityLabel("Calendar");
     popover_->setContent(calendar_->body());
     popover_->setOnClose(lifetime_.guard([this] { calendar_->disappear(); }));
     platform_.application.activateIgnoringOtherApps(true);

@@ -27,7 +27,12 @@ constexpr PanelConfiguration configuration{
     .isFloating = true,
     .hidesOnDeactivate = false,
     .hasShadow = true,
+    .animationBehavior = animation_behavior::utilityWindow,
+    .material = panel_material::menu,
+    .blendingMode = blending_mode::behindWindow,
+    .materialState = material_state::active,
     .cornerRadius = 10,
+    .accessibilityLabel = "Hidden items",
 };
 
 /// Where the two edges of the screen ask for different things, the left one wins.

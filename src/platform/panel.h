@@ -5,6 +5,7 @@
 #include "view.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace velmo {
 
@@ -19,8 +20,17 @@ struct PanelConfiguration {
     bool isFloating = false;
     bool hidesOnDeactivate = true;
     bool hasShadow = true;
+    /// One of `animation_behavior`.
+    std::int64_t animationBehavior = 0;
+    /// Of the background, behind which other windows are seen: one of `panel_material`,
+    /// `blending_mode` and `material_state`.
+    std::int64_t material = 0;
+    std::int64_t blendingMode = 0;
+    std::int64_t materialState = 0;
     /// Points; the content is cut off at the corners.
     double cornerRadius = 0;
+    /// What assistive programs call the panel.
+    std::string_view accessibilityLabel;
 
     bool operator==(const PanelConfiguration&) const = default;
 };
@@ -37,8 +47,23 @@ inline constexpr std::uint64_t transient = 1 << 3;
 inline constexpr std::uint64_t fullScreenAuxiliary = 1 << 8;
 }  // namespace collection_behavior
 
-/// A window that floats above others and takes no keyboard focus. Its background is the system's
-/// translucent menu material. Hidden at first; destroying it closes it.
+namespace animation_behavior {
+inline constexpr std::int64_t utilityWindow = 4;
+}  // namespace animation_behavior
+
+namespace panel_material {
+inline constexpr std::int64_t menu = 5;
+}  // namespace panel_material
+
+namespace blending_mode {
+inline constexpr std::int64_t behindWindow = 0;
+}  // namespace blending_mode
+
+namespace material_state {
+inline constexpr std::int64_t active = 1;
+}  // namespace material_state
+
+/// A window that floats above others and takes no keyboard focus. Hidden at first; destroying it closes it.
 class Panel {
 public:
     virtual ~Panel() = default;

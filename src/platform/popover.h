@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 namespace velmo {
 
@@ -23,6 +24,8 @@ public:
 
     virtual void setBehavior(PopoverBehavior behavior) = 0;
     virtual void setAnimates(bool animates) = 0;
+    /// What assistive programs call it.
+    virtual void setAccessibilityLabel(const std::string& label) = 0;
     /// Replaces the description of what the popover shows; its size follows.
     virtual void setContent(const View& content) = 0;
     virtual bool isShown() const = 0;

@@ -99,6 +99,7 @@ TEST_F(ClockClicks, OpenThePopoverBelowTheItem) {
     ASSERT_EQ(popovers().size(), 1U);
     EXPECT_TRUE(popover().isShown());
     EXPECT_EQ(popover().behavior(), PopoverBehavior::transient);
+    EXPECT_EQ(popover().accessibilityLabel(), "Calendar");
     EXPECT_TRUE(popover().animates());
     EXPECT_EQ(popover().edge(), RectEdge::minY);
     EXPECT_EQ(popover().rect(), (Rect{0, 0, button().size().width, button().size().height}));

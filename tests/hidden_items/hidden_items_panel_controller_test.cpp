@@ -47,7 +47,7 @@ TEST_F(PanelController, MakesNoPanelBeforeItIsNeeded) {
 TEST_F(PanelController, MakesAFloatingPanelThatTakesNoFocus) {
     show();
     EXPECT_TRUE(controller_->isVisible());
-    const PanelConfiguration expected{32896, 101, 265, true, false, true, 10};
+    const PanelConfiguration expected{32896, 101, 265, true, false, true, 4, 5, 0, 1, 10, "Hidden items"};
     EXPECT_EQ(panel().configuration(), expected);
     EXPECT_TRUE(desktop_.application().calls().empty());
 }

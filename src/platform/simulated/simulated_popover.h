@@ -15,6 +15,7 @@ public:
 
     void setBehavior(PopoverBehavior behavior) override { behavior_ = behavior; }
     void setAnimates(bool animates) override { animates_ = animates; }
+    void setAccessibilityLabel(const std::string& label) override { accessibilityLabel_ = label; }
     void setContent(const View& content) override { content_ = content; }
     bool isShown() const override { return isShown_; }
     void show(const Rect& rect, StatusBarButton& button, RectEdge preferredEdge) override;
@@ -23,6 +24,7 @@ public:
 
     PopoverBehavior behavior() const { return behavior_; }
     bool animates() const { return animates_; }
+    const std::string& accessibilityLabel() const { return accessibilityLabel_; }
     const View& content() const { return content_; }
     const Rect& rect() const { return rect_; }
     RectEdge edge() const { return edge_; }
@@ -36,6 +38,7 @@ private:
     SimulatedWindows& windows_;
     PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
     bool animates_ = true;
+    std::string accessibilityLabel_;
     View content_;
     bool isShown_ = false;
     Rect rect_;

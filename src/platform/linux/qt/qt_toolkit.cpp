@@ -87,8 +87,8 @@ public:
         confirmation_.ask(confirmation, action);
     }
 
-    std::unique_ptr<Panel> makePanel(const PanelConfiguration& /*configuration*/) override {
-        return std::make_unique<QtPanel>(host_);
+    std::unique_ptr<Panel> makePanel(const PanelConfiguration& configuration) override {
+        return std::make_unique<QtPanel>(host_, configuration);
     }
     std::unique_ptr<Popover> makePopover() override { return std::make_unique<QtPopover>(host_); }
     std::unique_ptr<Window> makeWindow(const View& content) override {

@@ -2,8 +2,10 @@
 
 #include "event.h"
 #include "geometry.h"
+#include "linux/registration.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -28,6 +30,16 @@ public:
     virtual Rect visibleFrame(const Point& place) const = 0;
     /// True where a compositing manager shows translucent windows.
     virtual bool isComposited() const = 0;
+    /// Called after a compositing manager has come or gone.
+    virtual Registration onCompositingChange(std::function<void()> listener) = 0;
+
+    /// For as long as the result lives, a window that no window manager knows stays above those that one
+    /// manages.
+    [[nodiscard]] virtual Registration keepAbove(WindowNumber window) = 0;
+    /// The outermost `margin` pixels of a window of this size in pixels are a shadow that it paints itself:
+    /// presses there go to what lies beneath, and nobody is to add another shadow. The server knows it when
+    /// this returns.
+    virtual void declareShadow(WindowNumber window, const Size& size, double margin) = 0;
 
     /// Makes this the window that the user works with, as an answer to what the user did last.
     virtual void activate(WindowNumber window) = 0;

@@ -11,7 +11,9 @@ namespace velmo::x11 {
 Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
     const std::string screen = "_S" + std::to_string(screenNumber);
     const std::vector<std::pair<xcb_atom_t*, std::string>> names = {
+        {&gtkFrameExtents, "_GTK_FRAME_EXTENTS"},
         {&manager, "MANAGER"},
+        {&netSupportingWmCheck, "_NET_SUPPORTING_WM_CHECK"},
         {&netSystemTrayColors, "_NET_SYSTEM_TRAY_COLORS"},
         {&netSystemTrayOpcode, "_NET_SYSTEM_TRAY_OPCODE"},
         {&netSystemTrayOrientation, "_NET_SYSTEM_TRAY_ORIENTATION"},
@@ -38,6 +40,8 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&utf8String, "UTF8_STRING"},
         {&velmoInstance, "_VELMO_INSTANCE" + screen},
         {&velmoReopen, "_VELMO_REOPEN"},
+        {&windowShadow, "_COMPTON_SHADOW"},
+        {&wmState, "WM_STATE"},
         {&xembed, "_XEMBED"},
         {&xembedInfo, "_XEMBED_INFO"},
         {&xsettingsSelection, "_XSETTINGS" + screen},

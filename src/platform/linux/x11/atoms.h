@@ -8,7 +8,9 @@ namespace velmo::x11 {
 struct Atoms {
     Atoms(xcb_connection_t* connection, int screenNumber);
 
+    xcb_atom_t gtkFrameExtents = 0;
     xcb_atom_t manager = 0;
+    xcb_atom_t netSupportingWmCheck = 0;
     xcb_atom_t netSystemTrayColors = 0;
     xcb_atom_t netSystemTrayOpcode = 0;
     xcb_atom_t netSystemTrayOrientation = 0;
@@ -35,6 +37,8 @@ struct Atoms {
     xcb_atom_t utf8String = 0;
     xcb_atom_t velmoInstance = 0;
     xcb_atom_t velmoReopen = 0;
+    xcb_atom_t wmState = 0;
+    xcb_atom_t windowShadow = 0;
     xcb_atom_t xembed = 0;
     xcb_atom_t xembedInfo = 0;
     xcb_atom_t xsettingsSelection = 0;

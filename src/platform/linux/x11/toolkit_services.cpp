@@ -2,8 +2,12 @@
 
 #include "linux/x11/reply.h"
 #include "linux/x11/selection.h"
+#include "linux/x11/top_window.h"
+
+#include <xcb/xfixes.h>
 
 #include <charconv>
+#include <memory>
 
 namespace velmo::x11 {
 
@@ -24,7 +28,18 @@ std::optional<double> number(std::string_view text) {
 }  // namespace
 
 ToolkitServices::ToolkitServices(MenuBar& bar, Events& events, FileUserDefaults& defaults)
-    : bar_(bar), connection_(bar.connection()), events_(events), defaults_(defaults) {}
+    : bar_(bar), connection_(bar.connection()), events_(events), defaults_(defaults) {
+    xcb_xfixes_select_selection_input(connection_.raw(), connection_.root(),
+                                      connection_.atoms().netWmCmSelection,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    selectionChanges_ = connection_.onExtension(xcb_xfixes_id, [this](const xcb_generic_event_t& event) {
+        const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+        if (change.selection == connection_.atoms().netWmCmSelection)
+            compositingListeners_.notify();
+    });
+}
 
 Rect ToolkitServices::toPixels(const Rect& rect) const {
     return bar_.screens().screenToPixels(rect);
@@ -41,6 +56,28 @@ Rect ToolkitServices::visibleFrame(const Point& place) const {
 
 bool ToolkitServices::isComposited() const {
     return selectionOwner(connection_, connection_.atoms().netWmCmSelection) != XCB_WINDOW_NONE;
+}
+
+Registration ToolkitServices::keepAbove(WindowNumber window) {
+    auto kept = std::make_shared<TopWindow>(connection_, static_cast<xcb_window_t>(window));
+    return Registration([kept]() mutable { kept.reset(); });
+}
+
+void ToolkitServices::declareShadow(WindowNumber window, const Size& size, double margin) {
+    xcb_connection_t* raw = connection_.raw();
+    const auto id = static_cast<xcb_window_t>(window);
+    const auto inside = static_cast<std::int16_t>(margin);
+    const xcb_rectangle_t body = {inside, inside, static_cast<std::uint16_t>(size.width - 2 * margin),
+                                  static_cast<std::uint16_t>(size.height - 2 * margin)};
+    const auto region = connection_.newId();
+    xcb_xfixes_create_region(raw, region, 1, &body);
+    xcb_xfixes_set_window_shape_region(raw, id, XCB_SHAPE_SK_INPUT, 0, 0, region);
+    xcb_xfixes_destroy_region(raw, region);
+    // What compositing managers look at before they add a shadow.
+    const auto extent = static_cast<std::uint32_t>(margin);
+    connection_.setCardinals(id, connection_.atoms().gtkFrameExtents, {extent, extent, extent, extent});
+    connection_.setCardinals(id, connection_.atoms().windowShadow, {0});
+    connection_.sync();
 }
 
 void ToolkitServices::activate(WindowNumber window) {

@@ -1,8 +1,12 @@
 #pragma once
 
 #include "linux/defaults/file_user_defaults.h"
+#include "linux/listeners.h"
 #include "linux/toolkit/toolkit_host.h"
 #include "linux/x11/menu_bar.h"
+
+#include <functional>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -17,6 +21,11 @@ public:
     Rect toPixels(const Rect& rect) const override;
     Rect visibleFrame(const Point& place) const override;
     bool isComposited() const override;
+    Registration onCompositingChange(std::function<void()> listener) override {
+        return compositingListeners_.add(std::move(listener));
+    }
+    Registration keepAbove(WindowNumber window) override;
+    void declareShadow(WindowNumber window, const Size& size, double margin) override;
     void activate(WindowNumber window) override;
     void takeKeyboard(WindowNumber window) override;
     void giveKeyboardBack() override;
@@ -33,6 +42,8 @@ private:
     /// Our window that has the keyboard, and who had it before; XCB_WINDOW_NONE for nobody.
     xcb_window_t keyboardTaker_ = XCB_WINDOW_NONE;
     xcb_window_t formerOwner_ = XCB_WINDOW_NONE;
+    Listeners compositingListeners_;
+    Registration selectionChanges_;
 };
 
 }  // namespace velmo::x11

@@ -2,25 +2,46 @@
 
 #include "linux/qt/controls/painting.h"
 #include "linux/qt/pixels.h"
-#include "linux/qt/style.h"
 
+#include <QAccessible>
+#include <QCursor>
 #include <QWindow>
 
 #include <cmath>
 
 namespace velmo {
 
-FloatingWindow::FloatingWindow(ToolkitHost& host, bool takesKeyboard)
-    : host_(host), content_(host.loop(), this) {
+namespace {
+
+/// Points: how far the shadow lies below what throws it, and where it ends.
+constexpr int shadowDrop = 4;
+constexpr int shadowReach = 12;
+constexpr qreal shadowOpacity = 0.28;
+
+/// Returns once the server has done all that the toolkit has asked so far, so that the host can go on with a
+/// window. Any question does; QGuiApplication::sync would let other things happen meanwhile.
+void awaitServer() {
+    QCursor::pos();
+}
+
+}  // namespace
+
+FloatingWindow::FloatingWindow(ToolkitHost& host, const Traits& traits)
+    : host_(host), traits_(traits), content_(host.loop(), this) {
     Qt::WindowFlags flags =
         Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowStaysOnTopHint;
-    if (!takesKeyboard)
+    if (!traits.takesKeyboard)
         flags |= Qt::WindowDoesNotAcceptFocus;
     setWindowFlags(flags);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setAttribute(Qt::WA_X11NetWmWindowTypeDropDownMenu);
     setAttribute(Qt::WA_QuitOnClose, false);
+    setProperty("accessibleRole", QAccessible::Window);
+    compositingChanges_ = host.onCompositingChange([this] {
+        if (isVisible())
+            showAt(corner_);
+    });
 }
 
 QSize FloatingWindow::contentSize() const {
@@ -35,14 +56,24 @@ Size FloatingWindow::fittingSize() const {
 }
 
 /// A window's depth stays what it was made with.
-void FloatingWindow::matchScreen() {
+bool FloatingWindow::matchScreen() {
     if (isTranslucent_ == host_.isComposited())
-        return;
+        return false;
     isTranslucent_ = !isTranslucent_;
     hide();
     destroy();
     setAttribute(Qt::WA_TranslucentBackground, isTranslucent_);
     create();
+    return true;
+}
+
+int FloatingWindow::shadowMargin() const {
+    return isTranslucent_ && traits_.hasShadow ? shadowDrop + shadowReach : 0;
+}
+
+QRect FloatingWindow::body() const {
+    const int margin = shadowMargin();
+    return rect().adjusted(margin, margin, -margin, -margin);
 }
 
 WindowNumber FloatingWindow::number() const {
@@ -53,10 +84,43 @@ WindowNumber FloatingWindow::number() const {
 }
 
 void FloatingWindow::showAt(const QPointF& pixel) {
-    matchScreen();
-    setGeometry({fromPixels(pixel).toPoint(), contentSize()});
+    corner_ = pixel;
+    const bool hadKeyboard = isActiveWindow();
+    const bool isAnother = matchScreen();
+    const int margin = shadowMargin();
+    setGeometry(QRect(fromPixels(pixel).toPoint(), contentSize()).adjusted(-margin, -margin, margin, margin));
+    content_.setGeometry(body());
+    declareShadow();
     show();
     raise();
+    above_ = host_.keepAbove(number());
+    if (isAnother && hadKeyboard) {
+        // Only a window that is on the screen can have the keyboard.
+        awaitServer();
+        host_.takeKeyboard(number());
+    }
+}
+
+/// Before the window is seen, lest a compositing manager gives it a shadow of its own for a moment.
+void FloatingWindow::declareShadow() {
+    const int margin = shadowMargin();
+    if (margin == 0)
+        return;
+    awaitServer();
+    const qreal ratio = devicePixelRatioF();
+    host_.declareShadow(number(), {width() * ratio, height() * ratio}, margin * ratio);
+}
+
+/// Rings that come nearer, each over the one before, darker towards the middle.
+void FloatingWindow::paintShadow(QPainter& painter, qreal radius) const {
+    painter.setPen(Qt::NoPen);
+    const QRectF caster = QRectF(body()).translated(0, shadowDrop);
+    for (qreal distance = shadowReach; distance >= 0; distance -= 0.5) {
+        const qreal nearness = 1 - distance / shadowReach;
+        painter.setBrush(QColor::fromRgbF(0, 0, 0, static_cast<float>(shadowOpacity * nearness * nearness)));
+        painter.drawRoundedRect(caster.adjusted(-distance, -distance, distance, distance), radius + distance,
+                                radius + distance);
+    }
 }
 
 void FloatingWindow::paintEvent(QPaintEvent* /*event*/) {
@@ -64,16 +128,23 @@ void FloatingWindow::paintEvent(QPaintEvent* /*event*/) {
     QColor background = style::floating();
     if (isTranslucent_)
         background.setAlphaF(opacity);
-    const qreal radius = isTranslucent_ ? style::floatingRadius : 0;
+    const qreal radius = isTranslucent_ ? traits_.cornerRadius : 0;
     ControlPainter painter(*this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.fillRounded(rect(), background, radius);
+    if (shadowMargin() > 0)
+        paintShadow(painter, radius);
+    painter.fillRounded(body(), background, radius);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.strokeRounded(rect(), style::border(), radius);
+    painter.strokeRounded(body(), style::border(), radius);
 }
 
 void FloatingWindow::resizeEvent(QResizeEvent* /*event*/) {
-    content_.setGeometry(rect());
+    content_.setGeometry(body());
+}
+
+void FloatingWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    above_ = {};
 }
 
 }  // namespace velmo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
 #include "linux/toolkit/toolkit_host.h"
 
@@ -7,30 +8,48 @@
 
 namespace velmo {
 
-/// A window that no window manager manages: it floats above others on every workspace. Rounded and
-/// translucent where the screen can show that, square and opaque where it cannot.
+/// A window that no window manager manages: it floats above others on every workspace. Rounded, translucent
+/// and with a soft shadow where the screen can show that, square and opaque where it cannot.
 class FloatingWindow : public QWidget {
 public:
-    FloatingWindow(ToolkitHost& host, bool takesKeyboard);
+    struct Traits {
+        bool takesKeyboard = false;
+        bool hasShadow = true;
+        /// Points.
+        double cornerRadius = style::floatingRadius;
+    };
+
+    FloatingWindow(ToolkitHost& host, const Traits& traits);
 
     ViewHost& content() { return content_; }
-    /// Points that the window takes on the screen.
+    /// Points that the window takes on the screen, less its shadow.
     Size fittingSize() const;
-    /// The upper left corner in pixels of the root window; as large as the content wants.
+    /// The upper left corner, less the shadow, in pixels of the root window; as large as the content wants.
     void showAt(const QPointF& pixel);
     WindowNumber number() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     QSize contentSize() const;
-    void matchScreen();
+    /// True where the window was made anew, which hides it.
+    bool matchScreen();
+    void declareShadow();
+    int shadowMargin() const;
+    QRect body() const;
+    void paintShadow(QPainter& painter, qreal radius) const;
 
     ToolkitHost& host_;
+    Traits traits_;
     ViewHost content_;
+    /// Pixels of the root window.
+    QPointF corner_;
     bool isTranslucent_ = false;
+    Registration compositingChanges_;
+    Registration above_;
 };
 
 }  // namespace velmo

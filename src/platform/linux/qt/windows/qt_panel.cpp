@@ -4,8 +4,13 @@
 
 namespace velmo {
 
-QtPanel::QtPanel(ToolkitHost& host) : host_(host), window_(host, false) {
+QtPanel::QtPanel(ToolkitHost& host, const PanelConfiguration& configuration)
+    : host_(host),
+      window_(host, {.hasShadow = configuration.hasShadow, .cornerRadius = configuration.cornerRadius}) {
     window_.setWindowTitle(QStringLiteral("Velmo.Panel"));
+    window_.setAccessibleName(
+        QString::fromUtf8(configuration.accessibilityLabel.data(),
+                          static_cast<qsizetype>(configuration.accessibilityLabel.size())));
 }
 
 void QtPanel::setFrame(const Rect& frame) {

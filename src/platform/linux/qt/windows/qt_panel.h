@@ -8,7 +8,7 @@ namespace velmo {
 
 class QtPanel : public Panel {
 public:
-    explicit QtPanel(ToolkitHost& host);
+    QtPanel(ToolkitHost& host, const PanelConfiguration& configuration);
 
     void setContent(const View& content) override { window_.content().setContent(content); }
     Size fittingSize() const override { return window_.fittingSize(); }

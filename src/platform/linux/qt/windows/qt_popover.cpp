@@ -40,7 +40,7 @@ private:
 };
 
 QtPopover::QtPopover(ToolkitHost& host)
-    : host_(host), window_(host, true), keys_(std::make_unique<Keys>(*this)) {
+    : host_(host), window_(host, {.takesKeyboard = true}), keys_(std::make_unique<Keys>(*this)) {
     window_.setWindowTitle(QStringLiteral("Velmo.Popover"));
     window_.installEventFilter(keys_.get());
 }

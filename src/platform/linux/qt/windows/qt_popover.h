@@ -14,6 +14,9 @@ public:
     void setBehavior(PopoverBehavior behavior) override { behavior_ = behavior; }
     /// It appears at once in any case.
     void setAnimates(bool /*animates*/) override {}
+    void setAccessibilityLabel(const std::string& label) override {
+        window_.setAccessibleName(QString::fromStdString(label));
+    }
     void setContent(const View& content) override;
     bool isShown() const override { return window_.isVisible(); }
     void show(const Rect& rect, StatusBarButton& button, RectEdge preferredEdge) override;

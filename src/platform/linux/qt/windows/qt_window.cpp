@@ -4,6 +4,7 @@
 #include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPainter>
@@ -25,6 +26,7 @@ public:
     explicit Widget(QtWindow& owner) : owner_(owner), host_(owner.host_.loop(), this) {
         setAttribute(Qt::WA_QuitOnClose, false);
         setAttribute(Qt::WA_AlwaysShowToolTips);
+        setProperty("accessibleRole", QAccessible::Window);
         resting_.setSingleShot(true);
         resting_.setInterval(restingMilliseconds);
         QObject::connect(&resting_, &QTimer::timeout, this, [this] { owner_.rememberPlace(); });

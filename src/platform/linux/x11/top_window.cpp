@@ -1,0 +1,132 @@
+#include "top_window.h"
+
+#include "linux/x11/reply.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+
+namespace velmo::x11 {
+
+namespace {
+
+/// A window that raises itself whenever it is covered is left above after so many times in this time.
+constexpr int mostRaises = 10;
+constexpr std::chrono::seconds countTime{1};
+
+struct Candidate {
+    xcb_window_t window;
+    xcb_get_window_attributes_cookie_t attributes;
+    xcb_get_geometry_cookie_t geometry;
+    xcb_get_property_cookie_t state;
+};
+
+/// A child of the root window, with its border.
+std::optional<PixelRect> areaFrom(xcb_connection_t* connection, xcb_get_geometry_cookie_t cookie) {
+    const auto reply = owned(xcb_get_geometry_reply(connection, cookie, nullptr));
+    if (!reply)
+        return std::nullopt;
+    return PixelRect{reply->x, reply->y, reply->width + 2 * reply->border_width,
+                     reply->height + 2 * reply->border_width};
+}
+
+bool overlap(const PixelRect& one, const PixelRect& other) {
+    return one.x < other.x + other.width && other.x < one.x + one.width && one.y < other.y + other.height &&
+           other.y < one.y + one.height;
+}
+
+/// The window manager makes frames itself; a window without one bears a state.
+class Manager {
+public:
+    explicit Manager(const Connection& connection)
+        : resourceMask_(xcb_get_setup(connection.raw())->resource_id_mask) {
+        const auto& atoms = connection.atoms();
+        const auto value = connection.property(connection.root(), atoms.netSupportingWmCheck, XCB_ATOM_WINDOW,
+                                               sizeof(xcb_window_t));
+        if (value.size() == sizeof(xcb_window_t))
+            window_ = *reinterpret_cast<const xcb_window_t*>(value.data());
+    }
+
+    bool made(xcb_window_t window) const {
+        return window_ != XCB_WINDOW_NONE && (window & ~resourceMask_) == (window_ & ~resourceMask_);
+    }
+
+private:
+    std::uint32_t resourceMask_;
+    xcb_window_t window_ = XCB_WINDOW_NONE;
+};
+
+}  // namespace
+
+TopWindow::TopWindow(Connection& connection, xcb_window_t window)
+    : connection_(connection), window_(window), checking_(connection.loop(), [this] { check(); }) {
+    events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
+}
+
+void TopWindow::handle(const xcb_generic_event_t& event) {
+    const auto type = event.response_type & 0x7f;
+    if (type != XCB_CONFIGURE_NOTIFY && type != XCB_MAP_NOTIFY && type != XCB_REPARENT_NOTIFY)
+        return;
+    const auto& change = reinterpret_cast<const xcb_map_notify_event_t&>(event);
+    if (change.window != window_)
+        checking_.request();
+}
+
+std::vector<xcb_window_t> TopWindow::windowsAbove() const {
+    xcb_connection_t* raw = connection_.raw();
+    const auto tree = owned(xcb_query_tree_reply(raw, xcb_query_tree(raw, connection_.root()), nullptr));
+    if (!tree)
+        return {};
+    const std::span windows(xcb_query_tree_children(tree.get()),
+                            static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
+    const auto place = std::find(windows.begin(), windows.end(), window_);
+    return place == windows.end() ? std::vector<xcb_window_t>() : std::vector(place + 1, windows.end());
+}
+
+void TopWindow::check() {
+    xcb_connection_t* raw = connection_.raw();
+    const auto above = windowsAbove();
+    if (above.empty())
+        return;
+    const Manager manager(connection_);
+    const auto ownGeometry = xcb_get_geometry(raw, window_);
+    // All questions before the first answer, so that the server is waited for only once.
+    std::vector<Candidate> candidates;
+    candidates.reserve(above.size());
+    for (const auto window : above) {
+        candidates.push_back(
+            {window, xcb_get_window_attributes(raw, window), xcb_get_geometry(raw, window),
+             xcb_get_property(raw, 0, window, connection_.atoms().wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 1)});
+    }
+    const auto own = areaFrom(raw, ownGeometry);
+    xcb_window_t highest = XCB_WINDOW_NONE;
+    for (const auto& candidate : candidates) {
+        const auto attributes = owned(xcb_get_window_attributes_reply(raw, candidate.attributes, nullptr));
+        const auto area = areaFrom(raw, candidate.geometry);
+        const auto state = owned(xcb_get_property_reply(raw, candidate.state, nullptr));
+        const bool isSeen = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+                            attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
+        const bool isManaged = manager.made(candidate.window) || (state && state->type != XCB_ATOM_NONE);
+        if (isSeen && isManaged && own && area && overlap(*own, *area))
+            highest = candidate.window;
+    }
+    if (highest == XCB_WINDOW_NONE || !mayRaise())
+        return;
+    const std::uint32_t values[] = {highest, XCB_STACK_MODE_ABOVE};
+    xcb_configure_window(raw, window_, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
+}
+
+bool TopWindow::mayRaise() {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - countBegin_ > countTime) {
+        countBegin_ = now;
+        raises_ = 0;
+    }
+    if (++raises_ <= mostRaises)
+        return true;
+    // For good: a flicker that goes on is worse.
+    events_ = {};
+    return false;
+}
+
+}  // namespace velmo::x11

@@ -1,0 +1,104 @@
+#include "panel_window_session.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+namespace velmo::desktop {
+
+namespace {
+
+constexpr const char* compositingSelection = "_NET_WM_CM_S0";
+
+}  // namespace
+
+void PanelWindowSession::TearDown() {
+    DesktopSession::TearDown();
+    compositingManager_.reset();
+    beside_.clear();
+}
+
+void PanelWindowSession::startVelmoForPanels(nlohmann::json defaults) {
+    defaults.emplace("clickAction", "showPanel");
+    writeDefaults(defaults);
+    startVelmo();
+}
+
+std::optional<xcb_window_t> PanelWindowSession::shown(const std::string& title) const {
+    const auto window = x().windowTitled(title);
+    return window && x().isViewable(*window) ? window : std::nullopt;
+}
+
+Area PanelWindowSession::strip(int margin) const {
+    const auto window = panel();
+    const auto area = window ? x().area(*window).value_or(Area{}) : Area{};
+    return {area.x + margin, area.y + margin, area.width - 2 * margin, area.height - 2 * margin};
+}
+
+void PanelWindowSession::openPanel() {
+    click(toggle());
+    ASSERT_TRUE(eventually([&] { return panel().has_value(); }));
+}
+
+xcb_window_t PanelWindowSession::makeWindow(const Area& area, std::uint32_t color) const {
+    xcb_connection_t* raw = x().raw();
+    const xcb_window_t window = xcb_generate_id(raw);
+    const std::uint32_t values[] = {
+        color, 1, XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE | XCB_EVENT_MASK_BUTTON_PRESS};
+    xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, x().root(), static_cast<std::int16_t>(area.x),
+                      static_cast<std::int16_t>(area.y), static_cast<std::uint16_t>(area.width),
+                      static_cast<std::uint16_t>(area.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK,
+                      values);
+    xcb_map_window(raw, window);
+    EXPECT_TRUE(x().isViewable(window));
+    return window;
+}
+
+void PanelWindowSession::giveKeyboardTo(xcb_window_t window) const {
+    xcb_set_input_focus(x().raw(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+    EXPECT_EQ(keyboardOwner(), window);
+}
+
+xcb_window_t PanelWindowSession::keyboardOwner() const {
+    const std::unique_ptr<xcb_get_input_focus_reply_t, decltype(&std::free)> reply(
+        xcb_get_input_focus_reply(x().raw(), xcb_get_input_focus(x().raw()), nullptr), &std::free);
+    return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+int PanelWindowSession::eventsGot(std::uint8_t type) const {
+    int count = 0;
+    x().exists(x().root());
+    while (auto* event = xcb_poll_for_event(x().raw())) {
+        count += (event->response_type & 0x7f) == type ? 1 : 0;
+        std::free(event);
+    }
+    return count;
+}
+
+xcb_window_t PanelWindowSession::topLevelOf(xcb_window_t window) const {
+    while (x().parent(window) != x().root() && x().exists(window))
+        window = x().parent(window);
+    return window;
+}
+
+bool PanelWindowSession::isAbove(xcb_window_t upper, xcb_window_t lower) const {
+    const auto stack = x().children(x().root());
+    return std::find(stack.begin(), stack.end(), upper) > std::find(stack.begin(), stack.end(), lower);
+}
+
+void PanelWindowSession::startCompositingManager() {
+    // One that gives every window a shadow that is seen from far, but for the bar, close to which the panel
+    // is.
+    compositingManager_.emplace(
+        run({"picom", "--config", "/dev/null", "--backend", "xrender", "--shadow", "--shadow-radius", "40",
+             "--shadow-opacity", "0.9", "--shadow-exclude", "y = 0"}));
+    ASSERT_TRUE(eventually([&] { return x().selectionOwner(compositingSelection) != XCB_WINDOW_NONE; }));
+}
+
+void PanelWindowSession::stopCompositingManager() {
+    compositingManager_->end();
+    ASSERT_TRUE(eventually([&] { return x().selectionOwner(compositingSelection) == XCB_WINDOW_NONE; }));
+}
+
+}  // namespace velmo::desktop

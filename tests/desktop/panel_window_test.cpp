@@ -1,0 +1,170 @@
+#include "panel_window_session.h"
+
+#include <algorithm>
+#include <fstream>
+
+namespace velmo::desktop {
+
+namespace {
+
+class PanelWindow : public PanelWindowSession {
+protected:
+    void SetUp() override {
+        DesktopSession::SetUp();
+        startServer();
+    }
+};
+
+using PanelOnANarrowScreen = PanelWindowSession;
+
+class PanelUnder : public PanelWindow, public testing::WithParamInterface<const char*> {
+protected:
+    void startChosenManager() {
+        const std::string chosen = GetParam();
+        if (chosen == "openbox")
+            startWindowManager();
+        if (chosen == "xfwm4")
+            startWindowManager({"dbus-run-session", "--", "xfwm4", "--compositor=off"});
+        if (chosen != "i3")
+            return;
+        const auto configuration = home_ / "i3.conf";
+        std::ofstream(configuration) << "# i3 config file (v4)\nbar {\n  i3bar_command true\n}\n";
+        startWindowManager({"i3", "-c", configuration});
+    }
+    /// A terminal over the panel's place, once it is there.
+    xcb_window_t startTerminal(const std::string& title) {
+        startBeside({"xterm", "-geometry", "150x20-0+30", "-title", title});
+        std::optional<xcb_window_t> window;
+        EXPECT_TRUE(eventually([&] { return (window = shown(title)).has_value(); }));
+        return window.value_or(xcb_window_t{XCB_WINDOW_NONE});
+    }
+    void askManager(xcb_window_t window, const std::vector<std::string>& what) const {
+        std::vector<std::string> command = {"wmctrl", "-i"};
+        command.insert(command.end(), what.begin(), what.end());
+        command.insert(command.begin() + 3, std::to_string(window));
+        outputOf(command, environment_);
+    }
+    bool coversPanel(xcb_window_t window) const {
+        const auto area = *x().area(window);
+        const auto place = strip();
+        return area.x < place.x + place.width && area.x + area.width > place.x &&
+               area.y < place.y + place.height && area.y + area.height > place.y;
+    }
+    bool isOnTop(xcb_window_t lower) const {
+        return panel() && isAbove(*panel(), topLevelOf(lower)) && isAbove(*panel(), topLevelOf(lower));
+    }
+    void expectStaysOnTop(xcb_window_t lower) const {
+        EXPECT_TRUE(eventually([&] { return isOnTop(lower); }));
+        EXPECT_TRUE(stays([&] { return isOnTop(lower); }, milliseconds(300)));
+        movePointer(strip().midX(), strip().midY());
+        EXPECT_EQ(x().windowUnderPointer(), panel());
+    }
+};
+
+TEST_P(PanelUnder, StaysAboveWindowsThatAreShownRaisedAndFillTheScreen) {
+    startChosenManager();
+    startVelmoForPanels();
+    openPanel();
+    const auto first = startTerminal("First");
+    EXPECT_TRUE(eventually([&] { return coversPanel(first); }));
+    expectStaysOnTop(first);
+    const auto second = startTerminal("Second");
+    expectStaysOnTop(second);
+    askManager(first, {"-a"});
+    expectStaysOnTop(first);
+    askManager(second, {"-r", "-b", "add,fullscreen"});
+    EXPECT_TRUE(eventually([&] { return x().area(second)->height > 710; }));
+    expectStaysOnTop(second);
+    xdotool({"key", "Escape"});
+    EXPECT_TRUE(eventually([&] { return !panel(); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, PanelUnder, testing::Values("openbox", "i3", "xfwm4"),
+                         [](const auto& chosen) { return std::string(chosen.param); });
+
+TEST_F(PanelWindow, StaysBelowWhatNoWindowManagerManages) {
+    startWindowManager();
+    startVelmoForPanels();
+    openPanel();
+    // As a notification or a locked screen.
+    const auto cover = makeWindow({0, 0, 1280, 720}, 0x203040);
+    EXPECT_TRUE(stays([&] { return isAbove(cover, *panel()); }, milliseconds(300)));
+    startBeside({"xterm", "-geometry", "150x20-0+30", "-title", "Beneath"});
+    ASSERT_TRUE(eventually([&] { return shown("Beneath").has_value(); }));
+    EXPECT_TRUE(stays([&] { return isAbove(cover, *panel()); }, milliseconds(300)));
+}
+
+TEST_F(PanelWindow, IsSeenOnEveryWorkspace) {
+    startWindowManager();
+    startVelmoForPanels();
+    const auto other = startOrdinaryWindow();
+    openPanel();
+    for (const char* workspace : {"1", "2", "0"}) {
+        outputOf({"wmctrl", "-s", workspace}, environment_);
+        const bool isHome = std::string(workspace) == "0";
+        ASSERT_TRUE(eventually([&] { return x().isViewable(other) == isHome; }));
+        ASSERT_TRUE(panel()) << workspace;
+        movePointer(strip().midX(), strip().midY());
+        EXPECT_EQ(x().windowUnderPointer(), panel()) << workspace;
+    }
+}
+
+TEST_F(PanelWindow, EscapeReachesNobodyElse) {
+    startVelmoForPanels();
+    const auto other = makeWindow({100, 300, 200, 100}, 0x334455);
+    giveKeyboardTo(other);
+    for (const char* combination : {"Escape", "shift+Escape", "ctrl+alt+Escape", "super+Escape"}) {
+        openPanel();
+        eventsGot(XCB_KEY_PRESS);
+        xdotool({"key", combination});
+        EXPECT_TRUE(eventually([&] { return !panel(); })) << combination;
+        std::string modifiers = combination;
+        modifiers.resize(modifiers.size() - std::string("Escape").size());
+        const auto modifierCount = std::count(modifiers.begin(), modifiers.end(), '+');
+        EXPECT_EQ(eventsGot(XCB_KEY_PRESS), modifierCount) << combination;
+        EXPECT_EQ(keyboardOwner(), other);
+    }
+    xdotool({"key", "Escape"});
+    EXPECT_TRUE(eventually([&] { return eventsGot(XCB_KEY_PRESS) == 1; })) << "without a panel it is theirs";
+}
+
+TEST_F(PanelWindow, TakesNoKeyboardEvenWhereItIsClicked) {
+    startWindowManager();
+    startVelmoForPanels();
+    const auto other = startOrdinaryWindow();
+    ASSERT_TRUE(eventually([&] { return keyboardOwner() == other; }));
+    openPanel();
+    const auto place = strip();
+    xdotool({"mousemove", std::to_string(place.midX()), std::to_string(place.midY()), "click", "1"});
+    EXPECT_TRUE(stays([&] { return panel() && keyboardOwner() == other; }, milliseconds(300)));
+}
+
+TEST_F(PanelWindow, StaysOnTheMonitorOfTheBar) {
+    outputOf({"xrandr", "--setmonitor", "left", "960/240x720/180+0+0", "none"}, environment_);
+    // Too narrow for the panel: its left edge is what counts.
+    outputOf({"xrandr", "--setmonitor", "*right", "320/80x720/180+960+0", "screen"}, environment_);
+    startVelmoForPanels();
+    openPanel();
+    ASSERT_GT(strip().width, 320 - 16);
+    EXPECT_EQ(strip().x, 960 + 8);
+    xdotool({"key", "Escape"});
+    ASSERT_TRUE(eventually([&] { return !panel(); }));
+
+    outputOf({"xrandr", "--delmonitor", "right"}, environment_);
+    outputOf({"xrandr", "--setmonitor", "*left", "960/240x720/180+0+0", "screen"}, environment_);
+    ASSERT_TRUE(eventually([&] { return x().area(toggle())->x < 960; }));
+    openPanel();
+    EXPECT_EQ(strip().x + strip().width, 960 - 8);
+}
+
+TEST_F(PanelOnANarrowScreen, KeepsItsDistanceFromTheLeftEdge) {
+    startServer("300x400x24");
+    startVelmoForPanels();
+    openPanel();
+    ASSERT_GT(strip().width, 300 - 16);
+    EXPECT_EQ(strip().x, 8);
+}
+
+}  // namespace
+
+}  // namespace velmo::desktop

@@ -1,0 +1,147 @@
+#include "bar_session.h"
+
+#include "linux/x11/top_window.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace velmo::desktop {
+
+namespace {
+
+/// How often in a second a window is put back on top.
+constexpr int mostRaises = 10;
+
+class TopWindows : public BarSession {
+protected:
+    void SetUp() override {
+        BarSession::SetUp();
+        startServer();
+        startBar();
+        panel_ = makeWindow({100, 100, 200, 50});
+        top_.emplace(*connection_, panel_);
+        connection_->sync();
+    }
+    void TearDown() override {
+        top_.reset();
+        BarSession::TearDown();
+    }
+
+    xcb_window_t makeWindow(const Area& area) const {
+        const xcb_window_t window = xcb_generate_id(x().raw());
+        const std::uint32_t unmanaged = 1;
+        xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, window, x().root(),
+                          static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
+                          static_cast<std::uint16_t>(area.width), static_cast<std::uint16_t>(area.height), 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                          &unmanaged);
+        return window;
+    }
+    /// As a window manager does that puts no frames around windows.
+    xcb_window_t showManaged(const Area& area) const {
+        const auto window = makeWindow(area);
+        const auto state = x().atom("WM_STATE");
+        const std::uint32_t normal[] = {1, XCB_WINDOW_NONE};
+        xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, state, state, 32, 2, normal);
+        show(window);
+        return window;
+    }
+    void show(xcb_window_t window) const {
+        xcb_map_window(x().raw(), window);
+        x().exists(window);
+    }
+    void raise(xcb_window_t window) const {
+        const std::uint32_t mode = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+        x().exists(window);
+    }
+    /// The highest first.
+    bool areStacked(const std::vector<xcb_window_t>& windows) const {
+        auto stack = x().children(x().root());
+        std::reverse(stack.begin(), stack.end());
+        std::erase_if(stack, [&](xcb_window_t window) {
+            return std::find(windows.begin(), windows.end(), window) == windows.end();
+        });
+        return stack == windows;
+    }
+    bool become(const std::vector<xcb_window_t>& windows) {
+        return turnUntil([&] { return areStacked(windows); }, milliseconds(1000));
+    }
+    bool stay(const std::vector<xcb_window_t>& windows) {
+        return !turnUntil([&] { return !areStacked(windows); }, milliseconds(150));
+    }
+
+    xcb_window_t panel_ = XCB_WINDOW_NONE;
+    std::optional<x11::TopWindow> top_;
+};
+
+TEST_F(TopWindows, LieAboveWhatIsShownOverThemAndRaised) {
+    show(panel_);
+    const auto first = showManaged({250, 90, 500, 300});
+    EXPECT_TRUE(become({panel_, first}));
+    const auto second = showManaged({0, 0, 500, 300});
+    EXPECT_TRUE(become({panel_, second, first}));
+    raise(first);
+    EXPECT_TRUE(become({panel_, first, second}));
+}
+
+TEST_F(TopWindows, LeaveOthersAloneThatDoNotOverlap) {
+    show(panel_);
+    const auto beside = showManaged({300, 100, 100, 50});
+    const auto beneath = showManaged({100, 150, 100, 50});
+    EXPECT_TRUE(stay({beneath, beside, panel_}));
+    const auto hidden = makeWindow({0, 0, 500, 300});
+    raise(hidden);
+    EXPECT_TRUE(stay({hidden, beneath, beside, panel_}));
+}
+
+TEST_F(TopWindows, StayBelowWhatNobodyManages) {
+    show(panel_);
+    const auto notification = makeWindow({0, 0, 500, 300});
+    show(notification);
+    EXPECT_TRUE(stay({notification, panel_}));
+    const auto managed = showManaged({0, 0, 500, 300});
+    raise(notification);
+    EXPECT_TRUE(become({notification, panel_, managed}));
+}
+
+TEST_F(TopWindows, GiveWayToAWindowThatKeepsRaisingItself) {
+    show(panel_);
+    const auto rival = showManaged({0, 0, 500, 300});
+    ASSERT_TRUE(become({panel_, rival}));
+    for (int count = 2; count <= mostRaises; ++count) {
+        raise(rival);
+        ASSERT_TRUE(become({panel_, rival})) << count;
+    }
+    raise(rival);
+    EXPECT_TRUE(stay({rival, panel_}));
+    std::this_thread::sleep_for(milliseconds(1000));
+    raise(rival);
+    EXPECT_TRUE(stay({rival, panel_})) << "for good";
+}
+
+TEST_F(TopWindows, AreRaisedAsOftenAsItTakesWhereTimePasses) {
+    show(panel_);
+    const auto other = showManaged({0, 0, 500, 300});
+    ASSERT_TRUE(become({panel_, other}));
+    for (int count = 2; count < mostRaises; ++count) {
+        raise(other);
+        ASSERT_TRUE(become({panel_, other})) << count;
+    }
+    std::this_thread::sleep_for(milliseconds(1050));
+    for (int count = 1; count <= mostRaises; ++count) {
+        raise(other);
+        ASSERT_TRUE(become({panel_, other})) << count;
+    }
+}
+
+TEST_F(TopWindows, LieWhereTheyAreOnceNobodyKeepsThemAbove) {
+    show(panel_);
+    top_.reset();
+    const auto other = showManaged({0, 0, 500, 300});
+    EXPECT_TRUE(stay({other, panel_}));
+}
+
+}  // namespace
+
+}  // namespace velmo::desktop
