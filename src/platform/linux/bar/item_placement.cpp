@@ -53,17 +53,18 @@ bool isOwnName(const std::string& identity) {
 
 void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& present, Memory memory) {
     const std::set<std::string> kept(present.begin(), present.end());
-    const auto known = order.rightToLeft();
+    const auto& rightToLeft = order.rightToLeft();
+    const std::vector<std::string> known(rightToLeft.rbegin(), rightToLeft.rend());
     std::map<std::string_view, std::size_t> counts;
     std::size_t total = 0;
     for (const auto& identity : known)
         total += ++counts[programOf(identity)] <= memory.mostOfOneProgram ? 1 : 0;
-    for (auto identity = known.rbegin(); identity != known.rend(); ++identity) {
-        auto& count = counts[programOf(*identity)];
+    for (const auto& identity : known) {
+        auto& count = counts[programOf(identity)];
         const bool hasTooMany = count > memory.mostOfOneProgram;
-        if (isOwnName(*identity) || kept.contains(*identity) || (!hasTooMany && total <= memory.most))
+        if (isOwnName(identity) || kept.contains(identity) || (!hasTooMany && total <= memory.most))
             continue;
-        order.remove(*identity);
+        order.remove(identity);
         --count;
         total -= hasTooMany ? 0 : 1;
     }

@@ -1,5 +1,6 @@
 #include "menu_layout.h"
 
+#include "linux/cut_text.h"
 #include "linux/dbus/message_reader.h"
 
 #include <cctype>
@@ -45,14 +46,7 @@ std::string readShortcut(MessageReader& reader) {
 }
 
 std::string readLabel(MessageReader& reader) {
-    std::string label = reader.text().value_or("");
-    if (label.size() > longestLabel) {
-        std::size_t size = longestLabel;
-        while (size > 0 && (static_cast<unsigned char>(label[size]) & 0xc0) == 0x80)
-            --size;
-        label.resize(size);
-    }
-    return label;
+    return std::string(cutText(reader.text().value_or(""), longestLabel));
 }
 
 ExportedMenuEntry::Mark readMark(MessageReader& reader) {

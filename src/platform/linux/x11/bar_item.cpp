@@ -33,6 +33,10 @@ std::optional<BarItem::Content> BarItem::content() const {
                    XCB_PIXMAP_NONE};
 }
 
+bool BarItem::contains(int x, int y) const {
+    return place_ && x >= 0 && y >= 0 && x < place_->width && y < place_->height;
+}
+
 void BarItem::setPlace(const std::optional<PixelRect>& place) {
     if (place == place_)
         return;

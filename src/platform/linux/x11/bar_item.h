@@ -54,6 +54,8 @@ public:
     xcb_window_t window() const { return window_; }
     /// Where the item lies in the bar, in pixels of the bar. Absent while it is not shown.
     const std::optional<PixelRect>& place() const { return place_; }
+    /// True where the item is shown and the point, in pixels of its window, lies inside it.
+    bool contains(int x, int y) const;
     /// Moves the window there and shows it, or hides it.
     void setPlace(const std::optional<PixelRect>& place);
 

@@ -133,9 +133,7 @@ void NotifierIcon::released(const xcb_button_release_event_t& event) {
     pressedButton_ = 0;
     painting_.request();
     lastTime_ = event.time;
-    const bool inside = place() && event.event_x >= 0 && event.event_y >= 0 &&
-                        event.event_x < place()->width && event.event_y < place()->height;
-    if (inside)
+    if (contains(event.event_x, event.event_y))
         clicked(event.detail, event.root_x, event.root_y);
 }
 

@@ -272,9 +272,7 @@ void StatusItemWindow::released(const xcb_button_release_event_t& event) {
         return;
     pressedButton_ = 0;
     setNeedsDisplay();
-    const bool inside = place() && event.event_x >= 0 && event.event_y >= 0 &&
-                        event.event_x < place()->width && event.event_y < place()->height;
-    if (inside && enabled_)
+    if (contains(event.event_x, event.event_y) && enabled_)
         send(
             {releaseTypeOf(*type), bar_.modifiers().flags(event.state), 0, 0, window(), 0, {}, pressNumber_});
 }
