@@ -13,6 +13,27 @@ protected:
         DesktopSession::SetUp();
         startServer();
     }
+
+    /// A terminal over the panel's place, once it is there.
+    xcb_window_t startTerminal(const std::string& title) {
+        startBeside({"xterm", "-geometry", "150x20-0+30", "-title", title});
+        std::optional<xcb_window_t> window;
+        EXPECT_TRUE(eventually([&] { return (window = shown(title)).has_value(); }));
+        return window.value_or(xcb_window_t{XCB_WINDOW_NONE});
+    }
+    bool coversPanel(xcb_window_t window) const {
+        const auto area = *x().area(window);
+        const auto place = strip();
+        return area.x < place.x + place.width && area.x + area.width > place.x &&
+               area.y < place.y + place.height && area.y + area.height > place.y;
+    }
+    bool isOnTop(xcb_window_t lower) const { return panel() && isAbove(*panel(), topLevelOf(lower)); }
+    void expectStaysOnTop(xcb_window_t lower) const {
+        EXPECT_TRUE(eventually([&] { return isOnTop(lower); }));
+        EXPECT_TRUE(stays([&] { return isOnTop(lower); }, milliseconds(300)));
+        movePointer(strip().midX(), strip().midY());
+        EXPECT_EQ(x().windowUnderPointer(), panel());
+    }
 };
 
 using PanelOnANarrowScreen = PanelWindowSession;
@@ -31,33 +52,11 @@ protected:
         std::ofstream(configuration) << "# i3 config file (v4)\nbar {\n  i3bar_command true\n}\n";
         startWindowManager({"i3", "-c", configuration});
     }
-    /// A terminal over the panel's place, once it is there.
-    xcb_window_t startTerminal(const std::string& title) {
-        startBeside({"xterm", "-geometry", "150x20-0+30", "-title", title});
-        std::optional<xcb_window_t> window;
-        EXPECT_TRUE(eventually([&] { return (window = shown(title)).has_value(); }));
-        return window.value_or(xcb_window_t{XCB_WINDOW_NONE});
-    }
     void askManager(xcb_window_t window, const std::vector<std::string>& what) const {
         std::vector<std::string> command = {"wmctrl", "-i"};
         command.insert(command.end(), what.begin(), what.end());
         command.insert(command.begin() + 3, std::to_string(window));
         outputOf(command, environment_);
-    }
-    bool coversPanel(xcb_window_t window) const {
-        const auto area = *x().area(window);
-        const auto place = strip();
-        return area.x < place.x + place.width && area.x + area.width > place.x &&
-               area.y < place.y + place.height && area.y + area.height > place.y;
-    }
-    bool isOnTop(xcb_window_t lower) const {
-        return panel() && isAbove(*panel(), topLevelOf(lower)) && isAbove(*panel(), topLevelOf(lower));
-    }
-    void expectStaysOnTop(xcb_window_t lower) const {
-        EXPECT_TRUE(eventually([&] { return isOnTop(lower); }));
-        EXPECT_TRUE(stays([&] { return isOnTop(lower); }, milliseconds(300)));
-        movePointer(strip().midX(), strip().midY());
-        EXPECT_EQ(x().windowUnderPointer(), panel());
     }
 };
 
@@ -81,6 +80,20 @@ TEST_P(PanelUnder, StaysAboveWindowsThatAreShownRaisedAndFillTheScreen) {
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, PanelUnder, testing::Values("openbox", "i3", "xfwm4"),
                          [](const auto& chosen) { return std::string(chosen.param); });
+
+TEST_F(PanelWindow, StaysAboveWindowsOfAManagerThatPutsTheLatestAboveAll) {
+    // Told to place windows by itself.
+    const auto configuration = home_ / "twm.conf";
+    std::ofstream(configuration) << "RandomPlacement\n";
+    startBeside({"twm", "-f", configuration});
+    startVelmoForPanels();
+    openPanel();
+    for (const char* title : {"First", "Second"}) {
+        const auto terminal = startTerminal(title);
+        ASSERT_TRUE(eventually([&] { return topLevelOf(terminal) != terminal && coversPanel(terminal); }));
+        expectStaysOnTop(terminal);
+    }
+}
 
 TEST_F(PanelWindow, StaysBelowWhatNoWindowManagerManages) {
     startWindowManager();

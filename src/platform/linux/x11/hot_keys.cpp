@@ -124,7 +124,7 @@ bool HotKeys::isHeld(const KeyCombination& combination, const Grab* except) cons
 }
 
 bool HotKeys::take(const KeyCombination& combination, const Grab* taker) const {
-    return isHeld(combination, taker) || grabKey(connection_, combination, locks_);
+    return isHeld(combination, taker) || !grabKeys(connection_, {combination}, locks_).empty();
 }
 
 /// Where nobody else of ours has it.

@@ -18,10 +18,12 @@ struct KeyCombination {
 /// What was pressed, whatever the locks.
 KeyCombination pressedCombination(const xcb_key_press_event_t& press, std::uint16_t lockMask);
 
-/// Has the key's presses reported to the root window's handlers and to nobody else, once with each of these
-/// states of the locks. False where another program has one of them; then none is taken.
-bool grabKey(const Connection& connection, const KeyCombination& combination,
-             const std::vector<std::uint16_t>& locks);
+/// Has the presses of each of these reported to the root window's handlers and to nobody else, with each of
+/// these states of the locks. Returns those that are ours then: where another program has a combination with
+/// some state of the locks, it is left to it with all of them.
+std::vector<KeyCombination> grabKeys(const Connection& connection,
+                                     const std::vector<KeyCombination>& combinations,
+                                     const std::vector<std::uint16_t>& locks);
 void ungrabKey(const Connection& connection, const KeyCombination& combination,
                const std::vector<std::uint16_t>& locks);
 

@@ -53,11 +53,11 @@ void PanelKeys::update() {
     }
     if (held_)
         return;
-    held_ = Held{{}, modifiers_.lockCombinations()};
-    for (const auto& combination : combinations(*key)) {
-        if (!hotKeys_.holds(combination) && grabKey(connection_, combination, held_->locks))
-            held_->combinations.push_back(combination);
-    }
+    auto wanted = combinations(*key);
+    std::erase_if(wanted, [this](const auto& combination) { return hotKeys_.holds(combination); });
+    auto locks = modifiers_.lockCombinations();
+    auto taken = grabKeys(connection_, wanted, locks);
+    held_ = Held{std::move(taken), std::move(locks)};
 }
 
 void PanelKeys::letGo() {

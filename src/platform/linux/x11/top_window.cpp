@@ -3,6 +3,8 @@
 #include "linux/x11/reply.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <optional>
 #include <span>
 
@@ -14,11 +16,15 @@ namespace {
 constexpr int mostRaises = 10;
 constexpr std::chrono::seconds countTime{1};
 
+/// A frame has the window in it, or one more window between.
+constexpr int frameDepth = 2;
+/// Beside what a frame is drawn with; windows with more are not searched to their end.
+constexpr int mostChildren = 16;
+
 struct Candidate {
     xcb_window_t window;
     xcb_get_window_attributes_cookie_t attributes;
     xcb_get_geometry_cookie_t geometry;
-    xcb_get_property_cookie_t state;
 };
 
 /// A child of the root window, with its border.
@@ -35,23 +41,44 @@ bool overlap(const PixelRect& one, const PixelRect& other) {
            other.y < one.y + one.height;
 }
 
-/// The window manager makes frames itself; a window without one bears a state.
+/// Knows the window manager's windows: those that it made itself, as frames are, and those that it has marked
+/// or that hold a marked one.
 class Manager {
 public:
     explicit Manager(const Connection& connection)
-        : resourceMask_(xcb_get_setup(connection.raw())->resource_id_mask) {
+        : connection_(connection), resourceMask_(xcb_get_setup(connection.raw())->resource_id_mask) {
         const auto& atoms = connection.atoms();
         const auto value = connection.property(connection.root(), atoms.netSupportingWmCheck, XCB_ATOM_WINDOW,
                                                sizeof(xcb_window_t));
         if (value.size() == sizeof(xcb_window_t))
-            window_ = *reinterpret_cast<const xcb_window_t*>(value.data());
+            std::memcpy(&window_, value.data(), sizeof(xcb_window_t));
     }
 
-    bool made(xcb_window_t window) const {
-        return window_ != XCB_WINDOW_NONE && (window & ~resourceMask_) == (window_ & ~resourceMask_);
+    bool manages(xcb_window_t window, int depth = frameDepth) const {
+        if (made(window) || isMarked(window))
+            return true;
+        if (depth == 0)
+            return false;
+        const auto tree = owned(
+            xcb_query_tree_reply(connection_.raw(), xcb_query_tree(connection_.raw(), window), nullptr));
+        if (!tree)
+            return false;
+        const int count = std::min(xcb_query_tree_children_length(tree.get()), mostChildren);
+        const std::span children(xcb_query_tree_children(tree.get()), static_cast<std::size_t>(count));
+        return std::any_of(children.begin(), children.end(),
+                           [&](xcb_window_t child) { return manages(child, depth - 1); });
     }
 
 private:
+    bool made(xcb_window_t window) const {
+        return window_ != XCB_WINDOW_NONE && (window & ~resourceMask_) == (window_ & ~resourceMask_);
+    }
+    bool isMarked(xcb_window_t window) const {
+        const auto state = connection_.atoms().wmState;
+        return !connection_.property(window, state, state).empty();
+    }
+
+    const Connection& connection_;
     std::uint32_t resourceMask_;
     xcb_window_t window_ = XCB_WINDOW_NONE;
 };
@@ -94,20 +121,16 @@ void TopWindow::check() {
     std::vector<Candidate> candidates;
     candidates.reserve(above.size());
     for (const auto window : above) {
-        candidates.push_back(
-            {window, xcb_get_window_attributes(raw, window), xcb_get_geometry(raw, window),
-             xcb_get_property(raw, 0, window, connection_.atoms().wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 1)});
+        candidates.push_back({window, xcb_get_window_attributes(raw, window), xcb_get_geometry(raw, window)});
     }
     const auto own = areaFrom(raw, ownGeometry);
     xcb_window_t highest = XCB_WINDOW_NONE;
     for (const auto& candidate : candidates) {
         const auto attributes = owned(xcb_get_window_attributes_reply(raw, candidate.attributes, nullptr));
         const auto area = areaFrom(raw, candidate.geometry);
-        const auto state = owned(xcb_get_property_reply(raw, candidate.state, nullptr));
         const bool isSeen = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
                             attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
-        const bool isManaged = manager.made(candidate.window) || (state && state->type != XCB_ATOM_NONE);
-        if (isSeen && isManaged && own && area && overlap(*own, *area))
+        if (isSeen && own && area && overlap(*own, *area) && manager.manages(candidate.window))
             highest = candidate.window;
     }
     if (highest == XCB_WINDOW_NONE || !mayRaise())
