@@ -141,7 +141,11 @@ ExportedMenuView::ExportedMenuView(ExportedMenu& menu, std::function<void(std::i
                                    QWidget* parent)
     : QMenu(parent), menu_(menu), onChosen_(std::move(onChosen)) {
     connect(this, &QMenu::aboutToShow, this, [this] {
-        build();
+        // Qt asks submenus for their entries' places before it opens them.
+        for (const auto& shown : shown_) {
+            if (shown.submenu)
+                shown.submenu->build();
+        }
         menu_.opened(id_);
     });
     connect(this, &QMenu::aboutToHide, this, [this] { menu_.closed(id_); });
@@ -275,7 +279,7 @@ void ExportedMenuView::applySubmenu(Shown& shown, const ExportedMenuEntry& entry
         shown.action->setMenu(nullptr);
         std::exchange(shown.submenu, nullptr)->deleteLater();
     }
-    if (shown.submenu && shown.submenu->isBuilt_)
+    if (shown.submenu && (shown.submenu->isBuilt_ || isVisible()))
         shown.submenu->follow(entry);
 }
 

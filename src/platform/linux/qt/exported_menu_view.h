@@ -29,7 +29,7 @@ protected:
     void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override;
 
 private:
-    /// A submenu gets its entries when it is about to be seen.
+    /// A submenu gets its entries when the menu that it is in is about to be seen.
     void build();
 
     struct Shown {

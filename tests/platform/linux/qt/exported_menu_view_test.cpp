@@ -253,6 +253,10 @@ TEST_F(ExportedMenuViews, SubmenusOpenWithTheirEntriesAndTellOfIt) {
     key(Qt::Key_Right);
     auto* submenu = action(0).menu();
     ASSERT_TRUE(submenu && submenu->isVisible());
+    const auto top = [](const QMenu& menu) {
+        return menu.mapToGlobal(menu.actionGeometry(menu.actions().at(0)).topLeft()).y();
+    };
+    EXPECT_EQ(top(*submenu), top(view_)) << "its first entry is beside the one that opened it";
     QTest::keyClick(submenu, Qt::Key_Right);
     auto* innermost = submenu->actions().at(0)->menu();
     ASSERT_TRUE(innermost && innermost->isVisible());
@@ -262,23 +266,30 @@ TEST_F(ExportedMenuViews, SubmenusOpenWithTheirEntriesAndTellOfIt) {
                                                     "closed 1", "closed 0"}));
 }
 
-TEST_F(ExportedMenuViews, SubmenusAreBuiltWhenTheyAreWantedAndFollowFromThenOn) {
-    auto submenu = labelled(100, "Submenu");
-    submenu.children = numbered(30, "Entry ");
-    auto other = labelled(200, "Other");
-    other.children = {labelled(201, "Inner")};
-    show({submenu, other});
+TEST_F(ExportedMenuViews, SubmenusAreBuiltWhenTheMenuAroundThemIsSeenAndFollowFromThenOn) {
+    auto inner = labelled(100, "Inner");
+    inner.children = numbered(30, "Entry ");
+    auto outer = labelled(200, "Outer");
+    outer.children = {inner};
+    follow({outer});
     EXPECT_TRUE(action(0).menu()->actions().isEmpty());
-    submenu.children = numbered(20, "Entry ");
-    follow({submenu, other});
+    show({outer});
+    auto* seen = action(0).menu();
+    ASSERT_EQ(seen->actions().size(), 1);
+    auto* within = seen->actions().at(0)->menu();
+    EXPECT_TRUE(within->actions().isEmpty());
+    outer.children[0].children = numbered(20, "Entry ");
+    follow({outer});
+    EXPECT_TRUE(within->actions().isEmpty());
     key(Qt::Key_Down);
     key(Qt::Key_Right);
-    auto* built = action(0).menu();
-    EXPECT_EQ(built->actions().size(), 20);
-    submenu.children = numbered(10, "Entry ");
-    follow({submenu, other});
-    EXPECT_EQ(built->actions().size(), 10);
-    EXPECT_TRUE(action(1).menu()->actions().isEmpty());
+    EXPECT_EQ(within->actions().size(), 20);
+    outer.children[0].children = numbered(10, "Entry ");
+    auto late = labelled(300, "Late");
+    late.children = {labelled(301, "Inner")};
+    follow({outer, late});
+    EXPECT_EQ(within->actions().size(), 10);
+    EXPECT_EQ(action(1).menu()->actions().size(), 1);
 }
 
 TEST_F(ExportedMenuViews, TellTheTimeOfTheChoice) {
