@@ -2,6 +2,8 @@
 
 #include "platform/status_bar.h"
 
+#include <utility>
+
 namespace velmo {
 
 MenuBarClock::MenuBarClock(Preferences& preferences, const Platform& platform)
@@ -20,11 +22,11 @@ MenuBarClock::~MenuBarClock() {
     stopTimer();
 }
 
-// A reaction runs in a later turn of the loop, when the new value has been stored.
+// A reaction runs in a later turn of the loop, when the new value has been stored. The same value once more
+// is a new value.
 void MenuBarClock::observePreferences() {
     const auto observe = [this](const auto& setting, auto reaction) {
         cancellables_.push_back(setting.publisher()
-                                    .removeDuplicates()
                                     .dropFirst()
                                     .receiveOn(platform_.runLoop)
                                     .sink(lifetime_.guard(std::move(reaction))));
@@ -95,20 +97,27 @@ void MenuBarClock::stop() {
 }
 
 void MenuBarClock::refreshTitle() {
-    if (currentText() != lastText_)
-        showTitle();
+    StatusBarButton* shown = button();
+    if (shown == nullptr)
+        return;
+    const auto text = currentText();
+    if (text != lastText_)
+        showTitle(*shown, text);
 }
 
 void MenuBarClock::rewriteTitle() {
-    lastText_.clear();
-    showTitle();
+    const bool wasEmpty = std::exchange(lastText_, {}).empty();
+    StatusBarButton* shown = button();
+    if (shown == nullptr)
+        return;
+    const auto text = currentText();
+    if (!text.empty() || !wasEmpty)
+        showTitle(*shown, text);
 }
 
-void MenuBarClock::showTitle() {
-    if (StatusBarButton* shown = button()) {
-        lastText_ = currentText();
-        shown->setTitle(lastText_);
-    }
+void MenuBarClock::showTitle(StatusBarButton& shown, const std::string& text) {
+    lastText_ = text;
+    shown.setTitle(text);
 }
 
 std::string MenuBarClock::currentText() const {

@@ -42,9 +42,9 @@ private:
     void setUpButton(StatusBarButton& made) const;
     void startTimer();
     void stopTimer();
-    /// Even where it is the same text, or none.
+    /// Even where it is the same text; where that is none, it leaves the item alone.
     void rewriteTitle();
-    void showTitle();
+    void showTitle(StatusBarButton& shown, const std::string& text);
     std::string currentText() const;
     /// Null while there is none.
     StatusBarButton* button() const;

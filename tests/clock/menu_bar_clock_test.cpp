@@ -51,6 +51,20 @@ TEST_F(ClockTest, TicksEverySecondFromItsStart) {
     EXPECT_EQ(desktop_.runLoop().timerCount(), 1U);
 }
 
+TEST_F(ClockTest, MayBeATenthOfASecondLate) {
+    start();
+    EXPECT_EQ(desktop_.runLoop().tolerances(), std::vector<Seconds>{0.1});
+}
+
+TEST_F(ClockTest, AsksForOneDateATick) {
+    preferences_.clockFormat.set("HH:mm:ss");
+    start();
+    const int before = desktop_.dates().stringCount();
+    desktop_.advance(10);
+    EXPECT_EQ(title(), "13:04:19");
+    EXPECT_EQ(desktop_.dates().stringCount(), before + 10);
+}
+
 TEST_F(ClockTest, DoesItsTickInALaterTurn) {
     preferences_.clockFormat.set("HH:mm:ss");
     start();
@@ -150,6 +164,18 @@ TEST_F(ClockTest, TakesAnotherPatternEvenWhereItGivesTheSameText) {
     EXPECT_EQ(button().titleWrites(), 2);
 }
 
+TEST_F(ClockTest, TakesTheSamePatternOnceMore) {
+    start();
+    setEnabled(false);
+    setEnabled(true);
+    ASSERT_EQ(title(), "");
+    setFormat("HH:mm");
+    EXPECT_EQ(title(), "13:04");
+    EXPECT_EQ(button().titleWrites(), 1);
+    setFormat("HH:mm");
+    EXPECT_EQ(button().titleWrites(), 2);
+}
+
 TEST_F(ClockTest, TakesAPatternThatWasSetWhileItWasOff) {
     start(false);
     setFormat("ss");
@@ -177,6 +203,8 @@ TEST_F(ClockTest, StaysEmptyWithAnEmptyPattern) {
     preferences_.clockFormat.set("");
     start();
     desktop_.advance(3);
+    desktop_.dates().setSecondsFromUtc(3600);
+    setFormat("");
     EXPECT_EQ(button().titleWrites(), 0);
     EXPECT_EQ(title(), "");
 }
@@ -229,6 +257,8 @@ TEST_F(ClockTest, WorksWithoutAButton) {
     start();
     desktop_.advance(60);
     clock_->refreshTitle();
+    setFormat("mm");
+    EXPECT_EQ(desktop_.dates().stringCount(), 0);
     EXPECT_EQ(clock_->screenFrame(), std::nullopt);
     setEnabled(false);
     EXPECT_EQ(item(), nullptr);

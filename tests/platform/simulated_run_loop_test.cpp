@@ -120,6 +120,16 @@ TEST_F(SimulatedRunLoopTest, BearsIntervalsThatAreNoTimes) {
     EXPECT_EQ(written_, "ab");
 }
 
+TEST_F(SimulatedRunLoopTest, TellsHowLateItsTimersMayBe) {
+    loop_.scheduleRepeating(2, 0.5, write('b'));
+    const auto first = loop_.scheduleRepeating(1, 0, write('a'));
+    EXPECT_EQ(loop_.tolerances(), (std::vector<Seconds>{0, 0.5}));
+    first->invalidate();
+    EXPECT_EQ(loop_.tolerances(), std::vector<Seconds>{0.5});
+    loop_.advance(2);
+    EXPECT_EQ(written_, "b");
+}
+
 TEST_F(SimulatedRunLoopTest, FiresATimerAlone) {
     EXPECT_FALSE(loop_.fireNextTimer());
     loop_.post(write('p'));

@@ -37,6 +37,7 @@ public:
     void setDateFormat(const std::string& pattern) override { pattern_ = pattern; }
 
     std::optional<std::string> string(Date date) const override {
+        ++dates_.stringCount_;
         if (dates_.refusesPatterns_)
             return std::nullopt;
         std::string text;

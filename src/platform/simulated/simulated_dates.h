@@ -20,6 +20,8 @@ public:
     void setRefusesPatterns(bool refuses) { refusesPatterns_ = refuses; }
     /// How many formatters were made.
     int formatterCount() const { return formatterCount_; }
+    /// How many dates they were asked for.
+    int stringCount() const { return stringCount_; }
 
 private:
     class Formatter;
@@ -28,6 +30,7 @@ private:
     SimulatedCalendar calendar_;
     std::vector<std::weak_ptr<std::function<void()>>> observers_;
     int formatterCount_ = 0;
+    mutable int stringCount_ = 0;
     bool refusesPatterns_ = false;
 };
 

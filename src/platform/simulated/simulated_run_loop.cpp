@@ -43,12 +43,12 @@ std::shared_ptr<Timer> SimulatedRunLoop::schedule(Seconds interval, std::functio
     return timer;
 }
 
-std::shared_ptr<Timer> SimulatedRunLoop::scheduleRepeating(Seconds interval, Seconds /*tolerance*/,
+std::shared_ptr<Timer> SimulatedRunLoop::scheduleRepeating(Seconds interval, Seconds tolerance,
                                                            std::function<void()> work) {
     // An interval of nothing would never let the clock move on.
     const auto step = std::max<std::int64_t>(nanoseconds(interval), 1);
     const SimulatedTimer::Key key{elapsed_ + step, sequence_++};
-    auto timer = std::make_shared<SimulatedTimer>(*this, key, std::move(work), step);
+    auto timer = std::make_shared<SimulatedTimer>(*this, key, std::move(work), step, tolerance);
     timers_.emplace(key, timer);
     return timer;
 }
@@ -114,6 +114,13 @@ Seconds SimulatedRunLoop::elapsed() const {
 
 void SimulatedRunLoop::setNow(Date date) {
     dateAtStart_ = date - toSeconds(elapsed_);
+}
+
+std::vector<Seconds> SimulatedRunLoop::tolerances() const {
+    std::vector<Seconds> tolerances;
+    for (const auto& [key, timer] : timers_)
+        tolerances.push_back(timer->tolerance_);
+    return tolerances;
 }
 
 std::optional<Seconds> SimulatedRunLoop::nextTimer() const {

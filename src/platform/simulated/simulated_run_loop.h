@@ -6,6 +6,7 @@
 #include <deque>
 #include <map>
 #include <optional>
+#include <vector>
 
 namespace velmo {
 
@@ -46,6 +47,8 @@ public:
     std::size_t timerCount() const { return timers_.size(); }
     /// Seconds until the earliest timer runs. Absent where there is none.
     std::optional<Seconds> nextTimer() const;
+    /// How late each timer may be, the earliest timer first. None of them ever is.
+    std::vector<Seconds> tolerances() const;
 
 private:
     friend class SimulatedTimer;

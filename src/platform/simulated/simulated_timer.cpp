@@ -5,8 +5,12 @@
 namespace velmo {
 
 SimulatedTimer::SimulatedTimer(SimulatedRunLoop& runLoop, Key key, std::function<void()> work,
-                               std::int64_t interval)
-    : runLoop_(&runLoop), key_(std::move(key)), work_(std::move(work)), interval_(interval) {}
+                               std::int64_t interval, Seconds tolerance)
+    : runLoop_(&runLoop),
+      key_(std::move(key)),
+      work_(std::move(work)),
+      interval_(interval),
+      tolerance_(tolerance) {}
 
 void SimulatedTimer::invalidate() {
     auto* runLoop = std::exchange(runLoop_, nullptr);

@@ -15,7 +15,8 @@ public:
     using Key = std::pair<std::int64_t, std::uint64_t>;
 
     /// `interval` is in nanoseconds; 0 runs the work once.
-    SimulatedTimer(SimulatedRunLoop& runLoop, Key key, std::function<void()> work, std::int64_t interval = 0);
+    SimulatedTimer(SimulatedRunLoop& runLoop, Key key, std::function<void()> work, std::int64_t interval = 0,
+                   Seconds tolerance = 0);
 
     void invalidate() override;
     bool isValid() const override { return runLoop_ != nullptr; }
@@ -28,6 +29,7 @@ private:
     Key key_;
     std::function<void()> work_;
     std::int64_t interval_;
+    Seconds tolerance_;
 };
 
 }  // namespace velmo

@@ -132,6 +132,28 @@ TEST(EventLoop, RunsInsideOfItsOwnWork) {
     EXPECT_EQ(order, "acbd") << "other work goes on meanwhile";
 }
 
+TEST(EventLoop, TimerThatMayBeLateWaitsForTheNextOneThatIsDueByThen) {
+    EventLoop loop;
+    double ranAfter = 0;
+    const auto start = steady_clock::now();
+    const auto tolerant = loop.scheduleRepeating(0.05, 0.05, [&] { ranAfter = secondsSince(start); });
+    loop.schedule(0.09, [&] { loop.stop(); });
+    loop.run();
+    EXPECT_GE(ranAfter, 0.09);
+}
+
+TEST(EventLoop, TimerIsNoLaterThanItBears) {
+    EventLoop loop;
+    std::string order;
+    loop.scheduleRepeating(0.1, 0.05, [&] { order += "t"; });
+    loop.schedule(0.7, [&] { loop.stop(); });
+    int sleeps = 0;
+    const auto counter = loop.addBeforeSleep([&] { ++sleeps; });
+    loop.run();
+    EXPECT_EQ(order.front(), 't');
+    EXPECT_GE(sleeps, 2) << "not put off until the other one";
+}
+
 TEST(EventLoop, WorkBeforeSleepRunsBeforeEachWait) {
     EventLoop loop;
     int runs = 0;

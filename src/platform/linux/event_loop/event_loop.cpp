@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cmath>
 #include <ctime>
+#include <limits>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -22,6 +23,7 @@ struct EventLoop::Scheduled : Timer {
     std::function<void()> work;
     /// 0: runs once.
     Seconds interval = 0;
+    Seconds tolerance = 0;
 };
 
 namespace {
@@ -83,12 +85,13 @@ std::shared_ptr<Timer> EventLoop::schedule(Seconds interval, std::function<void(
     return scheduled;
 }
 
-std::shared_ptr<Timer> EventLoop::scheduleRepeating(Seconds interval, Seconds /*tolerance*/,
+std::shared_ptr<Timer> EventLoop::scheduleRepeating(Seconds interval, Seconds tolerance,
                                                     std::function<void()> work) {
     constexpr Seconds shortestInterval = 0.001;
     auto scheduled = std::make_shared<Scheduled>();
     scheduled->work = std::move(work);
     scheduled->interval = std::clamp(interval, shortestInterval, longestInterval);
+    scheduled->tolerance = std::clamp(tolerance, 0.0, scheduled->interval);
     pending_.emplace(monotonicTime() + scheduled->interval, scheduled);
     return scheduled;
 }
@@ -181,20 +184,35 @@ void EventLoop::runDueTimers() {
     }
 }
 
+// As late as all timers bear it, if another one is due by then: one awakening serves both.
+Seconds EventLoop::deadline() const {
+    Seconds latest = std::numeric_limits<Seconds>::infinity();
+    Seconds chosen = 0;
+    for (const auto& [due, scheduled] : pending_) {
+        if (due > latest)
+            break;
+        if (!scheduled->isValid())
+            continue;
+        chosen = due;
+        latest = std::min(latest, due + scheduled->tolerance);
+    }
+    return chosen;
+}
+
 void EventLoop::armTimer() {
     while (!pending_.empty() && !pending_.begin()->second->isValid())
         pending_.erase(pending_.begin());
-    const Seconds deadline = pending_.empty() ? 0 : pending_.begin()->first;
-    if (deadline == armedFor_)
+    const Seconds next = deadline();
+    if (next == armedFor_)
         return;
-    armedFor_ = deadline;
+    armedFor_ = next;
     itimerspec when{};
-    if (deadline > 0) {
+    if (next > 0) {
         // Rounded up, so that the timer is due when the loop looks.
-        const double whole = std::floor(deadline);
+        const double whole = std::floor(next);
         when.it_value.tv_sec = static_cast<time_t>(whole);
         when.it_value.tv_nsec =
-            std::min(static_cast<long>(std::ceil((deadline - whole) * 1e9)) + 1000, 999999999L);
+            std::min(static_cast<long>(std::ceil((next - whole) * 1e9)) + 1000, 999999999L);
     }
     timerfd_settime(timer_, TFD_TIMER_ABSTIME, &when, nullptr);
 }

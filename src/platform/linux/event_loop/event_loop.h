@@ -59,6 +59,8 @@ private:
 
     void runPosted();
     void runDueTimers();
+    /// When the next timers run. 0 where there is none.
+    Seconds deadline() const;
     void armTimer();
     void dispatchSources(int timeout);
 
