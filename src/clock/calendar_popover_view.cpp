@@ -10,7 +10,7 @@ constexpr int daysPerWeek = 7;
 
 }  // namespace
 
-CalendarPopoverView::CalendarPopoverView(const Dates& dates, RunLoop& runLoop)
+CalendarPopoverView::CalendarPopoverView(Dates& dates, RunLoop& runLoop)
     : dates_(dates),
       runLoop_(runLoop),
       calendar_(dates.currentCalendar()),
@@ -24,13 +24,16 @@ CalendarPopoverView::~CalendarPopoverView() {
 void CalendarPopoverView::appear() {
     constexpr Seconds interval = 1.0;
     disappear();
-    ticker_ = runLoop_.scheduleRepeating(interval, 0, lifetime_.guard([this] { tick(); }));
+    const auto tickWhileAlive = lifetime_.guard([this] { tick(); });
+    ticker_ = runLoop_.scheduleRepeating(interval, 0, tickWhileAlive);
+    timeZoneObserver_ = dates_.observeTimeZone(tickWhileAlive);
 }
 
 void CalendarPopoverView::disappear() {
     if (ticker_)
         ticker_->invalidate();
     ticker_.reset();
+    timeZoneObserver_.reset();
 }
 
 std::vector<std::optional<Date>> CalendarPopoverView::days() const {

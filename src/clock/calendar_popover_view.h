@@ -9,7 +9,7 @@ namespace velmo {
 /// A live clock and a month's calendar. Begins at the current month.
 class CalendarPopoverView {
 public:
-    CalendarPopoverView(const Dates& dates, RunLoop& runLoop);
+    CalendarPopoverView(Dates& dates, RunLoop& runLoop);
     CalendarPopoverView(const CalendarPopoverView&) = delete;
     CalendarPopoverView& operator=(const CalendarPopoverView&) = delete;
     ~CalendarPopoverView();
@@ -17,7 +17,7 @@ public:
     /// Called when `body` describes something else than before.
     std::function<void()> onChange;
 
-    /// Time passes in the view only between these two.
+    /// Time passes in the view only between these two, and changes of the time zone are followed.
     void appear();
     void disappear();
 
@@ -42,13 +42,14 @@ private:
     void show(Date month);
     void tick();
 
-    const Dates& dates_;
+    Dates& dates_;
     RunLoop& runLoop_;
     const Calendar& calendar_;
     Date now_;
     /// Any moment of the month that is shown.
     Date displayedMonth_;
     std::shared_ptr<Timer> ticker_;
+    std::unique_ptr<NotificationObserver> timeZoneObserver_;
     Lifetime lifetime_;
 };
 

@@ -28,12 +28,14 @@ void ClockTab::appear() {
     const auto tick = [this] { now.set(platform_.runLoop.now()); };
     tick();
     ticker_ = platform_.runLoop.scheduleRepeating(interval, 0, lifetime_.guard(tick));
+    timeZoneObserver_ = platform_.dates.observeTimeZone(lifetime_.guard(tick));
 }
 
 void ClockTab::disappear() {
     if (ticker_)
         ticker_->invalidate();
     ticker_.reset();
+    timeZoneObserver_.reset();
 }
 
 View ClockTab::body() {

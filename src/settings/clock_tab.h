@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/dates.h"
 #include "platform/lifetime.h"
 #include "platform/platform.h"
 #include "platform/run_loop.h"
@@ -16,7 +17,8 @@ public:
     ClockTab& operator=(const ClockTab&) = delete;
     ~ClockTab();
 
-    /// What the preview shows. Follows the time of day, second by second, while the tab is shown.
+    /// What the preview shows. Follows the time of day, second by second and with each change of the time
+    /// zone, while the tab is shown.
     Published<Date> now;
 
     void appear();
@@ -34,6 +36,7 @@ private:
     Preferences& preferences_;
     Platform platform_;
     std::shared_ptr<Timer> ticker_;
+    std::unique_ptr<NotificationObserver> timeZoneObserver_;
     Lifetime lifetime_;
 };
 

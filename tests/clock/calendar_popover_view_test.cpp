@@ -194,6 +194,31 @@ TEST_F(CalendarPopover, LetsTimePassOnlyWhileItIsShown) {
     EXPECT_EQ(runLoop_.timerCount(), 0U);
 }
 
+TEST_F(CalendarPopover, IsNeverLate) {
+    open(dateOf(2025, 7, 5));
+    view_->appear();
+    EXPECT_EQ(runLoop_.tolerances(), std::vector<Seconds>{0});
+}
+
+TEST_F(CalendarPopover, FollowsTheTimeZoneAtOnceWhileItIsShown) {
+    open(dateOf(2025, 7, 31, 23, 30));
+    int changes = 0;
+    view_->onChange = [&changes] { ++changes; };
+    const auto time = [this] { return textsOf(body().children.at(clockRows)).at(0); };
+    dates_.setSecondsFromUtc(60);
+    EXPECT_EQ(changes, 0);
+    view_->appear();
+    runLoop_.advance(0.5);
+    EXPECT_EQ(changes, 0);
+    dates_.setSecondsFromUtc(3600);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(time(), "00:30:00");
+    EXPECT_EQ(footer().at(1), "Day 213 of 365");
+    view_->disappear();
+    dates_.setSecondsFromUtc(0);
+    EXPECT_EQ(changes, 1);
+}
+
 TEST_F(CalendarPopover, TellsOfEachPress) {
     open(dateOf(2025, 7, 5));
     int changes = 0;

@@ -137,6 +137,20 @@ TEST_F(ClockTabTest, PreviewsThePatternEverySecond) {
     EXPECT_EQ(preview(), "13:04:10");
 }
 
+TEST_F(ClockTabTest, PreviewsAnotherTimeZoneAtOnceWhileItIsShown) {
+    type("HH:mm");
+    desktop_.advance(0.5);
+    desktop_.dates().setSecondsFromUtc(3600);
+    runPosted();
+    EXPECT_EQ(preview(), "14:04");
+    controller_->show(SettingsTab::general);
+    desktop_.advance(0.1);
+    const auto before = desktop_.dates().stringCount();
+    desktop_.dates().setSecondsFromUtc(7200);
+    runPosted();
+    EXPECT_EQ(desktop_.dates().stringCount(), before);
+}
+
 TEST_F(ClockTabTest, PreviewsAClearedPatternAsEmptyWhileTheClockShowsNothing) {
     const MenuBarClock clock(*preferences_, desktop_.platform());
     preferences_->clockEnabled.set(true);
