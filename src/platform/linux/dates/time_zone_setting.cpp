@@ -1,6 +1,7 @@
 #include "time_zone_setting.h"
 
 #include <fstream>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 
@@ -58,7 +59,7 @@ std::string nameFromLinks(fs::path file) {
 /// The name that stands beside a copy; an old one, of another zone, does not count.
 std::string nameBeside(const TimeZoneFiles& files, const std::string& content) {
     std::string name;
-    std::ifstream(files.zoneName) >> name;
+    std::istringstream(contentOf(files.zoneName)) >> name;
     const bool isUsable = !name.empty() && name.front() != '/' && name.find("..") == std::string::npos;
     if (!isUsable || (!content.empty() && contentOf(files.database / name) != content))
         return {};

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <fstream>
 
 namespace velmo {
@@ -56,6 +60,15 @@ TEST_F(TimeZoneSettings, NameAloneIsEnough) {
     EXPECT_EQ(read(), (TimeZoneSetting{"Europe/Paris", zoneFile("Europe/Paris"), ""}));
     fs::remove(files_.zoneName);
     EXPECT_EQ(read(), TimeZoneSetting{});
+}
+
+TEST_F(TimeZoneSettings, NameIsNotReadFromAPipe) {
+    ASSERT_EQ(mkfifo(files_.zoneName.c_str(), 0600), 0);
+    // Held open at both ends, so that a reader finds a name instead of waiting for ever.
+    const int pipe = open(files_.zoneName.c_str(), O_RDWR);
+    ASSERT_EQ(::write(pipe, "Europe/Paris\n", 13), 13);
+    EXPECT_EQ(read(), TimeZoneSetting{});
+    close(pipe);
 }
 
 TEST_F(TimeZoneSettings, VariableTakesTheSystemsPlace) {
