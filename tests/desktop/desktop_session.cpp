@@ -172,11 +172,10 @@ xcb_window_t DesktopSession::iconOf(const std::string& windowClass) const {
     return icon.value_or(xcb_window_t{XCB_WINDOW_NONE});
 }
 
-xcb_window_t DesktopSession::startOrdinaryWindow() {
-    programs_.push_back(run({"xterm", "-geometry", "60x12+200+300", "-title", "Ordinary"}));
+xcb_window_t DesktopSession::startOrdinaryWindow(const std::string& title, const std::string& corner) {
+    programs_.push_back(run({"xterm", "-geometry", "60x12" + corner, "-title", title}));
     std::optional<xcb_window_t> window;
-    EXPECT_TRUE(
-        eventually([&] { return (window = x().windowTitled("Ordinary")) && x().isViewable(*window); }));
+    EXPECT_TRUE(eventually([&] { return (window = x().windowTitled(title)) && x().isViewable(*window); }));
     return window.value_or(xcb_window_t{XCB_WINDOW_NONE});
 }
 

@@ -66,8 +66,9 @@ protected:
     xcb_window_t startTrayProgram(const std::string& command, const std::string& windowClass);
     /// The icon of a running program, once it is in the bar.
     xcb_window_t iconOf(const std::string& windowClass) const;
-    /// A window that is none of ours, with its frame's upper left corner near (x, y).
-    xcb_window_t startOrdinaryWindow();
+    /// A window that is none of ours. `corner` says where, e.g. "+200+300".
+    xcb_window_t startOrdinaryWindow(const std::string& title = "Ordinary",
+                                     const std::string& corner = "+200+300");
 
     void xdotool(const std::vector<std::string>& arguments) const;
     void movePointer(int x, int y) const;

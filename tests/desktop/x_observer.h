@@ -57,6 +57,8 @@ public:
     xcb_window_t windowUnderPointer() const;
     /// Buttons of the mouse that are down, as bits of the core protocol.
     std::uint16_t buttonState() const;
+    /// Which window has the keyboard.
+    xcb_window_t inputFocus() const;
     xcb_window_t selectionOwner(const std::string& name) const;
     xcb_atom_t atom(const std::string& name) const;
 

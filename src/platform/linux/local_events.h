@@ -57,8 +57,12 @@ public:
     /// applications do not get that press. Returns its number, which no other press has.
     std::int64_t notePress(std::uint32_t time) {
         lastPress_ = time;
+        lastPressAnywhere_ = time;
         return ++presses_;
     }
+    /// The same of another application's window. Known only while somebody monitors that.
+    void notePressElsewhere(std::uint32_t time) { lastPressAnywhere_ = time; }
+    std::optional<std::uint32_t> lastPressAnywhere() const { return lastPressAnywhere_; }
     std::optional<std::uint32_t> lastPress() const { return lastPress_; }
     bool wasPressedAt(std::uint32_t time) const { return lastPress_ == time; }
 
@@ -116,6 +120,7 @@ private:
     CurrentEvent& currentEvent_;
     std::vector<std::shared_ptr<Entry>> entries_;
     std::optional<std::uint32_t> lastPress_;
+    std::optional<std::uint32_t> lastPressAnywhere_;
     std::int64_t presses_ = 0;
     std::size_t panels_ = 0;
     KeyTranslation keyTranslation_;

@@ -111,8 +111,10 @@ void GlobalEvents::handle(const xcb_generic_event_t& event) {
     // The press on one of our items, if that is what it was, has arrived with the answer at the latest: it is
     // known in the next turn. Where the pointer is by now does not tell, it may have gone on.
     connection_.loop().post(lifetime_.guard([this, report = *report, time = press.time] {
-        if (!bar_.localEvents().wasPressedAt(time))
-            deliver(report);
+        if (bar_.localEvents().wasPressedAt(time))
+            return;
+        bar_.localEvents().notePressElsewhere(time);
+        deliver(report);
     }));
 }
 

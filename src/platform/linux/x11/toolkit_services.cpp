@@ -98,6 +98,7 @@ void ToolkitServices::takeKeyboard(WindowNumber window) {
     if (keyboardTaker_ == XCB_WINDOW_NONE)
         formerOwner_ = keyboardOwner();
     keyboardTaker_ = static_cast<xcb_window_t>(window);
+    pressBeforeTaking_ = bar_.localEvents().lastPressAnywhere();
     xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, keyboardTaker_, XCB_CURRENT_TIME);
 }
 
@@ -108,8 +109,12 @@ void ToolkitServices::giveKeyboardBack() {
     // A window that has gone leaves the keyboard to the one under the pointer.
     const bool isStillOurs =
         owner == keyboardTaker_ || owner == XCB_INPUT_FOCUS_POINTER_ROOT || owner == XCB_INPUT_FOCUS_NONE;
+    // A press may be about to give it to the window that was pressed: that is later than this, whatever comes
+    // first.
+    const auto press = bar_.localEvents().lastPressAnywhere();
+    const auto time = press && press != pressBeforeTaking_ ? *press - 1 : std::uint32_t{XCB_CURRENT_TIME};
     if (isStillOurs && formerOwner_ != XCB_WINDOW_NONE)
-        xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, formerOwner_, XCB_CURRENT_TIME);
+        xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, formerOwner_, time);
     keyboardTaker_ = XCB_WINDOW_NONE;
     formerOwner_ = XCB_WINDOW_NONE;
 }

@@ -44,6 +44,7 @@ private:
     xcb_window_t formerOwner_ = XCB_WINDOW_NONE;
     Listeners compositingListeners_;
     Registration selectionChanges_;
+    std::optional<std::uint32_t> pressBeforeTaking_;
 };
 
 }  // namespace velmo::x11

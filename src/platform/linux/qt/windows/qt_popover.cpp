@@ -63,6 +63,8 @@ void QtPopover::show(const Rect& rect, StatusBarButton& button, RectEdge /*prefe
         return;
     // The bar lies at the top of its screen: there is room below it and nowhere else.
     anchor_ = {frame->x + rect.x, frame->maxY() - rect.y - rect.height, rect.width, rect.height};
+    // So that the first Tab leads to the first control.
+    window_.setFocus();
     place();
     // Only a window that the server has on the screen can have the keyboard.
     QGuiApplication::sync();
