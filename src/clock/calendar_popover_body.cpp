@@ -67,7 +67,8 @@ View CalendarPopoverView::navigationRow() {
                   spacer(),
                   navigationButton(text("Today").with(font(TextStyle::caption)).with(padding(todayMargin, 0)),
                                    !isToday, lifetime_.guard([this] { showToday(); }))
-                      .with(KeyboardShortcut{ShortcutKey::home}),
+                      .with(KeyboardShortcut{ShortcutKey::home})
+                      .with(Padding{{0, 0, 0, titleMargin}}),
                   arrow("chevron.right", "Next month", ShortcutKey::pageDown,
                         lifetime_.guard([this] { showNeighbour(1); }))});
 }

@@ -46,6 +46,7 @@ TEST_F(CalendarLayout, HasTheNavigationInItsOrder) {
     EXPECT_TRUE(modifierOf<SingleLine>(rows.children[1])) << "a long name of a month makes no second line";
     EXPECT_TRUE(std::holds_alternative<Spacer>(rows.children[2].content));
     EXPECT_TRUE(says(rows.children[3], "Today"));
+    EXPECT_EQ(modifierOf<Padding>(rows.children[3]), (Padding{{0, 0, 0, 4}})) << "apart from the arrow";
     EXPECT_TRUE(says(rows.children[4], "chevron.right"));
     EXPECT_TRUE(says(rows.children[4], "Next month"));
 }
