@@ -1,5 +1,7 @@
 #include "linux/defaults/file_global_preferences.h"
 
+#include "system/menu_bar_spacing.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -102,6 +104,25 @@ TEST_F(FileGlobals, ChangeThatDidNotTakeIsGone) {
     nowhere.setValue("spacing", 6);
     nowhere.synchronize();
     EXPECT_EQ(nowhere.value("spacing"), std::nullopt);
+}
+
+TEST_F(FileGlobals, WhatIsWrittenForOtherHostsIsInvisible) {
+    setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
+    const std::string key = "NSStatusItemSpacing";
+    const auto fileOf = [&](const std::string& host) {
+        return FileGlobalPreferences(globalPreferencesFile(host));
+    };
+    const auto folder = folder_ / "velmo";
+    std::ofstream(folder / "global.json") << "{\"" << key << "\": 6}";
+    std::ofstream(folder / "global-there.json") << "{\"" << key << "\": 10}";
+    EXPECT_EQ(MenuBarSpacing::currentPreset(fileOf("here")), MenuBarSpacing::Preset::system);
+    EXPECT_EQ(MenuBarSpacing::currentPreset(fileOf("there")), MenuBarSpacing::Preset::compact);
+    auto here = fileOf("here");
+    MenuBarSpacing::apply(MenuBarSpacing::Preset::tight, here);
+    EXPECT_EQ(MenuBarSpacing::currentPreset(fileOf("here")), MenuBarSpacing::Preset::tight);
+    EXPECT_EQ(MenuBarSpacing::currentPreset(fileOf("there")), MenuBarSpacing::Preset::compact);
+    EXPECT_EQ(read(folder / "global.json"), "{\"" + key + "\": 6}");
+    unsetenv("XDG_CONFIG_HOME");
 }
 
 TEST(GlobalPreferencesFile, IsThatOfTheUserOnTheHost) {
