@@ -10,7 +10,7 @@ namespace velmo {
 
 namespace {
 
-using Accessibility = ViewTest;
+using AccessibleViews = ViewTest;
 
 QString nameOf(QWidget* widget) {
     return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
@@ -20,7 +20,7 @@ QAccessible::Role roleOf(QWidget* widget) {
     return QAccessible::queryAccessibleInterface(widget)->role();
 }
 
-TEST_F(Accessibility, ButtonIsCalledWhatItsLabelSaysUnlessTold) {
+TEST_F(AccessibleViews, ButtonIsCalledWhatItsLabelSaysUnlessTold) {
     show({Button{}, {label("Today")}});
     EXPECT_EQ(nameOf(only<ViewButton>()), "Today");
     EXPECT_EQ(roleOf(only<ViewButton>()), QAccessible::Button);
@@ -28,7 +28,7 @@ TEST_F(Accessibility, ButtonIsCalledWhatItsLabelSaysUnlessTold) {
     EXPECT_EQ(nameOf(only<ViewButton>()), "Show today");
 }
 
-TEST_F(Accessibility, SymbolsAreCalledWhatTheirImageSays) {
+TEST_F(AccessibleViews, SymbolsAreCalledWhatTheirImageSays) {
     Image image{Symbol{"checkmark.circle.fill"}};
     image.accessibilityDescription = "Granted";
     show({ImageView{image}});
@@ -37,7 +37,7 @@ TEST_F(Accessibility, SymbolsAreCalledWhatTheirImageSays) {
     EXPECT_EQ(roleOf(picture), QAccessible::Graphic);
 }
 
-TEST_F(Accessibility, ControlsBearTheirTitles) {
+TEST_F(AccessibleViews, ControlsBearTheirTitles) {
     show({Toggle{"Launch at login", true, {}}});
     EXPECT_EQ(nameOf(only<SwitchControl>()), "Launch at login");
     EXPECT_EQ(roleOf(only<SwitchControl>()), QAccessible::CheckBox);
@@ -47,7 +47,7 @@ TEST_F(Accessibility, ControlsBearTheirTitles) {
     EXPECT_EQ(roleOf(only<QLineEdit>()), QAccessible::EditableText);
 }
 
-TEST_F(Accessibility, TabsArePageTabs) {
+TEST_F(AccessibleViews, TabsArePageTabs) {
     std::string chosen = "one";
     show({TabView{{{"one", "One", {Symbol{"clock"}}}, {"two", "Two", {Symbol{"eye"}}}},
                   chosen,

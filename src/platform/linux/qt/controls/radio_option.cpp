@@ -13,6 +13,11 @@ QSize RadioOption::sizeHint() const {
     return {markSide, markSide};
 }
 
+void RadioOption::setMarkTop(qreal top) {
+    markTop_ = top;
+    update();
+}
+
 bool RadioOption::hitButton(const QPoint& position) const {
     return rect().contains(position);
 }
@@ -21,7 +26,7 @@ void RadioOption::paintEvent(QPaintEvent* /*event*/) {
     constexpr qreal dotSide = 6;
     ControlPainter painter(*this);
     const qreal left = layoutDirection() == Qt::RightToLeft ? width() - markSide : 0;
-    const QRectF mark(left, 0, markSide, markSide);
+    const QRectF mark(left, markTop_, markSide, markSide);
     if (isChecked()) {
         painter.fillRounded(mark, style::color({ColorRole::accent}), markSide / 2.0);
         const QPointF middle = mark.center();

@@ -12,10 +12,15 @@ public:
     QSize sizeHint() const override;
     /// How far the mark reaches; all of the control can be clicked.
     static constexpr int markSide = 16;
+    /// Points from the control's top.
+    void setMarkTop(qreal top);
 
 protected:
     bool hitButton(const QPoint& position) const override;
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    qreal markTop_ = 0;
 };
 
 }  // namespace velmo

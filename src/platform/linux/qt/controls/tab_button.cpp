@@ -16,6 +16,7 @@ namespace {
 constexpr double symbolSize = 16;
 constexpr int leastWidth = 76;
 constexpr int tabSidePadding = 12;
+constexpr int leastSidePadding = 4;
 constexpr int tabVerticalPadding = 6;
 constexpr int gap = 3;
 constexpr double chosenOpacity = 0.16;
@@ -49,6 +50,11 @@ QSize TabButton::sizeHint() const {
     return {std::max(leastWidth, metrics.horizontalAdvance(text()) + 2 * tabSidePadding), height};
 }
 
+QSize TabButton::minimumSizeHint() const {
+    const int title = QFontMetrics(titleFont()).horizontalAdvance(text());
+    return {std::min(title + 2 * leastSidePadding, sizeHint().width()), sizeHint().height()};
+}
+
 void TabButton::paintEvent(QPaintEvent* /*event*/) {
     ControlPainter painter(*this);
     const QRectF area = rect();
@@ -61,7 +67,10 @@ void TabButton::paintEvent(QPaintEvent* /*event*/) {
     paintImage(painter, image_, {{(area.width() - symbol.width()) / 2, tabVerticalPadding}, symbol}, color);
     painter.setFont(titleFont());
     painter.setPen(color);
-    painter.drawText(area.adjusted(0, 0, 0, -tabVerticalPadding), Qt::AlignHCenter | Qt::AlignBottom, text());
+    const QRectF room = area.adjusted(leastSidePadding, 0, -leastSidePadding, -tabVerticalPadding);
+    painter.drawText(
+        room, Qt::AlignHCenter | Qt::AlignBottom,
+        painter.fontMetrics().elidedText(text(), Qt::ElideRight, static_cast<int>(room.width())));
     painter.focusRing(area, style::controlRadius);
 }
 

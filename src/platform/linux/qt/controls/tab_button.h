@@ -13,6 +13,8 @@ public:
 
     void display(const QString& title, const Image& image);
     QSize sizeHint() const override;
+    /// As narrow as it gets with its whole title; narrower, the title ends in an ellipsis.
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -76,6 +76,9 @@ struct PickerNode::Option {
 
     void place(const QRectF& area) {
         mark.setGeometry(area.toAlignedRect());
+        // Beside the middle of the title's first line.
+        const qreal line = title.sizeThatFits(unlimited).height();
+        mark.setMarkTop(std::max(std::round((line - RadioOption::markSide) / 2), 0.0));
         const bool isMirrored = mark.layoutDirection() == Qt::RightToLeft;
         const qreal room = area.width() - RadioOption::markSide - markGap;
         const qreal left = area.left() + (isMirrored ? 0 : RadioOption::markSide + markGap);

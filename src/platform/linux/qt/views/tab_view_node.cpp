@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace velmo {
 
@@ -124,18 +125,40 @@ QSizeF TabViewNode::contentSize(const QSizeF& offer) const {
     return size;
 }
 
+std::vector<int> TabViewNode::tabWidths() const {
+    std::vector<int> usual;
+    std::vector<int> least;
+    for (const auto& tab : tabs_) {
+        usual.push_back(tab->sizeHint().width());
+        least.push_back(tab->minimumSizeHint().width());
+    }
+    const int gaps = tabGap * (static_cast<int>(tabs_.size()) - 1);
+    const int room = strip_->width() - 2 * stripPadding - gaps;
+    const int usualSum = std::accumulate(usual.begin(), usual.end(), 0);
+    const int leastSum = std::accumulate(least.begin(), least.end(), 0);
+    if (usualSum <= room)
+        return usual;
+    std::vector<int> widths;
+    for (std::size_t index = 0; index < usual.size(); ++index) {
+        // The margins first, all by the same share, and then the titles.
+        widths.push_back(room < leastSum ? least[index] * room / leastSum
+                                         : least[index] + (usual[index] - least[index]) * (room - leastSum) /
+                                                              (usualSum - leastSum));
+    }
+    return widths;
+}
+
 void TabViewNode::placeContent(const QRectF& area) {
     const QRectF strip(area.topLeft(), QSizeF(area.width(), stripHeight()));
     strip_->setGeometry(strip.toRect());
-    int width = tabs_.empty() ? 0 : -tabGap;
-    for (const auto& tab : tabs_)
-        width += tab->sizeHint().width() + tabGap;
+    const auto widths = tabWidths();
+    const int gaps = tabGap * (static_cast<int>(tabs_.size()) - 1);
     const bool isMirrored = surface().layoutDirection() == Qt::RightToLeft;
-    int x = (strip_->width() - width) / 2;
-    for (std::size_t index = 0; index < tabs_.size(); ++index) {
-        TabButton& tab = *tabs_[isMirrored ? tabs_.size() - 1 - index : index];
-        tab.setGeometry(x, stripPadding, tab.sizeHint().width(), tab.sizeHint().height());
-        x += tab.width() + tabGap;
+    int x = (strip_->width() - std::accumulate(widths.begin(), widths.end(), gaps)) / 2;
+    for (std::size_t place = 0; place < tabs_.size(); ++place) {
+        const std::size_t index = isMirrored ? tabs_.size() - 1 - place : place;
+        tabs_[index]->setGeometry(x, stripPadding, widths[index], tabs_[index]->sizeHint().height());
+        x += widths[index] + tabGap;
     }
     if (chosen() >= pages_.size())
         return;

@@ -23,6 +23,8 @@ private:
 
     std::size_t chosen() const;
     qreal stripHeight() const;
+    /// Of the tabs, in as much room as there is.
+    std::vector<int> tabWidths() const;
     void applyTabs();
     void choose(std::size_t index);
 
