@@ -114,6 +114,24 @@ TEST(AppearanceFromSettings, FallsBackToTheResourceDatabase) {
     EXPECT_EQ(appearance({}, "Xft.dpi:").scale, 1);
 }
 
+TEST(AppearanceFromSettings, TakesTheAccentFromTheThemesColours) {
+    const auto accent = [](const std::string& scheme) {
+        return appearance({{"Gtk/ColorScheme", scheme}}).accent;
+    };
+    constexpr Color orange = colorFromRgb(0xff6600);
+    EXPECT_EQ(appearance({}).accent, std::nullopt);
+    EXPECT_EQ(accent("fg_color:#000000\nselected_bg_color:#ff6600\n"), orange);
+    EXPECT_EQ(accent("selected_bg_color: #ff6600 ; fg_color: #000"), orange);
+    EXPECT_EQ(accent("selected_bg_color:#f60"), orange);
+    EXPECT_EQ(accent("selected_bg_color:#ffff66660000"), orange);
+    for (const char* unusable :
+         {"", ";;\n", "selected_bg_color", "selected_bg_color:", "selected_bg_color:#",
+          "selected_bg_color:#12", "selected_bg_color:#12345g", "selected_bg_color:#12345678901234567890",
+          "selected_bg_color:orange", "not_selected_bg_color:#ff6600", ":selected_bg_color:#ff6600"})
+        EXPECT_EQ(accent(unusable), std::nullopt) << unusable;
+    EXPECT_EQ(appearance({{"Gtk/ColorScheme", 7}}).accent, std::nullopt) << "a value of another type";
+}
+
 TEST(AppearanceFromSettings, KnowsDarkThemes) {
     EXPECT_TRUE(appearance({{"Net/ThemeName", "Adwaita-dark"}}).dark);
     EXPECT_TRUE(appearance({{"Net/ThemeName", "Arc-Darker"}}).dark);

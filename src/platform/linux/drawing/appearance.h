@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace velmo {
@@ -31,6 +32,8 @@ struct Appearance {
     std::string font;
     /// Name of the user's icon theme. Empty: the usual one.
     std::string iconTheme;
+    /// What the desktop shows chosen things in. Absent: the toolkit knows.
+    std::optional<Color> accent = {};
 
     Color barBackground() const { return colorFromRgb(dark ? 0x242427 : 0xf6f6f8); }
     Color text() const { return colorFromRgb(dark ? 0xf1f1f3 : 0x1d1d20); }

@@ -16,6 +16,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QScreen>
+#include <QStyle>
 #include <QToolTip>
 #include <QWidget>
 
@@ -40,6 +41,7 @@ public:
           loop_(host.loop()),
           localEvents_(host.localEvents()),
           confirmation_([&host](WindowNumber window) { host.activate(window); }) {
+        style::setPlatformPalette(QApplication::palette(), QApplication::style()->standardPalette());
         application_.installEventFilter(&localEvents_);
         QAccessible::installFactory(makeAccessible);
         QApplication::setQuitOnLastWindowClosed(false);

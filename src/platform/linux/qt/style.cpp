@@ -4,6 +4,7 @@
 #include <QFontInfo>
 
 #include <algorithm>
+#include <cmath>
 
 namespace velmo::style {
 
@@ -48,11 +49,38 @@ Colors colorsOf(const Appearance& appearance) {
 struct Current {
     Appearance appearance;
     Colors colors = colorsOf({});
+    QColor platformAccent;
 };
 
 Current& current() {
     static Current value;
     return value;
+}
+
+/// As the eye takes it, from 0 to 1.
+double luminance(const QColor& color) {
+    constexpr double gamma = 2.2;
+    return 0.2126 * std::pow(color.redF(), gamma) + 0.7152 * std::pow(color.greenF(), gamma) +
+           0.0722 * std::pow(color.blueF(), gamma);
+}
+
+/// White text can be read on it, and it can be read on our backgrounds.
+QColor readableAccent(QColor color, bool dark) {
+    constexpr double lightest = 0.35;
+    constexpr double darkest = 0.12;
+    constexpr int step = 105;
+    constexpr int mostSteps = 60;
+    for (int count = 0; count < mostSteps && luminance(color) > lightest; ++count)
+        color = color.darker(step);
+    if (dark && luminance(color) < darkest) {
+        // Black has no brightness that could grow.
+        color = color.toHsl();
+        for (int count = 0; count < mostSteps && luminance(color) < darkest; ++count)
+            color.setHslF(color.hslHueF(), color.hslSaturationF(),
+                          std::min(color.lightnessF() + 0.02F, 1.0F));
+        color = color.toRgb();
+    }
+    return color;
 }
 
 /// As style sheets write it.
@@ -96,8 +124,21 @@ QFont::Weight weightOf(FontWeight weight) {
 
 }  // namespace
 
+void setPlatformPalette(const QPalette& palette, const QPalette& usual) {
+    const QColor highlight = palette.color(QPalette::Highlight);
+    // A desktop without a palette of its own has the toolkit's, which is nobody's choice.
+    current().platformAccent = highlight == usual.color(QPalette::Highlight) ? QColor() : highlight;
+}
+
 void setAppearance(const Appearance& appearance) {
-    current() = {appearance, colorsOf(appearance)};
+    current().appearance = appearance;
+    current().colors = colorsOf(appearance);
+    QColor accent = current().platformAccent;
+    if (const auto& wanted = appearance.accent)
+        accent = QColor::fromRgbF(static_cast<float>(wanted->red), static_cast<float>(wanted->green),
+                                  static_cast<float>(wanted->blue));
+    if (accent.isValid())
+        current().colors.accent = readableAccent(accent, appearance.dark);
 }
 
 const Appearance& appearance() {

@@ -11,6 +11,8 @@
 /// The one place for how things look, on top of the platform's own style.
 namespace velmo::style {
 
+/// The accent colour of the desktop's palette, where the appearance has none.
+void setPlatformPalette(const QPalette& palette, const QPalette& usual);
 /// Everything below follows from it.
 void setAppearance(const Appearance& appearance);
 const Appearance& appearance();

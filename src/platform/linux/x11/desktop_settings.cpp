@@ -3,6 +3,7 @@
 #include "linux/x11/selection.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <charconv>
 #include <cmath>
@@ -103,6 +104,43 @@ std::optional<double> resolutionFrom(const std::string& resources) {
     return std::nullopt;
 }
 
+/// Reads "#rgb", "#rrggbb" and "#rrrrggggbbbb".
+std::optional<Color> colorFromHexadecimal(std::string_view text) {
+    if (text.empty() || text.front() != '#' || text.size() % 3 != 1 || text.size() > 13)
+        return std::nullopt;
+    const std::size_t digits = text.size() / 3;
+    std::array<double, 3> parts{};
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        const char* begin = text.data() + 1 + index * digits;
+        unsigned value = 0;
+        const auto [end, error] = std::from_chars(begin, begin + digits, value, 16);
+        if (error != std::errc() || end != begin + digits)
+            return std::nullopt;
+        parts.at(index) = value / static_cast<double>((1U << (4 * digits)) - 1);
+    }
+    return Color{parts[0], parts[1], parts[2]};
+}
+
+/// A scheme names the colours of a theme, "name: colour" each, in lines or between semicolons.
+std::optional<Color> colorInScheme(const std::string& scheme, std::string_view name) {
+    constexpr const char* separators = "\n;";
+    for (std::size_t start = 0; start < scheme.size();) {
+        const auto end = std::min(scheme.find_first_of(separators, start), scheme.size());
+        const std::string_view entry(scheme.data() + start, end - start);
+        start = end + 1;
+        const auto nameStart = entry.find_first_not_of(' ');
+        const auto colon = entry.find(':');
+        if (nameStart == entry.npos || colon == entry.npos || colon < nameStart ||
+            entry.substr(nameStart, colon - nameStart) != name)
+            continue;
+        const auto value = entry.find_first_not_of(' ', colon + 1);
+        if (value == entry.npos)
+            return std::nullopt;
+        return colorFromHexadecimal(entry.substr(value, entry.find_last_not_of(' ') + 1 - value));
+    }
+    return std::nullopt;
+}
+
 bool namesDarkTheme(std::string theme) {
     std::transform(theme.begin(), theme.end(), theme.begin(),
                    [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
@@ -143,6 +181,8 @@ Appearance appearanceFrom(const std::map<std::string, XSetting>& settings, const
                       namesDarkTheme(valueOf<std::string>(settings, "Net/ThemeName").value_or(""));
     appearance.font = valueOf<std::string>(settings, "Gtk/FontName").value_or("");
     appearance.iconTheme = valueOf<std::string>(settings, "Net/IconThemeName").value_or("");
+    appearance.accent =
+        colorInScheme(valueOf<std::string>(settings, "Gtk/ColorScheme").value_or(""), "selected_bg_color");
     return appearance;
 }
 

@@ -22,8 +22,8 @@ using XSetting = std::variant<std::int32_t, std::string>;
 /// Reads the content of an XSETTINGS property. What follows a malformed entry is left out.
 std::map<std::string, XSetting> parseXSettings(const std::vector<std::uint8_t>& content);
 
-/// Pixels a point and light or dark, as the settings manager, or else the resource database `resources`
-/// (lines of "name: value"), has them. Scales are multiples of a quarter from 1 to 4.
+/// Pixels a point, light or dark, font and accent colour, as the settings manager, or else the resource
+/// database `resources` (lines of "name: value"), has them. Scales are multiples of a quarter from 1 to 4.
 Appearance appearanceFrom(const std::map<std::string, XSetting>& settings, const std::string& resources);
 
 /// The desktop's settings as they are now.
