@@ -18,6 +18,7 @@ constexpr const char* interface = "org.kde.StatusNotifierItem";
 /// Milliseconds from a click on the toggle to its effect.
 constexpr double responsive = 100;
 constexpr int clicks = 7;
+constexpr const char* busyMachine = "others slow one round or another down, Velmo would slow all of them";
 /// Kilobytes that Velmo may hold more after all is over: what allocators keep.
 constexpr long memorySlack = 3000;
 
@@ -265,6 +266,7 @@ TEST_F(HostileItems, AMenuThatNeverComes) {
 TEST_F(HostileItems, AMenuOfTenThousandEntriesThatChangesWithoutEnd) {
     auto program = programWithItem("Long");
     const auto icon = untilShown("Long");
+    std::vector<double> longest;
     // What an allocator keeps of the first time serves the second.
     for (int round = 0; round < 2; ++round) {
         noteWhatIsHeld();
@@ -281,13 +283,13 @@ TEST_F(HostileItems, AMenuOfTenThousandEntriesThatChangesWithoutEnd) {
                           [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
             std::this_thread::sleep_for(milliseconds(50));
         }
-        const double longest = heartbeat.longest();
-        std::printf("sign of life while a long menu opens and changes: %.1f ms at worst\n", longest);
-        EXPECT_LT(longest, responsive);
+        longest.push_back(heartbeat.longest());
+        std::printf("sign of life while a long menu opens and changes: %.1f ms at worst\n", longest.back());
         chooseByKeys({"Escape"});
         ASSERT_TRUE(eventually([&] { return !openMenu(); }));
         expectResponsive("a long menu has just closed");
     }
+    EXPECT_LT(*std::min_element(longest.begin(), longest.end()), responsive) << busyMachine;
     program.reset();
     expectNothingLeft();
 }
@@ -336,9 +338,8 @@ TEST_F(HostileItems, FiveHundredAtOnceThatLeaveAtOnce) {
         ASSERT_TRUE(eventually([&] { return x().children(bar()).size() == 3; }, milliseconds(20000)));
         std::printf("500 items have left after %.0f ms\n", millisecondsSince(start));
     }
-    // Other programs of a busy machine slow one round or another down; Velmo would slow all of them.
-    EXPECT_LT(*std::min_element(coming.begin(), coming.end()), responsive);
-    EXPECT_LT(*std::min_element(leaving.begin(), leaving.end()), responsive);
+    EXPECT_LT(*std::min_element(coming.begin(), coming.end()), responsive) << busyMachine;
+    EXPECT_LT(*std::min_element(leaving.begin(), leaving.end()), responsive) << busyMachine;
     expectNothingLeft();
 }
 
