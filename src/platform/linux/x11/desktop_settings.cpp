@@ -130,11 +130,11 @@ std::optional<Color> colorInScheme(const std::string& scheme, std::string_view n
         start = end + 1;
         const auto nameStart = entry.find_first_not_of(' ');
         const auto colon = entry.find(':');
-        if (nameStart == entry.npos || colon == entry.npos || colon < nameStart ||
+        if (nameStart == std::string_view::npos || colon == std::string_view::npos || colon < nameStart ||
             entry.substr(nameStart, colon - nameStart) != name)
             continue;
         const auto value = entry.find_first_not_of(' ', colon + 1);
-        if (value == entry.npos)
+        if (value == std::string_view::npos)
             return std::nullopt;
         return colorFromHexadecimal(entry.substr(value, entry.find_last_not_of(' ') + 1 - value));
     }
