@@ -1,8 +1,9 @@
 // Velmo beside other tray hosts of this machine, in one run: how soon the first icon is in its place after
-// the start, how much memory a host with ten icons takes, and how long a reveal and pictures take.
+// the start, how much memory a host with ten icons takes, and how long a reveal, pictures and the panel take.
 
 #include "capture_benchmark.h"
 #include "display.h"
+#include "panel_benchmark.h"
 #include "timing.h"
 
 #include <xcb/xtest.h>
@@ -13,11 +14,11 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace velmo::desktop {
@@ -98,24 +99,12 @@ double measureFloor(Display& display, int icons) {
 
 RevealFigures measureReveal(int icons) {
     Display display;
-    nlohmann::json order = {"Velmo.Toggle", "Velmo.Divider"};
-    for (int number = 0; number < icons; ++number)
-        order.push_back("bench" + std::to_string(number) + ".Bench");
-    std::filesystem::create_directories(display.home() / "velmo");
-    std::ofstream(display.home() / "velmo" / "defaults.json")
-        << nlohmann::json{{"statusItemOrder", order}, {"autoRehide", false}};
-    const auto host = display.run(VELMO_PROGRAM);
-    waitFor([&] { return display.hasTray() && display.x().windowTitled("Velmo.Toggle"); }, "Velmo");
-    std::vector<xcb_window_t> windows;
-    for (int number = 0; number < icons; ++number) {
-        windows.push_back(display.dock(number));
-        display.waitUntilDocked(windows.back());
-    }
+    const auto hidden = display.startVelmoWithHiddenIcons(icons, {{"autoRehide", false}});
     const auto toggle = *display.x().windowTitled("Velmo.Toggle");
     const auto place = *display.x().area(toggle);
     xcb_test_fake_input(display.x().raw(), XCB_MOTION_NOTIFY, 0, 0, display.x().root(),
                         static_cast<std::int16_t>(place.midX()), 13, 0);
-    const auto leftmost = windows.back();
+    const auto leftmost = hidden.icons.back();
     const auto isNear = [&] { return display.x().area(leftmost)->x > -5000; };
     RevealFigures figures;
     for (int round = 0; round < 60; ++round) {
@@ -173,11 +162,17 @@ void compareReveals() {
 
 }  // namespace velmo::desktop
 
-int main() {
+/// All of them, or those that are named.
+int main(int count, char** names) {
+    const std::pair<const char*, void (*)()> comparisons[] = {{"hosts", velmo::desktop::compareHosts},
+                                                              {"reveals", velmo::desktop::compareReveals},
+                                                              {"captures", velmo::desktop::compareCaptures},
+                                                              {"panels", velmo::desktop::comparePanels}};
     try {
-        velmo::desktop::compareHosts();
-        velmo::desktop::compareReveals();
-        velmo::desktop::compareCaptures();
+        for (const auto& [name, compare] : comparisons) {
+            if (count == 1 || std::find(names + 1, names + count, std::string(name)) != names + count)
+                compare();
+        }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace velmo::desktop {
@@ -29,6 +30,7 @@ Display::Display(const std::string& screen) {
             "the X server");
     environment_["DISPLAY"] = ":" + number;
     observer_.emplace(":" + number);
+    writeDefaults({});
 }
 
 Display::~Display() {
@@ -71,6 +73,27 @@ bool Display::isDocked(xcb_window_t window) {
 
 void Display::waitUntilDocked(xcb_window_t window) {
     waitFor([&] { return isDocked(window); }, "an icon to dock");
+}
+
+void Display::writeDefaults(nlohmann::json values) const {
+    values["hasCompletedFirstLaunch"] = true;
+    std::filesystem::create_directories(home_ / "velmo");
+    std::ofstream(home_ / "velmo" / "defaults.json") << values;
+}
+
+Display::HiddenIcons Display::startVelmoWithHiddenIcons(int count, nlohmann::json defaults) {
+    nlohmann::json order = {"Velmo.Toggle", "Velmo.Divider"};
+    for (int number = 0; number < count; ++number)
+        order.push_back("bench" + std::to_string(number) + ".Bench");
+    defaults["statusItemOrder"] = order;
+    writeDefaults(std::move(defaults));
+    HiddenIcons result{run(VELMO_PROGRAM), {}};
+    waitFor([&] { return hasTray() && x().windowTitled("Velmo.Toggle"); }, "Velmo");
+    for (int number = 0; number < count; ++number) {
+        result.icons.push_back(dock(number));
+        waitUntilDocked(result.icons.back());
+    }
+    return result;
 }
 
 }  // namespace velmo::desktop

@@ -4,8 +4,10 @@
 #include "x_observer.h"
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace velmo::desktop {
 
@@ -28,6 +30,17 @@ public:
     xcb_window_t dock(int number);
     bool isDocked(xcb_window_t window);
     void waitUntilDocked(xcb_window_t window);
+    /// For programs that start afterwards; keys as in Velmo's defaults file. Not its first launch, which
+    /// opens the settings.
+    void writeDefaults(nlohmann::json values) const;
+
+    struct HiddenIcons {
+        ChildProcess velmo;
+        /// From right to left.
+        std::vector<xcb_window_t> icons;
+    };
+    /// Starts Velmo with as many icons left of its divider, and returns when all are docked.
+    HiddenIcons startVelmoWithHiddenIcons(int count, nlohmann::json defaults);
 
 private:
     std::filesystem::path home_;
