@@ -94,6 +94,8 @@ private:
     Task<> takeSnapshot();
     Task<> openPanel();
     bool isSnapshotOutdated() const;
+    /// One of its own ways to the panel is open to the user; there is also the menu.
+    bool isPanelInUse() const;
     Task<> refreshSnapshot();
     Task<> clickRealItem(std::uint32_t windowID);
 

@@ -1,6 +1,7 @@
 #include "async/sleep.h"
 #include "menubar/menu_bar_manager.h"
 #include "platform/screen_capture.h"
+#include "platform/window_factory.h"
 
 namespace velmo {
 
@@ -54,9 +55,15 @@ bool MenuBarManager::isSnapshotOutdated() const {
            (preferences_->refreshPanelOnOpen.value() && age > oldestPictures);
 }
 
+bool MenuBarManager::isPanelInUse() const {
+    return preferences_->clickAction.value() == ClickAction::showPanel ||
+           preferences_->panelHotkey.value().has_value();
+}
+
 // Hidden items cannot be pictured: they are shown for a moment.
 Task<> MenuBarManager::refreshSnapshot() {
     changeRevealLevel(preferences_->alwaysHiddenEnabled.value() ? RevealLevel::all : RevealLevel::hidden);
+    platform_.windows.prepare();
     co_await Sleep(platform_.runLoop, refreshDelay);
     co_await takeSnapshot();
     changeRevealLevel(RevealLevel::none);

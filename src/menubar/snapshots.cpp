@@ -4,6 +4,7 @@
 #include "hidden_items/menu_bar_items.h"
 #include "menubar/menu_bar_manager.h"
 #include "platform/screen_capture.h"
+#include "platform/window_factory.h"
 
 #include <algorithm>
 #include <utility>
@@ -28,8 +29,12 @@ void MenuBarManager::scheduleSnapshot(Seconds delay) {
 
 Task<> MenuBarManager::takeSnapshotAfter(Seconds delay) {
     const bool isWanted = co_await Sleep(platform_.runLoop, delay);
-    if (isWanted && revealLevel_ != RevealLevel::none)
-        co_await takeSnapshot();
+    if (!isWanted || revealLevel_ == RevealLevel::none)
+        co_return;
+    co_await takeSnapshot();
+    // From now on the panel can be shown at once.
+    if (isPanelInUse())
+        platform_.windows.prepare();
 }
 
 Task<> MenuBarManager::takeSnapshot() {

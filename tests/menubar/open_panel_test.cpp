@@ -37,6 +37,15 @@ TEST_F(OpenPanel, RevealsPicturesAndHidesWhereNothingIsKnown) {
     EXPECT_TRUE(isPanelVisible());
 }
 
+TEST_F(OpenPanel, IsPreparedWhileTheIconsAreRevealed) {
+    manager_->togglePanel();
+    EXPECT_EQ(desktop_.windows().preparations(), 0);
+    desktop_.runLoop().runPosted();
+    EXPECT_EQ(desktop_.windows().preparations(), 1);
+    EXPECT_EQ(level(), RevealLevel::all);
+    EXPECT_TRUE(desktop_.windows().panels().empty());
+}
+
 TEST_F(OpenPanel, AlwaysRevealsWhereNothingIsKnown) {
     preferences_->refreshPanelOnOpen.set(false);
     manager_->togglePanel();

@@ -33,6 +33,30 @@ TEST_F(Snapshots, AreTakenFourTenthsOfASecondAfterAReveal) {
     EXPECT_EQ(pictureCount(), 2U);
 }
 
+TEST_F(Snapshots, PrepareThePanelWhereTheUserHasAWayToIt) {
+    auto& windows = desktop_.windows();
+    const auto reveal = [&] {
+        optionClickToggle();
+        desktop_.advance(1);
+        optionClickToggle();
+    };
+    reveal();
+    EXPECT_EQ(windows.preparations(), 0) << "Few open it from the menu.";
+    preferences_->clickAction.set(ClickAction::showPanel);
+    optionClickToggle();
+    desktop_.advance(0.399);
+    EXPECT_EQ(windows.preparations(), 0);
+    desktop_.advance(0.001);
+    EXPECT_EQ(windows.preparations(), 1);
+    optionClickToggle();
+    preferences_->clickAction.set(ClickAction::revealInMenuBar);
+    reveal();
+    EXPECT_EQ(windows.preparations(), 1);
+    preferences_->panelHotkey.set(HotkeyBinding{35, modifier::command, "⌘P"});
+    reveal();
+    EXPECT_EQ(windows.preparations(), 2);
+}
+
 TEST_F(Snapshots, KnowBothSectionsWhereBothAreShown) {
     optionClickToggle();
     desktop_.advance(0.4);

@@ -12,10 +12,13 @@ namespace velmo {
 /// Makes windows that keep what they are told and show nothing.
 class SimulatedWindows : public WindowFactory {
 public:
+    void prepare() override { ++preparations_; }
     std::unique_ptr<Panel> makePanel(const PanelConfiguration& configuration) override;
     std::unique_ptr<Popover> makePopover() override;
     std::unique_ptr<Window> makeWindow(const View& content) override;
 
+    /// How often something was announced.
+    int preparations() const { return preparations_; }
     /// The living ones, in the order of their making.
     const std::vector<SimulatedPanel*>& panels() const { return panels_; }
     const std::vector<SimulatedPopover*>& popovers() const { return popovers_; }
@@ -44,6 +47,7 @@ private:
     std::vector<SimulatedWindow*> windows_;
     Size fittingSize_{100, 36};
     bool refuses_ = false;
+    int preparations_ = 0;
     WindowNumber nextNumber_ = firstNumber;
 };
 

@@ -20,8 +20,8 @@ public:
 
     /// To be called once, before anything is to be seen. The host stays valid as long as this.
     void setHost(ToolkitHost* host) { host_ = host; }
-    /// Loads it soon: somebody seems about to need it.
-    void prepare();
+    /// Loads it soon.
+    void prepare() override;
     void setAppearance(const Appearance& appearance);
     /// As those of the toolkit. They do nothing where the module is missing or does not load.
     void popUp(const Menu& menu, int x, int y);

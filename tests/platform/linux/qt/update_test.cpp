@@ -52,15 +52,48 @@ TEST_F(Update, ButtonCallsTheLatestActionOnce) {
 
 TEST_F(Update, ButtonShowsItsOtherLabelWhileItIsPressed) {
     show(plainButton("up", {}));
+    const auto* up = only<TextLabel>();
+    EXPECT_TRUE(up->isVisible());
+    QTest::mousePress(only<ViewButton>(), Qt::LeftButton);
+    const auto labels = host_.findChildren<TextLabel*>();
+    ASSERT_EQ(labels.size(), 2) << "the other one is made for the first press";
+    EXPECT_EQ(labels[0], up);
+    EXPECT_FALSE(up->isVisible());
+    EXPECT_TRUE(labels[1]->isVisible());
+    EXPECT_EQ(labels[1]->text(), "down");
+    EXPECT_FALSE(labels[1]->size().isEmpty());
+    EXPECT_EQ(labels[1]->mapTo(&host_, QPoint()), up->mapTo(&host_, QPoint()));
+    QTest::mouseRelease(only<ViewButton>(), Qt::LeftButton);
+    EXPECT_TRUE(up->isVisible());
+    EXPECT_FALSE(labels[1]->isVisible());
+}
+
+TEST_F(Update, ButtonThatWasPressedShowsWhatItsOtherLabelSaysByNow) {
+    const auto described = [](const char* pressed) {
+        return View{Button{ButtonStyle::plain, {}}, {label("up"), label(pressed)}};
+    };
+    show(described("first"));
+    QTest::mouseClick(only<ViewButton>(), Qt::LeftButton);
+    show(described("second"));
+    QTest::mousePress(only<ViewButton>(), Qt::LeftButton);
     const auto labels = host_.findChildren<TextLabel*>();
     ASSERT_EQ(labels.size(), 2);
-    EXPECT_TRUE(labels[0]->isVisible());
-    EXPECT_FALSE(labels[1]->isVisible());
-    QTest::mousePress(only<ViewButton>(), Qt::LeftButton);
-    EXPECT_FALSE(labels[0]->isVisible());
-    EXPECT_TRUE(labels[1]->isVisible());
-    QTest::mouseRelease(only<ViewButton>(), Qt::LeftButton);
-    EXPECT_TRUE(labels[0]->isVisible());
+    EXPECT_EQ(labels[1]->text(), "second");
+    show(described("third"));
+    EXPECT_EQ(labels[1]->text(), "third") << "also while it is pressed";
+}
+
+TEST_F(Update, BackgroundThatIsClearTakesNoWidget) {
+    const auto described = [](ColorRole role) {
+        return label("text").with(Background{ShapeKind::roundedRectangle, 0, {role}});
+    };
+    show(described(ColorRole::clear));
+    const auto before = host_.findChildren<QWidget*>().size();
+    show(described(ColorRole::accent));
+    ASSERT_EQ(host_.findChildren<QWidget*>().size(), before + 1);
+    EXPECT_EQ(host_.findChildren<QWidget*>().back()->size(), only<TextLabel>()->size());
+    show(described(ColorRole::clear));
+    EXPECT_EQ(host_.findChildren<QWidget*>().size(), before);
 }
 
 TEST_F(Update, ActionMayEndTheButtonThatItCameFrom) {

@@ -26,10 +26,6 @@ QKeySequence sequenceOf(ShortcutKey key) {
 }  // namespace
 
 ButtonNode::ButtonNode(QWidget& surface) : ViewNode(surface), button_(std::make_unique<ViewButton>(surface)) {
-    for (auto& face : faces_) {
-        face = std::make_unique<QWidget>(button_.get());
-        face->setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
     QObject::connect(button_.get(), &QAbstractButton::pressed, button_.get(), [this] { showLabel(); });
     QObject::connect(button_.get(), &QAbstractButton::released, button_.get(), [this] { showLabel(); });
     QObject::connect(button_.get(), &QAbstractButton::clicked, button_.get(), [this] {
@@ -45,19 +41,17 @@ ButtonNode::ButtonNode(QWidget& surface) : ViewNode(surface), button_(std::make_
 
 void ButtonNode::apply(const ViewContext& context) {
     const auto style = content<Button>().style;
-    ViewContext inner = context.forChildren(Qt::Horizontal);
+    labelContext_ = context.forChildren(Qt::Horizontal);
     if (style == ButtonStyle::borderless)
-        inner.color = {ColorRole::accent};
+        labelContext_.color = {ColorRole::accent};
     else if (style == ButtonStyle::automatic && !context.isEnabled)
-        inner.color = {ColorRole::secondary};
-    const Views& labels = view().children;
+        labelContext_.color = {ColorRole::secondary};
     // A button with a label for each state says by them what it is; a push button has a face that gets paler.
-    if (!context.isEnabled && style != ButtonStyle::automatic && labels.size() < 2)
-        inner.opacity *= style::disabledOpacity;
-    for (std::size_t index = 0; index < 2; ++index) {
-        const Views label = index < labels.size() ? Views{labels[index]} : Views{};
-        labels_[index].update(label, inner, *faces_[index]);
-    }
+    if (!context.isEnabled && style != ButtonStyle::automatic && view().children.size() < 2)
+        labelContext_.opacity *= style::disabledOpacity;
+    updateLabel(0);
+    if (faces_[1])
+        updateLabel(1);
     button_->setStyle(style);
     button_->setEnabled(context.isEnabled);
     button_->setToolTip(context.help);
@@ -71,10 +65,32 @@ void ButtonNode::apply(const ViewContext& context) {
     showLabel();
 }
 
+void ButtonNode::updateLabel(std::size_t index) {
+    if (!faces_[index]) {
+        faces_[index] = std::make_unique<QWidget>(button_.get());
+        faces_[index]->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+    const Views& labels = view().children;
+    labels_[index].update(index < labels.size() ? Views{labels[index]} : Views{}, labelContext_,
+                          *faces_[index]);
+}
+
+void ButtonNode::placeLabel(std::size_t index) {
+    const QPointF corner(padding().width() / 2, padding().height() / 2);
+    faces_[index]->setGeometry(button_->rect());
+    if (!labels_[index].empty())
+        labels_[index][0].place({corner, size_ - padding()});
+}
+
 void ButtonNode::showLabel() {
-    const bool hasPressedLabel = !labels_[1].empty();
-    faces_[0]->setVisible(!hasPressedLabel || !button_->isDown());
-    faces_[1]->setVisible(hasPressedLabel && button_->isDown());
+    const bool showsPressed = button_->isDown() && view().children.size() > 1;
+    if (showsPressed && !faces_[1]) {
+        updateLabel(1);
+        placeLabel(1);
+    }
+    faces_[0]->setVisible(!showsPressed);
+    if (faces_[1])
+        faces_[1]->setVisible(showsPressed);
 }
 
 QSizeF ButtonNode::padding() const {
@@ -88,11 +104,10 @@ QSizeF ButtonNode::contentSize(const QSizeF& offer) const {
 
 void ButtonNode::placeContent(const QRectF& area) {
     button_->setGeometry(area.toAlignedRect());
-    const QPointF corner(padding().width() / 2, padding().height() / 2);
+    size_ = area.size();
     for (std::size_t index = 0; index < 2; ++index) {
-        faces_[index]->setGeometry(button_->rect());
-        if (!labels_[index].empty())
-            labels_[index][0].place({corner, area.size() - padding()});
+        if (faces_[index])
+            placeLabel(index);
     }
 }
 

@@ -68,10 +68,15 @@ void ViewNode::applyBackgrounds() {
         const auto* background = std::get_if<Background>(&modifier);
         if (!background)
             continue;
-        if (count == backgrounds_.size())
-            backgrounds_.push_back(std::make_unique<BackgroundWidget>(surface_));
-        static_cast<BackgroundWidget&>(*backgrounds_[count]).display(*background);
-        ++count;
+        if (++count > backgrounds_.size())
+            backgrounds_.emplace_back();
+        auto& widget = backgrounds_[count - 1];
+        if (background->color.role == ColorRole::clear)
+            widget.reset();
+        else if (!widget)
+            widget = std::make_unique<BackgroundWidget>(surface_);
+        if (widget)
+            static_cast<BackgroundWidget&>(*widget).display(*background);
     }
     backgrounds_.resize(count);
 }
@@ -124,7 +129,8 @@ void ViewNode::place(std::size_t modifierCount, const QRectF& area) {
         const auto index = std::count_if(
             view_.modifiers.begin(), view_.modifiers.begin() + static_cast<std::ptrdiff_t>(modifierCount - 1),
             [](const auto& earlier) { return std::holds_alternative<Background>(earlier); });
-        backgrounds_[static_cast<std::size_t>(index)]->setGeometry(area.toAlignedRect());
+        if (const auto& widget = backgrounds_[static_cast<std::size_t>(index)])
+            widget->setGeometry(area.toAlignedRect());
     }
     place(modifierCount - 1, area);
 }

@@ -62,7 +62,7 @@ private:
 
     QWidget& surface_;
     View view_;
-    /// One for each background, in the order of the modifiers.
+    /// One for each background, in the order of the modifiers; none where it is clear.
     std::vector<std::unique_ptr<QWidget>> backgrounds_;
 };
 
