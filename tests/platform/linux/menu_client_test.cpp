@@ -215,6 +215,22 @@ TEST_F(ExportedMenus, ThatAreFilledLaterAreShownOnceTheyAre) {
     EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }, 1));
 }
 
+TEST_F(ExportedMenus, WhoseEntriesBecomeVisibleLaterAreShownOnceTheyAre) {
+    Entry hidden = entry(1, "Hidden");
+    hidden.properties["visible"] = false;
+    ask({0, {}, {hidden}});
+    ASSERT_TRUE(until([&] { return owner_->callsOf("GetLayout") == 1; }));
+    runFor(0.2);
+    changeProperty(1, "label", "Still hidden");
+    runFor(0.2);
+    EXPECT_FALSE(outcome_);
+    owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [](auto* message) {
+        return sd_bus_message_append(message, "a(ia{sv})a(ias)", 1, 1, 1, "visible", "b", 1, 0);
+    });
+    EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }, 1));
+    EXPECT_EQ(owner_->callsOf("GetLayout"), 1);
+}
+
 TEST_F(ExportedMenus, ThatAreFilledTooLateDoNotComeByThemselves) {
     ask({0, {}, {}});
     ASSERT_TRUE(until([&] { return outcome_.has_value(); }, 4));
@@ -230,19 +246,6 @@ TEST_F(ExportedMenus, AreAskedForAgainWhereShowingASubmenuChangesThem) {
     EXPECT_EQ(menu.children[0].children[0].label, "Old");
     menu_->opened(1);
     EXPECT_TRUE(until([&] { return menu.children[0].children[0].label == "New"; }));
-}
-
-TEST_F(ExportedMenus, TellShortcutsAsMenusShowThem) {
-    Entry one = entry(1, "One");
-    one.properties["shortcut"] = std::vector<std::vector<std::string>>{{"Control", "Shift", "q"}, {"F4"}};
-    Entry none = entry(2, "None");
-    none.properties["shortcut"] = std::vector<std::vector<std::string>>{};
-    Entry wrong = entry(3, "Wrong");
-    wrong.properties["shortcut"] = std::string("Control");
-    const auto& menu = shown({0, {}, {one, none, wrong}});
-    EXPECT_EQ(menu.children[0].shortcut, "Ctrl+Shift+Q");
-    EXPECT_EQ(menu.children[1].shortcut, "");
-    EXPECT_EQ(menu.children[2].shortcut, "");
 }
 
 TEST_F(ExportedMenus, ShowPicturesThatComeAsFiles) {

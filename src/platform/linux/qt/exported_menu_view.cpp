@@ -12,6 +12,7 @@
 #include <QSet>
 #include <QStyleOptionMenuItem>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -236,7 +237,7 @@ void ExportedMenuView::arrange(const ExportedMenuEntry& entry) {
             present.removeOne(shown.action);
         }
         insertAction(index < present.size() ? present[index] : nullptr, shown.action);
-        present.insert(index, shown.action);
+        present.insert(std::min(index, present.size()), shown.action);
     }
 }
 

@@ -119,12 +119,13 @@ void MenuClient::fetched(const dbus::Answer& answer) {
         return;
     isKnown_ = true;
     pictures_.replaceLayout(std::move(*layout));
-    changed_.request();
-    if (!isFilled_ && hasEntryToShow(layout_.root()))
-        becomeFilled();
+    contentChanged();
 }
 
-void MenuClient::becomeFilled() {
+void MenuClient::contentChanged() {
+    changed_.request();
+    if (isFilled_ || !hasEntryToShow(layout_.root()))
+        return;
     isFilled_ = true;
     comingLimit_->invalidate();
     if (pictures_.areLoading())
@@ -153,7 +154,7 @@ void MenuClient::applyChanges(sd_bus_message* message) {
     for (const auto id : changes.entries)
         pictures_.follow(id);
     if (!changes.entries.empty())
-        changed_.request();
+        contentChanged();
 }
 
 void MenuClient::opened(std::int32_t id) {

@@ -54,7 +54,8 @@ private:
     void requestLayout();
     void fetch();
     void fetched(const dbus::Answer& answer);
-    void becomeFilled();
+    /// It can be shown as soon as there is something in it.
+    void contentChanged();
     void picturesCame();
     void applyChanges(sd_bus_message* message);
     /// The first outcome counts.

@@ -2,6 +2,7 @@
 
 #include "linux/cut_text.h"
 #include "linux/dbus/message_reader.h"
+#include "linux/icons/icon_protocol.h"
 
 #include <cctype>
 #include <utility>
@@ -14,6 +15,7 @@ using dbus::MessageReader;
 using MarkState = ExportedMenuEntry::MarkState;
 
 constexpr std::size_t longestLabel = 500;
+constexpr std::size_t longestShortcut = 60;
 constexpr std::size_t mostIconBytes = 1 << 16;
 constexpr std::size_t mostIconBytesOfMenu = 1 << 22;
 
@@ -34,8 +36,8 @@ std::string readShortcut(MessageReader& reader) {
                 key = "Ctrl";
             if (key.size() == 1)
                 key.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(key.front())));
-            if (keys.size() < longestLabel)
-                keys += (keys.empty() ? "" : "+") + key;
+            if (keys.size() < longestShortcut)
+                keys = std::string(cutText(keys + (keys.empty() ? "" : "+") + key, longestShortcut));
             return true;
         });
         if (std::exchange(isFirst, false))
@@ -47,6 +49,12 @@ std::string readShortcut(MessageReader& reader) {
 
 std::string readLabel(MessageReader& reader) {
     return std::string(cutText(reader.text().value_or(""), longestLabel));
+}
+
+/// The beginning of a name is another one.
+std::string readIconName(MessageReader& reader) {
+    auto name = reader.text().value_or("");
+    return name.size() <= icon_protocol::longestText ? name : std::string();
 }
 
 ExportedMenuEntry::Mark readMark(MessageReader& reader) {
@@ -89,7 +97,7 @@ void readProperty(MessageReader& reader, const std::string& name, const Target& 
     else if (name == "children-display")
         entry.isSubmenu = reader.text() == "submenu";
     else if (name == "icon-name")
-        target.icon.name = reader.text().value_or("");
+        target.icon.name = readIconName(reader);
     else if (name == "icon-data")
         target.icon.data = readData(reader);
 }
@@ -139,10 +147,10 @@ private:
         bool isWanted = false;
         reader_.structure([&] {
             const auto id = reader_.integer();
-            isWanted = id && depth <= deepestMenu && seen_.insert(*id).second;
+            entry.id = static_cast<std::int32_t>(id.value_or(0));
+            isWanted = id && depth <= deepestMenu && seen_.insert(entry.id).second;
             if (!isWanted)
                 return;
-            entry.id = static_cast<std::int32_t>(*id);
             MenuIcon icon;
             reader_.dictionary([&](const std::string& name) { readProperty(reader_, name, {entry, icon}); });
             layout_.setIcon(entry.id, std::move(icon));
@@ -171,7 +179,7 @@ private:
 
     MessageReader reader_;
     MenuLayout layout_;
-    std::set<std::int64_t> seen_;
+    std::set<std::int32_t> seen_;
     std::size_t count_ = 0;
 };
 
@@ -199,11 +207,9 @@ ExportedMenuEntry* MenuLayout::find(std::int32_t id) {
 
 void MenuLayout::setIcon(std::int32_t id, MenuIcon icon) {
     takeIcon(id);
-    if (iconBytes_ + icon.data.size() > mostIconBytesOfMenu)
-        icon.data.clear();
-    if (icon.isEmpty())
+    if (icon.isEmpty() || iconBytes_ + icon.size() > mostIconBytesOfMenu)
         return;
-    iconBytes_ += icon.data.size();
+    iconBytes_ += icon.size();
     icons_[id] = std::move(icon);
 }
 
@@ -211,7 +217,7 @@ MenuIcon MenuLayout::takeIcon(std::int32_t id) {
     auto taken = icons_.extract(id);
     if (taken.empty())
         return {};
-    iconBytes_ -= taken.mapped().data.size();
+    iconBytes_ -= taken.mapped().size();
     return std::move(taken.mapped());
 }
 

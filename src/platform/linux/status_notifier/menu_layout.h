@@ -26,7 +26,9 @@ struct MenuIcon {
     /// The content of an image file.
     std::string data;
 
-    bool isEmpty() const { return name.empty() && data.empty(); }
+    bool isEmpty() const { return size() == 0; }
+    /// In bytes.
+    std::size_t size() const { return name.size() + data.size(); }
     // The linter takes the zero that the compiler compares with for a pointer.
     auto operator<=>(const MenuIcon&) const = default;  // NOLINT(modernize-use-nullptr)
 };
@@ -45,7 +47,7 @@ public:
 
     /// By the entry's id; none of them is empty.
     const std::map<std::int32_t, MenuIcon>& icons() const { return icons_; }
-    /// Without its data where all of them together have too much.
+    /// Leaves it out where all of them together would be too large.
     void setIcon(std::int32_t id, MenuIcon icon);
     /// Takes it away.
     MenuIcon takeIcon(std::int32_t id);

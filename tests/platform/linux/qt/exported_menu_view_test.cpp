@@ -227,6 +227,17 @@ TEST_F(ExportedMenuViews, EntriesThatHaveMovedCanBeChosen) {
     EXPECT_EQ(chosen_, (std::vector<std::int32_t>{3, 1, 2}));
 }
 
+TEST_F(ExportedMenuViews, ShowEntriesOfOneIdOnce) {
+    std::vector<ExportedMenuEntry> entries;
+    for (int count = 0; count < 500; ++count)
+        entries.push_back(labelled(1, "One"));
+    entries.push_back(labelled(2, "Two"));
+    show(entries);
+    ASSERT_EQ(view_.actions().size(), 2);
+    EXPECT_EQ(action(0).text(), QStringLiteral("One"));
+    EXPECT_EQ(action(1).text(), QStringLiteral("Two"));
+}
+
 TEST_F(ExportedMenuViews, ManyEntriesMayChangeAtOnceWhileTheyAreOpen) {
     constexpr int most = 1000;
     show(numbered(most, "Entry "));
