@@ -169,6 +169,11 @@ void BusProgram::keepSilentOn(const std::string& member) {
     silent_.insert(member);
 }
 
+void BusProgram::answerAgain(const std::string& member) {
+    const std::lock_guard lock(mutex_);
+    silent_.erase(member);
+}
+
 void BusProgram::refuse(const std::string& member) {
     const std::lock_guard lock(mutex_);
     refused_.insert(member);

@@ -62,8 +62,9 @@ public:
     /// From now on nothing is answered, until `goOn`; what has come meanwhile is answered then.
     void pause() { paused_ = true; }
     void goOn() { paused_ = false; }
-    /// Calls to these members are never answered.
+    /// Calls to these members are not answered, until `answerAgain`.
     void keepSilentOn(const std::string& member);
+    void answerAgain(const std::string& member);
     /// Calls to these members are answered with an error, as by those who lack them.
     void refuse(const std::string& member);
 

@@ -125,6 +125,22 @@ TEST_F(Watchers, BesideOneThatRunsBeforeItsItemsAreShownAndItIsFollowedWhenItEnd
     EXPECT_EQ(items_.size(), 2U) << "we are the watcher now";
 }
 
+TEST_F(Watchers, AnotherOneThatIsBusyAtFirstIsAskedAgain) {
+    stopHost();
+    const auto other = program();
+    other->addItem("/Theirs", "theirs");
+    auto watcher = otherWatcher(other->name() + "/Theirs");
+    watcher->keepSilentOn("Get");
+    startHost();
+    ASSERT_TRUE(until([&] { return watcher->callsOf("Get") == 1; }));
+    watcher->answerAgain("Get");
+    ASSERT_TRUE(untilItems(1));
+    EXPECT_NE(item("theirs"), nullptr);
+    EXPECT_EQ(watcher->callsOf("Get"), 2);
+    runFor(3);
+    EXPECT_EQ(watcher->callsOf("Get"), 2) << "it has answered";
+}
+
 TEST_F(Watchers, AProgramThatFillsTheHostLeavesRoomForOthers) {
     const auto greedy = program();
     greedy->keepSilentOn("GetAll");

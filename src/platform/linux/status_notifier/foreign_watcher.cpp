@@ -5,13 +5,24 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace velmo::status_notifier {
 
-ForeignWatcher::ForeignWatcher(std::shared_ptr<dbus::Bus> bus, const std::string& family, Handler onItem,
-                               Handler onItemGone)
-    : bus_(std::move(bus)),
+namespace {
+
+/// A watcher that is busy, as when the session begins, is asked again for as long as it runs: more and more
+/// seldom.
+constexpr Seconds firstListPause = 1;
+constexpr Seconds longestListPause = 60;
+
+}  // namespace
+
+ForeignWatcher::ForeignWatcher(EventLoop& loop, std::shared_ptr<dbus::Bus> bus, const std::string& family,
+                               Handler onItem, Handler onItemGone)
+    : loop_(loop),
+      bus_(std::move(bus)),
       name_(watcherName(family)),
       hostName_(hostName(family, getpid())),
       onItem_(std::move(onItem)),
@@ -23,12 +34,20 @@ ForeignWatcher::ForeignWatcher(std::shared_ptr<dbus::Bus> bus, const std::string
     });
 }
 
+ForeignWatcher::~ForeignWatcher() {
+    if (listTimer_)
+        listTimer_->invalidate();
+}
+
 void ForeignWatcher::ownerChanged(const std::string& owner) {
     if (owner == owner_)
         return;
     owner_ = owner;
     signals_.clear();
     listing_ = {};
+    listPause_ = firstListPause;
+    if (listTimer_)
+        listTimer_->invalidate();
     if (!owner_.empty() && owner_ != bus_->uniqueName())
         attend();
 }
@@ -56,19 +75,25 @@ void ForeignWatcher::listItems() {
         return sd_bus_message_append(message, "ss", name_.c_str(), "RegisteredStatusNotifierItems");
     };
     listing_ = bus_->call({owner_, watcherPath, propertiesInterface, "Get", appendProperty},
-                          [this](const auto& answer) {
-                              if (!answer.message)
-                                  return;
-                              dbus::MessageReader reader(answer.message);
-                              reader.variant([&] {
-                                  reader.array([&] {
-                                      const auto text = reader.text();
-                                      if (const auto item = parseItemAddress(text.value_or(""), owner_))
-                                          onItem_(*item);
-                                      return true;
-                                  });
-                              });
-                          });
+                          [this](const auto& answer) { listed(answer); });
+}
+
+void ForeignWatcher::listed(const dbus::Answer& answer) {
+    if (dbus::isSilence(answer.error)) {
+        listTimer_ = loop_.schedule(listPause_, lifetime_.guard([this] { listItems(); }));
+        listPause_ = std::min(2 * listPause_, longestListPause);
+    }
+    if (!answer.message)
+        return;
+    dbus::MessageReader reader(answer.message);
+    reader.variant([&] {
+        reader.array([&] {
+            const auto text = reader.text();
+            if (const auto item = parseItemAddress(text.value_or(""), owner_))
+                onItem_(*item);
+            return true;
+        });
+    });
 }
 
 void ForeignWatcher::told(sd_bus_message* message, const Handler& handler) const {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "lifetime.h"
 #include "linux/dbus/bus.h"
+#include "linux/event_loop/event_loop.h"
 #include "linux/status_notifier/item_address.h"
 
 #include <functional>
@@ -16,15 +18,20 @@ class ForeignWatcher {
 public:
     using Handler = std::function<void(const ItemAddress&)>;
 
-    ForeignWatcher(std::shared_ptr<dbus::Bus> bus, const std::string& family, Handler onItem,
+    ForeignWatcher(EventLoop& loop, std::shared_ptr<dbus::Bus> bus, const std::string& family, Handler onItem,
                    Handler onItemGone);
+    ~ForeignWatcher();
+    ForeignWatcher(const ForeignWatcher&) = delete;
+    ForeignWatcher& operator=(const ForeignWatcher&) = delete;
 
 private:
     void ownerChanged(const std::string& owner);
     void attend();
     void listItems();
+    void listed(const dbus::Answer& answer);
     void told(sd_bus_message* message, const Handler& handler) const;
 
+    EventLoop& loop_;
     std::shared_ptr<dbus::Bus> bus_;
     std::string name_;
     /// Ours as a host.
@@ -36,7 +43,11 @@ private:
     Registration ownerChanges_;
     Registration askingForOwner_;
     Registration listing_;
+    /// Before it is asked again for its items.
+    Seconds listPause_ = 0;
+    std::shared_ptr<Timer> listTimer_;
     std::vector<Registration> signals_;
+    Lifetime lifetime_;
 };
 
 }  // namespace velmo::status_notifier
