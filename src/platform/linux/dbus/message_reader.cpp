@@ -2,6 +2,8 @@
 
 #include "linux/cut_text.h"
 
+#include <array>
+#include <cerrno>
 #include <cstring>
 #include <string_view>
 
@@ -15,6 +17,9 @@ constexpr int deepest = 60;
 constexpr std::string_view textTypes = "sog";
 /// Types whose arrays lie in memory as they are.
 constexpr std::string_view fixedTypes = "ybnqiuxtd";
+constexpr std::size_t largestFixed = 8;
+/// That are read one by one.
+constexpr int mostElements = 1 << 19;
 
 }  // namespace
 
@@ -54,12 +59,37 @@ std::optional<std::string_view> MessageReader::readText(char type) {
 std::optional<std::span<const std::uint8_t>> MessageReader::readArray(char type) {
     const void* data = nullptr;
     std::size_t size = 0;
-    if (!spend() || sd_bus_message_read_array(message_, type, &data, &size) < 0) {
+    if (!spend())
+        return std::nullopt;
+    const int result = sd_bus_message_read_array(message_, type, &data, &size);
+    if (result == -EOPNOTSUPP)
+        return readElements(type);
+    if (result < 0) {
         failed_ = true;
         return std::nullopt;
     }
     bytesRead_ += size;
     return std::span(static_cast<const std::uint8_t*>(data), size);
+}
+
+std::optional<std::span<const std::uint8_t>> MessageReader::readElements(char type) {
+    const char contents[] = {type, '\0'};
+    if (!check(sd_bus_message_enter_container(message_, 'a', contents)))
+        return std::nullopt;
+    auto& bytes = copies_.emplace_front();
+    std::array<std::uint8_t, largestFixed> element{};
+    while (!atEnd()) {
+        if (++elementsRead_ > mostElements) {
+            abandon();
+            return std::nullopt;
+        }
+        ++bytesRead_;
+        if (check(sd_bus_message_read_basic(message_, type, element.data())) && type == 'y')
+            bytes.push_back(element.front());
+    }
+    if (failed_ || !check(sd_bus_message_exit_container(message_)))
+        return std::nullopt;
+    return bytes;
 }
 
 std::optional<std::string> MessageReader::text() {

@@ -4,11 +4,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <forward_list>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmo::dbus {
 
@@ -24,7 +26,7 @@ public:
     /// Signed and unsigned numbers of 16 to 32 bits, and bytes.
     std::optional<std::int64_t> integer();
     std::optional<bool> boolean();
-    /// Valid for as long as the message.
+    /// Valid for as long as this reader and the message.
     std::optional<std::span<const std::uint8_t>> bytes();
 
     /// Calls `read` once for each element, until it returns false. False where this is no array.
@@ -53,12 +55,17 @@ private:
     std::optional<std::string_view> readText(char type);
     /// Of an array whose elements lie in memory as they are; absent where it cannot be read.
     std::optional<std::span<const std::uint8_t>> readArray(char type);
+    /// The same for a message in the other byte order; of elements larger than a byte nothing is kept.
+    std::optional<std::span<const std::uint8_t>> readElements(char type);
     bool atEnd();
 
     sd_bus_message* message_;
     const char* contents_ = nullptr;
     bool failed_ = false;
     std::size_t bytesRead_ = 0;
+    /// Bytes of arrays that the library does not hand out as they lie in the message.
+    std::forward_list<std::vector<std::uint8_t>> copies_;
+    int elementsRead_ = 0;
     int budget_ = 200000;
     int depth_ = 0;
 };

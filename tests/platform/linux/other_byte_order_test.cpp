@@ -1,0 +1,49 @@
+#include "bus_session.h"
+#include "child_process.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace velmo {
+
+namespace {
+
+class OtherByteOrder : public BusSession {
+protected:
+    /// A program whose icon has so many pixels a side.
+    desktop::ChildProcess foreigner(int side) const {
+        return {{"/usr/bin/python3", VELMO_LINUX_TESTS "/other_byte_order.py", bus_->address(),
+                 std::to_string(side)},
+                {}};
+    }
+};
+
+TEST_F(OtherByteOrder, ItemsShowTheirPixmapsAndAllElse) {
+    startHost();
+    const auto owner = foreigner(20);
+    ASSERT_TRUE(untilItems(1));
+    EXPECT_EQ(items_.front()->properties().id, "foreign");
+    EXPECT_EQ(items_.front()->properties().title, "Foreign");
+    ASSERT_TRUE(items_.front()->icon());
+    EXPECT_EQ(std::get<Bitmap>(items_.front()->icon()->content).width, 20);
+    EXPECT_EQ(colorOf(*items_.front()), 0x123456U);
+}
+
+TEST_F(OtherByteOrder, HugePixmapsLeaveTheLoopFree) {
+    startHost();
+    const auto owner = foreigner(2000);
+    std::chrono::steady_clock::duration longest{};
+    ASSERT_TRUE(until([&] {
+        const auto start = std::chrono::steady_clock::now();
+        loop_.turn();
+        longest = std::max(longest, std::chrono::steady_clock::now() - start);
+        return items_.size() == 1;
+    }));
+    EXPECT_EQ(items_.front()->properties().id, "foreign");
+    EXPECT_FALSE(items_.front()->icon()) << "it costs too much to read";
+    EXPECT_LT(longest, std::chrono::milliseconds(100));
+}
+
+}  // namespace
+
+}  // namespace velmo
