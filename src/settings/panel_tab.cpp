@@ -18,13 +18,14 @@ struct PermissionRow {
 View viewOf(const PermissionRow& row) {
     View status = row.isGranted ? symbol("checkmark.circle.fill").with(foreground(ColorRole::green))
                                 : symbol("exclamationmark.circle.fill").with(foreground(ColorRole::orange));
-    View action = row.isGranted ? button("Open Settings", row.openSettings, ButtonStyle::borderless)
-                                : button("Grant…", row.grant);
+    const char* words = row.isGranted ? "Open Settings" : "Grant…";
+    View action =
+        row.isGranted ? button(words, row.openSettings, ButtonStyle::borderless) : button(words, row.grant);
     return hstack(
         std::nullopt,
         {std::move(status).with(AccessibilityLabel{row.isGranted ? "Granted" : "Not granted"}),
          vstack(std::nullopt, {text(row.title), helpText(row.explanation)}, HorizontalAlignment::leading),
-         spacer(), std::move(action)},
+         spacer(), std::move(action).with(AccessibilityLabel{std::string(row.title) + ", " + words})},
         VerticalAlignment::firstTextBaseline);
 }
 

@@ -125,7 +125,7 @@ TEST_F(CompositedPanel, PopoverKeepsTheKeyboardWhereACompositingManagerComesAndG
     click(*x().windowTitled("Velmo.Clock"));
     const auto hasKeyboard = [&] {
         const auto popover = shown("Velmo.Popover");
-        return popover && keyboardOwner() == *popover;
+        return popover && x().keyboardOwner() == *popover;
     };
     ASSERT_TRUE(eventually(hasKeyboard));
     const auto first = shown("Velmo.Popover");
@@ -136,7 +136,7 @@ TEST_F(CompositedPanel, PopoverKeepsTheKeyboardWhereACompositingManagerComesAndG
     EXPECT_TRUE(eventually([&] { return shown("Velmo.Popover") != second && hasKeyboard(); }));
     xdotool({"key", "Escape"});
     EXPECT_TRUE(eventually([&] { return !shown("Velmo.Popover"); }));
-    EXPECT_TRUE(eventually([&] { return keyboardOwner() == backdrop_; })) << "and then gives it back";
+    EXPECT_TRUE(eventually([&] { return x().keyboardOwner() == backdrop_; })) << "and then gives it back";
 }
 
 }  // namespace

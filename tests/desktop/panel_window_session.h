@@ -27,7 +27,6 @@ protected:
     /// Of the test's own: what it gets stays in the queue of the observer's connection.
     xcb_window_t makeWindow(const Area& area, std::uint32_t color) const;
     void giveKeyboardTo(xcb_window_t window) const;
-    xcb_window_t keyboardOwner() const;
     /// How many events of the type our own windows have got since this was asked last.
     int eventsGot(std::uint8_t type) const;
 

@@ -135,7 +135,7 @@ TEST_F(PanelWindow, EscapeReachesNobodyElse) {
         modifiers.resize(modifiers.size() - std::string("Escape").size());
         const auto modifierCount = std::count(modifiers.begin(), modifiers.end(), '+');
         EXPECT_EQ(eventsGot(XCB_KEY_PRESS), modifierCount) << combination;
-        EXPECT_EQ(keyboardOwner(), other);
+        EXPECT_EQ(x().keyboardOwner(), other);
     }
     xdotool({"key", "Escape"});
     EXPECT_TRUE(eventually([&] { return eventsGot(XCB_KEY_PRESS) == 1; })) << "without a panel it is theirs";
@@ -145,11 +145,11 @@ TEST_F(PanelWindow, TakesNoKeyboardEvenWhereItIsClicked) {
     startWindowManager();
     startVelmoForPanels();
     const auto other = startOrdinaryWindow();
-    ASSERT_TRUE(eventually([&] { return keyboardOwner() == other; }));
+    ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == other; }));
     openPanel();
     const auto place = strip();
     xdotool({"mousemove", std::to_string(place.midX()), std::to_string(place.midY()), "click", "1"});
-    EXPECT_TRUE(stays([&] { return panel() && keyboardOwner() == other; }, milliseconds(300)));
+    EXPECT_TRUE(stays([&] { return panel() && x().keyboardOwner() == other; }, milliseconds(300)));
 }
 
 TEST_F(PanelWindow, StaysOnTheMonitorOfTheBar) {

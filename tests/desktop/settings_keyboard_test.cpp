@@ -44,6 +44,23 @@ protected:
         const auto window = x().windowTitled(title);
         return window && x().isViewable(*window);
     }
+    /// By a click, with the pointer elsewhere afterwards.
+    void reveal() const {
+        click(toggle());
+        movePointer(farLeft, 300);
+        ASSERT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+    }
+    void clickElsewhere() const { xdotool({"mousemove", std::to_string(farLeft), "300", "click", "1"}); }
+    /// Gives the settings the keyboard again, at the same control.
+    void comeBack() const {
+        startAgain();
+        // A window manager may call it active all the while.
+        ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *settings(); }));
+    }
+    static std::string textOf(const std::filesystem::path& file) {
+        std::ifstream stream(file);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
     std::string shortcut(const std::string& key) const {
         const auto stored = readDefaults().value(key, nlohmann::json::object());
         const auto text = stored.value("data", "{}");
@@ -61,41 +78,87 @@ protected:
 };
 
 TEST_F(SettingsByKeyboard, GeneralTab) {
+    const auto picture = [&] { return x().pixels(*x().area(toggle())); };
+    const auto chevron = picture();
     next();
     press("Down");
     EXPECT_TRUE(comesToBe("toggleIconStyle", "ellipsis"));
+    EXPECT_TRUE(eventually([&] { return picture() != chevron; }));
     next();
     press("Down");
     EXPECT_TRUE(comesToBe("clickAction", "showPanel"));
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return isShown("Velmo.Panel"); }));
+    press("Escape");
+    EXPECT_TRUE(eventually([&] { return !isShown("Velmo.Panel") && dividerIsExpanded(); }));
     press("Up");
     EXPECT_TRUE(comesToBe("clickAction", "revealInMenuBar"));
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+    EXPECT_FALSE(isShown("Velmo.Panel"));
     next();
-    const auto autostart = home_ / "config" / "autostart";
-    EXPECT_FALSE(std::filesystem::exists(autostart) && !std::filesystem::is_empty(autostart));
+    const auto autostart = home_ / "config" / "autostart" / "velmo.desktop";
+    EXPECT_FALSE(std::filesystem::exists(autostart));
     press("space");
-    EXPECT_TRUE(eventually(
-        [&] { return std::filesystem::exists(autostart) && !std::filesystem::is_empty(autostart); }));
+    EXPECT_TRUE(eventually([&] { return std::filesystem::exists(autostart); }));
+    EXPECT_NE(textOf(autostart).find(VELMO_PROGRAM), std::string::npos);
+    press("space");
+    EXPECT_TRUE(eventually([&] { return !std::filesystem::exists(autostart); }));
 }
 
-TEST_F(SettingsByKeyboard, HidingTab) {
+TEST_F(SettingsByKeyboard, HidingAgain) {
     goToTab(1);
     next();
-    press("space");
-    EXPECT_TRUE(comesToBe("autoRehide", false));
     next();
     press("Right");
     EXPECT_TRUE(comesToBe("rehideDelay", 6.0));
-    press("Left");
-    EXPECT_TRUE(comesToBe("rehideDelay", 5.0));
+    press("Home");
+    EXPECT_TRUE(comesToBe("rehideDelay", 1.0));
+    reveal();
+    EXPECT_TRUE(stays([&] { return !dividerIsExpanded(); }, milliseconds(600)));
+    EXPECT_TRUE(eventually([&] { return dividerIsExpanded(); }, milliseconds(2500)));
+    press("shift+Tab");
+    press("space");
+    EXPECT_TRUE(comesToBe("autoRehide", false));
+    reveal();
+    EXPECT_TRUE(stays([&] { return !dividerIsExpanded(); }, milliseconds(2000)));
+    clickElsewhere();
+    EXPECT_TRUE(eventually([&] { return dividerIsExpanded(); }));
+    comeBack();
+    next();
     next();
     press("space");
     EXPECT_TRUE(comesToBe("hideOnClickOutside", false));
-    next();
+    reveal();
+    clickElsewhere();
+    EXPECT_TRUE(stays([&] { return !dividerIsExpanded(); }, milliseconds(500)));
+}
+
+TEST_F(SettingsByKeyboard, Showing) {
+    const auto place = *x().area(toggle());
+    goToTab(1);
+    for (int stop = 0; stop < 4; ++stop)
+        next();
+    movePointer(place.midX(), place.midY());
+    EXPECT_TRUE(stays([&] { return dividerIsExpanded(); }, milliseconds(700)));
+    movePointer(farLeft, 300);
     press("space");
     EXPECT_TRUE(comesToBe("showOnHover", true));
+    movePointer(place.midX(), place.midY());
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+    movePointer(farLeft, 300);
+    press("space");
+    EXPECT_TRUE(comesToBe("showOnHover", false));
+    clickElsewhere();
+    ASSERT_TRUE(eventually([&] { return dividerIsExpanded(); }));
+    comeBack();
     next();
+    xdotool({"mousemove", "300", "13", "click", "4"});
+    EXPECT_TRUE(stays([&] { return dividerIsExpanded(); }, milliseconds(400)));
     press("space");
     EXPECT_TRUE(comesToBe("showOnScroll", true));
+    xdotool({"click", "4"});
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
     next();
     EXPECT_FALSE(isShown("Velmo.AlwaysHiddenDivider"));
     press("space");
@@ -175,6 +238,9 @@ TEST_F(SettingsByKeyboard, EscapeLeavesTheShortcutAsItWas) {
     next();
     press("space");
     EXPECT_TRUE(eventually([&] { return !readDefaults().contains("hotkey"); }));
+    // The button has gone. The keyboard is at the one before it.
+    record("ctrl+alt+l");
+    EXPECT_TRUE(eventually([&] { return shortcut("hotkey") == "⌃⌥L"; })) << shortcut("hotkey");
 }
 
 TEST_F(SettingsByKeyboard, ClockTab) {
@@ -184,10 +250,13 @@ TEST_F(SettingsByKeyboard, ClockTab) {
     press("space");
     EXPECT_TRUE(comesToBe("clockEnabled", true));
     EXPECT_TRUE(eventually([&] { return isShown("Velmo.Clock"); }));
+    const auto widthOfClock = [&] { return x().area(*x().windowTitled("Velmo.Clock"))->width; };
+    const int width = widthOfClock();
     next();
     press("Down");
     ASSERT_TRUE(eventually([&] { return readDefaults().contains("clockFormat"); }));
     const std::string preset = readDefaults()["clockFormat"];
+    EXPECT_TRUE(eventually([&] { return widthOfClock() != width; }));
     next();
     press("End");
     xdotool({"type", "yyy"});
@@ -197,6 +266,11 @@ TEST_F(SettingsByKeyboard, ClockTab) {
     press("Home");
     xdotool({"type", "d "});
     EXPECT_TRUE(comesToBe("clockFormat", "d " + preset + "yy"));
+    const int longer = widthOfClock();
+    press("ctrl+a");
+    press("BackSpace");
+    EXPECT_TRUE(comesToBe("clockFormat", ""));
+    EXPECT_TRUE(eventually([&] { return widthOfClock() < longer; }));
 }
 
 TEST_F(SettingsByKeyboard, PanelTab) {
@@ -224,10 +298,7 @@ protected:
         environment_["PATH"] = programs.string() + ":" + std::getenv("PATH");
         environment_["XDG_CURRENT_DESKTOP"] = "GNOME";
     }
-    std::string started() const {
-        std::ifstream note(home_ / "started");
-        return {std::istreambuf_iterator<char>(note), {}};
-    }
+    std::string started() const { return textOf(home_ / "started"); }
     void pressStop(int stop) {
         for (int passed = 0; passed < stop; ++passed)
             next();
@@ -258,6 +329,10 @@ TEST_F(SettingsOnGnome, LogOutAsksTheSessionManager) {
 }
 
 TEST_F(SettingsByKeyboard, SpacingTab) {
+    const auto widthOf = [&](xcb_window_t icon) { return x().area(x().parent(icon))->width; };
+    const auto first = startTrayProgram("gxkb", "Gxkb");
+    const int usual = widthOf(first);
+    comeBack();
     goToTab(4);
     next();
     press("Down");
@@ -273,6 +348,10 @@ TEST_F(SettingsByKeyboard, SpacingTab) {
         return {};
     };
     EXPECT_TRUE(eventually([&] { return storedSpacing() == 10; })) << storedSpacing();
+    const auto second = startTrayProgram("parcellite", "Parcellite");
+    EXPECT_TRUE(eventually([&] { return widthOf(second) < usual; })) << widthOf(second) << " of " << usual;
+    EXPECT_EQ(widthOf(first), usual);
+    comeBack();
     press("Up");
     EXPECT_TRUE(eventually([&] { return storedSpacing().is_null(); })) << storedSpacing();
 }

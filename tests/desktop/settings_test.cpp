@@ -70,6 +70,24 @@ TEST_P(SettingsUnder, ComesToTheFrontOfWhatTheUserWorksWith) {
     EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
 }
 
+TEST_P(SettingsUnder, ComesToTheWorkspaceThatTheUserLooksAt) {
+    startWindowManagerNamed(GetParam());
+    startVelmo();
+    openSettings();
+    const auto workspace = [&] { return x().cardinals(x().root(), "_NET_CURRENT_DESKTOP").front(); };
+    ASSERT_EQ(workspace(), 0U);
+    const std::vector<std::string> leave = GetParam() == "i3"
+                                               ? std::vector<std::string>{"i3-msg", "workspace", "2"}
+                                               : std::vector<std::string>{"wmctrl", "-s", "1"};
+    outputOf(leave, environment_);
+    ASSERT_TRUE(eventually(
+        [&] { return workspace() == 1U && activeWindow() != x().windowTitled("Velmo Settings"); }));
+    startAgain();
+    EXPECT_TRUE(eventually([&] { return settings() && activeWindow() == *settings(); }));
+    EXPECT_EQ(x().cardinals(*settings(), "_NET_WM_DESKTOP").front(), workspace());
+    EXPECT_TRUE(GetParam() == "i3" || workspace() == 1U);
+}
+
 INSTANTIATE_TEST_SUITE_P(WindowManagers, SettingsUnder, testing::Values("openbox", "i3", "xfwm4"),
                          [](const auto& test) { return test.param; });
 

@@ -167,6 +167,12 @@ xcb_window_t XObserver::inputFocus() const {
     return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
 }
 
+xcb_window_t XObserver::keyboardOwner() const {
+    const auto reply =
+        owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 xcb_window_t XObserver::selectionOwner(const std::string& name) const {
     const auto cookie = xcb_get_selection_owner(connection_, atom(name));
     const auto reply = owned(xcb_get_selection_owner_reply(connection_, cookie, nullptr));

@@ -59,6 +59,8 @@ public:
     std::uint16_t buttonState() const;
     /// Which window has the keyboard.
     xcb_window_t inputFocus() const;
+    /// The window that has the input focus.
+    xcb_window_t keyboardOwner() const;
     xcb_window_t selectionOwner(const std::string& name) const;
     xcb_atom_t atom(const std::string& name) const;
 

@@ -54,8 +54,8 @@ private:
     void readContent(const Silent& /*content*/) {}
 };
 
-/// Each tab is read whole, so that a text too many is found like one too few. The lists were made from the
-/// description of the window, not from its code.
+/// Each tab is read whole, so that a text too many is found like one too few. The lists were written by
+/// somebody who had not seen the tabs' code.
 class SettingsTextsTest : public SettingsTest {
 protected:
     void expectTexts(SettingsTab tab, const std::vector<std::string>& expected) {

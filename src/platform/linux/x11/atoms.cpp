@@ -20,6 +20,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&netSystemTraySelection, "_NET_SYSTEM_TRAY" + screen},
         {&netSystemTrayVisual, "_NET_SYSTEM_TRAY_VISUAL"},
         {&netActiveWindow, "_NET_ACTIVE_WINDOW"},
+        {&netCurrentDesktop, "_NET_CURRENT_DESKTOP"},
         {&netWmCmSelection, "_NET_WM_CM" + screen},
         {&netWmDesktop, "_NET_WM_DESKTOP"},
         {&netWmName, "_NET_WM_NAME"},

@@ -17,6 +17,7 @@ struct Atoms {
     xcb_atom_t netSystemTraySelection = 0;
     xcb_atom_t netSystemTrayVisual = 0;
     xcb_atom_t netActiveWindow = 0;
+    xcb_atom_t netCurrentDesktop = 0;
     xcb_atom_t netWmCmSelection = 0;
     xcb_atom_t netWmDesktop = 0;
     xcb_atom_t netWmName = 0;

@@ -7,6 +7,7 @@
 #include <xcb/xfixes.h>
 
 #include <charconv>
+#include <cstring>
 #include <memory>
 
 namespace velmo::x11 {
@@ -82,9 +83,20 @@ void ToolkitServices::declareShadow(WindowNumber window, const Size& size, doubl
 
 void ToolkitServices::activate(WindowNumber window) {
     constexpr std::uint32_t byTheUser = 2;
+    constexpr std::uint32_t toManager =
+        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    const auto activated = static_cast<xcb_window_t>(window);
+    const auto& atoms = connection_.atoms();
+    // Some window managers give the focus to nothing on another workspace than the user's.
+    const auto current = connection_.property(connection_.root(), atoms.netCurrentDesktop, XCB_ATOM_CARDINAL,
+                                              sizeof(std::uint32_t));
+    if (std::uint32_t workspace = 0; current.size() == sizeof workspace) {
+        std::memcpy(&workspace, current.data(), sizeof workspace);
+        connection_.sendMessage(connection_.root(), toManager, activated, atoms.netWmDesktop,
+                                {workspace, byTheUser});
+    }
     connection_.sendMessage(
-        connection_.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-        static_cast<xcb_window_t>(window), connection_.atoms().netActiveWindow,
+        connection_.root(), toManager, activated, atoms.netActiveWindow,
         {byTheUser, bar_.localEvents().lastPress().value_or(XCB_CURRENT_TIME), XCB_WINDOW_NONE});
 }
 

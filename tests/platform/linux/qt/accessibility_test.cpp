@@ -3,8 +3,11 @@
 #include "linux/qt/controls/view_button.h"
 #include "view_fixture.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QComboBox>
 #include <QLineEdit>
+#include <QSlider>
 
 namespace velmo {
 
@@ -45,6 +48,38 @@ TEST_F(AccessibleViews, ControlsBearTheirTitles) {
     show({TextField{"Pattern", "HH", {}}});
     EXPECT_EQ(nameOf(only<QLineEdit>()), "Pattern");
     EXPECT_EQ(roleOf(only<QLineEdit>()), QAccessible::EditableText);
+}
+
+TEST_F(AccessibleViews, PopUpsSayWhatIsChosenAndWhatFor) {
+    show({Picker{"Icon", {{"a", "Chevron", ""}, {"b", "Eye", ""}}, "b", PickerStyle::menu, {}}});
+    auto* box = only<QComboBox>();
+    auto* accessible = QAccessible::queryAccessibleInterface(box);
+    EXPECT_EQ(roleOf(box), QAccessible::ComboBox);
+    EXPECT_EQ(nameOf(box), "Icon");
+    EXPECT_EQ(accessible->text(QAccessible::Value), "Eye");
+    EXPECT_TRUE(accessible->state().collapsed);
+    ASSERT_TRUE(accessible->actionInterface());
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+    EXPECT_TRUE(accessible->state().expanded);
+    EXPECT_EQ(accessible->child(0)->object(), box->view());
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+    EXPECT_TRUE(accessible->state().collapsed);
+}
+
+TEST_F(AccessibleViews, SlidersSayTheirValue) {
+    double value = 5;
+    show({Slider{value, 1, 30, 1, [&](double moved) { value = moved; }}});
+    auto* slider = only<QSlider>();
+    EXPECT_EQ(slider->minimum(), 1);
+    EXPECT_EQ(slider->maximum(), 30);
+    EXPECT_EQ(slider->value(), 5);
+    slider->setValue(6);
+    EXPECT_EQ(value, 6);
+    show({Slider{0.5, 0.25, 1, 0.25, [&](double moved) { value = moved; }}});
+    slider->setValue(slider->maximum());
+    EXPECT_EQ(value, 1);
+    slider->setValue(slider->minimum());
+    EXPECT_EQ(value, 0.25);
 }
 
 TEST_F(AccessibleViews, TabsArePageTabs) {

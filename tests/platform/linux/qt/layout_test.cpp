@@ -1,8 +1,11 @@
 #include "linux/qt/controls/image_label.h"
+#include "linux/qt/controls/switch_control.h"
 #include "linux/qt/controls/text_label.h"
 #include "view_fixture.h"
 
 #include <QImage>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -193,6 +196,25 @@ TEST_F(Layout, TextWithoutThatWraps) {
     const QSize natural = host_.size();
     show(label("November 2026").with(Frame{.width = natural.width() - 2.0}));
     EXPECT_EQ(host_.height(), 2 * natural.height());
+}
+
+TEST_F(Layout, FormsScrollDownAndNeverSideways) {
+    Views rows(30, View{Toggle{"Launch at login", true, {}}});
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        host_.setLayoutDirection(direction);
+        host_.setContent({Form{}, {{Section{"General", ""}, rows}}});
+        host_.resize(540, 300);
+        host_.show();
+        QApplication::processEvents();
+        auto* area = only<QScrollArea>();
+        EXPECT_GT(area->verticalScrollBar()->maximum(), 0);
+        EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
+        // The bar takes nothing from the rows: it stands in the margin beside them.
+        const auto* control = host_.findChildren<SwitchControl*>().first();
+        const QRect place = placeOf(control);
+        const int leading = direction == Qt::LeftToRight ? 540 - place.right() - 1 : place.left();
+        EXPECT_EQ(leading, 20 + 12);
+    }
 }
 
 }  // namespace

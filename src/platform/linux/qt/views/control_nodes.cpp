@@ -202,12 +202,13 @@ void PickerNode::placeControl(const QRectF& area) {
 
 SliderNode::SliderNode(QWidget& surface)
     : ViewNode(surface), control_(std::make_unique<SliderControl>(&surface)) {
-    QObject::connect(control_.get(), &QSlider::valueChanged, control_.get(), [this](int step) {
+    QObject::connect(control_.get(), &QSlider::valueChanged, control_.get(), [this](int position) {
         const auto& slider = content<Slider>();
         const auto onChange = slider.onChange;
         const auto reassert = reassert_;
+        const int steps = position - control_->minimum();
         if (onChange)
-            onChange(std::min(slider.minimum + step * slider.step, slider.maximum));
+            onChange(std::min(slider.minimum + steps * slider.step, slider.maximum));
         reassert();
     });
     control_->show();
@@ -219,9 +220,12 @@ void SliderNode::apply(const ViewContext& context) {
     name(*control_, {}, context);
     const QSignalBlocker silence(control_.get());
     const double step = slider.step > 0 ? slider.step : 1;
-    control_->setRange(0, static_cast<int>(std::lround((slider.maximum - slider.minimum) / step)));
-    control_->setPageStep(std::max(control_->maximum() / 6, 1));
-    control_->setValue(static_cast<int>(std::lround((slider.value - slider.minimum) / step)));
+    // Where the step is one, assistive programs say the value itself.
+    const int first = static_cast<int>(std::lround(slider.minimum / step));
+    const int steps = static_cast<int>(std::lround((slider.maximum - slider.minimum) / step));
+    control_->setRange(first, first + steps);
+    control_->setPageStep(std::max(steps / 6, 1));
+    control_->setValue(first + static_cast<int>(std::lround((slider.value - slider.minimum) / step)));
     control_->update();
 }
 

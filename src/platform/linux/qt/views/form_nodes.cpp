@@ -61,16 +61,22 @@ QSizeF FormNode::contentSize(const QSizeF& offer) const {
 void FormNode::placeContent(const QRectF& area) {
     area_->setGeometry(area.toAlignedRect());
     const qreal height = std::ceil(heightFor(area.width()));
-    area_->widget()->resize(static_cast<int>(area.width()), static_cast<int>(height));
+    auto* rows = area_->widget();
+    rows->resize(static_cast<int>(area.width()), static_cast<int>(height));
+    // Not wider than what is seen of it, so that it never scrolls sideways. The scroll bar stands in the
+    // margin.
+    rows->resize(area_->viewport()->width(), rows->height());
     placeSections(area.width());
 }
 
 void FormNode::placeSections(qreal width) {
+    const bool isMirrored = surface().layoutDirection() == Qt::RightToLeft;
+    const qreal x = formMargin - (isMirrored ? width - area_->viewport()->width() : 0);
     qreal y = formMargin;
     for (const auto& section : sections_) {
         const qreal sectionWidth = width - 2 * formMargin;
         const qreal height = section->sizeThatFits({sectionWidth, unlimited}).height();
-        section->place({formMargin, y, sectionWidth, height});
+        section->place({x, y, sectionWidth, height});
         y += height + sectionGap;
     }
 }

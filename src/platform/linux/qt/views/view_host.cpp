@@ -17,11 +17,26 @@ ViewHost::~ViewHost() = default;
 void ViewHost::setContent(const View& content) {
     const bool looksTheSame = content == content_ && !root_.empty();
     content_ = content;
+    const QPointer<QWidget> neighbour = beforeKeyboard();
     apply();
+    // A control that goes while the keyboard is at it hands it on.
+    if (neighbour && window()->focusWidget() == nullptr)
+        neighbour->setFocus();
     if (looksTheSame)
         return;
     layOut();
     chainFocus();
+}
+
+QWidget* ViewHost::beforeKeyboard() const {
+    const QWidget* focused = window()->focusWidget();
+    if (focused == nullptr || !isAncestorOf(focused))
+        return nullptr;
+    QWidget* before = focused->previousInFocusChain();
+    while (before != focused && !(isAncestorOf(before) && before->isVisible() && before->isEnabled() &&
+                                  (before->focusPolicy() & Qt::TabFocus)))
+        before = before->previousInFocusChain();
+    return before != focused ? before : nullptr;
 }
 
 void ViewHost::apply() {

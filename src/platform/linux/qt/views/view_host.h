@@ -24,6 +24,8 @@ protected:
 
 private:
     void apply();
+    /// The control before the one that has the keyboard. Null where none of ours has it.
+    QWidget* beforeKeyboard() const;
     void layOut();
     void chainFocus();
 

@@ -2,6 +2,8 @@
 #include "panel_window_session.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 #include <sstream>
 
 namespace velmo::desktop {
@@ -9,7 +11,7 @@ namespace velmo::desktop {
 namespace {
 
 /// With the bus that assistive programs use, on which is what they would be told.
-class AccessiblePanel : public PanelWindowSession {
+class AccessibleWindows : public PanelWindowSession {
 protected:
     void SetUp() override {
         DesktopSession::SetUp();
@@ -35,7 +37,7 @@ protected:
         return outputOf(command, environment_);
     }
     /// "role: name" of everything in the window of that name that has a name, in the order of reading.
-    std::vector<std::string> elementsOf(const std::string& windowName) const {
+    std::vector<std::string> elementsOf(const std::string& windowName, bool evenNameless = false) const {
         std::vector<std::string> elements;
         std::istringstream lines(client({}));
         bool isInside = false;
@@ -46,9 +48,19 @@ protected:
             const std::string name = line.substr(second + 1);
             if (line.starts_with("1\t"))
                 isInside = name == windowName;
-            if (isInside && !name.empty())
+            if (isInside && (evenNameless || !name.empty()))
                 elements.push_back(role + ": " + name);
         }
+        return elements;
+    }
+    /// Those of them that a person can work, whether they have a name or not.
+    std::vector<std::string> controlsOf(const std::string& windowName) const {
+        const std::set<std::string> roles = {"check box",    "combo box", "push button",
+                                             "radio button", "slider",    "text"};
+        auto elements = elementsOf(windowName, true);
+        std::erase_if(elements, [&](const auto& element) {
+            return !roles.contains(element.substr(0, element.find(':')));
+        });
         return elements;
     }
     bool contains(const std::string& windowName, const std::string& element) const {
@@ -58,7 +70,7 @@ protected:
     void activate(const std::string& name) const { client({name}); }
 };
 
-TEST_F(AccessiblePanel, NamesEachItemAndIsWorkedByAssistivePrograms) {
+TEST_F(AccessibleWindows, PanelNamesEachItemAndIsWorkedByAssistivePrograms) {
     startVelmoForPanels({{"rehideDelay", 30.0}});
     BusProgram program(busAddress());
     ASSERT_TRUE(eventually([&] { return program.isTaken("org.freedesktop.StatusNotifierWatcher"); }));
@@ -84,7 +96,7 @@ TEST_F(AccessiblePanel, NamesEachItemAndIsWorkedByAssistivePrograms) {
     EXPECT_TRUE(contains("Velmo Settings", "page tab: General"));
 }
 
-TEST_F(AccessiblePanel, SaysWhereNothingIsHidden) {
+TEST_F(AccessibleWindows, PanelSaysWhereNothingIsHidden) {
     startVelmoForPanels();
     openPanel();
     const std::vector<std::string> expected = {
@@ -93,7 +105,7 @@ TEST_F(AccessiblePanel, SaysWhereNothingIsHidden) {
     EXPECT_EQ(elementsOf("Hidden items"), expected);
 }
 
-TEST_F(AccessiblePanel, CalendarHasAName) {
+TEST_F(AccessibleWindows, CalendarHasAName) {
     startVelmoForPanels(
         {{"clockEnabled", true}, {"statusItemOrder", {"Velmo.Clock", "Velmo.Toggle", "Velmo.Divider"}}});
     ASSERT_TRUE(eventually([&] {
@@ -103,6 +115,46 @@ TEST_F(AccessiblePanel, CalendarHasAName) {
     click(*x().windowTitled("Velmo.Clock"));
     ASSERT_TRUE(eventually([&] { return shown("Velmo.Popover").has_value(); }));
     EXPECT_EQ(elementsOf("Calendar").front(), "frame: Calendar");
+}
+
+TEST_F(AccessibleWindows, EachControlOfTheSettingsHasANameOfItsOwn) {
+    startVelmoForPanels({{"hotkey", {{"data", R"({"keyCode":40,"modifiers":1179648,"display":"⇧⌘K"})"}}}});
+    outputOf({VELMO_PROGRAM}, environment_);
+    ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+    const std::map<std::string, std::vector<std::string>> expected = {
+        {"General",
+         {"combo box: Icon", "radio button: Reveal items in the menu bar",
+          "radio button: Open the hidden items panel", "check box: Launch at login"}},
+        {"Hiding",
+         {"check box: Hide items again automatically", "slider: After",
+          "check box: Hide when clicking outside the menu bar",
+          "check box: Show hidden items when hovering over the toggle",
+          "check box: Show or hide by scrolling on the menu bar",
+          "check box: Enable an always-hidden section", "push button: Show or hide items, ⇧⌘K",
+          "push button: Show or hide items, Remove shortcut",
+          "push button: Open the hidden items panel, Record Shortcut"}},
+        {"Clock",
+         {"check box: Show a clock and calendar in the menu bar", "combo box: Preset", "text: Pattern",
+          "push button: System Clock Options…"}},
+        {"Panel",
+         {"push button: Open the panel now", "check box: Refresh the pictures when opening the panel",
+          "push button: Screen Recording, Open Settings", "push button: Accessibility, Open Settings"}},
+        {"Spacing",
+         {"radio button: System default", "radio button: Compact", "radio button: Tight",
+          "push button: Log Out…"}}};
+    std::set<std::string> known;
+    for (const char* tab : {"General", "Hiding", "Clock", "Panel", "Spacing"}) {
+        activate(tab);
+        std::vector<std::string> controls;
+        ASSERT_TRUE(eventually([&] {
+            controls = controlsOf("Velmo Settings");
+            // Those of the tabs that were open before are still told of, as hidden ones.
+            std::erase_if(controls, [&](const auto& control) { return known.contains(control); });
+            return !controls.empty();
+        })) << tab;
+        EXPECT_EQ(controls, expected.at(tab)) << tab;
+        known.insert(controls.begin(), controls.end());
+    }
 }
 
 }  // namespace
