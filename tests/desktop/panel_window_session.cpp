@@ -35,8 +35,14 @@ Area PanelWindowSession::strip(int margin) const {
 }
 
 void PanelWindowSession::openPanel() {
+    const auto place = *x().area(toggle());
+    movePointer(place.midX(), place.midY());
+    // A window manager that has just begun may still be arranging the windows.
+    ASSERT_TRUE(eventually([&] { return x().windowUnderPointer() == bar(); }));
     click(toggle());
     ASSERT_TRUE(eventually([&] { return panel().has_value(); }));
+    // Away from the toggle, whose tooltip would lie over the panel.
+    movePointer(farLeft, 400);
 }
 
 xcb_window_t PanelWindowSession::makeWindow(const Area& area, std::uint32_t color) const {

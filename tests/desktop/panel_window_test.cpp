@@ -32,7 +32,7 @@ protected:
         EXPECT_TRUE(eventually([&] { return isOnTop(lower); }));
         EXPECT_TRUE(stays([&] { return isOnTop(lower); }, milliseconds(300)));
         movePointer(strip().midX(), strip().midY());
-        EXPECT_EQ(x().windowUnderPointer(), panel());
+        EXPECT_TRUE(eventually([&] { return x().windowUnderPointer() == panel(); }));
     }
 };
 
@@ -118,7 +118,7 @@ TEST_F(PanelWindow, IsSeenOnEveryWorkspace) {
         ASSERT_TRUE(eventually([&] { return x().isViewable(other) == isHome; }));
         ASSERT_TRUE(panel()) << workspace;
         movePointer(strip().midX(), strip().midY());
-        EXPECT_EQ(x().windowUnderPointer(), panel()) << workspace;
+        EXPECT_TRUE(eventually([&] { return x().windowUnderPointer() == panel(); })) << workspace;
     }
 }
 

@@ -45,6 +45,7 @@ public:
     virtual void activate(WindowNumber window) = 0;
     /// Gives the keyboard to a window that no window manager knows.
     virtual void takeKeyboard(WindowNumber window) = 0;
+    virtual bool hasKeyboard(WindowNumber window) const = 0;
     /// Gives it back to whoever had it before, unless the user has given it to somebody else meanwhile.
     virtual void giveKeyboardBack() = 0;
 

@@ -114,6 +114,10 @@ void ToolkitServices::takeKeyboard(WindowNumber window) {
     xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, keyboardTaker_, XCB_CURRENT_TIME);
 }
 
+bool ToolkitServices::hasKeyboard(WindowNumber window) const {
+    return keyboardOwner() == static_cast<xcb_window_t>(window);
+}
+
 void ToolkitServices::giveKeyboardBack() {
     if (keyboardTaker_ == XCB_WINDOW_NONE)
         return;

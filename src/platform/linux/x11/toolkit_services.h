@@ -28,6 +28,7 @@ public:
     void declareShadow(WindowNumber window, const Size& size, double margin) override;
     void activate(WindowNumber window) override;
     void takeKeyboard(WindowNumber window) override;
+    bool hasKeyboard(WindowNumber window) const override;
     void giveKeyboardBack() override;
     std::optional<Point> rememberedPlace(const std::string& name) const override;
     void rememberPlace(const std::string& name, const Point& place) override;

@@ -7,6 +7,7 @@
 #include <QCursor>
 #include <QWindow>
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmo {
@@ -16,7 +17,7 @@ namespace {
 /// Points: how far the shadow lies below what throws it, and where it ends.
 constexpr int shadowDrop = 4;
 constexpr int shadowReach = 12;
-constexpr qreal shadowOpacity = 0.28;
+constexpr qreal shadowOpacity = 0.3;
 
 /// Returns once the server has done all that the toolkit has asked so far, so that the host can go on with a
 /// window. Any question does; QGuiApplication::sync would let other things happen meanwhile.
@@ -85,7 +86,8 @@ WindowNumber FloatingWindow::number() const {
 
 void FloatingWindow::showAt(const QPointF& pixel) {
     corner_ = pixel;
-    const bool hadKeyboard = isActiveWindow();
+    // The toolkit may not have heard of it yet.
+    const bool hadKeyboard = isVisible() && host_.hasKeyboard(number());
     const bool isAnother = matchScreen();
     const int margin = shadowMargin();
     setGeometry(QRect(fromPixels(pixel).toPoint(), contentSize()).adjusted(-margin, -margin, margin, margin));
@@ -115,11 +117,14 @@ void FloatingWindow::declareShadow() {
 void FloatingWindow::paintShadow(QPainter& painter, qreal radius) const {
     painter.setPen(Qt::NoPen);
     const QRectF caster = QRectF(body()).translated(0, shadowDrop);
-    for (qreal distance = shadowReach; distance >= 0; distance -= 0.5) {
-        const qreal nearness = 1 - distance / shadowReach;
+    // As far inwards as the drop lets it be seen.
+    for (int step = 0; step <= 2 * (shadowReach + shadowDrop); ++step) {
+        const qreal distance = shadowReach - step / 2.0;
+        const qreal nearness = (shadowReach - distance) / (shadowReach + shadowDrop);
+        const qreal ringRadius = std::max(radius + distance, 0.0);
         painter.setBrush(QColor::fromRgbF(0, 0, 0, static_cast<float>(shadowOpacity * nearness * nearness)));
-        painter.drawRoundedRect(caster.adjusted(-distance, -distance, distance, distance), radius + distance,
-                                radius + distance);
+        painter.drawRoundedRect(caster.adjusted(-distance, -distance, distance, distance), ringRadius,
+                                ringRadius);
     }
 }
 
