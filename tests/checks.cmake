@@ -15,4 +15,6 @@ if(VELMO_SANITIZED_TESTS)
   endforeach()
   add_test(NAME asan.linux_tests
     COMMAND ${PROJECT_SOURCE_DIR}/build/asan/tests/platform/linux/linux_tests --gtest_brief=1)
+  add_test(NAME asan.qt_tests
+    COMMAND ${PROJECT_SOURCE_DIR}/build/asan/tests/platform/linux/qt/qt_tests --gtest_brief=1)
 endif()
