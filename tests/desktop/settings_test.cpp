@@ -74,6 +74,7 @@ TEST_P(SettingsUnder, ComesToTheWorkspaceThatTheUserLooksAt) {
     startWindowManagerNamed(GetParam());
     startVelmo();
     openSettings();
+    ASSERT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
     const auto workspace = [&] { return x().cardinals(x().root(), "_NET_CURRENT_DESKTOP").front(); };
     ASSERT_EQ(workspace(), 0U);
     const std::vector<std::string> leave = GetParam() == "i3"

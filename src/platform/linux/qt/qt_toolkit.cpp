@@ -8,6 +8,7 @@
 #include "linux/qt/qt_loop.h"
 #include "linux/qt/qt_menu.h"
 #include "linux/qt/style.h"
+#include "linux/qt/toolkit_application.h"
 #include "linux/qt/windows/confirmation_dialog.h"
 #include "linux/qt/windows/qt_panel.h"
 #include "linux/qt/windows/qt_popover.h"
@@ -99,7 +100,7 @@ public:
 
 private:
     Arguments arguments_;
-    QApplication application_;
+    ToolkitApplication application_;
     ToolkitHost& host_;
     QtLoop loop_;
     LocalEventFilter localEvents_;
