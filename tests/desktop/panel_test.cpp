@@ -86,8 +86,8 @@ TEST_F(HiddenItemsPanel, RevealsTheIconsForNoLongerThanTheirPicturesTake) {
         EXPECT_GT(time, layout - precision);
     RecordProperty("firstMilliseconds", static_cast<int>(times.front()));
     RecordProperty("laterMilliseconds", static_cast<int>(times.back()));
-    // They go only once the first panel has been made.
-    EXPECT_LT(times.front(), layout + 5 * pictures);
+    // Making the panel, which takes longest at first, keeps nothing revealed.
+    EXPECT_LT(times.front(), layout + 2 * pictures);
     EXPECT_LT(*std::min_element(times.begin(), times.end()), layout + pictures);
 }
 

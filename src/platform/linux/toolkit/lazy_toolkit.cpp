@@ -84,6 +84,9 @@ void LazyToolkit::confirm(const Confirmation& confirmation, const std::function<
 }
 
 std::unique_ptr<Panel> LazyToolkit::makePanel(const PanelConfiguration& configuration) {
+    // What was revealed for the panel's pictures goes before the panel is made, which takes longer.
+    if (host_)
+        host_->updateBar();
     auto* toolkit = get();
     return toolkit ? toolkit->makePanel(configuration) : nullptr;
 }

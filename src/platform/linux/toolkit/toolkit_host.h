@@ -28,6 +28,8 @@ public:
     virtual Rect toPixels(const Rect& rect) const = 0;
     /// Of the screen with that place, in points as above, less the menu bar.
     virtual Rect visibleFrame(const Point& place) const = 0;
+    /// Shows what has changed in the bar, for whoever is about to keep the loop busy.
+    virtual void updateBar() = 0;
     /// True where a compositing manager shows translucent windows.
     virtual bool isComposited() const = 0;
     /// Called after a compositing manager has come or gone.

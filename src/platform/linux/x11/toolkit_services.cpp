@@ -55,6 +55,11 @@ Rect ToolkitServices::visibleFrame(const Point& place) const {
     return screens.front().visibleFrame;
 }
 
+void ToolkitServices::updateBar() {
+    bar_.layOutIfNeeded();
+    xcb_flush(connection_.raw());
+}
+
 bool ToolkitServices::isComposited() const {
     return selectionOwner(connection_, connection_.atoms().netWmCmSelection) != XCB_WINDOW_NONE;
 }

@@ -20,6 +20,7 @@ public:
     Events& events() override { return events_; }
     Rect toPixels(const Rect& rect) const override;
     Rect visibleFrame(const Point& place) const override;
+    void updateBar() override;
     bool isComposited() const override;
     Registration onCompositingChange(std::function<void()> listener) override {
         return compositingListeners_.add(std::move(listener));

@@ -198,6 +198,31 @@ TEST_F(Layout, TextWithoutThatWraps) {
     EXPECT_EQ(host_.height(), 2 * natural.height());
 }
 
+TEST_F(Layout, FormThatCameWhileTheWindowWasHiddenHasItsFullWidth) {
+    const View row{Toggle{"Launch at login", true, {}}};
+    const auto described = [&](const std::string& chosen) -> View {
+        return {TabView{{{"one", "One", {Symbol{"clock"}}}, {"two", "Two", {Symbol{"eye"}}}}, chosen, {}},
+                {{Form{}, {{Section{"", ""}, {row}}}}, {Form{}, {{Section{"", ""}, Views(30, row)}}}}};
+    };
+    host_.resize(540, 300);
+    host_.setContent(described("one"));
+    host_.show();
+    QApplication::processEvents();
+    host_.hide();
+    host_.setContent(described("two"));
+    host_.show();
+    QApplication::processEvents();
+    int shown = 0;
+    for (const auto* control : host_.findChildren<SwitchControl*>()) {
+        if (!control->isVisible())
+            continue;
+        ++shown;
+        EXPECT_EQ(placeOf(control).right(), 540 - 20 - 12 - 1);
+        EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << "nothing is cut off";
+    }
+    EXPECT_EQ(shown, 30);
+}
+
 TEST_F(Layout, FormsScrollDownAndNeverSideways) {
     Views rows(30, View{Toggle{"Launch at login", true, {}}});
     for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {

@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QPainter>
 #include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 #include <cmath>
@@ -61,17 +62,16 @@ QSizeF FormNode::contentSize(const QSizeF& offer) const {
 void FormNode::placeContent(const QRectF& area) {
     area_->setGeometry(area.toAlignedRect());
     const qreal height = std::ceil(heightFor(area.width()));
-    auto* rows = area_->widget();
-    rows->resize(static_cast<int>(area.width()), static_cast<int>(height));
     // Not wider than what is seen of it, so that it never scrolls sideways. The scroll bar stands in the
-    // margin.
-    rows->resize(area_->viewport()->width(), rows->height());
-    placeSections(area.width());
+    // margin. While it is hidden, the area does not know how much of it is seen.
+    const qreal bar = height > area.height() ? area_->verticalScrollBar()->sizeHint().width() : 0;
+    area_->widget()->resize(static_cast<int>(area.width() - bar), static_cast<int>(height));
+    placeSections(area.width(), bar);
 }
 
-void FormNode::placeSections(qreal width) {
+void FormNode::placeSections(qreal width, qreal bar) {
     const bool isMirrored = surface().layoutDirection() == Qt::RightToLeft;
-    const qreal x = formMargin - (isMirrored ? width - area_->viewport()->width() : 0);
+    const qreal x = formMargin - (isMirrored ? bar : 0);
     qreal y = formMargin;
     for (const auto& section : sections_) {
         const qreal sectionWidth = width - 2 * formMargin;

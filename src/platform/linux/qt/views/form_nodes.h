@@ -21,7 +21,8 @@ protected:
 
 private:
     qreal heightFor(qreal width) const;
-    void placeSections(qreal width);
+    /// In that width, of which the scroll bar takes `bar`.
+    void placeSections(qreal width, qreal bar);
 
     std::unique_ptr<QScrollArea> area_;
     ViewNodes sections_;
