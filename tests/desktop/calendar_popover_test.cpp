@@ -1,9 +1,12 @@
 #include "desktop_session.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
+#include <functional>
 #include <thread>
+#include <utility>
 
 namespace velmo::desktop {
 
@@ -65,6 +68,17 @@ protected:
     }
     bool isClosed() const {
         return eventually([&] { return !popover(); });
+    }
+    /// What has opened below the bar without a title.
+    bool menuIsOpen() const {
+        constexpr int barEnd = 26;
+        const auto windows = x().children(x().root());
+        return std::any_of(windows.begin(), windows.end(), [&](xcb_window_t window) {
+            const auto area = x().area(window);
+            return area && area->y >= barEnd && area->height > barEnd && x().isViewable(window) &&
+                   window != x().windowTitled("Velmo.Popover") &&
+                   x().property(window, "WM_CLASS").starts_with("velmo");
+        });
     }
     void press(const std::string& key) const { xdotool({"key", key}); }
     void clickAt(int clickX, int clickY, int button = 1) const {
@@ -181,6 +195,34 @@ TEST_F(CalendarOnDesktop, ClosesOnAClickOnTheClock) {
     EXPECT_TRUE(isClosed());
     EXPECT_TRUE(stays([&] { return !popover(); }, milliseconds(400)));
     open();
+}
+
+TEST_F(CalendarOnDesktop, MakesRoomForTheMenuOfTheClock) {
+    start();
+    open();
+    EXPECT_FALSE(menuIsOpen());
+    click(clock(), rightButton);
+    EXPECT_TRUE(isClosed());
+    EXPECT_TRUE(eventually([&] { return menuIsOpen(); }));
+    press("Escape");
+    EXPECT_TRUE(eventually([&] { return !menuIsOpen(); }));
+    EXPECT_TRUE(stays([&] { return !popover(); }, milliseconds(400)));
+}
+
+TEST_F(CalendarOnDesktop, ClosesOnAMiddleClickOnTheClock) {
+    start();
+    open();
+    click(clock(), 2);
+    EXPECT_TRUE(isClosed());
+    EXPECT_TRUE(stays([&] { return !popover(); }, milliseconds(400)));
+}
+
+TEST_F(CalendarOnDesktop, DoesNotStayWhereTheClockWasMovedAway) {
+    start();
+    open();
+    superDrag(clock(), farLeft);
+    EXPECT_TRUE(isClosed());
+    EXPECT_TRUE(stays([&] { return !popover(); }, milliseconds(400)));
 }
 
 TEST_F(CalendarOnDesktop, IsTurnedByKeys) {

@@ -50,7 +50,13 @@ void ItemDrag::handle(const xcb_generic_event_t& event) {
 }
 
 void ItemDrag::begin(const xcb_button_press_event_t& event) {
-    bar_.localEvents().notePress(event.time);
+    const std::int64_t number = bar_.localEvents().notePress(event.time);
+    // Whatever is open closes. Nobody can keep the item from being taken.
+    if (event.detail == XCB_BUTTON_INDEX_1)
+        bar_.localEvents().deliver({.type = EventType::leftMouseDown,
+                                    .modifierFlags = modifiers_.flags(event.state),
+                                    .windowNumber = bar_.window(),
+                                    .eventNumber = number});
     auto* item = bar_.itemAt(event.event_x);
     if (event.detail != XCB_BUTTON_INDEX_1 || !item || bar_.isLong(*item))
         return;

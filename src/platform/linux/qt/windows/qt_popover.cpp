@@ -90,15 +90,17 @@ void QtPopover::watch() {
     monitors_.push_back(
         host_.events().addGlobalMonitor(presses, [this](const Event& /*event*/) { performClose(); }));
     monitors_.push_back(host_.localEvents().addMonitor(presses, [this](const Event& event) {
-        // What the popover belongs to closes it by itself, or shows it anew.
-        if (event.windowNumber != window_.number() && !pointerIsAtAnchor())
+        if (event.windowNumber != window_.number() && !leavesClosingToAnchor(event))
             performClose();
         return EventDisposition::pass;
     }));
 }
 
-bool QtPopover::pointerIsAtAnchor() const {
-    return anchor_.contains(host_.events().mouseLocation());
+/// What the popover belongs to closes it by itself, or shows it anew, when it is clicked. Any other press
+/// there opens a menu or moves the item, for which the popover is in the way.
+bool QtPopover::leavesClosingToAnchor(const Event& press) const {
+    return press.type == EventType::leftMouseDown && (press.modifierFlags & modifier::command) == 0 &&
+           anchor_.contains(host_.events().mouseLocation());
 }
 
 void QtPopover::performClose() {

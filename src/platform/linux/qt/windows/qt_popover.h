@@ -28,7 +28,7 @@ private:
 
     void place();
     void watch();
-    bool pointerIsAtAnchor() const;
+    bool leavesClosingToAnchor(const Event& press) const;
 
     ToolkitHost& host_;
     FloatingWindow window_;
