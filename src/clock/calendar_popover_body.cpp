@@ -54,7 +54,7 @@ View CalendarPopoverView::navigationRow() {
     // The spacer is distance enough; the name of a month needs all the room there is.
     constexpr double spacing = 0;
     constexpr double titleMargin = 4;
-    constexpr double leastTitleScale = 0.7;
+    constexpr double leastTitleScale = 0.5;
     constexpr double todayMargin = 6;
     const bool isToday = calendar_.isSameMonth(displayedMonth_, now_);
     return hstack(

@@ -1,4 +1,5 @@
 #include "clock/calendar_popover_view.h"
+#include "linux/dates/linux_dates.h"
 #include "linux/qt/controls/tab_button.h"
 #include "linux/qt/controls/text_label.h"
 #include "linux/qt/style.h"
@@ -8,6 +9,9 @@
 
 #include <QScrollArea>
 #include <QScrollBar>
+
+#include <cstdlib>
+#include <set>
 
 namespace velmo {
 
@@ -45,10 +49,21 @@ protected:
             const QSizeF wanted = label->sizeThatFits(label->width());
             EXPECT_LE(wanted.width(), label->width() + 1) << text;
             EXPECT_LE(wanted.height(), label->height() + 1) << text;
+            expectWholeWherePossible(*label);
             EXPECT_GE(placeOf(label).left(), 0) << text;
             EXPECT_LE(placeOf(label).right(), host_.width()) << text;
         }
         EXPECT_GT(count, 3);
+    }
+    /// A text in one line may be cut where half of its size is still too much. Letters that advance by whole
+    /// pixels need a little more than the half.
+    static void expectWholeWherePossible(const TextLabel& label) {
+        constexpr double leastScale = 0.5;
+        constexpr double hinting = 1.05;
+        const double natural = label.sizeThatFits(QWIDGETSIZE_MAX).width();
+        if (natural * leastScale * hinting <= label.width()) {
+            EXPECT_EQ(label.shownText().toStdString(), label.text().toStdString());
+        }
     }
     /// What has no room below can be scrolled to.
     void expectAllOfItInTheScrolledArea() const {
@@ -100,6 +115,68 @@ TEST_P(FontOfTheUser, CutsNothingInTheCalendar) {
 INSTANTIATE_TEST_SUITE_P(Of, FontOfTheUser,
                          testing::Values("Inter 10", "Inter 14", "Inter 18", "Inter 24", "Inter 30",
                                          "DejaVu Sans 20"),
+                         [](const auto& test) {
+                             auto name = std::string(test.param);
+                             std::erase(name, ' ');
+                             return name;
+                         });
+
+/// A calendar whose months are called as in a country of a test's choice.
+class MonthTitle : public FontOfTheUser {
+protected:
+    void TearDown() override {
+        unsetenv("LC_ALL");
+        FontOfTheUser::TearDown();
+    }
+    /// The heights of the twelve titles of a year.
+    std::set<int> heightsOfTitles(const char* locale, const std::string& january) {
+        constexpr Date middleOfJanuary = 1768478400;
+        constexpr double month = 30.4375 * 86400;
+        setenv("LC_ALL", locale, 1);
+        LinuxDates dates(loop_);
+        EXPECT_EQ(dates.formatted(middleOfJanuary, DateStyle::monthAndYear), january);
+        SimulatedDesktop desktop;
+        std::set<int> heights;
+        for (int index = 0; index < 12; ++index) {
+            const Date now = middleOfJanuary + index * month;
+            desktop.runLoop().setNow(now);
+            CalendarPopoverView view(dates, desktop.runLoop());
+            show(view.body());
+            EXPECT_EQ(host_.width(), 246);
+            const auto* title = titled(dates.formatted(now, DateStyle::monthAndYear));
+            if (title == nullptr)
+                continue;
+            expectWholeWherePossible(*title);
+            cutTitles_ += title->shownText() == title->text() ? 0 : 1;
+            heights.insert(title->height());
+        }
+        return heights;
+    }
+
+    int cutTitles_ = 0;
+
+private:
+    const TextLabel* titled(const std::string& text) const {
+        for (const auto* label : allOf<TextLabel>(host_)) {
+            if (label->isVisibleTo(&host_) && label->text().toStdString() == text)
+                return label;
+        }
+        ADD_FAILURE() << text;
+        return nullptr;
+    }
+};
+
+TEST_P(MonthTitle, IsWholeDownToHalfItsSize) {
+    const auto heights = heightsOfTitles("en_US.UTF-8", "January 2026");
+    EXPECT_EQ(heights.size(), 1);
+    EXPECT_EQ(heightsOfTitles("de_DE.UTF-8", "Januar 2026"), heights);
+    EXPECT_EQ(heightsOfTitles("es_ES.UTF-8", "enero de 2026"), heights);
+    EXPECT_EQ(heightsOfTitles("ru_RU.UTF-8", "январь 2026\u202fг."), heights);
+    const bool isUsual = GetParam() != std::string("Inter 18");
+    EXPECT_LE(cutTitles_, isUsual ? 0 : 12) << "of 48";
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, MonthTitle, testing::Values("Inter 10", "Inter 14", "Inter 18"),
                          [](const auto& test) {
                              auto name = std::string(test.param);
                              std::erase(name, ' ');

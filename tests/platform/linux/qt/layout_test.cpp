@@ -183,12 +183,17 @@ TEST_F(Layout, SingleLineGetsSmallerBeforeItIsCut) {
         EXPECT_EQ(host_.height(), natural.height());
         return pictureOf(*only<TextLabel>());
     };
+    const auto shownText = [&] { return only<TextLabel>()->shownText(); };
     const QImage full = shownWithin(natural.width());
     const QImage smaller = shownWithin(natural.width() * 0.7);
     EXPECT_EQ(smaller.width(), std::lround(natural.width() * 0.7));
     // All of it, in less room: the letters are lower, on the same line.
     EXPECT_LT(heightOfInk(smaller), heightOfInk(full));
     EXPECT_GE(heightOfInk(smaller), heightOfInk(full) / 2);
+    EXPECT_EQ(shownText(), "November 2026");
+    shownWithin(natural.width() * 0.4);
+    EXPECT_TRUE(shownText().startsWith("Nov")) << shownText().toStdString();
+    EXPECT_TRUE(shownText().endsWith(QChar(0x2026))) << shownText().toStdString();
 }
 
 TEST_F(Layout, TextWithoutThatWraps) {

@@ -100,10 +100,14 @@ QList<QTextLayout::FormatRange> TextLabel::formats(const QFont& font, const QStr
 
 /// The label's own, or a smaller one where one line has no room for it.
 QFont TextLabel::fontWithin(qreal width) const {
+    // Letters may advance by whole pixels: a smaller font need not be narrower in proportion.
+    constexpr qreal step = 0.25;
     QFont font = look_.font;
-    const qreal wanted = look_.minimumScale ? extentOf(lines(font, anyWidth)).width() : 0;
-    if (wanted > width)
-        font.setPointSizeF(font.pointSizeF() * std::max(*look_.minimumScale, width / wanted));
+    if (!look_.minimumScale)
+        return font;
+    const qreal least = font.pointSizeF() * *look_.minimumScale;
+    while (font.pointSizeF() > least && naturalWidth(font) > width)
+        font.setPointSizeF(std::max(least, font.pointSizeF() - step));
     return font;
 }
 
@@ -111,9 +115,10 @@ QFont TextLabel::fontWithin(qreal width) const {
 TextLabel::Layouts TextLabel::lines(const QFont& font, qreal width) const {
     Layouts layouts;
     int start = 0;
+    const bool isCut = look_.minimumScale && std::isfinite(width) && naturalWidth(font) > width;
     for (QString paragraph : text().split(QLatin1Char('\n'))) {
         const auto length = static_cast<int>(paragraph.size());
-        if (look_.minimumScale && std::isfinite(width))
+        if (isCut)
             paragraph = QFontMetricsF(font).elidedText(paragraph, Qt::ElideRight, width);
         auto layout = std::make_shared<QTextLayout>(paragraph, font);
         QTextOption option;
@@ -145,6 +150,11 @@ QSizeF TextLabel::extentOf(const Layouts& layouts) const {
     return size;
 }
 
+/// Without any line's end but the text's own.
+qreal TextLabel::naturalWidth(const QFont& font) const {
+    return extentOf(lines(font, anyWidth)).width();
+}
+
 QSizeF TextLabel::sizeThatFits(qreal width) const {
     QSizeF size = extentOf(lines(look_.font, look_.minimumScale ? anyWidth : width));
     if (look_.minimumScale)
@@ -154,6 +164,13 @@ QSizeF TextLabel::sizeThatFits(qreal width) const {
 
 qreal TextLabel::firstBaseline() const {
     return QFontMetricsF(look_.font).ascent();
+}
+
+QString TextLabel::shownText() const {
+    QStringList paragraphs;
+    for (const auto& layout : lines(fontWithin(width()), width()))
+        paragraphs += layout->text();
+    return paragraphs.join(QLatin1Char('\n'));
 }
 
 void TextLabel::paintEvent(QPaintEvent* /*event*/) {

@@ -32,6 +32,8 @@ public:
     QSizeF sizeThatFits(qreal width) const;
     /// From the top to the baseline of the first line.
     qreal firstBaseline() const;
+    /// The text, or what an ellipsis has left of it.
+    QString shownText() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -41,6 +43,7 @@ private:
 
     QFont fontWithin(qreal width) const;
     Layouts lines(const QFont& font, qreal width) const;
+    qreal naturalWidth(const QFont& font) const;
     QSizeF extentOf(const Layouts& layouts) const;
     QList<QTextLayout::FormatRange> formats(const QFont& font, const QString& paragraph, int start) const;
     qreal leadingShift(const QFont& font, const QString& paragraph) const;
