@@ -42,7 +42,8 @@ private:
     void setUpButton(StatusBarButton& made) const;
     void startTimer();
     void stopTimer();
-    /// Even where it is the same text; where that is none, it leaves the item alone.
+    /// Even where it is the same text. While there is nothing to show, an item that shows nothing is left
+    /// alone.
     void rewriteTitle();
     void showTitle(StatusBarButton& shown, const std::string& text);
     std::string currentText() const;

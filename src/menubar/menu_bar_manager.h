@@ -94,7 +94,7 @@ private:
     Task<> takeSnapshot();
     Task<> openPanel();
     bool isSnapshotOutdated() const;
-    /// One of its own ways to the panel is open to the user; there is also the menu.
+    /// True where a click or a shortcut opens the panel. The menu alone does not count.
     bool isPanelInUse() const;
     Task<> refreshSnapshot();
     Task<> clickRealItem(std::uint32_t windowID);

@@ -93,12 +93,18 @@ void ToolkitServices::activate(WindowNumber window) {
     const auto activated = static_cast<xcb_window_t>(window);
     const auto& atoms = connection_.atoms();
     // Some window managers give the focus to nothing on another workspace than the user's.
-    const auto current = connection_.property(connection_.root(), atoms.netCurrentDesktop, XCB_ATOM_CARDINAL,
-                                              sizeof(std::uint32_t));
-    if (std::uint32_t workspace = 0; current.size() == sizeof workspace) {
-        std::memcpy(&workspace, current.data(), sizeof workspace);
+    const auto workspaceIn = [&](xcb_window_t holder, xcb_atom_t property) {
+        std::optional<std::uint32_t> workspace;
+        const auto value = connection_.property(holder, property, XCB_ATOM_CARDINAL, sizeof *workspace);
+        if (value.size() == sizeof *workspace)
+            std::memcpy(&workspace.emplace(), value.data(), sizeof *workspace);
+        return workspace;
+    };
+    constexpr std::uint32_t everyWorkspace = 0xffffffff;
+    const auto current = workspaceIn(connection_.root(), atoms.netCurrentDesktop);
+    if (current && workspaceIn(activated, atoms.netWmDesktop) != everyWorkspace) {
         connection_.sendMessage(connection_.root(), toManager, activated, atoms.netWmDesktop,
-                                {workspace, byTheUser});
+                                {*current, byTheUser});
     }
     connection_.sendMessage(
         connection_.root(), toManager, activated, atoms.netActiveWindow,

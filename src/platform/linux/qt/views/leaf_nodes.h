@@ -80,9 +80,9 @@ private:
 
 /// The image with the size and weight that the font around it has, where it names none.
 Image imageIn(const Image& image, const ViewContext& context);
-/// How a text looks there.
 /// The colour of texts and symbols.
 QColor colorIn(const ViewContext& context);
+/// How a text looks there.
 TextLabel::Look lookIn(const ViewContext& context);
 
 }  // namespace velmo

@@ -3,11 +3,9 @@
 #include "linux/qt/style.h"
 
 #include <QAccessible>
-#include <QKeyEvent>
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
 namespace velmo {
@@ -24,7 +22,7 @@ bool hasKeyboard(const QWidget& page) {
 
 }  // namespace
 
-/// What the tabs stand on, with a hairline below. The arrow keys go from tab to tab.
+/// What the tabs stand on, with a hairline below.
 class TabViewNode::Strip : public QWidget {
 public:
     explicit Strip(QWidget& surface) : QWidget(&surface) {
