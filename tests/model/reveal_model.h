@@ -131,6 +131,7 @@ private:
     void alwaysHiddenChanged(bool on);
     void placeClock();
 
+    void setClockEnabled(bool on);
     void clockEnabledChanged(bool on);
     void startClock();
     void stopClock();

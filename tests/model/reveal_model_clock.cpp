@@ -10,6 +10,12 @@ constexpr double blankWidth = 8;
 
 }  // namespace
 
+// The clock hears of each writing, also of the same value.
+void RevealModel::setClockEnabled(bool on) {
+    preferences_.clockEnabled = on;
+    agenda_.post(Task::clockEnabledChanged, on ? 1 : 0);
+}
+
 void RevealModel::clockEnabledChanged(bool on) {
     if (!on) {
         stopClock();
@@ -60,7 +66,7 @@ void RevealModel::showClockMenu() {
     if (menuPlan_.choice == MenuChoice::openSettings)
         account_.settingsRequested(SettingsTab::clock, accessRequests_);
     if (menuPlan_.choice == MenuChoice::hideClock)
-        change(preferences_.clockEnabled, false, Task::clockEnabledChanged, 0);
+        setClockEnabled(false);
 }
 
 }  // namespace velmo

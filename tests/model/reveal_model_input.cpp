@@ -159,7 +159,7 @@ bool RevealModel::performPreference(const Step& step) {
             change(preferences_.alwaysHiddenEnabled, step.on, Task::alwaysHiddenChanged, on);
             break;
         case Trigger::setClockEnabled:
-            change(preferences_.clockEnabled, step.on, Task::clockEnabledChanged, on);
+            setClockEnabled(step.on);
             break;
         case Trigger::setRefreshPanelOnOpen:
             preferences_.refreshPanelOnOpen = step.on;
