@@ -264,7 +264,12 @@ TEST_F(Tray, AnotherTrayGetsTheIconsAndGivesThemBack) {
 
 TEST_F(Tray, WindowThatInsistsOnASizeOfItsOwnIsKeptInItsPlace) {
     const auto window = dockWindowOfOurs();
-    const auto place = *x().area(window);
+    auto place = *x().area(window);
+    // It is shown a moment before it is given its place.
+    ASSERT_TRUE(eventually([&] {
+        place = *x().area(window);
+        return stays([&] { return *x().area(window) == place; }, milliseconds(100));
+    }));
     for (std::uint32_t size = 1; size < 200; ++size) {
         const std::uint32_t values[] = {size, size};
         xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);
