@@ -24,8 +24,8 @@ View viewOf(const PermissionRow& row) {
     return hstack(
         std::nullopt,
         {std::move(status).with(AccessibilityLabel{row.isGranted ? "Granted" : "Not granted"}),
-         vstack(std::nullopt, {text(row.title), helpText(row.explanation)}, HorizontalAlignment::leading),
-         spacer(), std::move(action).with(AccessibilityLabel{std::string(row.title) + ", " + words})},
+         vstack(2, {text(row.title), helpText(row.explanation)}, HorizontalAlignment::leading), spacer(),
+         std::move(action).with(AccessibilityLabel{std::string(row.title) + ", " + words})},
         VerticalAlignment::firstTextBaseline);
 }
 

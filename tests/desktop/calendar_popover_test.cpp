@@ -282,6 +282,23 @@ TEST_F(CalendarOnDesktop, GivesTheKeyboardBack) {
     EXPECT_TRUE(isBack());
 }
 
+TEST_F(CalendarOnDesktop, GivesTheKeyboardBackAfterADoubleClickThatOpenedAndClosedIt) {
+    start();
+    const auto place = *x().area(clock());
+    movePointer(place.midX(), place.midY());
+    // Nothing of it has been made before, so that the second click comes while the first one opens it.
+    xdotool({"click", "--repeat", "2", "--delay", "1", "1"});
+    std::this_thread::sleep_for(milliseconds(700));
+    ASSERT_TRUE(isClosed());
+    EXPECT_EQ(x().inputFocus(), ordinary_);
+    const auto other = startOrdinaryWindow("Other", "+700+300");
+    giveKeyboardTo(other);
+    open();
+    press("Escape");
+    EXPECT_TRUE(isClosed());
+    EXPECT_TRUE(eventually([&] { return x().inputFocus() == other; }));
+}
+
 TEST_F(CalendarOnDesktop, LeavesTheKeyboardToTheWindowThatIsClicked) {
     start();
     const auto other = startOrdinaryWindow("Other", "+700+300");

@@ -46,11 +46,14 @@ void paintImage(QPainter& painter, const Image& image, const QRectF& place, cons
     if (place.isEmpty() || natural.isEmpty())
         return;
     const qreal ratio = painter.device()->devicePixelRatioF();
-    const QSize pixels = (place.size() * ratio).toSize().expandedTo({1, 1});
+    QSize pixels = (place.size() * ratio).toSize().expandedTo({1, 1});
     const auto* bitmap = std::get_if<Bitmap>(&image.content);
     const bool keepsPixels = bitmap && bitmap->pixels && bitmap->width > 0 && !image.isTemplate;
     const QImage picture =
         keepsPixels ? pixelsOf(*bitmap) : rendered(image, pixels, pixels.width() / natural.width(), color);
+    const QSizeF difference = QSizeF(picture.size()) - place.size() * ratio;
+    if (std::abs(difference.width()) < ratio && std::abs(difference.height()) < ratio)
+        pixels = picture.size();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, picture.size() != pixels);
     painter.drawImage(onPixelGrid(painter, place, pixels, ratio), picture);
 }

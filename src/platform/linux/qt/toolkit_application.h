@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QMenu>
 
 namespace velmo {
 
@@ -12,9 +13,18 @@ public:
     /// Qt closes menus once none of its windows has the keyboard any more, which it learns a moment late: the
     /// next menu would go with the window before it.
     bool notify(QObject* receiver, QEvent* event) override {
-        if (event->type() == QEvent::ApplicationDeactivate && activePopupWidget())
+        if (event->type() == QEvent::ApplicationDeactivate && showsMenuOfTheBar())
             return true;
         return QApplication::notify(receiver, event);
+    }
+
+private:
+    /// Those of windows, lists of pop-up buttons among them, close with their window.
+    static bool showsMenuOfTheBar() {
+        const QWidget* popup = activePopupWidget();
+        while (popup && popup->parentWidget() && qobject_cast<const QMenu*>(popup))
+            popup = popup->parentWidget();
+        return qobject_cast<const QMenu*>(popup);
     }
 };
 

@@ -50,15 +50,15 @@ void ItemDrag::handle(const xcb_generic_event_t& event) {
 }
 
 void ItemDrag::begin(const xcb_button_press_event_t& event) {
-    const std::int64_t number = bar_.localEvents().notePress(event.time);
+    bar_.localEvents().notePress(event.time);
+    if (event.detail != XCB_BUTTON_INDEX_1)
+        return;
     // Whatever is open closes. Nobody can keep the item from being taken.
-    if (event.detail == XCB_BUTTON_INDEX_1)
-        bar_.localEvents().deliver({.type = EventType::leftMouseDown,
-                                    .modifierFlags = modifiers_.flags(event.state),
-                                    .windowNumber = bar_.window(),
-                                    .eventNumber = number});
+    bar_.localEvents().deliver({.type = EventType::leftMouseDown,
+                                .modifierFlags = modifiers_.flags(event.state),
+                                .windowNumber = bar_.window()});
     auto* item = bar_.itemAt(event.event_x);
-    if (event.detail != XCB_BUTTON_INDEX_1 || !item || bar_.isLong(*item))
+    if (!item || bar_.isLong(*item))
         return;
     bar_.take(*item);
     startX_ = event.event_x;

@@ -255,7 +255,10 @@ void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {
     // A second button during a press belongs to the first one's click.
     if (!type || pressedButton_ != 0)
         return;
-    const Event press{*type, bar_.modifiers().flags(event.state), 0, 0, window(), 0, {}, number};
+    const Event press{.type = *type,
+                      .modifierFlags = bar_.modifiers().flags(event.state),
+                      .windowNumber = window(),
+                      .eventNumber = number};
     if (isSeen && isSwallowed(press))
         return;
     if (!enabled_)
@@ -273,8 +276,10 @@ void StatusItemWindow::released(const xcb_button_release_event_t& event) {
     pressedButton_ = 0;
     setNeedsDisplay();
     if (contains(event.event_x, event.event_y) && enabled_)
-        send(
-            {releaseTypeOf(*type), bar_.modifiers().flags(event.state), 0, 0, window(), 0, {}, pressNumber_});
+        send({.type = releaseTypeOf(*type),
+              .modifierFlags = bar_.modifiers().flags(event.state),
+              .windowNumber = window(),
+              .eventNumber = pressNumber_});
 }
 
 /// True also where a monitor has ended the item.

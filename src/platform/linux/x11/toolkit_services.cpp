@@ -117,9 +117,15 @@ xcb_window_t ToolkitServices::keyboardOwner() const {
     return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
 }
 
+/// A window that has gone leaves the keyboard to the one under the pointer.
+bool ToolkitServices::isLeftToUs(xcb_window_t owner) const {
+    return owner == keyboardTaker_ || owner == XCB_INPUT_FOCUS_POINTER_ROOT || owner == XCB_INPUT_FOCUS_NONE;
+}
+
 void ToolkitServices::takeKeyboard(WindowNumber window) {
-    if (keyboardTaker_ == XCB_WINDOW_NONE)
-        formerOwner_ = keyboardOwner();
+    const auto owner = keyboardOwner();
+    if (keyboardTaker_ == XCB_WINDOW_NONE || !isLeftToUs(owner))
+        formerOwner_ = owner;
     keyboardTaker_ = static_cast<xcb_window_t>(window);
     pressBeforeTaking_ = bar_.localEvents().lastPressAnywhere();
     xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, keyboardTaker_, XCB_CURRENT_TIME);
@@ -132,15 +138,11 @@ bool ToolkitServices::hasKeyboard(WindowNumber window) const {
 void ToolkitServices::giveKeyboardBack() {
     if (keyboardTaker_ == XCB_WINDOW_NONE)
         return;
-    const auto owner = keyboardOwner();
-    // A window that has gone leaves the keyboard to the one under the pointer.
-    const bool isStillOurs =
-        owner == keyboardTaker_ || owner == XCB_INPUT_FOCUS_POINTER_ROOT || owner == XCB_INPUT_FOCUS_NONE;
     // A press may be about to give it to the window that was pressed: that is later than this, whatever comes
     // first.
     const auto press = bar_.localEvents().lastPressAnywhere();
     const auto time = press && press != pressBeforeTaking_ ? *press - 1 : std::uint32_t{XCB_CURRENT_TIME};
-    if (isStillOurs && formerOwner_ != XCB_WINDOW_NONE)
+    if (isLeftToUs(keyboardOwner()) && formerOwner_ != XCB_WINDOW_NONE)
         xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, formerOwner_, time);
     keyboardTaker_ = XCB_WINDOW_NONE;
     formerOwner_ = XCB_WINDOW_NONE;

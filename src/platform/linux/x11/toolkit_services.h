@@ -36,6 +36,7 @@ public:
 
 private:
     xcb_window_t keyboardOwner() const;
+    bool isLeftToUs(xcb_window_t owner) const;
 
     MenuBar& bar_;
     Connection& connection_;

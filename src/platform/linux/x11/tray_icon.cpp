@@ -1,5 +1,6 @@
 #include "tray_icon.h"
 
+#include "linux/cut_text.h"
 #include "linux/process/linux_process_info.h"
 #include "linux/x11/client_process.h"
 #include "linux/x11/reply.h"
@@ -35,6 +36,24 @@ std::string applicationName(const Connection& connection, xcb_window_t client) {
             character = '?';
     }
     return text;
+}
+
+/// Bytes, as for items of the session's bus.
+constexpr std::size_t longestTitle = 500;
+
+/// What a property of the type STRING holds, in UTF-8.
+std::string fromLatin1(std::string_view text) {
+    std::string result;
+    for (const char character : text) {
+        const auto code = static_cast<unsigned char>(character);
+        if (code < 0x80) {
+            result += character;
+        } else {
+            result += static_cast<char>(0xc0 | code >> 6);
+            result += static_cast<char>(0x80 | (code & 0x3f));
+        }
+    }
+    return result;
 }
 
 void selectEvents(const Connection& connection, xcb_window_t client, std::uint32_t mask) {
@@ -233,8 +252,8 @@ void TrayIcon::readTitle() {
     const auto& atoms = connection_.atoms();
     auto title = connection_.textProperty(facts_.client, atoms.netWmName, atoms.utf8String);
     if (title.empty())
-        title = connection_.textProperty(facts_.client, XCB_ATOM_WM_NAME, XCB_ATOM_STRING);
-    titleText_ = title.empty() ? std::nullopt : std::optional(title);
+        title = fromLatin1(connection_.textProperty(facts_.client, XCB_ATOM_WM_NAME, XCB_ATOM_STRING));
+    titleText_ = title.empty() ? std::nullopt : std::optional<std::string>(cutText(title, longestTitle));
 }
 
 void TrayIcon::keepSize(const xcb_configure_notify_event_t& change) {

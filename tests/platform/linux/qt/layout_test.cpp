@@ -196,6 +196,19 @@ TEST_F(Layout, SingleLineGetsSmallerBeforeItIsCut) {
     EXPECT_TRUE(shownText().endsWith(QChar(0x2026))) << shownText().toStdString();
 }
 
+TEST_F(Layout, SingleLineIsCutAsSoonAsItsOwnLettersDoNotFit) {
+    // Wider than the font by itself has them.
+    const View bold = View{Text{{{"November 2026", true}}}}.with(SingleLine{1});
+    show(bold);
+    const int natural = host_.width();
+    for (int width = natural; width > natural / 2; --width) {
+        show(View(bold).with(Frame{.width = double(width), .alignment = HorizontalAlignment::leading}));
+        const QString shown = only<TextLabel>()->shownText();
+        EXPECT_EQ(shown == "November 2026", width == natural) << width;
+        EXPECT_EQ(shown.endsWith(QChar(0x2026)), width < natural) << width;
+    }
+}
+
 TEST_F(Layout, TextWithoutThatWraps) {
     show(label("November 2026"));
     const QSize natural = host_.size();

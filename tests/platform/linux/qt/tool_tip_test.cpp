@@ -33,6 +33,30 @@ TEST_F(ToolTips, OfTextsShowWhatLooksLikeMarkupAsItStands) {
     EXPECT_EQ(shown(host_.findChildren<QWidget*>().first()->toolTip()), "<b>x</b>");
 }
 
+class Changes : public QObject {
+public:
+    int toolTips = 0;
+
+protected:
+    bool eventFilter(QObject* /*object*/, QEvent* event) override {
+        toolTips += event->type() == QEvent::ToolTipChange ? 1 : 0;
+        return false;
+    }
+};
+
+TEST_F(ToolTips, AreToldOfOnlyWhereTheyChange) {
+    const auto described = [](const std::string& help) {
+        return View{Button{}, {label("Item")}}.with(Help{help});
+    };
+    show(described("Back"));
+    Changes changes;
+    only<ViewButton>()->installEventFilter(&changes);
+    show(described("Back"));
+    EXPECT_EQ(changes.toolTips, 0);
+    show(described("Forth"));
+    EXPECT_EQ(changes.toolTips, 1);
+}
+
 }  // namespace
 
 }  // namespace velmo

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QMenu>
 
 namespace velmo {
@@ -18,6 +19,18 @@ TEST(ToolkitApplicationTest, KeepsAMenuThoughTheWindowBeforeItHasLostTheKeyboard
     EXPECT_TRUE(menu.isVisible());
     menu.close();
     EXPECT_FALSE(menu.isVisible());
+}
+
+TEST(ToolkitApplicationTest, KeepsNoListOfAWindowThatHasLostTheKeyboard) {
+    QComboBox box;
+    box.addItems({"One", "Two"});
+    box.show();
+    box.showPopup();
+    QWidget* list = QApplication::activePopupWidget();
+    ASSERT_TRUE(list);
+    QEvent inactive(QEvent::ApplicationDeactivate);
+    QCoreApplication::sendEvent(QCoreApplication::instance(), &inactive);
+    EXPECT_FALSE(list->isVisible());
 }
 
 }  // namespace

@@ -120,9 +120,11 @@ TEST_F(Update, KeyPressesTheButtonItIsTheShortcutOf) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&host_));
     QTest::keyClick(&host_, Qt::Key_PageUp);
     EXPECT_EQ(presses, 0);
+    // Quick fingers lose nothing.
     QTest::keyClick(&host_, Qt::Key_PageDown);
-    // The button is seen pressed for a moment before it acts.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return presses == 1; }));
+    EXPECT_EQ(presses, 1);
+    QTest::keyClick(&host_, Qt::Key_PageDown);
+    EXPECT_EQ(presses, 2);
 }
 
 TEST_F(Update, SwitchReportsAndReturnsToWhatIsDescribed) {

@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <utility>
+
 namespace velmo {
 
 ImageLabel::ImageLabel(QWidget* parent) : QWidget(parent) {
@@ -23,11 +25,19 @@ QSizeF ImageLabel::naturalSize() const {
     return sizeOf(image_);
 }
 
+void ImageLabel::place(const QRectF& area) {
+    const QRect whole = area.toAlignedRect();
+    setGeometry(whole);
+    const QRectF inside = area.translated(-whole.topLeft());
+    if (std::exchange(area_, inside) != inside)
+        update();
+}
+
 void ImageLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    const QSizeF size = isResizable_ ? QSizeF(rect().size()) : naturalSize();
-    const QPointF corner((width() - size.width()) / 2, (height() - size.height()) / 2);
-    paintImage(painter, image_, {corner, size}, color_);
+    QRectF place(QPointF(), isResizable_ ? area_.size() : naturalSize());
+    place.moveCenter(area_.center());
+    paintImage(painter, image_, place, color_);
 }
 
 }  // namespace velmo

@@ -3,6 +3,7 @@
 #include "image.h"
 
 #include <QColor>
+#include <QRectF>
 #include <QWidget>
 
 namespace velmo {
@@ -16,6 +17,8 @@ public:
     void display(const Image& image, const QColor& color, bool isResizable);
     /// The picture's own extent.
     QSizeF naturalSize() const;
+    /// In the parent; a widget's geometry has whole units only, which are more than a pixel.
+    void place(const QRectF& area);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -24,6 +27,8 @@ private:
     Image image_;
     QColor color_;
     bool isResizable_ = false;
+    /// In the widget.
+    QRectF area_;
 };
 
 }  // namespace velmo

@@ -4,7 +4,9 @@
 #include "linux/qt/style.h"
 
 #include <QMouseEvent>
+#include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmo {
@@ -69,6 +71,10 @@ void SliderControl::mouseMoveEvent(QMouseEvent* event) {
 
 void SliderControl::mouseReleaseEvent(QMouseEvent* /*event*/) {
     setSliderDown(false);
+}
+
+void SliderControl::wheelEvent(QWheelEvent* event) {
+    event->ignore();
 }
 
 }  // namespace velmo

@@ -16,6 +16,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    /// Not by an accidental turn of the wheel: the form around it scrolls.
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     qreal knobCenter() const;

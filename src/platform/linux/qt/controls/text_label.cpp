@@ -111,41 +111,60 @@ QFont TextLabel::fontWithin(qreal width) const {
     return font;
 }
 
+/// A paragraph that begins at that character of the text.
+TextLabel::Layout TextLabel::linesOf(const QString& paragraph, int start, const QFont& font,
+                                     qreal width) const {
+    auto layout = std::make_shared<QTextLayout>(paragraph, font);
+    QTextOption option;
+    option.setWrapMode(look_.minimumScale ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setAlignment(look_.alignment);
+    layout->setTextOption(option);
+    layout->setFormats(formats(font, paragraph, start));
+    layout->beginLayout();
+    for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine())
+        line.setLineWidth(std::min(width, qreal(QWIDGETSIZE_MAX)));
+    layout->endLayout();
+    return layout;
+}
+
 /// One layout for each paragraph.
 TextLabel::Layouts TextLabel::lines(const QFont& font, qreal width) const {
     Layouts layouts;
     int start = 0;
-    const bool isCut = look_.minimumScale && std::isfinite(width) && naturalWidth(font) > width;
-    for (QString paragraph : text().split(QLatin1Char('\n'))) {
-        const auto length = static_cast<int>(paragraph.size());
-        if (isCut)
-            paragraph = QFontMetricsF(font).elidedText(paragraph, Qt::ElideRight, width);
-        auto layout = std::make_shared<QTextLayout>(paragraph, font);
-        QTextOption option;
-        option.setWrapMode(look_.minimumScale ? QTextOption::NoWrap
-                                              : QTextOption::WrapAtWordBoundaryOrAnywhere);
-        option.setAlignment(look_.alignment);
-        layout->setTextOption(option);
-        layout->setFormats(formats(font, paragraph, start));
-        layout->beginLayout();
-        for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine())
-            line.setLineWidth(std::min(width, qreal(QWIDGETSIZE_MAX)));
-        layout->endLayout();
-        layouts.append(layout);
-        start += length + 1;
+    for (const QString& paragraph : text().split(QLatin1Char('\n'))) {
+        layouts.append(linesOf(paragraph, start, font, width));
+        if (look_.minimumScale && std::isfinite(width))
+            cut(layouts.back(), paragraph, start, width);
+        start += static_cast<int>(paragraph.size()) + 1;
     }
     return layouts;
+}
+
+/// Until the layout fits: bold letters and digits of one width are wider than the font by itself has them.
+void TextLabel::cut(Layout& layout, const QString& paragraph, int start, qreal width) const {
+    const QFont font = layout->font();
+    qreal room = width;
+    qreal excess = widthOf(*layout) - width;
+    while (excess > 0 && room > 0) {
+        layout = linesOf(QFontMetricsF(font).elidedText(paragraph, Qt::ElideRight, room), start, font, width);
+        excess = widthOf(*layout) - width;
+        room -= std::max(excess, 1.0);
+    }
+}
+
+qreal TextLabel::widthOf(const QTextLayout& layout) const {
+    qreal width = 0;
+    for (int index = 0; index < layout.lineCount(); ++index)
+        width = std::max(width, layout.lineAt(index).naturalTextWidth());
+    return leadingShift(layout.font(), layout.text()) + width;
 }
 
 QSizeF TextLabel::extentOf(const Layouts& layouts) const {
     QSizeF size(0, 0);
     for (const auto& layout : layouts) {
-        const qreal shift = leadingShift(layout->font(), layout->text());
-        for (int index = 0; index < layout->lineCount(); ++index) {
-            const QTextLine line = layout->lineAt(index);
-            size.setWidth(std::max(size.width(), shift + line.naturalTextWidth()));
-            size.rheight() += line.height();
-        }
+        size.setWidth(std::max(size.width(), widthOf(*layout)));
+        for (int index = 0; index < layout->lineCount(); ++index)
+            size.rheight() += layout->lineAt(index).height();
     }
     return size;
 }

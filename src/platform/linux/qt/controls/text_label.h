@@ -39,11 +39,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    using Layouts = QList<std::shared_ptr<QTextLayout>>;
+    using Layout = std::shared_ptr<QTextLayout>;
+    using Layouts = QList<Layout>;
 
     QFont fontWithin(qreal width) const;
     Layouts lines(const QFont& font, qreal width) const;
+    Layout linesOf(const QString& paragraph, int start, const QFont& font, qreal width) const;
+    void cut(Layout& layout, const QString& paragraph, int start, qreal width) const;
     qreal naturalWidth(const QFont& font) const;
+    qreal widthOf(const QTextLayout& layout) const;
     QSizeF extentOf(const Layouts& layouts) const;
     QList<QTextLayout::FormatRange> formats(const QFont& font, const QString& paragraph, int start) const;
     qreal leadingShift(const QFont& font, const QString& paragraph) const;

@@ -3,6 +3,8 @@
 #include "linux/qt/controls/painting.h"
 #include "linux/qt/style.h"
 
+#include <QEvent>
+
 namespace velmo {
 
 ViewButton::ViewButton(QWidget& surface) : QAbstractButton(&surface) {
@@ -12,6 +14,15 @@ ViewButton::ViewButton(QWidget& surface) : QAbstractButton(&surface) {
 void ViewButton::setStyle(ButtonStyle style) {
     style_ = style;
     update();
+}
+
+bool ViewButton::event(QEvent* event) {
+    // At once: while a press by a shortcut is animated, another one would be lost.
+    if (event->type() == QEvent::Shortcut) {
+        click();
+        return true;
+    }
+    return QAbstractButton::event(event);
 }
 
 void ViewButton::paintEvent(QPaintEvent* /*event*/) {

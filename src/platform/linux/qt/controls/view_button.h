@@ -15,6 +15,7 @@ public:
     ButtonStyle buttonStyle() const { return style_; }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -1,6 +1,7 @@
 #include "button_node.h"
 
 #include "linux/qt/style.h"
+#include "linux/qt/views/describe.h"
 #include "linux/qt/views/described_text.h"
 
 #include <QKeySequence>
@@ -54,9 +55,9 @@ void ButtonNode::apply(const ViewContext& context) {
         updateLabel(1);
     button_->setStyle(style);
     button_->setEnabled(context.isEnabled);
-    button_->setToolTip(context.help);
-    button_->setAccessibleName(context.accessibilityLabel.isEmpty() ? describedText(view())
-                                                                    : context.accessibilityLabel);
+    describe(*button_,
+             context.accessibilityLabel.isEmpty() ? describedText(view()) : context.accessibilityLabel,
+             context.help);
     // Asked for only where it has changed: the button takes each one for a new shortcut.
     const QKeySequence shortcut = context.shortcut ? sequenceOf(*context.shortcut) : QKeySequence();
     if (button_->shortcut() != shortcut)

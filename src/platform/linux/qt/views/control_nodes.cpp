@@ -1,6 +1,7 @@
 #include "control_nodes.h"
 
 #include "linux/qt/style.h"
+#include "linux/qt/views/describe.h"
 #include "linux/qt/views/leaf_nodes.h"
 
 #include <QAccessible>
@@ -20,9 +21,10 @@ constexpr qreal optionGap = 8;
 constexpr qreal markGap = 8;
 
 void name(QWidget& control, const std::string& title, const ViewContext& context) {
-    control.setAccessibleName(context.accessibilityLabel.isEmpty() ? QString::fromStdString(title)
-                                                                   : context.accessibilityLabel);
-    control.setToolTip(context.help);
+    describe(
+        control,
+        context.accessibilityLabel.isEmpty() ? QString::fromStdString(title) : context.accessibilityLabel,
+        context.help);
     control.setEnabled(context.isEnabled);
 }
 
@@ -330,8 +332,7 @@ void LabelNode::placeContent(const QRectF& area) {
     const bool isMirrored = surface().layoutDirection() == Qt::RightToLeft;
     const QSizeF symbol = image_->naturalSize();
     const qreal symbolLeft = isMirrored ? area.right() - symbol.width() : area.left();
-    image_->setGeometry(
-        QRectF({symbolLeft, area.top() + (area.height() - symbol.height()) / 2}, symbol).toAlignedRect());
+    image_->place({{symbolLeft, area.top() + (area.height() - symbol.height()) / 2}, symbol});
     if (children_.empty())
         return;
     const qreal width = area.width() - textLeft();

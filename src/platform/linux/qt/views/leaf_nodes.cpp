@@ -1,6 +1,7 @@
 #include "leaf_nodes.h"
 
 #include "linux/qt/style.h"
+#include "linux/qt/views/describe.h"
 
 #include <QAccessible>
 #include <QFontInfo>
@@ -72,8 +73,7 @@ TextNode::TextNode(QWidget& surface) : ViewNode(surface), label_(std::make_uniqu
 
 void TextNode::apply(const ViewContext& context) {
     label_->display(content<Text>(), lookIn(context));
-    label_->setAccessibleName(context.accessibilityLabel);
-    label_->setToolTip(context.help);
+    describe(*label_, context.accessibilityLabel, context.help);
     label_->setEnabled(context.isEnabled);
 }
 
@@ -85,10 +85,11 @@ ImageNode::ImageNode(QWidget& surface) : ViewNode(surface), label_(std::make_uni
 void ImageNode::apply(const ViewContext& context) {
     const auto& view = content<ImageView>();
     label_->display(imageIn(view.image, context), colorIn(context), view.isResizable);
-    label_->setAccessibleName(context.accessibilityLabel.isEmpty()
-                                  ? QString::fromStdString(view.image.accessibilityDescription)
-                                  : context.accessibilityLabel);
-    label_->setToolTip(context.help);
+    describe(*label_,
+             context.accessibilityLabel.isEmpty()
+                 ? QString::fromStdString(view.image.accessibilityDescription)
+                 : context.accessibilityLabel,
+             context.help);
     capHeight_ = QFontMetricsF(style::font(context.font)).capHeight();
 }
 

@@ -67,7 +67,7 @@ public:
 protected:
     void apply(const ViewContext& context) override;
     QSizeF contentSize(const QSizeF& offer) const override;
-    void placeContent(const QRectF& area) override { label_->setGeometry(area.toAlignedRect()); }
+    void placeContent(const QRectF& area) override { label_->place(area); }
     bool contentExpands(Qt::Orientation /*direction*/) const override {
         return content<ImageView>().isResizable;
     }

@@ -1,6 +1,7 @@
 #include "confirmation_dialog.h"
 
-#include <QGuiApplication>
+#include "linux/qt/windows/await_server.h"
+
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -35,7 +36,7 @@ void ConfirmationDialog::ask(const Confirmation& confirmation, const std::functi
     box_->show();
     box_->raise();
     // The window manager has to know the window before it is asked to bring it to the front.
-    QGuiApplication::sync();
+    awaitServer();
     activate_(static_cast<WindowNumber>(box_->winId()));
 }
 

@@ -2,9 +2,9 @@
 
 #include "linux/qt/controls/painting.h"
 #include "linux/qt/pixels.h"
+#include "linux/qt/windows/await_server.h"
 
 #include <QAccessible>
-#include <QCursor>
 #include <QWindow>
 
 #include <algorithm>
@@ -18,12 +18,6 @@ namespace {
 constexpr int shadowDrop = 4;
 constexpr int shadowReach = 12;
 constexpr qreal shadowOpacity = 0.3;
-
-/// Returns once the server has done all that the toolkit has asked so far, so that the host can go on with a
-/// window. Any question does; QGuiApplication::sync would let other things happen meanwhile.
-void awaitServer() {
-    QCursor::pos();
-}
 
 }  // namespace
 

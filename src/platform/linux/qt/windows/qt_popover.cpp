@@ -1,8 +1,8 @@
 #include "qt_popover.h"
 
 #include "linux/local_events.h"
+#include "linux/qt/windows/await_server.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -67,7 +67,7 @@ void QtPopover::show(const Rect& rect, StatusBarButton& button, RectEdge /*prefe
     window_.setFocus();
     place();
     // Only a window that the server has on the screen can have the keyboard.
-    QGuiApplication::sync();
+    awaitServer();
     host_.takeKeyboard(window_.number());
     watch();
 }

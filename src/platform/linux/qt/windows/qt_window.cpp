@@ -3,6 +3,7 @@
 #include "linux/qt/pixels.h"
 #include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
+#include "linux/qt/windows/await_server.h"
 
 #include <QAccessible>
 #include <QCloseEvent>
@@ -136,7 +137,7 @@ void QtWindow::makeKeyAndOrderFront() {
     widget_->show();
     widget_->raise();
     // The window manager has to know the window before it is asked to bring it to the front.
-    QGuiApplication::sync();
+    awaitServer();
     host_.activate(static_cast<WindowNumber>(widget_->winId()));
 }
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace velmo {
+
+/// What assistive programs and the pointer learn of a widget. Said only where it has changed: each saying is
+/// an event on the accessibility bus.
+void describe(QWidget& widget, const QString& name, const QString& help);
+
+}  // namespace velmo
