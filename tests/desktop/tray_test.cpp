@@ -1,6 +1,10 @@
 #include "desktop_session.h"
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <array>
 
 namespace velmo::desktop {
 
@@ -227,13 +231,63 @@ TEST_F(Tray, IconThatLeavesWhileItIsDraggedLeavesTheOrderAlone) {
     program.end();
     ASSERT_TRUE(eventually([&] { return !x().windowOfClass(bar(), "Gxkb"); }));
     xdotool({"mousemove", "200", "13", "mouseup", "1", "keyup", "Super_L"});
-    EXPECT_EQ(savedOrder(), (std::vector<std::string>{"Velmo.Toggle", "gxkb.Gxkb", "Velmo.Divider"}));
     EXPECT_TRUE(isOnScreen(toggle()));
+    stopVelmo();
+    EXPECT_EQ(savedOrder(), (std::vector<std::string>{"Velmo.Toggle", "gxkb.Gxkb", "Velmo.Divider"}));
+}
+
+/// How often the file of the settings was replaced since this was made.
+class Replacements {
+public:
+    explicit Replacements(const std::filesystem::path& file)
+        : name_(file.filename()), inotify_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        inotify_add_watch(inotify_, file.parent_path().c_str(), IN_MOVED_TO);
+    }
+    ~Replacements() { close(inotify_); }
+    Replacements(const Replacements&) = delete;
+    Replacements& operator=(const Replacements&) = delete;
+
+    int count() {
+        alignas(inotify_event) std::array<char, 4096> events{};
+        for (ssize_t size = 0; (size = read(inotify_, events.data(), events.size())) > 0;) {
+            for (const char* next = events.data(); next < events.data() + size;) {
+                const auto* event = reinterpret_cast<const inotify_event*>(next);
+                count_ += event->name == name_ ? 1 : 0;
+                next += sizeof(inotify_event) + event->len;
+            }
+        }
+        return count_;
+    }
+
+private:
+    std::string name_;
+    int inotify_;
+    int count_ = 0;
+};
+
+TEST_F(Tray, NewIconsDoNotHaveTheOrderWrittenOneByOneAndNoneOfThemIsLost) {
+    constexpr int count = 20;
+    constexpr double pause = 2;
+    Replacements replacements(defaultsFile());
+    const auto start = std::chrono::steady_clock::now();
+    for (int number = 0; number < count; ++number)
+        dockWindowOfOurs("icon" + std::to_string(number) + std::string("\0Icon", 5));
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    EXPECT_LE(replacements.count(), 2 + static_cast<int>(passed.count() / pause));
+    stopVelmo();
+    const auto order = savedOrder();
+    for (int number = 0; number < count; ++number) {
+        const auto identity = "icon" + std::to_string(number) + ".Icon";
+        EXPECT_TRUE(std::any_of(order.begin(), order.end(), [&](const auto& entry) {
+            return entry.ends_with(identity);
+        })) << identity;
+    }
 }
 
 TEST_F(Tray, NamesOfOurOwnItemsAreTaken) {
     const auto window = dockWindowOfOurs(std::string("Velmo\0Divider\0", 14));
     EXPECT_TRUE(isOnScreen(window));
+    stopVelmo();
     const auto order = savedOrder();
     EXPECT_EQ(std::count(order.begin(), order.end(), "Velmo.Divider"), 1);
     EXPECT_EQ(std::count(order.begin(), order.end(), "other.Velmo.Divider"), 1);

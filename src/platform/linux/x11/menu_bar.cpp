@@ -38,7 +38,7 @@ MenuBar::MenuBar(const Environment& environment, const std::vector<std::string>&
     : environment_(environment),
       painting_(environment.connection),
       order_(order),
-      saveOrder_(std::move(saveOrder)),
+      orderSaver_(environment.connection.loop(), std::move(saveOrder)),
       window_(makeBarWindow(environment.connection)),
       strip_(environment.connection, window_),
       layout_(environment.connection.loop(), [this] { layOutIfNeeded(); }) {
@@ -171,7 +171,7 @@ void MenuBar::placeNewItems() {
     for (const auto* item : items_)
         present.push_back(item->identity());
     item_placement::forgetAbsent(order_, present, remembered);
-    saveOrder_(order_.rightToLeft());
+    orderSaver_.saveSoon(order_.rightToLeft());
 }
 
 std::vector<BarItem*> MenuBar::shownItems() const {
@@ -252,7 +252,7 @@ void MenuBar::dragTo(int x) {
 void MenuBar::drop() {
     if (isDragging_) {
         item_placement::drop(order_, placedItems(taken_), taken_->identity(), dropIndex());
-        saveOrder_(order_.rightToLeft());
+        orderSaver_.save(order_.rightToLeft());
     }
     letGo();
 }

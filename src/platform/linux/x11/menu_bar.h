@@ -2,6 +2,7 @@
 
 #include "linux/bar/item_placement.h"
 #include "linux/bar/item_spacing.h"
+#include "linux/bar/order_saver.h"
 #include "linux/current_event.h"
 #include "linux/local_events.h"
 #include "linux/text/text_renderer.h"
@@ -40,7 +41,7 @@ public:
         const GlobalPreferences& globalPreferences;
     };
 
-    /// `saveOrder` is called with the identities from right to left after the order has changed.
+    /// `saveOrder` is called with the identities from right to left soon after the order has changed.
     MenuBar(const Environment& environment, const std::vector<std::string>& order,
             std::function<void(const std::vector<std::string>&)> saveOrder);
     ~MenuBar() override;
@@ -123,7 +124,7 @@ private:
     Environment environment_;
     Painting painting_;
     StatusItemOrder order_;
-    std::function<void(const std::vector<std::string>&)> saveOrder_;
+    OrderSaver orderSaver_;
     xcb_window_t window_;
     PixelRect area_;
     Pixmap tile_;
