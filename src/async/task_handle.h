@@ -10,7 +10,7 @@ public:
     TaskHandle() = default;
     explicit TaskHandle(std::weak_ptr<TaskContext> context) : context_(std::move(context)) {}
 
-    /// The task learns it at its waits. Harmless once it is over, and when repeated.
+    /// The task learns it at its sleeps. Harmless once it is over, and when repeated.
     void cancel() {
         if (const auto context = context_.lock())
             context->cancel();

@@ -4,17 +4,20 @@
 #include "clock/menu_bar_clock.h"
 #include "hidden_items/closed_interval.h"
 #include "hidden_items/hidden_items_panel_controller.h"
-#include "hidden_items/snapshot.h"
+#include "hidden_items/menu_bar_item_info.h"
 #include "hotkeys/hotkey_manager.h"
 #include "menubar/control_item.h"
 #include "menubar/hover_target.h"
 #include "menubar/reveal_level.h"
 #include "platform/events.h"
+#include "platform/image.h"
 #include "platform/lifetime.h"
 #include "platform/run_loop.h"
 #include "preferences/preferences.h"
 #include "settings/settings_tab.h"
 
+#include <cstdint>
+#include <map>
 #include <vector>
 
 namespace velmo {
@@ -23,6 +26,16 @@ namespace velmo {
 /// Whatever changes the reveal level applies it right after.
 class MenuBarManager {
 public:
+    /// What was last seen of the hidden items while they were shown.
+    struct Snapshot {
+        /// From left to right, as in the menu bar.
+        std::vector<MenuBarItemInfo> hidden;
+        std::vector<MenuBarItemInfo> alwaysHidden;
+        /// The latest picture of each window, by its number.
+        std::map<std::uint32_t, Image> images;
+        Date date = distantPast;
+    };
+
     /// Places the items in the menu bar, hides what is to be hidden, and begins to listen.
     MenuBarManager(std::shared_ptr<Preferences> preferences, const Platform& platform);
     MenuBarManager(const MenuBarManager&) = delete;

@@ -60,7 +60,8 @@ bool MenuBarManager::isPanelInUse() const {
            preferences_->panelHotkey.value().has_value();
 }
 
-// Hidden items cannot be pictured: they are shown for a moment.
+// Hidden items cannot be pictured: they are shown for a moment. Nobody cancels it, so that what it has shown
+// is hidden again: it runs to its end, or ends with the manager.
 Task<> MenuBarManager::refreshSnapshot() {
     changeRevealLevel(preferences_->alwaysHiddenEnabled.value() ? RevealLevel::all : RevealLevel::hidden);
     platform_.windows.prepare();

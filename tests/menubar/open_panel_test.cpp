@@ -256,16 +256,32 @@ TEST_F(OpenPanel, ShowsASecondRequestWhatIsRevealedForTheFirst) {
     EXPECT_EQ(level(), RevealLevel::none);
 }
 
-TEST_F(OpenPanel, EndsWithTheManager) {
-    desktop_.screenCapture().setQueryDuration(0.1);
-    for (const Seconds moment : {0.0, 0.1, 0.4}) {
-        manager_->togglePanel();
-        desktop_.advance(moment);
-        manager_.reset();
-        desktop_.advance(1);
-        EXPECT_TRUE(desktop_.windows().panels().empty());
-        start();
-    }
+TEST_F(OpenPanel, KeepsThePicturesThatWereUnderWayWhereTheUserHides) {
+    desktop_.screenCapture().setDuration(windowOf("h1"), 0.1);
+    manager_->togglePanel();
+    desktop_.advance(0.36);
+    ASSERT_EQ(pictureCount(), 5U);
+    optionClickToggle();
+    ASSERT_EQ(level(), RevealLevel::none);
+    desktop_.advance(0.089);
+    EXPECT_TRUE(manager_->snapshot().images.empty());
+    desktop_.advance(0.001);
+    EXPECT_EQ(manager_->snapshot().images.size(), 5U);
+    EXPECT_TRUE(isPanelVisible());
+    EXPECT_EQ(level(), RevealLevel::none);
+}
+
+TEST_F(OpenPanel, IsNotCancelledByTheRevealsThatFollow) {
+    manager_->togglePanel();
+    desktop_.advance(0.349);
+    optionClickToggle();
+    optionClickToggle();
+    ASSERT_EQ(level(), RevealLevel::all);
+    EXPECT_TRUE(desktop_.screenCapture().queries().empty());
+    desktop_.advance(0.001);
+    EXPECT_EQ(pictureCount(), 5U);
+    EXPECT_TRUE(isPanelVisible());
+    EXPECT_EQ(level(), RevealLevel::none);
 }
 
 // What the panel has to do with the state of hiding.

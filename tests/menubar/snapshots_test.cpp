@@ -194,22 +194,30 @@ TEST_F(Snapshots, AreSkippedWithoutAScreen) {
     EXPECT_EQ(hiddenNames(), (Names{"h1", "h2"}));
 }
 
-TEST_F(Snapshots, EndWithTheManager) {
-    desktop_.screenCapture().setQueryDuration(0.1);
+TEST_F(Snapshots, AreCancelledAnInstantBeforeTheyAreTaken) {
     clickToggle();
-    manager_.reset();
-    EXPECT_EQ(desktop_.runLoop().timerCount(), 0U);
-    start();
-    clickToggle();
-    desktop_.advance(0.2);
-    manager_.reset();
-    EXPECT_EQ(desktop_.runLoop().timerCount(), 0U);
-    start();
+    desktop_.advance(0.399);
+    optionClickToggle();
+    desktop_.advance(0.399);
+    EXPECT_TRUE(desktop_.screenCapture().queries().empty());
+    desktop_.advance(0.001);
+    EXPECT_EQ(desktop_.screenCapture().queries().size(), 1U);
+    EXPECT_EQ(alwaysHiddenNames(), (Names{"a1", "a2", "a3"}));
+}
+
+TEST_F(Snapshots, FinishPicturesThatAreUnderWayWhenTheNextIsAsked) {
+    desktop_.screenCapture().setDuration(windowOf("h1"), 0.1);
     clickToggle();
     desktop_.advance(0.45);
-    manager_.reset();
-    desktop_.advance(1);
-    EXPECT_EQ(pictureCount(), 0U);
+    optionClickToggle();
+    desktop_.advance(0.049);
+    EXPECT_EQ(manager_->snapshot().date, distantPast);
+    desktop_.advance(0.001);
+    EXPECT_EQ(manager_->snapshot().date, desktop_.runLoop().now());
+    EXPECT_NE(picture("h1"), nullptr);
+    EXPECT_EQ(pictureCount(), 2U);
+    desktop_.advance(0.35);
+    EXPECT_EQ(pictureCount(), 7U) << "The next follows all the same.";
 }
 
 }  // namespace
