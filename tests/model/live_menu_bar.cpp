@@ -1,7 +1,9 @@
 #include "model/live_menu_bar.h"
 
 #include "model/menu_kind.h"
+#include "model/panel_entry.h"
 #include "model/screen_arrangement.h"
+#include "views/view_search.h"
 
 namespace velmo {
 
@@ -71,6 +73,8 @@ bool LiveMenuBar::performMouse(const Step& step) {
         case Trigger::otherButtonElsewhere:
             useOtherButtonElsewhere();
             return true;
+        case Trigger::activateEntry:
+            return activateEntry(step.choice);
         case Trigger::pressEscape:
             // It reaches others unless the panel takes it.
             return desktop_.pressKey(escapeKey);
@@ -110,6 +114,12 @@ void LiveMenuBar::performSurroundings(const Step& step) {
             break;
         case Trigger::setScreenCapture:
             desktop_.screenCapture().setGranted(step.on);
+            break;
+        case Trigger::setTrusted:
+            desktop_.accessibility().setTrusted(step.on);
+            break;
+        case Trigger::setCaptureTime:
+            setCaptureTime(step.choice, step.x);
             break;
         case Trigger::setTimeOfDay:
             desktop_.runLoop().setNow(step.x);
@@ -272,6 +282,28 @@ void LiveMenuBar::closeMenu(std::size_t choice) {
     }
     desktop_.windowServer().removeAllWindows();
     menus_.clear();
+}
+
+bool LiveMenuBar::activateEntry(std::size_t choice) {
+    const auto* panel = desktop_.windows().visiblePanel();
+    const View* entry = panel == nullptr ? nullptr : find<Button>(panel->content(), panelEntries[choice]);
+    if (entry == nullptr)
+        return false;
+    // A copy: the panel may get another content meanwhile.
+    const auto action = std::get<Button>(entry->content).action;
+    action();
+    return true;
+}
+
+std::uint32_t LiveMenuBar::windowOf(std::string_view item) {
+    return static_cast<std::uint32_t>(desktop_.statusBar().slot(item)->windowNumber);
+}
+
+void LiveMenuBar::setCaptureTime(std::size_t choice, Seconds duration) {
+    if (choice == 0)
+        desktop_.screenCapture().setQueryDuration(duration);
+    else
+        desktop_.screenCapture().setDuration(windowOf(otherItems[choice - 1]), duration);
 }
 
 void LiveMenuBar::setScreens(std::size_t arrangement) {

@@ -7,7 +7,9 @@
 #include "model/step.h"
 #include "simulated/simulated_desktop.h"
 
+#include <array>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace velmo {
@@ -26,6 +28,9 @@ public:
     bool end();
 
 private:
+    /// Of other programs, left of one divider and of both.
+    static constexpr std::array<std::string_view, 2> otherItems{"hidden", "always hidden"};
+
     void store(const ModelPreferences& stored);
     void storeShortcut(std::size_t choice, const std::string& key);
     void hotKeyCalled(const SimulatedHotKeyService::Call& call);
@@ -43,14 +48,19 @@ private:
     void useOtherButtonElsewhere();
     void openMenu(std::size_t kind);
     void closeMenu(std::size_t choice);
+    bool activateEntry(std::size_t choice);
+    void setCaptureTime(std::size_t choice, Seconds duration);
+    std::uint32_t windowOf(std::string_view item);
     void setScreens(std::size_t arrangement);
     SimulatedStatusItem& item(OwnItem item);
     bool isHoverTracked();
     std::string stateOfClock();
+    std::string describeSnapshot();
 
     Account account_;
     MenuPlan menuPlan_;
     std::size_t applicationCallsSeen_ = 0;
+    std::size_t postedEventsSeen_ = 0;
     SimulatedDesktop desktop_;
     std::shared_ptr<Preferences> preferences_;
     std::unique_ptr<MenuBarManager> manager_;

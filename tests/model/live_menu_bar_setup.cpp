@@ -23,6 +23,8 @@ LiveMenuBar::LiveMenuBar(const ModelPreferences& stored) {
     bar.moveRightOf("Velmo.Divider", "shown");
     bar.moveRightOf("Velmo.AlwaysHiddenDivider", "hidden");
     bar.moveLeftOf("always hidden", "Velmo.Clock");
+    desktop_.screenCapture().setShareableWindows(
+        ScreenCapture::WindowNumbers{windowOf("hidden"), windowOf("always hidden")});
 }
 
 void LiveMenuBar::store(const ModelPreferences& stored) {

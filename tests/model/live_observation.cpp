@@ -1,6 +1,7 @@
 #include "model/live_menu_bar.h"
 
 #include <cmath>
+#include <utility>
 
 namespace velmo {
 
@@ -70,6 +71,17 @@ std::string LiveMenuBar::stateOfClock() {
     return popovers.empty() || !popovers.front()->isShown() ? "on" : "on, with its calendar";
 }
 
+std::string LiveMenuBar::describeSnapshot() {
+    const auto& snapshot = manager_->snapshot();
+    std::string text = namesOf(snapshot.hidden) + "| " + namesOf(snapshot.alwaysHidden) + "| ";
+    // In alphabetical order.
+    for (const auto& [item, name] : {std::pair("always hidden", "A "), std::pair("hidden", "H ")}) {
+        if (snapshot.images.contains(windowOf(item)))
+            text += name;
+    }
+    return text;
+}
+
 Observation LiveMenuBar::observe() {
     auto& toggle = item(OwnItem::toggle);
     auto& hidden = item(OwnItem::hiddenDivider);
@@ -97,7 +109,11 @@ Observation LiveMenuBar::observe() {
     desktop_.statusBar().slots();
     if (const auto* panel = desktop_.windows().visiblePanel())
         seen.panel = Point{panel->frame().x, panel->frame().y};
-    seen.snapshot = namesOf(manager_->snapshot().hidden) + "| " + namesOf(manager_->snapshot().alwaysHidden);
+    seen.snapshot = describeSnapshot();
+    const auto& posted = desktop_.eventPoster().posted();
+    for (; postedEventsSeen_ < posted.size(); ++postedEventsSeen_)
+        seen.clicks += describeClick(posted[postedEventsSeen_].type, posted[postedEventsSeen_].location);
+    seen.prompts = desktop_.accessibility().promptCount();
     for (const auto& key : desktop_.hotKeys().held())
         seen.heldKeys += describeHeldKey(fourCharacters(key.id.signature), key.id.id, key.keyCode,
                                          key.modifiers, key.options);

@@ -10,7 +10,20 @@ namespace velmo {
 /// Work that the model has before it: what is posted, in order, and what waits for its moment.
 class ModelAgenda {
 public:
-    enum class Wait { rehide, clickOutside, hover, clockTick, calendarTick, snapshot, panelRefresh, query };
+    enum class Wait {
+        rehide,
+        clickOutside,
+        hover,
+        clockTick,
+        calendarTick,
+        snapshot,
+        panelRefresh,
+        query,
+        picture,
+        activation,
+        press,
+        release
+    };
     using WaitId = std::uint64_t;
 
     enum class Task {
@@ -29,7 +42,8 @@ public:
         snapshotBegins,
         sleeperWakes,
         panelOpens,
-        panelCloses
+        panelCloses,
+        entryActivated
     };
     /// Tells apart what goes on several times at once.
     using ProcessId = std::uint64_t;

@@ -6,6 +6,12 @@
 
 namespace velmo {
 
+std::string describeClick(EventType type, const Point& place) {
+    std::ostringstream out;
+    out << static_cast<std::uint32_t>(type) << " at " << place.x << ", " << place.y << "; ";
+    return out.str();
+}
+
 std::string describeHeldKey(std::string_view signature, std::uint32_t id, std::uint32_t keyCode,
                             std::uint32_t modifiers, std::uint32_t options) {
     std::string text(signature);
@@ -34,7 +40,8 @@ std::string describe(const Observation& observation) {
         out << *o.nanosecondsToNextTimer << " ns";
     else
         out << "-";
-    out << "; holds " << o.heldKeys << "; account: " << o.account << "; reached " << o.reached;
+    out << "; posts " << o.clicks << "; prompts " << o.prompts << "; holds " << o.heldKeys
+        << "; account: " << o.account << "; reached " << o.reached;
     return out.str();
 }
 

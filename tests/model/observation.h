@@ -1,6 +1,7 @@
 #pragma once
 
 #include "menubar/reveal_level.h"
+#include "platform/event.h"
 #include "platform/geometry.h"
 
 #include <cstdint>
@@ -28,12 +29,17 @@ struct Observation {
     bool pointerInMenuBar = false;
     /// The lower left corner of the panel. Absent while it is not shown.
     std::optional<Point> panel;
-    /// Names of the items that are known to be hidden, and to be always hidden.
+    /// Names of the items that are known to be hidden, to be always hidden, and of those with a picture.
     std::string snapshot;
     std::size_t posted = 0;
-    /// Pending re-hides, hides after a click outside, reveals by hover, ticks, waits of tasks, and queries.
+    /// Pending re-hides, hides after a click outside, reveals by hover, ticks, waits of tasks, queries and
+    /// pictures.
     std::size_t timers = 0;
     std::optional<std::int64_t> nanosecondsToNextTimer;
+    /// The events that were posted on the user's behalf since the last look.
+    std::string clicks;
+    /// How often the user was asked for consent to them.
+    int prompts = 0;
     /// The hot keys that are registered.
     std::string heldKeys;
     /// What the program asked of others meanwhile.
@@ -44,6 +50,7 @@ struct Observation {
     bool operator==(const Observation&) const = default;
 };
 
+std::string describeClick(EventType type, const Point& place);
 std::string describeHeldKey(std::string_view signature, std::uint32_t id, std::uint32_t keyCode,
                             std::uint32_t modifiers, std::uint32_t options);
 std::string describe(const Observation& observation);

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <utility>
 
 namespace velmo {
 
@@ -68,10 +70,13 @@ Observation RevealModel::observe() {
             .hoverTracked = hovering_.has_value(),
             .pointerInMenuBar = geometry_.isPointerInMenuBar(),
             .panel = panel_,
-            .snapshot = knownHidden_ + "| " + knownAlwaysHidden_,
+            .snapshot = std::accumulate(pictured_.begin(), pictured_.end(),
+                                        knownHidden_ + "| " + knownAlwaysHidden_ + "| "),
             .posted = agenda_.postedCount(),
             .timers = agenda_.waitCount(),
             .nanosecondsToNextTimer = agenda_.nanosecondsToNextWait(),
+            .clicks = std::exchange(clicks_, {}),
+            .prompts = prompts_,
             .heldKeys = describeHeldKeys(),
             .account = account_.take()};
 }
@@ -183,6 +188,9 @@ void RevealModel::run(const ModelAgenda::Posted& posted) {
         case Task::panelCloses:
             closePanel();
             break;
+        case Task::entryActivated:
+            entryActivated(posted.process);
+            break;
     }
 }
 
@@ -212,6 +220,18 @@ void RevealModel::over(const ModelAgenda::Over& over) {
             break;
         case Wait::query:
             queryOver(over.process);
+            break;
+        case Wait::picture:
+            pictureOver(over.process);
+            break;
+        case Wait::activation:
+            activationDue(over.process);
+            break;
+        case Wait::press:
+            pressDue(over.process);
+            break;
+        case Wait::release:
+            releaseDue(over.process);
             break;
     }
 }

@@ -5,6 +5,7 @@
 #include "model/model_geometry.h"
 #include "model/model_preferences.h"
 #include "model/observation.h"
+#include "model/panel_entry.h"
 #include "model/reveal_table.h"
 #include "model/step.h"
 #include "platform/run_loop.h"
@@ -86,6 +87,8 @@ private:
         /// Names, left to right.
         std::string hidden;
         std::string alwaysHidden;
+        /// Those that are not there yet.
+        std::size_t pictures = 0;
     };
 
     void scheduleSnapshot();
@@ -98,6 +101,7 @@ private:
     bool findHiddenItems(Pass& pass) const;
     void store(const Pass& pass);
     void queryOver(ProcessId process);
+    void pictureOver(ProcessId process);
     void finishPass(const Pass& pass);
     bool isSnapshotOutdated() const;
     Point panelPlace() const;
@@ -106,6 +110,16 @@ private:
     void showPanel(const Point& place);
     /// A press in a window of the program other than the panel.
     void pressedInWindow(bool rightButton);
+
+    /// False where the panel has no such entry.
+    bool activateEntry(std::size_t choice);
+    void entryActivated(ProcessId process);
+    void activationDue(ProcessId process);
+    void pressDue(ProcessId process);
+    void releaseDue(ProcessId process);
+    /// The middle of the item, in points from the top left. Absent where it is not found.
+    std::optional<Point> middleOf(const std::string& name) const;
+    void post(EventType type, const Point& place);
 
     void registerShortcuts();
     void registerShortcut(std::size_t choice, Task task);
@@ -168,6 +182,19 @@ private:
     std::optional<ModelAgenda::WaitId> snapshotWait_;
     std::string knownHidden_;
     std::string knownAlwaysHidden_;
+    std::set<std::string> pictured_;
+    /// Seconds that a query takes, and a picture of each item.
+    std::array<double, captureTimeCount> captureTimes_{};
+    /// Names of the items that the panel was shown with.
+    std::string entries_;
+    struct Activation {
+        std::string name;
+        Point place;
+    };
+    std::map<ProcessId, Activation> activations_;
+    bool isTrusted_ = true;
+    int prompts_ = 0;
+    std::string clicks_;
     Date snapshotDate_ = distantPast;
     /// Absent: hovering is not noticed. Otherwise whether the pointer was last noticed on the toggle.
     std::optional<bool> hovering_;

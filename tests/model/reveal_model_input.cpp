@@ -64,6 +64,8 @@ bool RevealModel::performMouse(const Step& step) {
         case Trigger::handToggleEvent:
             toggleClicked(step.eventType == EventType::rightMouseUp, step.flags, false);
             return true;
+        case Trigger::activateEntry:
+            return activateEntry(step.choice);
         case Trigger::pressEscape:
             if (!panel_)
                 return true;
@@ -100,6 +102,12 @@ bool RevealModel::performSurroundings(const Step& step) {
             break;
         case Trigger::setScreenCapture:
             mayCaptureScreen_ = step.on;
+            break;
+        case Trigger::setTrusted:
+            isTrusted_ = step.on;
+            break;
+        case Trigger::setCaptureTime:
+            captureTimes_[step.choice] = step.x;
             break;
         case Trigger::setRefusal:
             setRefusal(shortcuts[step.choice], step.on);

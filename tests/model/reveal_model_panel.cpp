@@ -16,6 +16,10 @@ constexpr double screenMargin = 8;
 
 const std::string hiddenName = "H ";
 const std::string alwaysHiddenName = "A ";
+/// Of `captureTimes_`.
+constexpr std::size_t queryTime = 0;
+constexpr std::size_t hiddenItemTime = 1;
+constexpr std::size_t alwaysHiddenItemTime = 2;
 
 }  // namespace
 
@@ -81,11 +85,27 @@ void RevealModel::beginPass(Pass pass) {
         return;
     }
     passes_[++lastProcess_] = std::move(pass);
-    agenda_.wait(Wait::query, 0, lastProcess_);
+    agenda_.wait(Wait::query, captureTimes_[queryTime], lastProcess_);
 }
 
 void RevealModel::queryOver(ProcessId process) {
+    Pass& pass = passes_.at(process);
+    const std::string names = pass.hidden + pass.alwaysHidden;
+    for (std::size_t place = 0; place < names.size(); place += hiddenName.size()) {
+        const bool isHidden = names.compare(place, hiddenName.size(), hiddenName) == 0;
+        ++pass.pictures;
+        agenda_.wait(Wait::picture, captureTimes_[isHidden ? hiddenItemTime : alwaysHiddenItemTime], process);
+    }
+}
+
+void RevealModel::pictureOver(ProcessId process) {
+    if (--passes_.at(process).pictures > 0)
+        return;
     const Pass pass = passes_.extract(process).mapped();
+    for (const std::string& name : {hiddenName, alwaysHiddenName}) {
+        if ((pass.hidden + pass.alwaysHidden).find(name) != std::string::npos)
+            pictured_.insert(name);
+    }
     store(pass);
     finishPass(pass);
 }
@@ -151,6 +171,7 @@ void RevealModel::closePanel() {
 void RevealModel::showPanel(const Point& place) {
     closedPanel_ = {};
     panel_ = place;
+    entries_ = knownHidden_ + knownAlwaysHidden_;
 }
 
 void RevealModel::pressedInWindow(bool rightButton) {

@@ -115,6 +115,15 @@ constexpr std::array<Row, rowCount> table{{
     {refreshOver, none, none, applies},
     {refreshOver, hidden, none, applies},
     {refreshOver, all, none, applies},
+    {activationOfHidden, none, hidden, applies},
+    {activationOfHidden, hidden, hidden, nothing},
+    {activationOfHidden, all, all, nothing},
+    {activationOfAlwaysHidden, none, all, applies},
+    {activationOfAlwaysHidden, hidden, all, applies},
+    {activationOfAlwaysHidden, all, all, nothing},
+    {activationOver, none, none, restartsTimer},
+    {activationOver, hidden, hidden, restartsTimer},
+    {activationOver, all, all, restartsTimer},
 }};
 
 constexpr std::array<Appearance, 3> appearances{{
@@ -123,7 +132,7 @@ constexpr std::array<Appearance, 3> appearances{{
     {12, 12, true},
 }};
 
-constexpr std::array<std::string_view, 36> causeNames{"toggleClick",
+constexpr std::array<std::string_view, 39> causeNames{"toggleClick",
                                                       "toggleOptionClick",
                                                       "toggleRightClick",
                                                       "togglePanelClick",
@@ -158,7 +167,10 @@ constexpr std::array<std::string_view, 36> causeNames{"toggleClick",
                                                       "rehidePutOffByPanel",
                                                       "refreshWithAlwaysHidden",
                                                       "refreshWithoutAlwaysHidden",
-                                                      "refreshOver"};
+                                                      "refreshOver",
+                                                      "activationOfHidden",
+                                                      "activationOfAlwaysHidden",
+                                                      "activationOver"};
 
 constexpr std::array<std::string_view, 3> levelNames{"none", "hidden", "all"};
 

@@ -47,6 +47,9 @@ enum class Cause {
     refreshWithAlwaysHidden,
     refreshWithoutAlwaysHidden,
     refreshOver,
+    activationOfHidden,
+    activationOfAlwaysHidden,
+    activationOver,
 };
 
 /// What follows a transition.
@@ -66,7 +69,7 @@ struct Appearance {
     bool toggleRevealed;
 };
 
-inline constexpr std::size_t rowCount = 101;
+inline constexpr std::size_t rowCount = 110;
 
 /// Every transition there is. A cause that is missing for a level cannot happen at it.
 const std::array<Row, rowCount>& revealTable();

@@ -68,12 +68,17 @@ void describeParameters(std::ostream& out, const Step& step) {
         case Trigger::setPanelHotkey:
         case Trigger::pressShortcut:
         case Trigger::reportPress:
+        case Trigger::activateEntry:
             out << ' ' << step.choice;
+            break;
+        case Trigger::setCaptureTime:
+            out << ' ' << step.choice << ", " << step.x << " s";
             break;
         case Trigger::setRefusal:
             out << ' ' << step.choice << (step.on ? " on, status " : " off, status ") << step.x;
             break;
         case Trigger::setScreenCapture:
+        case Trigger::setTrusted:
         case Trigger::setRefreshPanelOnOpen:
         case Trigger::setWindowServer:
         case Trigger::setAutoRehide:

@@ -22,7 +22,7 @@ struct Step {
     double y = 0;
     std::int64_t nanoseconds = 0;
     bool on = false;
-    /// Which of several: screens, menus, styles, actions, shortcuts.
+    /// Which of several: screens, menus, styles, actions, shortcuts, entries of the panel.
     std::size_t choice = 0;
     MenuPlan menu;
 };

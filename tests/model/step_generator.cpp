@@ -30,6 +30,8 @@ constexpr std::array<Trigger, 6> afterScroll{Trigger::scroll,    Trigger::scroll
 /// One that tells of failure, one of success without a hot key.
 constexpr std::array<double, 2> refusalStatuses{-9878, 0};
 constexpr std::array<double, 3> thicknesses{22, 26, 37};
+/// Seconds: nothing, what a picture takes, and longer than other waits.
+constexpr std::array<double, 5> captureTimes{0, 0, 0.01, 0.2, 0.6};
 
 }  // namespace
 
@@ -67,6 +69,8 @@ Trigger StepGenerator::chooseTrigger(const RevealModel& model) {
         return Trigger::openMenu;
     if (model.panel() && model.level() == RevealLevel::none && random_.chance(8))
         return Trigger::scheduleRehideTimer;
+    if (model.panel() && random_.chance(10))
+        return Trigger::activateEntry;
     if (hasJustScrolled(model) && random_.chance(60))
         return random_.pick(afterScroll);
     static const unsigned total =
@@ -119,7 +123,15 @@ void StepGenerator::chooseParameters(Step& step, const RevealModel& model) {
             step.x = random_.pick(thicknesses);
             break;
         case Trigger::setScreenCapture:
+        case Trigger::setTrusted:
             step.on = random_.chance(70);
+            break;
+        case Trigger::setCaptureTime:
+            step.choice = random_.below(captureTimeCount);
+            step.x = random_.pick(captureTimes);
+            break;
+        case Trigger::activateEntry:
+            step.choice = random_.below(panelEntries.size());
             break;
         case Trigger::setTimeOfDay:
             step.x = model.now() + random_.whole(-3, 5);

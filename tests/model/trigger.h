@@ -50,6 +50,9 @@ enum class Trigger {
     setScreenCapture,
     pressEscape,
     setRefreshPanelOnOpen,
+    activateEntry,
+    setTrusted,
+    setCaptureTime,
 };
 
 struct TriggerInfo {
@@ -60,7 +63,7 @@ struct TriggerInfo {
 };
 
 /// In the order of the enumeration.
-inline constexpr std::array<TriggerInfo, 42> triggers{{
+inline constexpr std::array<TriggerInfo, 45> triggers{{
     {Trigger::advance, "advance", 260},
     {Trigger::runPosted, "runPosted", 120},
     {Trigger::movePointer, "movePointer", 160},
@@ -103,6 +106,9 @@ inline constexpr std::array<TriggerInfo, 42> triggers{{
     {Trigger::setScreenCapture, "setScreenCapture", 8},
     {Trigger::pressEscape, "pressEscape", 6},
     {Trigger::setRefreshPanelOnOpen, "setRefreshPanelOnOpen", 6},
+    {Trigger::activateEntry, "activateEntry", 12},
+    {Trigger::setTrusted, "setTrusted", 4},
+    {Trigger::setCaptureTime, "setCaptureTime", 12},
 }};
 
 std::string_view nameOf(Trigger trigger);
