@@ -5,6 +5,7 @@
 #include "linux/qt/controls/tab_button.h"
 #include "linux/qt/controls/text_label.h"
 #include "linux/qt/controls/view_button.h"
+#include "linux/qt/style.h"
 #include "view_fixture.h"
 
 #include <QLineEdit>
@@ -52,20 +53,29 @@ TEST_F(Update, ButtonCallsTheLatestActionOnce) {
 
 TEST_F(Update, ButtonShowsItsOtherLabelWhileItIsPressed) {
     show(plainButton("up", {}));
-    const auto* up = only<TextLabel>();
-    EXPECT_TRUE(up->isVisible());
+    const QRect place = placeOf(only<TextLabel>());
+    EXPECT_EQ(only<TextLabel>()->text(), "up");
     QTest::mousePress(only<ViewButton>(), Qt::LeftButton);
-    const auto labels = host_.findChildren<TextLabel*>();
-    ASSERT_EQ(labels.size(), 2) << "the other one is made for the first press";
-    EXPECT_EQ(labels[0], up);
-    EXPECT_FALSE(up->isVisible());
-    EXPECT_TRUE(labels[1]->isVisible());
-    EXPECT_EQ(labels[1]->text(), "down");
-    EXPECT_FALSE(labels[1]->size().isEmpty());
-    EXPECT_EQ(labels[1]->mapTo(&host_, QPoint()), up->mapTo(&host_, QPoint()));
+    EXPECT_EQ(only<TextLabel>()->text(), "down");
+    EXPECT_TRUE(only<TextLabel>()->isVisible());
+    EXPECT_EQ(placeOf(only<TextLabel>()), place);
     QTest::mouseRelease(only<ViewButton>(), Qt::LeftButton);
-    EXPECT_TRUE(up->isVisible());
-    EXPECT_FALSE(labels[1]->isVisible());
+    EXPECT_EQ(only<TextLabel>()->text(), "up");
+    EXPECT_EQ(placeOf(only<TextLabel>()), place);
+}
+
+TEST_F(Update, ButtonMayShowSomethingElseAltogetherWhileItIsPressed) {
+    const View symbol = {ImageView{{Symbol{"gearshape", 13, FontWeight::regular}, true, {}}}};
+    show({Button{ButtonStyle::plain, {}}, {framed(label("up"), 40, 20), framed(symbol, 40, 20)}});
+    QTest::mousePress(only<ViewButton>(), Qt::LeftButton);
+    EXPECT_TRUE(host_.findChildren<TextLabel*>().isEmpty());
+    const auto shown = only<ViewButton>()->findChildren<QWidget*>();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown.first()->isVisible());
+    EXPECT_FALSE(shown.first()->size().isEmpty());
+    QTest::mouseRelease(only<ViewButton>(), Qt::LeftButton);
+    EXPECT_EQ(only<ViewButton>()->findChildren<QWidget*>().size(), 1);
+    EXPECT_EQ(only<TextLabel>()->text(), "up");
 }
 
 TEST_F(Update, ButtonThatWasPressedShowsWhatItsOtherLabelSaysByNow) {
@@ -76,11 +86,32 @@ TEST_F(Update, ButtonThatWasPressedShowsWhatItsOtherLabelSaysByNow) {
     QTest::mouseClick(only<ViewButton>(), Qt::LeftButton);
     show(described("second"));
     QTest::mousePress(only<ViewButton>(), Qt::LeftButton);
-    const auto labels = host_.findChildren<TextLabel*>();
-    ASSERT_EQ(labels.size(), 2);
-    EXPECT_EQ(labels[1]->text(), "second");
+    EXPECT_EQ(only<TextLabel>()->text(), "second");
     show(described("third"));
-    EXPECT_EQ(labels[1]->text(), "third") << "also while it is pressed";
+    EXPECT_EQ(only<TextLabel>()->text(), "third") << "also while it is pressed";
+}
+
+TEST_F(Update, BackgroundLiesBelowTheOneInsideOfItWhicheverCameFirst) {
+    const auto described = [](ColorRole inner, ColorRole outer) {
+        return framed(label(""), 20, 20)
+            .with(Background{ShapeKind::roundedRectangle, 0, {inner}})
+            .with(Padding{{10, 10, 10, 10}})
+            .with(Background{ShapeKind::roundedRectangle, 0, {outer}});
+    };
+    const auto colorAt = [&](int x) { return host_.grab().toImage().pixelColor(x, 20); };
+    const auto expectBoth = [&] {
+        EXPECT_EQ(colorAt(20), style::color({ColorRole::green}));
+        EXPECT_EQ(colorAt(5), style::color({ColorRole::red}));
+    };
+    show(described(ColorRole::green, ColorRole::red));
+    expectBoth();
+    show(described(ColorRole::clear, ColorRole::red));
+    EXPECT_EQ(colorAt(20), style::color({ColorRole::red}));
+    show(described(ColorRole::green, ColorRole::red));
+    expectBoth();
+    show(described(ColorRole::green, ColorRole::clear));
+    show(described(ColorRole::green, ColorRole::red));
+    expectBoth();
 }
 
 TEST_F(Update, BackgroundThatIsClearTakesNoWidget) {

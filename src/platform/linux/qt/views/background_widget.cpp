@@ -10,7 +10,6 @@ namespace velmo {
 
 BackgroundWidget::BackgroundWidget(QWidget& surface) : QWidget(&surface) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    lower();
     setVisible(true);
 }
 

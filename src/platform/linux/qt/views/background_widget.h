@@ -6,7 +6,7 @@
 
 namespace velmo {
 
-/// A filled shape behind a view.
+/// A filled shape behind a view; its maker puts it there.
 class BackgroundWidget : public QWidget {
 public:
     explicit BackgroundWidget(QWidget& surface);

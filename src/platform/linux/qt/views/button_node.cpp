@@ -27,8 +27,12 @@ QKeySequence sequenceOf(ShortcutKey key) {
 }  // namespace
 
 ButtonNode::ButtonNode(QWidget& surface) : ViewNode(surface), button_(std::make_unique<ViewButton>(surface)) {
-    QObject::connect(button_.get(), &QAbstractButton::pressed, button_.get(), [this] { showLabel(); });
-    QObject::connect(button_.get(), &QAbstractButton::released, button_.get(), [this] { showLabel(); });
+    const auto changeLabel = [this] {
+        updateLabel();
+        placeLabel();
+    };
+    QObject::connect(button_.get(), &QAbstractButton::pressed, button_.get(), changeLabel);
+    QObject::connect(button_.get(), &QAbstractButton::released, button_.get(), changeLabel);
     QObject::connect(button_.get(), &QAbstractButton::clicked, button_.get(), [this] {
         // Copies: the action may end this node.
         const auto action = content<Button>().action;
@@ -50,9 +54,7 @@ void ButtonNode::apply(const ViewContext& context) {
     // A button with a label for each state says by them what it is; a push button has a face that gets paler.
     if (!context.isEnabled && style != ButtonStyle::automatic && view().children.size() < 2)
         labelContext_.opacity *= style::disabledOpacity;
-    updateLabel(0);
-    if (faces_[1])
-        updateLabel(1);
+    updateLabel();
     button_->setStyle(style);
     button_->setEnabled(context.isEnabled);
     describe(*button_,
@@ -63,35 +65,18 @@ void ButtonNode::apply(const ViewContext& context) {
     if (button_->shortcut() != shortcut)
         button_->setShortcut(shortcut);
     reassert_ = context.reassert;
-    showLabel();
 }
 
-void ButtonNode::updateLabel(std::size_t index) {
-    if (!faces_[index]) {
-        faces_[index] = std::make_unique<QWidget>(button_.get());
-        faces_[index]->setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
+void ButtonNode::updateLabel() {
     const Views& labels = view().children;
-    labels_[index].update(index < labels.size() ? Views{labels[index]} : Views{}, labelContext_,
-                          *faces_[index]);
+    const std::size_t index = button_->isDown() && labels.size() > 1 ? 1 : 0;
+    label_.update(index < labels.size() ? Views{labels[index]} : Views{}, labelContext_, *button_);
 }
 
-void ButtonNode::placeLabel(std::size_t index) {
+void ButtonNode::placeLabel() {
     const QPointF corner(padding().width() / 2, padding().height() / 2);
-    faces_[index]->setGeometry(button_->rect());
-    if (!labels_[index].empty())
-        labels_[index][0].place({corner, size_ - padding()});
-}
-
-void ButtonNode::showLabel() {
-    const bool showsPressed = button_->isDown() && view().children.size() > 1;
-    if (showsPressed && !faces_[1]) {
-        updateLabel(1);
-        placeLabel(1);
-    }
-    faces_[0]->setVisible(!showsPressed);
-    if (faces_[1])
-        faces_[1]->setVisible(showsPressed);
+    if (!label_.empty())
+        label_[0].place({corner, size_ - padding()});
 }
 
 QSizeF ButtonNode::padding() const {
@@ -99,23 +84,20 @@ QSizeF ButtonNode::padding() const {
 }
 
 QSizeF ButtonNode::contentSize(const QSizeF& offer) const {
-    const QSizeF label = labels_[0].empty() ? QSizeF(0, 0) : labels_[0][0].sizeThatFits(offer - padding());
+    const QSizeF label = label_.empty() ? QSizeF(0, 0) : label_[0].sizeThatFits(offer - padding());
     return label + padding();
 }
 
 void ButtonNode::placeContent(const QRectF& area) {
     button_->setGeometry(area.toAlignedRect());
     size_ = area.size();
-    for (std::size_t index = 0; index < 2; ++index) {
-        if (faces_[index])
-            placeLabel(index);
-    }
+    placeLabel();
 }
 
 qreal ButtonNode::contentBaseline(const QSizeF& size) const {
-    if (labels_[0].empty())
+    if (label_.empty())
         return size.height();
-    return padding().height() / 2 + labels_[0][0].firstBaseline(size - padding());
+    return padding().height() / 2 + label_[0].firstBaseline(size - padding());
 }
 
 }  // namespace velmo

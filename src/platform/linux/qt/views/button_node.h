@@ -18,15 +18,13 @@ protected:
 private:
     /// Around the label.
     QSizeF padding() const;
-    void updateLabel(std::size_t index);
-    void placeLabel(std::size_t index);
-    void showLabel();
+    /// For a button that is pressed or is not, whichever it is.
+    void updateLabel();
+    void placeLabel();
 
     std::unique_ptr<ViewButton> button_;
-    /// The label and the one for the pressed button, each on a widget of its own. The latter is made for the
-    /// first press: most buttons never see one.
-    std::unique_ptr<QWidget> faces_[2];
-    ViewNodes labels_[2];
+    /// One view, or none.
+    ViewNodes label_;
     ViewContext labelContext_;
     QSizeF size_;
     std::function<void()> reassert_;

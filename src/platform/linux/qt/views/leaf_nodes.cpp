@@ -90,7 +90,7 @@ void ImageNode::apply(const ViewContext& context) {
                  ? QString::fromStdString(view.image.accessibilityDescription)
                  : context.accessibilityLabel,
              context.help);
-    capHeight_ = QFontMetricsF(style::font(context.font)).capHeight();
+    font_ = context.font;
 }
 
 QSizeF ImageNode::contentSize(const QSizeF& offer) const {
@@ -106,7 +106,7 @@ QSizeF ImageNode::contentSize(const QSizeF& offer) const {
 
 qreal ImageNode::contentBaseline(const QSizeF& size) const {
     // Beside a text, a symbol stands around the middle of the capitals.
-    return (size.height() + capHeight_) / 2;
+    return (size.height() + QFontMetricsF(style::font(font_)).capHeight()) / 2;
 }
 
 }  // namespace velmo

@@ -75,7 +75,7 @@ protected:
 
 private:
     std::unique_ptr<ImageLabel> label_;
-    qreal capHeight_ = 0;
+    Font font_;
 };
 
 /// The image with the size and weight that the font around it has, where it names none.

@@ -83,8 +83,9 @@ QSizeF HStackNode::contentSize(const QSizeF& offer) const {
 void HStackNode::placeContent(const QRectF& area) {
     const auto all = sizes(area.size());
     const auto alignment = content<HStack>().alignment;
+    const bool sharesBaseline = alignment == VerticalAlignment::firstTextBaseline;
     qreal above = 0;
-    for (std::size_t index = 0; index < all.size(); ++index)
+    for (std::size_t index = 0; sharesBaseline && index < all.size(); ++index)
         above = std::max(above, children_[index].firstBaseline(all[index]));
     const bool isMirrored = surface().layoutDirection() == Qt::RightToLeft;
     qreal x = isMirrored ? area.right() : area.left();
@@ -97,7 +98,7 @@ void HStackNode::placeContent(const QRectF& area) {
             y += (area.height() - size.height()) / 2;
         else if (alignment == VerticalAlignment::bottom)
             y += area.height() - size.height();
-        else if (alignment == VerticalAlignment::firstTextBaseline)
+        else if (sharesBaseline)
             y += above - children_[index].firstBaseline(size);
         if (isMirrored)
             x -= size.width();

@@ -64,6 +64,7 @@ void ViewNode::update(const View& view, const ViewContext& context) {
 
 void ViewNode::applyBackgrounds() {
     std::size_t count = 0;
+    bool isMade = false;
     for (const auto& modifier : view_.modifiers) {
         const auto* background = std::get_if<Background>(&modifier);
         if (!background)
@@ -71,14 +72,21 @@ void ViewNode::applyBackgrounds() {
         if (++count > backgrounds_.size())
             backgrounds_.emplace_back();
         auto& widget = backgrounds_[count - 1];
-        if (background->color.role == ColorRole::clear)
+        if (background->color.role == ColorRole::clear) {
             widget.reset();
-        else if (!widget)
+        } else if (!widget) {
             widget = std::make_unique<BackgroundWidget>(surface_);
+            isMade = true;
+        }
         if (widget)
             static_cast<BackgroundWidget&>(*widget).display(*background);
     }
     backgrounds_.resize(count);
+    // Each below the one inside of it, also where that one is the newer.
+    for (std::size_t index = 0; isMade && index < count; ++index) {
+        if (backgrounds_[index])
+            backgrounds_[index]->lower();
+    }
 }
 
 QSizeF ViewNode::sizeThatFits(const QSizeF& offer) const {

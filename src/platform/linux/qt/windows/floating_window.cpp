@@ -99,10 +99,10 @@ void FloatingWindow::showAt(const QPointF& pixel) {
 
 /// Before the window is seen, lest a compositing manager gives it a shadow of its own for a moment.
 void FloatingWindow::declareShadow() {
-    const int margin = shadowMargin();
-    if (margin == 0)
+    if (!isTranslucent_)
         return;
     awaitServer();
+    const int margin = shadowMargin();
     const qreal ratio = devicePixelRatioF();
     host_.declareShadow(number(), {width() * ratio, height() * ratio}, margin * ratio);
 }
