@@ -211,6 +211,35 @@ TEST_F(OwnEvents, EscapeIsThePanelsWhicheverModifiersAreHeld) {
         EXPECT_EQ(seen_[0].keyCode, keyEscape);
         EXPECT_NE(seen_[0].modifierFlags, 0U);
     }
+    // Also those that have no part in shortcuts.
+    focus(makeToolkitWindow(false, {100, 200, 120, 60}));
+    for (const char* combination : {"ISO_Level3_Shift+Escape", "shift+super+ISO_Level3_Shift+Escape"}) {
+        seen_.clear();
+        xdotool({"key", combination});
+        turnFor(milliseconds(40));
+        ASSERT_EQ(seen_.size(), 1U) << combination;
+        EXPECT_EQ(seen_[0].keyCode, keyEscape);
+    }
+}
+
+TEST_F(OwnEvents, EscapeOfAHotKeyThatComesWhileAPanelIsShownIsNotThePanelsAnyMore) {
+    start();
+    int pressed = 0;
+    const auto handler = hotKeys_->installEventHandler(hotKeyPressed, [&](const HotKeyEvent*) {
+        ++pressed;
+        return 0;
+    });
+    const auto panel = localEvents_.addPanel();
+    const auto monitor = monitorKeys();
+    type("super+Escape");
+    EXPECT_EQ(seen_.size(), 1U);
+    const auto registered = hotKeys_->registerHotKey(keyEscape, hot_key_modifier::command, {0, 1}, 0);
+    ASSERT_TRUE(registered.hotKey);
+    type("super+Escape");
+    EXPECT_EQ(pressed, 1);
+    EXPECT_EQ(seen_.size(), 1U) << "one press, one effect";
+    type("Escape");
+    EXPECT_EQ(seen_.size(), 2U);
 }
 
 TEST_F(OwnEvents, HotKeyWithEscapeStaysAHotKeyWhileAPanelIsShownAndAfterwards) {

@@ -1,16 +1,9 @@
 #include "key_grab.h"
 
+#include "linux/x11/modifiers.h"
 #include "linux/x11/reply.h"
 
 namespace velmo::x11 {
-
-namespace {
-
-constexpr std::uint16_t everyModifier = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_CONTROL |
-                                        XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_3 | XCB_MOD_MASK_4 |
-                                        XCB_MOD_MASK_5;
-
-}  // namespace
 
 KeyCombination pressedCombination(const xcb_key_press_event_t& press, std::uint16_t lockMask) {
     return {press.detail, static_cast<std::uint16_t>(press.state & everyModifier & ~lockMask)};

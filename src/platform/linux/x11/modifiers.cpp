@@ -42,6 +42,15 @@ std::uint16_t bitsOf(xcb_key_symbols_t* symbols, const xcb_get_modifier_mapping_
     return bits;
 }
 
+/// Every subset of the mask, from itself down to nothing.
+std::vector<std::uint16_t> subsetsOf(std::uint16_t mask) {
+    std::vector<std::uint16_t> subsets;
+    for (std::uint16_t subset = mask; subset != 0; subset = static_cast<std::uint16_t>((subset - 1) & mask))
+        subsets.push_back(subset);
+    subsets.push_back(0);
+    return subsets;
+}
+
 /// The lowest set bit; a key that sets several modifiers is told by the first.
 std::uint16_t lowestBit(std::uint16_t bits) {
     return static_cast<std::uint16_t>(bits & -bits);
@@ -97,13 +106,11 @@ std::uint16_t Modifiers::lockMask() const {
 }
 
 std::vector<std::uint16_t> Modifiers::lockCombinations() const {
-    std::vector<std::uint16_t> combinations;
-    const std::uint16_t mask = lockMask();
-    // Every subset of the mask, from itself down to nothing.
-    for (std::uint16_t subset = mask; subset != 0; subset = static_cast<std::uint16_t>((subset - 1) & mask))
-        combinations.push_back(subset);
-    combinations.push_back(0);
-    return combinations;
+    return subsetsOf(lockMask());
+}
+
+std::vector<std::uint16_t> Modifiers::combinations() const {
+    return subsetsOf(static_cast<std::uint16_t>(everyModifier & ~lockMask()));
 }
 
 }  // namespace velmo::x11

@@ -12,6 +12,11 @@
 
 namespace velmo::x11 {
 
+/// The bits of all modifiers, in an X modifier state that may have bits of buttons as well.
+inline constexpr std::uint16_t everyModifier = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_CONTROL |
+                                               XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_3 |
+                                               XCB_MOD_MASK_4 | XCB_MOD_MASK_5;
+
 /// Which bits of an X modifier state stand for which keys; follows changes of the mapping.
 class Modifiers {
 public:
@@ -27,6 +32,8 @@ public:
     std::uint16_t lockMask() const;
     /// Every combination of locks that may be on while a key or button is pressed, each once.
     std::vector<std::uint16_t> lockCombinations() const;
+    /// Every combination of all the other modifiers, each once.
+    std::vector<std::uint16_t> combinations() const;
 
     /// Called after the mapping has changed.
     Registration onChange(std::function<void()> listener) { return listeners_.add(std::move(listener)); }

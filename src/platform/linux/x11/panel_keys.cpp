@@ -1,7 +1,6 @@
 #include "panel_keys.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <utility>
 
 namespace velmo::x11 {
@@ -34,15 +33,14 @@ PanelKeys::~PanelKeys() {
     letGo();
 }
 
-/// With no modifier, with each, and with any several of them.
+/// With no modifier, with each, and with any several of them, less those that hot keys have.
 std::vector<KeyCombination> PanelKeys::combinations(xcb_keycode_t key) const {
-    std::vector<KeyCombination> all = {{key, 0}};
-    for (const std::uint16_t mask : {std::uint16_t{XCB_MOD_MASK_SHIFT}, std::uint16_t{XCB_MOD_MASK_CONTROL},
-                                     modifiers_.altMask(), modifiers_.superMask()}) {
-        for (std::size_t index = 0, count = all.size(); mask != 0 && index < count; ++index)
-            all.push_back({key, static_cast<std::uint16_t>(all[index].modifiers | mask)});
+    std::vector<KeyCombination> wanted;
+    for (const auto modifiers : modifiers_.combinations()) {
+        if (!hotKeys_.holds({key, modifiers}))
+            wanted.push_back({key, modifiers});
     }
-    return all;
+    return wanted;
 }
 
 void PanelKeys::update() {
@@ -53,16 +51,16 @@ void PanelKeys::update() {
     }
     if (held_)
         return;
-    auto wanted = combinations(*key);
-    std::erase_if(wanted, [this](const auto& combination) { return hotKeys_.holds(combination); });
     auto locks = modifiers_.lockCombinations();
-    auto taken = grabKeys(connection_, wanted, locks);
+    auto taken = grabKeys(connection_, combinations(*key), locks);
     held_ = Held{std::move(taken), std::move(locks)};
 }
 
 void PanelKeys::letGo() {
     const auto held = std::exchange(held_, std::nullopt);
-    for (const auto& combination : held ? held->combinations : std::vector<KeyCombination>()) {
+    if (!held)
+        return;
+    for (const auto& combination : held->combinations) {
         // The server knows one grab for a combination, a hot key's as well.
         if (!hotKeys_.holds(combination))
             ungrabKey(connection_, combination, held->locks);
@@ -73,9 +71,10 @@ void PanelKeys::handle(const xcb_generic_event_t& event) {
     if ((event.response_type & 0x7f) != XCB_KEY_PRESS || !held_)
         return;
     const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(event);
-    // The root window hears of hot keys, too.
+    // The root window hears of hot keys, too, also of those that were registered since.
     const auto& ours = held_->combinations;
-    if (std::find(ours.begin(), ours.end(), pressedCombination(press, modifiers_.lockMask())) == ours.end())
+    const auto pressed = pressedCombination(press, modifiers_.lockMask());
+    if (std::find(ours.begin(), ours.end(), pressed) == ours.end() || hotKeys_.holds(pressed))
         return;
     if (const auto key = keyEvents_.keyDown(press.detail, press.state))
         localEvents_.deliver(*key);
