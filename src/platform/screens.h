@@ -10,8 +10,8 @@ namespace velmo {
 /// Frames in points, origin at the bottom left of the primary screen, y upwards.
 struct Screen {
     Rect frame;
-    /// The frame less the menu bar. Less further edges where the system's own idea of a screen leaves them
-    /// out.
+    /// The frame less the menu bar, and less what docks have at the other edges where the system tells of
+    /// them.
     Rect visibleFrame;
     /// Pixels a point.
     double backingScaleFactor = 1;

@@ -23,13 +23,6 @@ protected:
         ASSERT_TRUE(eventually([&] { return bystander.isTaken("org.a11y.Bus"); }));
     }
 
-    xcb_window_t itemTitled(const std::string& title) const {
-        for (const auto window : x().children(bar())) {
-            if (x().property(window, "_NET_WM_NAME") == title)
-                return window;
-        }
-        return XCB_WINDOW_NONE;
-    }
     std::string client(const std::vector<std::string>& arguments) const {
         std::vector<std::string> command = {"/usr/bin/python3",
                                             std::string(VELMO_CLIENTS) + "/accessible_tree.py", "velmo"};
@@ -81,15 +74,15 @@ TEST_F(AccessibleWindows, PanelNamesEachItemAndIsWorkedByAssistivePrograms) {
     const auto icon = itemTitled("Network");
     superDrag(icon, farLeft);
     ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
-    openPanel();
+    openPanelWindow();
     const std::vector<std::string> expected = {"frame: Hidden items", "push button: Network",
                                                "push button: Velmo Settings"};
     EXPECT_EQ(elementsOf("Hidden items"), expected);
 
     activate("Network");
-    EXPECT_TRUE(eventually([&] { return !panel() && isOnScreen(icon); }));
+    EXPECT_TRUE(eventually([&] { return !panelWindow() && isOnScreen(icon); }));
     movePointer(farLeft, 300);
-    openPanel();
+    openPanelWindow();
     activate("Velmo Settings");
     EXPECT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
     EXPECT_EQ(elementsOf("Velmo Settings").front(), "frame: Velmo Settings");
@@ -98,7 +91,7 @@ TEST_F(AccessibleWindows, PanelNamesEachItemAndIsWorkedByAssistivePrograms) {
 
 TEST_F(AccessibleWindows, PanelSaysWhereNothingIsHidden) {
     startVelmoForPanels();
-    openPanel();
+    openPanelWindow();
     const std::vector<std::string> expected = {
         "frame: Hidden items",
         "label: No hidden items yet. ⌘-drag icons to the left of the divider to hide them."};

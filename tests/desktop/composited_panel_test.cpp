@@ -19,7 +19,7 @@ protected:
     int blue(int pixelX, int pixelY) const { return static_cast<int>(x().pixel(pixelX, pixelY) & 0xff); }
     /// The panel on a composited screen, once it was painted.
     Area openCompositedPanel() {
-        openPanel();
+        openPanelWindow();
         const auto place = strip(shadowMargin);
         EXPECT_TRUE(eventually([&] { return red(place.midX(), place.y + 3) > 200; }));
         return place;
@@ -66,20 +66,20 @@ TEST_F(CompositedPanel, LeavesPressesInItsShadowToWhatLiesBeneath) {
     startVelmoForPanels();
     const auto place = openCompositedPanel();
     movePointer(place.x, place.midY());
-    EXPECT_EQ(x().windowUnderPointer(), panel());
+    EXPECT_EQ(x().windowUnderPointer(), panelWindow());
     movePointer(place.x - 1, place.midY());
     EXPECT_EQ(x().windowUnderPointer(), backdrop_);
     movePointer(place.midX(), place.y - 1);
-    EXPECT_NE(x().windowUnderPointer(), panel());
+    EXPECT_NE(x().windowUnderPointer(), panelWindow());
     eventsGot(XCB_BUTTON_PRESS);
     xdotool({"mousemove", std::to_string(place.x - 4), std::to_string(place.midY()), "click", "1"});
-    EXPECT_TRUE(eventually([&] { return !panel(); }));
+    EXPECT_TRUE(eventually([&] { return !panelWindow(); }));
     EXPECT_EQ(eventsGot(XCB_BUTTON_PRESS), 1);
 }
 
 TEST_F(CompositedPanel, IsSquareAndOpaqueWithoutACompositingManager) {
     startVelmoForPanels();
-    openPanel();
+    openPanelWindow();
     const auto place = strip();
     EXPECT_TRUE(eventually([&] { return x().pixel(place.midX(), place.y + 3) == 0xfafafc; }));
     // The border, and nothing of the backdrop.
@@ -93,24 +93,25 @@ TEST_F(CompositedPanel, IsSquareAndOpaqueWithoutACompositingManager) {
 
 TEST_F(CompositedPanel, FollowsACompositingManagerThatComesAndGoes) {
     startVelmoForPanels();
-    openPanel();
+    openPanelWindow();
     const auto square = strip();
     for (int time = 0; time < 2; ++time) {
         startCompositingManager();
-        EXPECT_TRUE(eventually([&] { return panel() && strip(shadowMargin) == square; }));
+        EXPECT_TRUE(eventually([&] { return panelWindow() && strip(shadowMargin) == square; }));
         EXPECT_TRUE(eventually([&] { return red(square.midX(), square.y + 3) == 235; }));
         EXPECT_LT(red(square.x, square.y), 20);
         stopCompositingManager();
-        EXPECT_TRUE(eventually([&] { return panel() && strip() == square; }));
+        EXPECT_TRUE(eventually([&] { return panelWindow() && strip() == square; }));
         EXPECT_TRUE(eventually([&] { return x().pixel(square.midX(), square.y + 3) == 0xfafafc; }));
         EXPECT_GT(red(square.x, square.y), 150);
     }
     xdotool({"mousemove", std::to_string(square.midX()), std::to_string(square.midY()), "click", "1"});
-    EXPECT_TRUE(stays([&] { return panel().has_value(); }, milliseconds(300))) << "its own press";
+    EXPECT_TRUE(stays([&] { return panelWindow().has_value(); }, milliseconds(300))) << "its own press";
     xdotool({"key", "Escape"});
-    EXPECT_TRUE(eventually([&] { return !panel(); }));
+    EXPECT_TRUE(eventually([&] { return !panelWindow(); }));
     startCompositingManager();
-    EXPECT_TRUE(stays([&] { return !panel(); }, milliseconds(300))) << "a panel that is closed stays so";
+    EXPECT_TRUE(stays([&] { return !panelWindow(); }, milliseconds(300)))
+        << "a panel that is closed stays so";
     EXPECT_EQ(openCompositedPanel(), square);
 }
 

@@ -241,6 +241,14 @@ xcb_window_t DesktopSession::alwaysHiddenDivider() const {
     return x().windowTitled("Velmo.AlwaysHiddenDivider").value_or(xcb_window_t{XCB_WINDOW_NONE});
 }
 
+xcb_window_t DesktopSession::itemTitled(const std::string& title) const {
+    for (const auto window : x().children(bar())) {
+        if (x().property(window, "_NET_WM_NAME") == title)
+            return window;
+    }
+    return XCB_WINDOW_NONE;
+}
+
 bool DesktopSession::isOnScreen(xcb_window_t window) const {
     const auto place = x().area(window);
     const auto screen = x().area(x().root());

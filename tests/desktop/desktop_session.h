@@ -83,6 +83,8 @@ protected:
     xcb_window_t toggle() const;
     xcb_window_t divider() const;
     xcb_window_t alwaysHiddenDivider() const;
+    /// The window in the bar with this title. None where there is none.
+    xcb_window_t itemTitled(const std::string& title) const;
     bool isOnScreen(xcb_window_t window) const;
     /// There, and pushed off the left edge of the screen.
     bool isHidden(xcb_window_t window) const;

@@ -29,18 +29,18 @@ std::optional<xcb_window_t> PanelWindowSession::shown(const std::string& title) 
 }
 
 Area PanelWindowSession::strip(int margin) const {
-    const auto window = panel();
+    const auto window = panelWindow();
     const auto area = window ? x().area(*window).value_or(Area{}) : Area{};
     return {area.x + margin, area.y + margin, area.width - 2 * margin, area.height - 2 * margin};
 }
 
-void PanelWindowSession::openPanel() {
+void PanelWindowSession::openPanelWindow() {
     const auto place = *x().area(toggle());
     movePointer(place.midX(), place.midY());
     // A window manager that has just begun may still be arranging the windows.
     ASSERT_TRUE(eventually([&] { return x().windowUnderPointer() == bar(); }));
     click(toggle());
-    ASSERT_TRUE(eventually([&] { return panel().has_value(); }));
+    ASSERT_TRUE(eventually([&] { return panelWindow().has_value(); }));
     // Away from the toggle, whose tooltip would lie over the panel.
     movePointer(farLeft, 400);
 }

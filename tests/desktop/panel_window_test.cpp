@@ -27,12 +27,14 @@ protected:
         return area.x < place.x + place.width && area.x + area.width > place.x &&
                area.y < place.y + place.height && area.y + area.height > place.y;
     }
-    bool isOnTop(xcb_window_t lower) const { return panel() && isAbove(*panel(), topLevelOf(lower)); }
+    bool isOnTop(xcb_window_t lower) const {
+        return panelWindow() && isAbove(*panelWindow(), topLevelOf(lower));
+    }
     void expectStaysOnTop(xcb_window_t lower) const {
         EXPECT_TRUE(eventually([&] { return isOnTop(lower); }));
         EXPECT_TRUE(stays([&] { return isOnTop(lower); }, milliseconds(300)));
         movePointer(strip().midX(), strip().midY());
-        EXPECT_TRUE(eventually([&] { return x().windowUnderPointer() == panel(); }));
+        EXPECT_TRUE(eventually([&] { return x().windowUnderPointer() == panelWindow(); }));
     }
 };
 
@@ -63,7 +65,7 @@ protected:
 TEST_P(PanelUnder, StaysAboveWindowsThatAreShownRaisedAndFillTheScreen) {
     startChosenManager();
     startVelmoForPanels();
-    openPanel();
+    openPanelWindow();
     const auto first = startTerminal("First");
     EXPECT_TRUE(eventually([&] { return coversPanel(first); }));
     expectStaysOnTop(first);
@@ -75,7 +77,7 @@ TEST_P(PanelUnder, StaysAboveWindowsThatAreShownRaisedAndFillTheScreen) {
     EXPECT_TRUE(eventually([&] { return x().area(second)->height > 710; }));
     expectStaysOnTop(second);
     xdotool({"key", "Escape"});
-    EXPECT_TRUE(eventually([&] { return !panel(); }));
+    EXPECT_TRUE(eventually([&] { return !panelWindow(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, PanelUnder, testing::Values("openbox", "i3", "xfwm4"),
@@ -87,7 +89,7 @@ TEST_F(PanelWindow, StaysAboveWindowsOfAManagerThatPutsTheLatestAboveAll) {
     std::ofstream(configuration) << "RandomPlacement\n";
     startBeside({"twm", "-f", configuration});
     startVelmoForPanels();
-    openPanel();
+    openPanelWindow();
     for (const char* title : {"First", "Second"}) {
         const auto terminal = startTerminal(title);
         ASSERT_TRUE(eventually([&] { return topLevelOf(terminal) != terminal && coversPanel(terminal); }));
@@ -98,27 +100,99 @@ TEST_F(PanelWindow, StaysAboveWindowsOfAManagerThatPutsTheLatestAboveAll) {
 TEST_F(PanelWindow, StaysBelowWhatNoWindowManagerManages) {
     startWindowManager();
     startVelmoForPanels();
-    openPanel();
+    openPanelWindow();
     // As a notification or a locked screen.
     const auto cover = makeWindow({0, 0, 1280, 720}, 0x203040);
-    EXPECT_TRUE(stays([&] { return isAbove(cover, *panel()); }, milliseconds(300)));
+    EXPECT_TRUE(stays([&] { return isAbove(cover, *panelWindow()); }, milliseconds(300)));
     startBeside({"xterm", "-geometry", "150x20-0+30", "-title", "Beneath"});
     ASSERT_TRUE(eventually([&] { return shown("Beneath").has_value(); }));
-    EXPECT_TRUE(stays([&] { return isAbove(cover, *panel()); }, milliseconds(300)));
+    EXPECT_TRUE(stays([&] { return isAbove(cover, *panelWindow()); }, milliseconds(300)));
+}
+
+TEST_F(PanelWindow, IsNotRaisedOverTheMenusOfTheWindowManager) {
+    startWindowManager();
+    startVelmoForPanels();
+    openPanelWindow();
+    const auto place = strip();
+    // Its menu opens at its corner, in the middle of the panel.
+    startBeside({"xterm", "-geometry",
+                 "20x10+" + std::to_string(place.midX()) + "+" + std::to_string(place.y + 4), "-title",
+                 "Low"});
+    ASSERT_TRUE(eventually([&] { return shown("Low").has_value(); }));
+    const auto terminal = *shown("Low");
+    expectStaysOnTop(terminal);
+    movePointer(farLeft, 400);
+    ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == terminal; }));
+    const auto seen = [&] {
+        auto windows = x().children(x().root());
+        std::erase_if(windows, [&](xcb_window_t window) { return !x().isViewable(window); });
+        return windows;
+    };
+    // Where it is put when that window is raised; a window manager's menus go above that.
+    const std::uint32_t aboveIt[] = {topLevelOf(terminal), XCB_STACK_MODE_ABOVE};
+    xcb_configure_window(x().raw(), *panelWindow(), XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
+                         aboveIt);
+    const auto before = seen();
+    xdotool({"key", "alt+space"});
+    xcb_window_t menu = XCB_WINDOW_NONE;
+    ASSERT_TRUE(eventually([&] {
+        for (const auto window : seen()) {
+            if (std::find(before.begin(), before.end(), window) == before.end())
+                menu = window;
+        }
+        return menu != XCB_WINDOW_NONE;
+    }));
+    ASSERT_TRUE(coversPanel(menu));
+    EXPECT_TRUE(stays([&] { return isAbove(menu, *panelWindow()); }, milliseconds(300)));
+    EXPECT_TRUE(isOnTop(terminal));
+}
+
+TEST_F(PanelWindow, KeepsItsDistanceFromADockUntilThatGoes) {
+    startWindowManager();
+    startVelmoForPanels();
+    const auto dock = xcb_generate_id(x().raw());
+    xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, dock, x().root(), 1280 - 60, 100, 60, 500, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const auto setNumbers = [&](const char* name, xcb_atom_t type,
+                                const std::vector<std::uint32_t>& numbers) {
+        xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, dock, x().atom(name), type, 32,
+                            static_cast<std::uint32_t>(numbers.size()), numbers.data());
+    };
+    setNumbers("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {x().atom("_NET_WM_WINDOW_TYPE_DOCK")});
+    setNumbers("_NET_WM_STRUT_PARTIAL", XCB_ATOM_CARDINAL, {0, 60, 0, 0, 0, 0, 100, 599, 0, 0, 0, 0});
+    openPanelWindow();
+    EXPECT_EQ(strip().x + strip().width, 1280 - 8);
+    const auto reopen = [&] {
+        xdotool({"key", "Escape"});
+        ASSERT_TRUE(eventually([&] { return !panelWindow(); }));
+        openPanelWindow();
+    };
+    const auto endsAt = [&](int end) {
+        return eventually([&] {
+            reopen();
+            return strip().x + strip().width == end;
+        });
+    };
+    xcb_map_window(x().raw(), dock);
+    ASSERT_TRUE(eventually([&] { return x().isViewable(dock); }));
+    EXPECT_TRUE(endsAt(1280 - 60 - 8));
+    xcb_destroy_window(x().raw(), dock);
+    ASSERT_FALSE(x().exists(dock));
+    EXPECT_TRUE(endsAt(1280 - 8));
 }
 
 TEST_F(PanelWindow, IsSeenOnEveryWorkspace) {
     startWindowManager();
     startVelmoForPanels();
     const auto other = startOrdinaryWindow();
-    openPanel();
+    openPanelWindow();
     for (const char* workspace : {"1", "2", "0"}) {
         outputOf({"wmctrl", "-s", workspace}, environment_);
         const bool isHome = std::string(workspace) == "0";
         ASSERT_TRUE(eventually([&] { return x().isViewable(other) == isHome; }));
-        ASSERT_TRUE(panel()) << workspace;
+        ASSERT_TRUE(panelWindow()) << workspace;
         movePointer(strip().midX(), strip().midY());
-        EXPECT_TRUE(eventually([&] { return x().windowUnderPointer() == panel(); })) << workspace;
+        EXPECT_TRUE(eventually([&] { return x().windowUnderPointer() == panelWindow(); })) << workspace;
     }
 }
 
@@ -127,10 +201,10 @@ TEST_F(PanelWindow, EscapeReachesNobodyElse) {
     const auto other = makeWindow({100, 300, 200, 100}, 0x334455);
     giveKeyboardTo(other);
     for (const char* combination : {"Escape", "shift+Escape", "ctrl+alt+Escape", "super+Escape"}) {
-        openPanel();
+        openPanelWindow();
         eventsGot(XCB_KEY_PRESS);
         xdotool({"key", combination});
-        EXPECT_TRUE(eventually([&] { return !panel(); })) << combination;
+        EXPECT_TRUE(eventually([&] { return !panelWindow(); })) << combination;
         std::string modifiers = combination;
         modifiers.resize(modifiers.size() - std::string("Escape").size());
         const auto modifierCount = std::count(modifiers.begin(), modifiers.end(), '+');
@@ -146,10 +220,10 @@ TEST_F(PanelWindow, TakesNoKeyboardEvenWhereItIsClicked) {
     startVelmoForPanels();
     const auto other = startOrdinaryWindow();
     ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == other; }));
-    openPanel();
+    openPanelWindow();
     const auto place = strip();
     xdotool({"mousemove", std::to_string(place.midX()), std::to_string(place.midY()), "click", "1"});
-    EXPECT_TRUE(stays([&] { return panel() && x().keyboardOwner() == other; }, milliseconds(300)));
+    EXPECT_TRUE(stays([&] { return panelWindow() && x().keyboardOwner() == other; }, milliseconds(300)));
 }
 
 TEST_F(PanelWindow, StaysOnTheMonitorOfTheBar) {
@@ -157,23 +231,23 @@ TEST_F(PanelWindow, StaysOnTheMonitorOfTheBar) {
     // Too narrow for the panel: its left edge is what counts.
     outputOf({"xrandr", "--setmonitor", "*right", "320/80x720/180+960+0", "screen"}, environment_);
     startVelmoForPanels();
-    openPanel();
+    openPanelWindow();
     ASSERT_GT(strip().width, 320 - 16);
     EXPECT_EQ(strip().x, 960 + 8);
     xdotool({"key", "Escape"});
-    ASSERT_TRUE(eventually([&] { return !panel(); }));
+    ASSERT_TRUE(eventually([&] { return !panelWindow(); }));
 
     outputOf({"xrandr", "--delmonitor", "right"}, environment_);
     outputOf({"xrandr", "--setmonitor", "*left", "960/240x720/180+0+0", "screen"}, environment_);
     ASSERT_TRUE(eventually([&] { return x().area(toggle())->x < 960; }));
-    openPanel();
+    openPanelWindow();
     EXPECT_EQ(strip().x + strip().width, 960 - 8);
 }
 
 TEST_F(PanelOnANarrowScreen, KeepsItsDistanceFromTheLeftEdge) {
     startServer("300x400x24");
     startVelmoForPanels();
-    openPanel();
+    openPanelWindow();
     ASSERT_GT(strip().width, 300 - 16);
     EXPECT_EQ(strip().x, 8);
 }

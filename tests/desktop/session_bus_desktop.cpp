@@ -48,14 +48,6 @@ void SessionBusDesktop::awaitWatcher() const {
     ASSERT_TRUE(eventually([&] { return bystander.isTaken("org.freedesktop.StatusNotifierWatcher"); }));
 }
 
-xcb_window_t SessionBusDesktop::itemTitled(const std::string& title) const {
-    for (const auto window : x().children(bar())) {
-        if (x().property(window, "_NET_WM_NAME") == title)
-            return window;
-    }
-    return XCB_WINDOW_NONE;
-}
-
 xcb_window_t SessionBusDesktop::untilShown(const std::string& title) const {
     const auto shown = [&] { return isOnScreen(itemTitled(title)); };
     EXPECT_TRUE(eventually(shown, programStart)) << title;

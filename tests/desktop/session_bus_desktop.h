@@ -22,8 +22,6 @@ protected:
     void startVelmoOnBus();
     /// The same for a bus that has just come.
     void awaitWatcher() const;
-    /// The window in the bar with this title. None where there is none.
-    xcb_window_t itemTitled(const std::string& title) const;
     /// The same, once it is on the screen.
     xcb_window_t untilShown(const std::string& title) const;
     /// A program on the bus with one item that has a title.

@@ -27,22 +27,33 @@ protected:
         BarSession::TearDown();
     }
 
-    xcb_window_t makeWindow(const Area& area) const {
-        const xcb_window_t window = xcb_generate_id(x().raw());
+    xcb_window_t makeWindow(const Area& area) const { return makeWindow(area, x()); }
+    static xcb_window_t makeWindow(const Area& area, const XObserver& maker) {
+        const xcb_window_t window = xcb_generate_id(maker.raw());
         const std::uint32_t unmanaged = 1;
-        xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, window, x().root(),
+        xcb_create_window(maker.raw(), XCB_COPY_FROM_PARENT, window, maker.root(),
                           static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
                           static_cast<std::uint16_t>(area.width), static_cast<std::uint16_t>(area.height), 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
                           &unmanaged);
+        maker.exists(window);
         return window;
+    }
+    /// Of a window; 1 is shown as usual, 0 not managed any more.
+    void setState(xcb_window_t window, std::uint32_t state) const {
+        const auto name = x().atom("WM_STATE");
+        const std::uint32_t values[] = {state, XCB_WINDOW_NONE};
+        xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, name, name, 32, 2, values);
+    }
+    void putInto(xcb_window_t holder, xcb_window_t window) const {
+        xcb_reparent_window(x().raw(), window, holder, 0, 0);
+        xcb_map_window(x().raw(), window);
+        x().exists(window);
     }
     /// As a window manager does that puts no frames around windows.
     xcb_window_t showManaged(const Area& area) const {
         const auto window = makeWindow(area);
-        const auto state = x().atom("WM_STATE");
-        const std::uint32_t normal[] = {1, XCB_WINDOW_NONE};
-        xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, state, state, 32, 2, normal);
+        setState(window, 1);
         show(window);
         return window;
     }
@@ -103,6 +114,53 @@ TEST_F(TopWindows, StayBelowWhatNobodyManages) {
     const auto managed = showManaged({0, 0, 500, 300});
     raise(notification);
     EXPECT_TRUE(become({notification, panel_, managed}));
+}
+
+TEST_F(TopWindows, StayBelowWhatHoldsAWindowThatWasManagedOnce) {
+    show(panel_);
+    const auto holder = makeWindow({0, 0, 500, 300});
+    const auto inside = makeWindow({0, 0, 20, 20});
+    setState(inside, 0);
+    putInto(holder, inside);
+    show(holder);
+    EXPECT_TRUE(stay({holder, panel_}));
+    setState(inside, 1);
+    raise(panel_);
+    raise(holder);
+    EXPECT_TRUE(become({panel_, holder}));
+}
+
+TEST_F(TopWindows, StayBelowTheManagersMenusAndAboveItsFrames) {
+    const XObserver manager(environment_.at("DISPLAY"));
+    const auto check = makeWindow({-10, -10, 1, 1}, manager);
+    xcb_change_property(manager.raw(), XCB_PROP_MODE_REPLACE, manager.root(),
+                        manager.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 32, 1, &check);
+    show(panel_);
+    const auto menu = makeWindow({0, 0, 500, 300}, manager);
+    putInto(menu, makeWindow({0, 0, 500, 20}, manager));
+    show(menu);
+    EXPECT_TRUE(stay({menu, panel_}));
+    const auto frame = makeWindow({0, 0, 400, 300}, manager);
+    // What it is drawn with comes before the program's window.
+    for (int count = 0; count < 20; ++count)
+        putInto(frame, makeWindow({0, 0, 10, 10}, manager));
+    putInto(frame, makeWindow({0, 0, 400, 280}));
+    show(frame);
+    EXPECT_TRUE(become({panel_, frame, menu}));
+    raise(menu);
+    EXPECT_TRUE(stay({menu, panel_, frame}));
+}
+
+TEST_F(TopWindows, LieAboveWhatIsCirculated) {
+    show(panel_);
+    const auto managed = showManaged({0, 0, 500, 300});
+    ASSERT_TRUE(become({panel_, managed}));
+    // Others below the two may have their turn first.
+    for (int count = 0; count < 8; ++count) {
+        xcb_circulate_window(x().raw(), XCB_CIRCULATE_RAISE_LOWEST, x().root());
+        x().exists(managed);
+        EXPECT_TRUE(become({panel_, managed})) << count;
+    }
 }
 
 TEST_F(TopWindows, GiveWayToAWindowThatKeepsRaisingItself) {

@@ -17,6 +17,7 @@ struct Atoms {
     xcb_atom_t netSystemTraySelection = 0;
     xcb_atom_t netSystemTrayVisual = 0;
     xcb_atom_t netActiveWindow = 0;
+    xcb_atom_t netClientList = 0;
     xcb_atom_t netCurrentDesktop = 0;
     xcb_atom_t netWmCmSelection = 0;
     xcb_atom_t netWmDesktop = 0;
@@ -35,6 +36,7 @@ struct Atoms {
     xcb_atom_t netWmWindowTypeMenu = 0;
     xcb_atom_t netWmWindowTypeNormal = 0;
     xcb_atom_t netWmWindowTypePopupMenu = 0;
+    xcb_atom_t netWorkarea = 0;
     xcb_atom_t utf8String = 0;
     xcb_atom_t velmoInstance = 0;
     xcb_atom_t velmoReopen = 0;

@@ -41,6 +41,7 @@ xcb_window_t windowOf(const xcb_generic_event_t& event) {
         case XCB_MAP_NOTIFY:
         case XCB_REPARENT_NOTIFY:
         case XCB_CONFIGURE_NOTIFY:
+        case XCB_CIRCULATE_NOTIFY:
             return as(static_cast<xcb_map_notify_event_t*>(nullptr)).event;
         case XCB_PROPERTY_NOTIFY:
             return as(static_cast<xcb_property_notify_event_t*>(nullptr)).window;

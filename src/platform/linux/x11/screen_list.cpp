@@ -10,7 +10,10 @@
 namespace velmo::x11 {
 
 ScreenList::ScreenList(Connection& connection, const DesktopSettings& settings)
-    : connection_(connection), settings_(settings), reading_(connection.loop(), [this] { read(); }) {
+    : connection_(connection),
+      settings_(settings),
+      reservedEdges_(connection),
+      reading_(connection.loop(), [this] { read(); }) {
     xcb_randr_select_input(connection.raw(), connection.root(),
                            XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE |
                                XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE | XCB_RANDR_NOTIFY_MASK_RESOURCE_CHANGE);
@@ -96,7 +99,7 @@ Screen ScreenList::screenOf(std::size_t index) const {
     const auto& appearance = settings_.appearance();
     Screen screen;
     screen.frame = toScreen(monitors_[index]);
-    screen.visibleFrame = screen.frame;
+    screen.visibleFrame = toScreen(reservedEdges_.within(monitors_[index]));
     screen.backingScaleFactor = appearance.scale;
     if (index == 0)
         screen.visibleFrame.height -= appearance.pixels(bar_metrics::thickness) / appearance.scale;

@@ -5,6 +5,7 @@
 #include "linux/x11/connection.h"
 #include "linux/x11/desktop_settings.h"
 #include "linux/x11/pixel_rect.h"
+#include "linux/x11/reserved_edges.h"
 #include "screens.h"
 
 #include <functional>
@@ -13,7 +14,7 @@
 
 namespace velmo::x11 {
 
-/// The monitors, and what of them a menu bar leaves to the windows.
+/// The monitors, and what of them the menu bar and docks leave to the windows.
 class ScreenList : public Screens {
 public:
     ScreenList(Connection& connection, const DesktopSettings& settings);
@@ -50,6 +51,7 @@ private:
     const DesktopSettings& settings_;
     /// The primary one first; never empty.
     std::vector<PixelRect> monitors_;
+    ReservedEdges reservedEdges_;
     Listeners listeners_;
     PostedOnce reading_;
     Registration changes_;

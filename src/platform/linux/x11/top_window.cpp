@@ -2,9 +2,12 @@
 
 #include "linux/x11/reply.h"
 
+#include <xcb/xcb_icccm.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <optional>
 #include <span>
 
@@ -18,8 +21,8 @@ constexpr std::chrono::seconds countTime{1};
 
 /// A frame has the window in it, or one more window between.
 constexpr int frameDepth = 2;
-/// Beside what a frame is drawn with; windows with more are not searched to their end.
-constexpr int mostChildren = 16;
+/// Beside what a frame is drawn with; more are not asked.
+constexpr std::size_t mostChildren = 16;
 
 struct Candidate {
     xcb_window_t window;
@@ -41,8 +44,8 @@ bool overlap(const PixelRect& one, const PixelRect& other) {
            other.y < one.y + one.height;
 }
 
-/// Knows the window manager's windows: those that it made itself, as frames are, and those that it has marked
-/// or that hold a marked one.
+/// Knows what the window manager manages: windows that it has marked, what holds a marked one, and the frames
+/// that it made. A menu of its own holds nobody's window.
 class Manager {
 public:
     explicit Manager(const Connection& connection)
@@ -55,7 +58,7 @@ public:
     }
 
     bool manages(xcb_window_t window, int depth = frameDepth) const {
-        if (made(window) || isMarked(window))
+        if (isMarked(window))
             return true;
         if (depth == 0)
             return false;
@@ -63,9 +66,13 @@ public:
             xcb_query_tree_reply(connection_.raw(), xcb_query_tree(connection_.raw(), window), nullptr));
         if (!tree)
             return false;
-        const int count = std::min(xcb_query_tree_children_length(tree.get()), mostChildren);
-        const std::span children(xcb_query_tree_children(tree.get()), static_cast<std::size_t>(count));
-        return std::any_of(children.begin(), children.end(),
+        const std::span children(xcb_query_tree_children(tree.get()),
+                                 static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
+        const auto isAnothers = [this](xcb_window_t child) { return !made(child); };
+        if (made(window) && std::any_of(children.begin(), children.end(), isAnothers))
+            return true;
+        const auto asked = children.first(std::min(children.size(), mostChildren));
+        return std::any_of(asked.begin(), asked.end(),
                            [&](xcb_window_t child) { return manages(child, depth - 1); });
     }
 
@@ -74,8 +81,13 @@ private:
         return window_ != XCB_WINDOW_NONE && (window & ~resourceMask_) == (window_ & ~resourceMask_);
     }
     bool isMarked(xcb_window_t window) const {
-        const auto state = connection_.atoms().wmState;
-        return !connection_.property(window, state, state).empty();
+        const auto name = connection_.atoms().wmState;
+        // Of what is not managed any more.
+        std::uint32_t state = XCB_ICCCM_WM_STATE_WITHDRAWN;
+        const auto value = connection_.property(window, name, name, sizeof state);
+        if (value.size() == sizeof state)
+            std::memcpy(&state, value.data(), sizeof state);
+        return state != XCB_ICCCM_WM_STATE_WITHDRAWN;
     }
 
     const Connection& connection_;
@@ -92,13 +104,15 @@ TopWindow::TopWindow(Connection& connection, xcb_window_t window)
 
 void TopWindow::handle(const xcb_generic_event_t& event) {
     const auto type = event.response_type & 0x7f;
-    if (type != XCB_CONFIGURE_NOTIFY && type != XCB_MAP_NOTIFY && type != XCB_REPARENT_NOTIFY)
+    if (type != XCB_CONFIGURE_NOTIFY && type != XCB_CIRCULATE_NOTIFY && type != XCB_MAP_NOTIFY &&
+        type != XCB_REPARENT_NOTIFY)
         return;
     const auto& change = reinterpret_cast<const xcb_map_notify_event_t&>(event);
     if (change.window != window_)
         checking_.request();
 }
 
+/// The highest first.
 std::vector<xcb_window_t> TopWindow::windowsAbove() const {
     xcb_connection_t* raw = connection_.raw();
     const auto tree = owned(xcb_query_tree_reply(raw, xcb_query_tree(raw, connection_.root()), nullptr));
@@ -107,15 +121,16 @@ std::vector<xcb_window_t> TopWindow::windowsAbove() const {
     const std::span windows(xcb_query_tree_children(tree.get()),
                             static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
     const auto place = std::find(windows.begin(), windows.end(), window_);
-    return place == windows.end() ? std::vector<xcb_window_t>() : std::vector(place + 1, windows.end());
+    return place == windows.end() ? std::vector<xcb_window_t>()
+                                  : std::vector(windows.rbegin(), std::make_reverse_iterator(place + 1));
 }
 
-void TopWindow::check() {
+/// What can be seen and lies over our window, the highest first.
+std::vector<xcb_window_t> TopWindow::windowsOver() const {
     xcb_connection_t* raw = connection_.raw();
     const auto above = windowsAbove();
     if (above.empty())
-        return;
-    const Manager manager(connection_);
+        return {};
     const auto ownGeometry = xcb_get_geometry(raw, window_);
     // All questions before the first answer, so that the server is waited for only once.
     std::vector<Candidate> candidates;
@@ -124,19 +139,30 @@ void TopWindow::check() {
         candidates.push_back({window, xcb_get_window_attributes(raw, window), xcb_get_geometry(raw, window)});
     }
     const auto own = areaFrom(raw, ownGeometry);
-    xcb_window_t highest = XCB_WINDOW_NONE;
+    std::vector<xcb_window_t> over;
     for (const auto& candidate : candidates) {
         const auto attributes = owned(xcb_get_window_attributes_reply(raw, candidate.attributes, nullptr));
         const auto area = areaFrom(raw, candidate.geometry);
         const bool isSeen = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
                             attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
-        if (isSeen && own && area && overlap(*own, *area) && manager.manages(candidate.window))
-            highest = candidate.window;
+        if (isSeen && own && area && overlap(*own, *area))
+            over.push_back(candidate.window);
     }
-    if (highest == XCB_WINDOW_NONE || !mayRaise())
+    return over;
+}
+
+void TopWindow::check() {
+    const auto over = windowsOver();
+    if (over.empty())
         return;
-    const std::uint32_t values[] = {highest, XCB_STACK_MODE_ABOVE};
-    xcb_configure_window(raw, window_, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values);
+    const Manager manager(connection_);
+    const auto highest =
+        std::find_if(over.begin(), over.end(), [&](xcb_window_t window) { return manager.manages(window); });
+    if (highest == over.end() || !mayRaise())
+        return;
+    const std::uint32_t values[] = {*highest, XCB_STACK_MODE_ABOVE};
+    xcb_configure_window(connection_.raw(), window_, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
+                         values);
 }
 
 bool TopWindow::mayRaise() {

@@ -20,6 +20,7 @@ private:
     void handle(const xcb_generic_event_t& event);
     void check();
     std::vector<xcb_window_t> windowsAbove() const;
+    std::vector<xcb_window_t> windowsOver() const;
     bool mayRaise();
 
     Connection& connection_;

@@ -1,0 +1,124 @@
+#include "reserved_edges.h"
+
+#include "linux/x11/reply.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+
+namespace velmo::x11 {
+
+namespace {
+
+constexpr std::uint32_t mostWindows = 1024;
+/// Depths from the left, right, upper and lower edge, then begin and end along each of them. The older form
+/// has only depths.
+constexpr std::size_t depthCount = 4;
+constexpr std::size_t partialCount = 12;
+using Numbers = std::array<std::uint32_t, partialCount>;
+
+struct Question {
+    xcb_get_property_cookie_t partial;
+    xcb_get_property_cookie_t whole;
+};
+
+bool readNumbers(xcb_connection_t* connection, xcb_get_property_cookie_t cookie, std::size_t count,
+                 Numbers& numbers) {
+    const auto reply = owned(xcb_get_property_reply(connection, cookie, nullptr));
+    const std::size_t size = count * sizeof(Numbers::value_type);
+    if (!reply || reply->type != XCB_ATOM_CARDINAL ||
+        static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) < size)
+        return false;
+    std::memcpy(numbers.data(), xcb_get_property_value(reply.get()), size);
+    return true;
+}
+
+bool isInside(std::int64_t place, int begin, int length) {
+    return place > begin && place < std::int64_t{begin} + length;
+}
+
+}  // namespace
+
+ReservedEdges::ReservedEdges(Connection& connection)
+    : connection_(connection), reading_(connection.loop(), [this] { read(); }) {
+    changes_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
+    read();
+}
+
+void ReservedEdges::handle(const xcb_generic_event_t& event) {
+    const auto type = event.response_type & 0x7f;
+    if (type == XCB_PROPERTY_NOTIFY) {
+        const auto name = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
+        // The second one tells of docks that have changed their minds.
+        if (name == connection_.atoms().netClientList || name == connection_.atoms().netWorkarea)
+            reading_.request();
+    } else if (type == XCB_CONFIGURE_NOTIFY &&
+               reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root()) {
+        reading_.request();
+    }
+}
+
+std::vector<xcb_window_t> ReservedEdges::windowsOfOthers() const {
+    const auto value = connection_.property(connection_.root(), connection_.atoms().netClientList,
+                                            XCB_ATOM_WINDOW, mostWindows * sizeof(xcb_window_t));
+    std::vector<xcb_window_t> windows(value.size() / sizeof(xcb_window_t));
+    if (!windows.empty())
+        std::memcpy(windows.data(), value.data(), windows.size() * sizeof(xcb_window_t));
+    std::erase_if(windows, [this](xcb_window_t window) { return connection_.isOurs(window); });
+    return windows;
+}
+
+void ReservedEdges::read() {
+    xcb_connection_t* raw = connection_.raw();
+    const auto& atoms = connection_.atoms();
+    const auto windows = windowsOfOthers();
+    const auto ask = [&](xcb_window_t window, xcb_atom_t name) {
+        return xcb_get_property(raw, 0, window, name, XCB_ATOM_CARDINAL, 0, partialCount);
+    };
+    // All questions before the first answer, so that the server is waited for only once.
+    std::vector<Question> questions;
+    questions.reserve(windows.size());
+    for (const auto window : windows)
+        questions.push_back({ask(window, atoms.netWmStrutPartial), ask(window, atoms.netWmStrut)});
+    const auto geometry =
+        owned(xcb_get_geometry_reply(raw, xcb_get_geometry(raw, connection_.root()), nullptr));
+    rootWidth_ = geometry ? geometry->width : 0;
+    rootHeight_ = geometry ? geometry->height : 0;
+    docks_.clear();
+    for (const auto& [partial, whole] : questions) {
+        constexpr auto farthest = std::numeric_limits<std::uint32_t>::max();
+        Numbers numbers = {0, 0, 0, 0, 0, farthest, 0, farthest, 0, farthest, 0, farthest};
+        const bool hasWhole = readNumbers(raw, whole, depthCount, numbers);
+        const bool hasPartial = readNumbers(raw, partial, partialCount, numbers);
+        const auto& [left, right, top, bottom, leftBegin, leftEnd, rightBegin, rightEnd, topBegin, topEnd,
+                     bottomBegin, bottomEnd] = numbers;
+        if (hasWhole || hasPartial)
+            docks_.push_back({{left, leftBegin, leftEnd},
+                              {right, rightBegin, rightEnd},
+                              {bottom, bottomBegin, bottomEnd}});
+    }
+}
+
+/// What ends on another monitor is reserved there, and merely reaches across this one.
+PixelRect ReservedEdges::within(const PixelRect& monitor) const {
+    const auto& [x, y, width, height] = monitor;
+    std::int64_t leftEnd = x;
+    std::int64_t rightEnd = std::int64_t{x} + width;
+    std::int64_t bottomEnd = std::int64_t{y} + height;
+    for (const auto& [left, right, bottom] : docks_) {
+        if (left.meets(y, height) && isInside(left.depth, x, width))
+            leftEnd = std::max(leftEnd, left.depth);
+        if (right.meets(y, height) && isInside(rootWidth_ - right.depth, x, width))
+            rightEnd = std::min(rightEnd, rootWidth_ - right.depth);
+        if (bottom.meets(x, width) && isInside(rootHeight_ - bottom.depth, y, height))
+            bottomEnd = std::min(bottomEnd, rootHeight_ - bottom.depth);
+    }
+    if (leftEnd >= rightEnd)
+        return monitor;
+    return {static_cast<int>(leftEnd), y, static_cast<int>(rightEnd - leftEnd),
+            static_cast<int>(bottomEnd - y)};
+}
+
+}  // namespace velmo::x11
