@@ -26,7 +26,7 @@ public:
     /// From points with the origin at the bottom left of the primary screen, y upwards, to pixels of the root
     /// window, y downwards.
     virtual Rect toPixels(const Rect& rect) const = 0;
-    /// Of the screen with that place, in points as above, less the menu bar.
+    /// Of the screen with that place, in points as above, less the menu bar and other programs' docks.
     virtual Rect visibleFrame(const Point& place) const = 0;
     /// Shows what has changed in the bar, for whoever is about to keep the loop busy.
     virtual void updateBar() = 0;
@@ -47,6 +47,7 @@ public:
     virtual void activate(WindowNumber window) = 0;
     /// Gives the keyboard to a window that no window manager knows.
     virtual void takeKeyboard(WindowNumber window) = 0;
+    /// True where this very window has it, and no other of the same program.
     virtual bool hasKeyboard(WindowNumber window) const = 0;
     /// Gives it back to whoever had it before, unless the user has given it to somebody else meanwhile.
     virtual void giveKeyboardBack() = 0;

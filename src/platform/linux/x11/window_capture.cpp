@@ -77,10 +77,10 @@ ScreenCapture::WindowNumbers WindowCapture::shareableWindows(bool onScreenOnly) 
     bar_.layOutIfNeeded();
     WindowNumbers numbers;
     for (const auto* item : bar_.items()) {
-        const auto content = item->content();
-        if (!content)
+        // Asked first: what an item shows may have to be drawn before it can be told.
+        if (!item->place() || (onScreenOnly && !isOnScreen(*item)))
             continue;
-        if (!onScreenOnly || isOnScreen(*item))
+        if (const auto content = item->content())
             numbers.push_back(content->window);
     }
     return numbers;
