@@ -172,11 +172,12 @@ void BusProgram::keepSilentOn(const std::string& member) {
 void BusProgram::answerAgain(const std::string& member) {
     const std::lock_guard lock(mutex_);
     silent_.erase(member);
+    refused_.erase(member);
 }
 
-void BusProgram::refuse(const std::string& member) {
+void BusProgram::refuse(const std::string& member, const std::string& error) {
     const std::lock_guard lock(mutex_);
-    refused_.insert(member);
+    refused_[member] = error;
 }
 
 void BusProgram::emit(const std::string& path, const std::string& interface, const std::string& member,
@@ -263,8 +264,9 @@ int BusProgram::answer(sd_bus_message* message, sd_bus_error* error) {
     const std::string interface = sd_bus_message_get_interface(message);
     interfaces_[member] = interface;
     const bool isProperties = interface == "org.freedesktop.DBus.Properties";
-    if (found == objects_.end() || refused_.contains(member) ||
-        (!isProperties && !found->second.isOf(interface)))
+    if (const auto refused = refused_.find(member); refused != refused_.end())
+        return sd_bus_error_set(error, refused->second.c_str(), "refused");
+    if (found == objects_.end() || (!isProperties && !found->second.isOf(interface)))
         return sd_bus_error_set(error, SD_BUS_ERROR_UNKNOWN_METHOD, "none");
     Object& object = found->second;
     if (isProperties) {

@@ -65,8 +65,8 @@ public:
     /// Calls to these members are not answered, until `answerAgain`.
     void keepSilentOn(const std::string& member);
     void answerAgain(const std::string& member);
-    /// Calls to these members are answered with an error, as by those who lack them.
-    void refuse(const std::string& member);
+    /// Calls to these members are answered with an error, as by those who lack them, until `answerAgain`.
+    void refuse(const std::string& member, const std::string& error = SD_BUS_ERROR_UNKNOWN_METHOD);
 
     void emit(const std::string& path, const std::string& interface, const std::string& member,
               const Append& append = nullptr);
@@ -112,7 +112,7 @@ private:
     std::string name_;
     std::map<std::string, Object> objects_;
     std::set<std::string> silent_;
-    std::set<std::string> refused_;
+    std::map<std::string, std::string> refused_;
     std::vector<std::string> calls_;
     std::uint32_t lastTime_ = 0;
     std::map<std::string, std::string> interfaces_;

@@ -215,6 +215,18 @@ TEST_F(ExportedMenus, ThatAreFilledLaterAreShownOnceTheyAre) {
     EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }, 1));
 }
 
+TEST_F(ExportedMenus, WhoseProgramWasBusyAtFirstAreAskedForWhenItTellsOfThem) {
+    owner_->refuse("GetLayout", SD_BUS_ERROR_FAILED);
+    ask({0, {}, {entry(1, "One")}});
+    ASSERT_TRUE(until([&] { return owner_->callsOf("GetLayout") == 1; }));
+    owner_->answerAgain("GetLayout");
+    runFor(0.2);
+    EXPECT_FALSE(outcome_);
+    EXPECT_EQ(owner_->callsOf("GetLayout"), 1);
+    tellOfLayout();
+    EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }, 1));
+}
+
 TEST_F(ExportedMenus, WhoseEntriesBecomeVisibleLaterAreShownOnceTheyAre) {
     Entry hidden = entry(1, "Hidden");
     hidden.properties["visible"] = false;

@@ -141,6 +141,25 @@ TEST_F(Watchers, AnotherOneThatIsBusyAtFirstIsAskedAgain) {
     EXPECT_EQ(watcher->callsOf("Get"), 2) << "it has answered";
 }
 
+TEST_F(Watchers, AnotherOneThatHasItsNameBeforeItsObjectIsAskedAgain) {
+    stopHost();
+    const auto other = program();
+    other->addItem("/Theirs", "theirs");
+    auto watcher = otherWatcher(other->name() + "/Theirs");
+    watcher->refuse("Get", SD_BUS_ERROR_UNKNOWN_OBJECT);
+    watcher->refuse("RegisterStatusNotifierHost", SD_BUS_ERROR_UNKNOWN_OBJECT);
+    startHost();
+    ASSERT_TRUE(until([&] { return watcher->callsOf("Get") == 1; }));
+    EXPECT_EQ(watcher->callsOf("RegisterStatusNotifierHost"), 1);
+    runFor(0.9);
+    EXPECT_EQ(watcher->callsOf("Get"), 1);
+    watcher->answerAgain("Get");
+    watcher->answerAgain("RegisterStatusNotifierHost");
+    ASSERT_TRUE(untilItems(1));
+    EXPECT_NE(item("theirs"), nullptr);
+    EXPECT_EQ(watcher->callsOf("RegisterStatusNotifierHost"), 2) << "the first one was lost";
+}
+
 TEST_F(Watchers, AProgramThatFillsTheHostLeavesRoomForOthers) {
     const auto greedy = program();
     greedy->keepSilentOn("GetAll");

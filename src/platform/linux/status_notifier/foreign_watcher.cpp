@@ -12,8 +12,8 @@ namespace velmo::status_notifier {
 
 namespace {
 
-/// A watcher that is busy, as when the session begins, is asked again for as long as it runs: more and more
-/// seldom.
+/// A watcher that is busy, as when the session begins, or has its name before its object, is asked again for
+/// as long as it runs: more and more seldom.
 constexpr Seconds firstListPause = 1;
 constexpr Seconds longestListPause = 60;
 
@@ -64,13 +64,13 @@ void ForeignWatcher::attend() {
                 [this](sd_bus_message* message) {
                     return sd_bus_message_append(message, "su", hostName_.c_str(), 0);
                 }});
+    introduce();
+}
+
+void ForeignWatcher::introduce() {
     bus_->send({owner_, watcherPath, name_, "RegisterStatusNotifierHost", [this](sd_bus_message* message) {
                     return sd_bus_message_append(message, "s", hostName_.c_str());
                 }});
-    listItems();
-}
-
-void ForeignWatcher::listItems() {
     const auto appendProperty = [this](sd_bus_message* message) {
         return sd_bus_message_append(message, "ss", name_.c_str(), "RegisteredStatusNotifierItems");
     };
@@ -79,12 +79,11 @@ void ForeignWatcher::listItems() {
 }
 
 void ForeignWatcher::listed(const dbus::Answer& answer) {
-    if (dbus::isSilence(answer.error)) {
-        listTimer_ = loop_.schedule(listPause_, lifetime_.guard([this] { listItems(); }));
+    if (!answer.message) {
+        listTimer_ = loop_.schedule(listPause_, lifetime_.guard([this] { introduce(); }));
         listPause_ = std::min(2 * listPause_, longestListPause);
-    }
-    if (!answer.message)
         return;
+    }
     dbus::MessageReader reader(answer.message);
     reader.variant([&] {
         reader.array([&] {

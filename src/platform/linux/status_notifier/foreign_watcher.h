@@ -27,7 +27,8 @@ public:
 private:
     void ownerChanged(const std::string& owner);
     void attend();
-    void listItems();
+    /// Registers us as a host, and asks for the items.
+    void introduce();
     void listed(const dbus::Answer& answer);
     void told(sd_bus_message* message, const Handler& handler) const;
 

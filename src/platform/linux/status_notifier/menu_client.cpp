@@ -91,7 +91,8 @@ void MenuClient::end() {
 
 void MenuClient::requestLayout() {
     isStale_ = true;
-    if (isKnown_ && (!fetchTimer_ || !fetchTimer_->isValid()))
+    // Not before it was asked for the first time.
+    if (fetchTimer_ && !fetchTimer_->isValid())
         fetchTimer_ = loop_.schedule(0, lifetime_.guard([this] { fetch(); }));
 }
 
