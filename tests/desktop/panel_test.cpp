@@ -87,7 +87,7 @@ TEST_F(HiddenItemsPanel, RevealsTheIconsForNoLongerThanTheirPicturesTake) {
     RecordProperty("firstMilliseconds", static_cast<int>(times.front()));
     RecordProperty("laterMilliseconds", static_cast<int>(times.back()));
     // Making the panel, which takes longest at first, keeps nothing revealed.
-    EXPECT_LT(times.front(), layout + 2 * pictures);
+    EXPECT_LT(times.front(), layout + 1.5 * pictures);
     EXPECT_LT(*std::min_element(times.begin(), times.end()), layout + pictures);
 }
 
