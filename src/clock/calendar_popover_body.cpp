@@ -54,23 +54,28 @@ View CalendarPopoverView::navigationRow() {
     // The spacer is distance enough; the name of a month needs all the room there is.
     constexpr double spacing = 0;
     constexpr double titleMargin = 4;
-    constexpr double leastTitleScale = 0.5;
+    // With a large font both get smaller in the width that stays: no smaller than the days.
+    constexpr double leastScale = 0.25;
     constexpr double todayMargin = 6;
+    constexpr double todayWidth = 40;
     const bool isToday = calendar_.isSameMonth(displayedMonth_, now_);
-    return hstack(
-        spacing, {arrow("chevron.left", "Previous month", ShortcutKey::pageUp,
-                        lifetime_.guard([this] { showNeighbour(-1); })),
-                  text(dates_.formatted(displayedMonth_, DateStyle::monthAndYear))
-                      .with(font(TextStyle::headline))
-                      .with(SingleLine{leastTitleScale})
-                      .with(padding(titleMargin, 0)),
-                  spacer(),
-                  navigationButton(text("Today").with(font(TextStyle::caption)).with(padding(todayMargin, 0)),
-                                   !isToday, lifetime_.guard([this] { showToday(); }))
-                      .with(KeyboardShortcut{ShortcutKey::home})
-                      .with(Padding{{0, 0, 0, titleMargin}}),
-                  arrow("chevron.right", "Next month", ShortcutKey::pageDown,
-                        lifetime_.guard([this] { showNeighbour(1); }))});
+    return hstack(spacing, {arrow("chevron.left", "Previous month", ShortcutKey::pageUp,
+                                  lifetime_.guard([this] { showNeighbour(-1); })),
+                            text(dates_.formatted(displayedMonth_, DateStyle::monthAndYear))
+                                .with(font(TextStyle::headline))
+                                .with(SingleLine{leastScale})
+                                .with(padding(titleMargin, 0)),
+                            spacer(),
+                            navigationButton(text("Today")
+                                                 .with(font(TextStyle::caption))
+                                                 .with(SingleLine{leastScale})
+                                                 .with(Frame{.maxWidth = todayWidth})
+                                                 .with(padding(todayMargin, 0)),
+                                             !isToday, lifetime_.guard([this] { showToday(); }))
+                                .with(KeyboardShortcut{ShortcutKey::home})
+                                .with(Padding{{0, 0, 0, titleMargin}}),
+                            arrow("chevron.right", "Next month", ShortcutKey::pageDown,
+                                  lifetime_.guard([this] { showNeighbour(1); }))});
 }
 
 View CalendarPopoverView::weekdayHeader() const {

@@ -34,6 +34,7 @@ struct Frame {
     std::optional<double> width;
     std::optional<double> height;
     std::optional<double> minWidth;
+    std::optional<double> maxWidth;
     HorizontalAlignment alignment = HorizontalAlignment::center;
 
     bool operator==(const Frame&) const = default;

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <thread>
+#include <utility>
 
 namespace velmo::desktop {
 
@@ -50,6 +51,25 @@ protected:
         const auto seconds = std::chrono::duration<double>(steady_clock::now() - start).count();
         EXPECT_GE(wakeups, 5);
         EXPECT_LE(wakeups, static_cast<int>(seconds) + 1) << "in " << seconds << " seconds";
+    }
+    /// The same where each time takes several steps, for which its threads wait for each other and for the
+    /// display: these follow each other at once.
+    void expectOneBurstASecond() {
+        using std::chrono::steady_clock;
+        constexpr auto pause = milliseconds(60);
+        const auto start = steady_clock::now();
+        auto lastStep = start;
+        int steps = sleeps();
+        int bursts = 0;
+        while (steady_clock::now() - start < milliseconds(6000)) {
+            std::this_thread::sleep_for(milliseconds(5));
+            if (steps == std::exchange(steps, sleeps()))
+                continue;
+            bursts += steady_clock::now() - lastStep > pause ? 1 : 0;
+            lastStep = steady_clock::now();
+        }
+        EXPECT_GE(bursts, 5);
+        EXPECT_LE(bursts, 7);
     }
     std::vector<std::uint32_t> picture() const {
         const auto place = x().area(*x().windowTitled("Velmo.Clock")).value_or(Area{});
@@ -102,6 +122,24 @@ TEST_F(ClockItem, WakesOnceASecondToShowTheNextOne) {
     ASSERT_TRUE(eventually([&] { return hasLoaded("libpango"); }));
     std::this_thread::sleep_for(milliseconds(500));
     expectOneWakeupASecond();
+}
+
+TEST_F(ClockItem, WakesOnceASecondWithItsCalendarOpen) {
+    start(true);
+    ASSERT_TRUE(eventually([&] {
+        const auto window = x().windowTitled("Velmo.Clock");
+        return window && x().area(*window)->width > 40;
+    }));
+    // Between two ticks.
+    std::this_thread::sleep_for(milliseconds(400));
+    click(*x().windowTitled("Velmo.Clock"));
+    ASSERT_TRUE(eventually([&] {
+        const auto window = x().windowTitled("Velmo.Popover");
+        return window && x().isViewable(*window);
+    }));
+    movePointer(300, 400);
+    std::this_thread::sleep_for(milliseconds(1500));
+    expectOneBurstASecond();
 }
 
 TEST_F(ClockItem, WakesNoMoreOftenOnceWindowsHaveBeenShown) {

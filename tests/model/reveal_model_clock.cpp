@@ -51,7 +51,8 @@ void RevealModel::clockClicked(bool rightButton) {
         agenda_.cancel(calendarTick_);
         calendarTick_.reset();
     } else {
-        calendarTick_ = agenda_.wait(Wait::calendarTick, tickInterval);
+        // With the clock's.
+        calendarTick_ = agenda_.wait(Wait::calendarTick, agenda_.secondsTo(clockTick_));
     }
 }
 

@@ -136,7 +136,8 @@ TEST(EventLoop, TimerThatMayBeLateWaitsForTheNextOneThatIsDueByThen) {
     EventLoop loop;
     double ranAfter = 0;
     const auto start = steady_clock::now();
-    const auto tolerant = loop.scheduleRepeating(0.05, 0.05, [&] { ranAfter = secondsSince(start); });
+    const auto tolerant = loop.scheduleRepeating({.interval = 0.05, .tolerance = 0.05},
+                                                 [&] { ranAfter = secondsSince(start); });
     loop.schedule(0.09, [&] { loop.stop(); });
     loop.run();
     EXPECT_GE(ranAfter, 0.09);
@@ -145,13 +146,33 @@ TEST(EventLoop, TimerThatMayBeLateWaitsForTheNextOneThatIsDueByThen) {
 TEST(EventLoop, TimerIsNoLaterThanItBears) {
     EventLoop loop;
     std::string order;
-    loop.scheduleRepeating(0.1, 0.05, [&] { order += "t"; });
+    loop.scheduleRepeating({.interval = 0.1, .tolerance = 0.05}, [&] { order += "t"; });
     loop.schedule(0.7, [&] { loop.stop(); });
     int sleeps = 0;
     const auto counter = loop.addBeforeSleep([&] { ++sleeps; });
     loop.run();
     EXPECT_EQ(order.front(), 't');
     EXPECT_GE(sleeps, 2) << "not put off until the other one";
+}
+
+TEST(EventLoop, TimerThatBeginsWithAnotherOneWakesNobodyBesides) {
+    EventLoop loop;
+    std::string order;
+    const auto beat = loop.scheduleRepeating({.interval = 0.1, .tolerance = 0.02}, [&] { order += "a"; });
+    loop.schedule(0.04, [&] {
+        EXPECT_NEAR(beat->remaining(), 0.06, 0.03);
+        loop.scheduleRepeating({.interval = 0.1, .first = beat->remaining()}, [&] { order += "b"; });
+    });
+    loop.schedule(0.65, [&] { loop.stop(); });
+    const auto sleeps = loop.addBeforeSleep([&] {
+        if (!order.empty() && order.back() != ' ')
+            order += " ";
+    });
+    loop.run();
+    EXPECT_TRUE(order.starts_with("ab ab ab ")) << order;
+    EXPECT_EQ(order.find("a "), std::string::npos) << order;
+    beat->invalidate();
+    EXPECT_EQ(beat->remaining(), 0);
 }
 
 TEST(EventLoop, WorkBeforeSleepRunsBeforeEachWait) {

@@ -43,7 +43,8 @@ QRectF aligned(const QRectF& area, const QSizeF& size, HorizontalAlignment align
 }
 
 QSizeF offerInside(const Frame& frame, const QSizeF& offer) {
-    return {frame.width.value_or(offer.width()), frame.height.value_or(offer.height())};
+    return {frame.width.value_or(std::min(offer.width(), frame.maxWidth.value_or(unlimited))),
+            frame.height.value_or(offer.height())};
 }
 
 }  // namespace
