@@ -41,6 +41,8 @@ public:
     /// Where the button is: points, origin at the bottom left of the primary screen. Absent while
     /// it stands in no window.
     virtual std::optional<Rect> frameOnScreen() const = 0;
+    /// What events in it bear. 0 while it stands in no window.
+    virtual WindowNumber windowNumber() const = 0;
     /// The screen of the button's window. Absent while it stands in no window or on no screen.
     virtual std::optional<Screen> screen() const = 0;
     /// Tracks `rect` (points, in the button), or the whole button with `tracking::inVisibleRect`.

@@ -31,12 +31,13 @@ protected:
         startServer();
     }
 
-    void start(const std::string& format = "HH:mm") {
+    void start(const std::string& format = "HH:mm",
+               const nlohmann::json& order = {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}) {
         environment_["TZ"] = zoneOfNoon();
         writeDefaults({{"clockEnabled", true},
                        {"clockFormat", format},
                        {"autoRehide", false},
-                       {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}});
+                       {"statusItemOrder", order}});
         startVelmo();
         ASSERT_TRUE(eventually([&] {
             const auto item = x().windowTitled("Velmo.Clock");
@@ -88,6 +89,8 @@ protected:
 
     /// Header, days and footer, once the picture is complete.
     std::vector<std::uint32_t> month() const {
+        // Pixels: the margin, time, date, hairline and buttons, which the passing time and the keyboard's
+        // ring change.
         constexpr int abovePage = 114;
         const auto look = [&]() -> std::vector<std::uint32_t> {
             const auto place = x().area(popover().value_or(xcb_window_t{XCB_WINDOW_NONE}));
@@ -195,6 +198,33 @@ TEST_F(CalendarOnDesktop, ClosesOnAClickOnTheClock) {
     EXPECT_TRUE(isClosed());
     EXPECT_TRUE(stays([&] { return !popover(); }, milliseconds(400)));
     open();
+}
+
+TEST_F(CalendarOnDesktop, ClosesOnAClickOnAClockThatHasMovedMeanwhile) {
+    start("HH:mm", {"gxkb.Gxkb", "Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"});
+    open();
+    const auto before = *x().area(clock());
+    startTrayProgram("gxkb", "Gxkb");
+    ASSERT_TRUE(eventually([&] { return x().area(clock())->x < before.x; }));
+    const auto now = *x().area(clock());
+    ASSERT_TRUE(popover());
+    // Where the clock was not before.
+    clickAt(now.x + 4, now.midY());
+    EXPECT_TRUE(isClosed());
+    EXPECT_TRUE(stays([&] { return !popover(); }, milliseconds(400)));
+    clickAt(now.midX(), now.midY());
+    ASSERT_TRUE(eventually([&] { return popover().has_value(); }));
+}
+
+TEST_F(CalendarOnDesktop, ClosesOnAClickOnWhatHasComeWhereTheClockWas) {
+    start("HH:mm", {"gxkb.Gxkb", "Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"});
+    open();
+    const auto before = *x().area(clock());
+    startTrayProgram("gxkb", "Gxkb");
+    ASSERT_TRUE(eventually([&] { return x().area(clock())->x < before.x; }));
+    ASSERT_LT(x().area(toggle())->midX(), before.x + before.width);
+    click(toggle());
+    EXPECT_TRUE(isClosed());
 }
 
 TEST_F(CalendarOnDesktop, MakesRoomForTheMenuOfTheClock) {

@@ -32,6 +32,10 @@ std::optional<Rect> SimulatedStatusBarButton::frameOnScreen() const {
     return statusBar_.slotOf(item_).frame;
 }
 
+WindowNumber SimulatedStatusBarButton::windowNumber() const {
+    return statusBar_.slotOf(item_).windowNumber;
+}
+
 std::optional<Screen> SimulatedStatusBarButton::screen() const {
     statusBar_.layOut();
     return statusBar_.screenOf(statusBar_.slotOf(item_));

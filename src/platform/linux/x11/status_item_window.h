@@ -41,6 +41,7 @@ public:
     Size size() const override;
     void popUp(const Menu& menu, const Point& location) override;
     std::optional<Rect> frameOnScreen() const override;
+    WindowNumber windowNumber() const override { return window(); }
     std::optional<Screen> screen() const override;
     std::unique_ptr<TrackingArea> addTrackingArea(const Rect& rect, TrackingAreaOptions options,
                                                   TrackingAreaOwner* owner) override;

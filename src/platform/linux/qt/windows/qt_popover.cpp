@@ -63,6 +63,7 @@ void QtPopover::show(const Rect& rect, StatusBarButton& button, RectEdge /*prefe
         return;
     // The bar lies at the top of its screen: there is room below it and nowhere else.
     anchor_ = {frame->x + rect.x, frame->maxY() - rect.y - rect.height, rect.width, rect.height};
+    anchorWindow_ = button.windowNumber();
     // So that the first Tab leads to the first control.
     window_.setFocus();
     place();
@@ -100,7 +101,7 @@ void QtPopover::watch() {
 /// there opens a menu or moves the item, for which the popover is in the way.
 bool QtPopover::leavesClosingToAnchor(const Event& press) const {
     return press.type == EventType::leftMouseDown && (press.modifierFlags & modifier::command) == 0 &&
-           anchor_.contains(host_.events().mouseLocation());
+           press.windowNumber == anchorWindow_;
 }
 
 void QtPopover::performClose() {

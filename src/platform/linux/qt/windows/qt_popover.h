@@ -35,6 +35,7 @@ private:
     PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
     /// Points, origin at the bottom left of the primary screen.
     Rect anchor_;
+    WindowNumber anchorWindow_ = 0;
     std::function<void()> onClose_;
     std::vector<std::unique_ptr<EventMonitor>> monitors_;
     std::unique_ptr<Keys> keys_;
