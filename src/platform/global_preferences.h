@@ -7,6 +7,10 @@
 
 namespace velmo {
 
+/// Points, as whole numbers: the gap between items of the menu bar, and the margin of an item's highlight.
+inline constexpr const char* statusItemSpacingKey = "NSStatusItemSpacing";
+inline constexpr const char* statusItemSelectionPaddingKey = "NSStatusItemSelectionPadding";
+
 /// Settings of the current user on the current host that are meant for every application.
 class GlobalPreferences {
 public:

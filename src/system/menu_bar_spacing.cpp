@@ -7,9 +7,7 @@ namespace velmo {
 
 namespace {
 
-/// Points, as are the values below: the gap between items, and the margin of an item's highlight.
-constexpr const char* spacingKey = "NSStatusItemSpacing";
-constexpr const char* paddingKey = "NSStatusItemSelectionPadding";
+// Points.
 constexpr std::int64_t compactSpacing = 10;
 constexpr std::int64_t tightSpacing = 6;
 
@@ -71,7 +69,7 @@ std::string_view MenuBarSpacing::description(Preset preset) {
 
 // Spacings that were written by hand are nobody's preset; they count as the middle one.
 MenuBarSpacing::Preset MenuBarSpacing::currentPreset(const GlobalPreferences& preferences) {
-    const auto value = preferences.value(spacingKey);
+    const auto value = preferences.value(statusItemSpacingKey);
     const double* spacing = value ? std::get_if<double>(&*value) : nullptr;
     if (spacing == nullptr)
         return Preset::system;
@@ -80,8 +78,8 @@ MenuBarSpacing::Preset MenuBarSpacing::currentPreset(const GlobalPreferences& pr
 
 void MenuBarSpacing::apply(Preset preset, GlobalPreferences& preferences) {
     const auto spacing = spacingOf(preset);
-    preferences.setValue(spacingKey, spacing);
-    preferences.setValue(paddingKey, spacing);
+    preferences.setValue(statusItemSpacingKey, spacing);
+    preferences.setValue(statusItemSelectionPaddingKey, spacing);
     preferences.synchronize();
 }
 

@@ -81,10 +81,15 @@ TEST_F(FileGlobals, OnlyNumbersAreNumbers) {
     EXPECT_EQ(preferences.value("nothing"), std::nullopt);
 }
 
-TEST_F(FileGlobals, DamagedFileIsSetAside) {
+TEST_F(FileGlobals, DamagedFileIsSetAsideOnceItIsWrittenTo) {
     write("{\"spacing\": ");
     FileGlobalPreferences preferences(file_);
     EXPECT_EQ(preferences.value("spacing"), std::nullopt);
+    EXPECT_EQ(read(file_), "{\"spacing\": ") << "who else writes it may not have finished";
+    EXPECT_FALSE(fs::exists(file_.string() + ".damaged-1"));
+    write("{\"spacing\": 8}");
+    EXPECT_EQ(preferences.value("spacing"), Value(8.0));
+    write("{\"spacing\": ");
     preferences.setValue("spacing", 6);
     preferences.synchronize();
     EXPECT_EQ(preferences.value("spacing"), Value(6.0));

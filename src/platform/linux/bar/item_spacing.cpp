@@ -31,8 +31,8 @@ double padded(double content, double narrowing) {
 }  // namespace
 
 ItemSpacing::ItemSpacing(const GlobalPreferences& preferences)
-    : narrowing_(narrowing(preferences, "NSStatusItemSpacing")),
-      highlightNarrowing_(narrowing(preferences, "NSStatusItemSelectionPadding")) {}
+    : narrowing_(narrowing(preferences, statusItemSpacingKey)),
+      highlightNarrowing_(narrowing(preferences, statusItemSelectionPaddingKey)) {}
 
 double ItemSpacing::iconWidth() const {
     return iconWithRoom(narrowing_);

@@ -19,7 +19,7 @@ std::optional<GlobalPreferences::Value> FileGlobalPreferences::value(const std::
             return std::nullopt;
         return static_cast<double>(*change->second);
     }
-    const auto stored = JsonFile(file_).read();
+    const auto stored = JsonFile(file_).glance();
     const auto found = stored.find(key);
     if (found == stored.end() || found->is_null())
         return std::nullopt;

@@ -35,6 +35,15 @@ Json JsonFile::read() {
     return Json::object();
 }
 
+Json JsonFile::glance() const {
+    std::error_code error;
+    std::ifstream stream;
+    if (std::filesystem::is_regular_file(file_, error))
+        stream.open(file_, std::ios::binary);
+    Json object = stream.is_open() ? Json::parse(stream, nullptr, false) : Json();
+    return object.is_object() ? object : Json::object();
+}
+
 void JsonFile::write(const Json& object) {
     std::string text = object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
     if (!writable_ || text == content_)

@@ -15,6 +15,9 @@ public:
     /// Empty where there is no file. A file with other content is renamed, never overwritten; one that cannot
     /// be read is left alone and not written to.
     nlohmann::json read();
+    /// The same without touching the file, for whoever does not mean to write: another program may be about
+    /// to complete it.
+    nlohmann::json glance() const;
     /// Does nothing where the file holds this already, and where it cannot be written.
     void write(const nlohmann::json& object);
 
