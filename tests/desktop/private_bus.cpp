@@ -37,7 +37,7 @@ PrivateBus::PrivateBus(const std::filesystem::path& folder)
          {"max_match_rules_per_connection", "max_names_per_connection", "max_replies_per_connection",
           "max_completed_connections", "max_connections_per_user"})
         file << "<limit name='" << limit << "'>50000</limit>";
-    file << "</busconfig>";
+    file << "<servicedir>" << (folder / "services").string() << "</servicedir></busconfig>";
 }
 
 void PrivateBus::start() {

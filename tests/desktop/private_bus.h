@@ -8,7 +8,8 @@
 
 namespace velmo::desktop {
 
-/// A session bus of a test's own, with the limits of a usual one, that starts no services.
+/// A session bus of a test's own, with the limits of a usual one. It starts the services whose files lie in
+/// the folder `services` beside its own.
 class PrivateBus {
 public:
     /// Its files go into the folder, which exists.

@@ -66,9 +66,9 @@ struct LinuxDesktop::Services {
     LinuxWorkspace workspace{processInfo};
     LinuxDates dates{loop};
     AutostartLoginService loginService{autostartEnvironment(), processInfo};
-    LinuxSession session{processInfo, [this](const auto& confirmation, const auto& then) {
-                             toolkit.confirm(confirmation, then);
-                         }};
+    LinuxSession session{
+        processInfo, [this] { return notifierTray ? notifierTray->bus() : nullptr; },
+        [this](const auto& confirmation, const auto& then) { toolkit.confirm(confirmation, then); }};
     Registration settingsChanges;
     bool displayLost = false;
 

@@ -135,8 +135,7 @@ sd_bus_message* Bus::newCall(const MethodCall& call) const {
     if (lost_ || sd_bus_message_new_method_call(bus_, &message, call.destination.c_str(), call.path.c_str(),
                                                 call.interface.c_str(), call.member.c_str()) < 0)
         return nullptr;
-    // Whoever is not there is not started by our asking.
-    sd_bus_message_set_auto_start(message, 0);
+    sd_bus_message_set_auto_start(message, call.startsDestination ? 1 : 0);
     if (call.arguments && call.arguments(message) < 0)
         message = sd_bus_message_unref(message);
     return message;

@@ -27,6 +27,8 @@ struct MethodCall {
     /// Appends the arguments. A negative result keeps the call from being made.
     std::function<int(sd_bus_message*)> arguments;
     Seconds limit = answerLimit;
+    /// Whether the bus starts the destination where it is not there.
+    bool startsDestination = false;
 };
 
 /// What a call has come to.

@@ -26,6 +26,8 @@ public:
 
     /// Without an address nothing is done, now and later.
     void start(const std::optional<std::string>& address);
+    /// Null while there is none.
+    const std::shared_ptr<Bus>& bus() const { return bus_; }
 
 private:
     void connect();

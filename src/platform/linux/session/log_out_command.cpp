@@ -5,6 +5,8 @@
 
 #include <strings.h>
 
+#include <algorithm>
+
 namespace velmo {
 
 namespace {
@@ -16,18 +18,11 @@ struct KnownCommand {
     std::vector<std::string> arguments;
 };
 
-/// Each shows a dialog. Of several for one desktop, the first that is installed is taken.
+/// Each shows a dialog, unless the user has told it not to ask.
 const std::vector<KnownCommand>& knownCommands() {
     static const std::vector<KnownCommand> commands = {
         {"GNOME", "gnome-session-quit", {"--logout"}},
         {"Unity", "gnome-session-quit", {"--logout"}},
-        {"KDE",
-         "dbus-send",
-         {"--session", "--type=method_call", "--dest=org.kde.LogoutPrompt", "/LogoutPrompt",
-          "org.kde.LogoutPrompt.promptLogout"}},
-        {"KDE",
-         "busctl",
-         {"--user", "call", "org.kde.LogoutPrompt", "/LogoutPrompt", "org.kde.LogoutPrompt", "promptLogout"}},
         // With --logout these would not ask, the second one only if it is set to.
         {"XFCE", "xfce4-session-logout", {}},
         {"LXQt", "lxqt-leave", {}},
@@ -51,6 +46,12 @@ std::optional<LogOutCommand> logOutCommand(const ProcessInfo& process) {
         }
     }
     return std::nullopt;
+}
+
+bool isPlasma(const ProcessInfo& process) {
+    const auto desktops = currentDesktops(process);
+    return std::any_of(desktops.begin(), desktops.end(),
+                       [](const auto& desktop) { return strcasecmp(desktop.c_str(), "KDE") == 0; });
 }
 
 std::optional<LogOutCommand> endSessionCommand(const ProcessInfo& process) {

@@ -14,9 +14,12 @@ struct LogOutCommand {
     std::vector<std::string> arguments;
 };
 
-/// What makes the session manager of the running desktop ask the user whether to log out. Absent where we do
-/// not know the desktop, or nothing that would speak to it is installed.
+/// What makes the session manager of the running desktop ask the user whether to log out. Absent where no
+/// program that we know does so or the one that would is not installed.
 std::optional<LogOutCommand> logOutCommand(const ProcessInfo& process);
+
+/// True on the desktop whose session manager is asked on the session's bus.
+bool isPlasma(const ProcessInfo& process);
 
 /// What ends the session at once. Absent where there is no login manager.
 std::optional<LogOutCommand> endSessionCommand(const ProcessInfo& process);

@@ -17,6 +17,8 @@ public:
     explicit NotifierTray(MenuBar& bar);
 
     void start();
+    /// Null while the session has none.
+    const std::shared_ptr<dbus::Bus>& bus() const { return bus_.bus(); }
 
 private:
     status_notifier::IconLook look() const;
