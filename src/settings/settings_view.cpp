@@ -2,6 +2,8 @@
 
 #include "views/builders.h"
 
+#include <algorithm>
+
 namespace velmo {
 
 SettingsView::SettingsView(std::shared_ptr<Preferences> preferences, LoginItemManager& loginItem,
@@ -73,7 +75,9 @@ View SettingsView::body() {
                              Image{Symbol{std::string(symbolName(tab))}, false, {}}});
         contents.push_back(contentOf(tab));
     }
-    tabs.selection = rawValue(state_.selectedTab.value());
+    // Whoever asks for a tab that is not offered sees the first one.
+    const auto selected = std::find(tabs_.begin(), tabs_.end(), state_.selectedTab.value());
+    tabs.selection = rawValue(selected != tabs_.end() ? *selected : tabs_.front());
     tabs.onSelect = lifetime_.guard([this](const std::string& tag) {
         if (const auto tab = settingsTabFromRawValue(tag))
             state_.selectedTab.set(*tab);

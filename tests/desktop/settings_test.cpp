@@ -50,6 +50,44 @@ TEST_F(SettingsWindow, PlaceIsRememberedOverARestart) {
     EXPECT_EQ(x().area(*settings())->y, place.y);
 }
 
+TEST_F(SettingsWindow, PlaceIsRememberedOnceTheUserHasMovedIt) {
+    const auto isRemembered = [&] { return readDefaults().contains("windowPlace.Velmo.SettingsWindow"); };
+    const auto close = [&] {
+        outputOf({"wmctrl", "-i", "-c", std::to_string(*settings())}, environment_);
+        ASSERT_TRUE(eventually([&] { return !settings(); }));
+    };
+    startWindowManager();
+    startVelmo();
+    openSettings();
+    EXPECT_TRUE(stays([&] { return !isRemembered(); }, milliseconds(800)));
+    close();
+    openSettings();
+    EXPECT_TRUE(stays([&] { return !isRemembered(); }, milliseconds(800)));
+    const auto place = *x().area(*settings());
+    outputOf({"wmctrl", "-i", "-r", std::to_string(*settings()), "-e",
+              "0," + std::to_string(place.x + 10) + "," + std::to_string(place.y) + ",-1,-1"},
+             environment_);
+    EXPECT_TRUE(eventually(isRemembered));
+    close();
+    EXPECT_TRUE(isRemembered());
+}
+
+TEST_F(SettingsWindow, PlaceWhereItsTitleCouldNotBeDraggedIsForgotten) {
+    startWindowManager();
+    const auto leftEdgeFor = [&](const char* remembered) {
+        writeDefaults({{"windowPlace.Velmo.SettingsWindow", remembered}});
+        startVelmo();
+        openSettings();
+        const int left = x().area(*settings())->x;
+        stopVelmo();
+        return left;
+    };
+    EXPECT_NEAR(leftEdgeFor("1220 200"), 1220, 8);
+    EXPECT_NEAR(leftEdgeFor("1240 200"), (1280 - 540) / 2, 8) << "too little of it could be seen";
+    EXPECT_NEAR(leftEdgeFor("-480 200"), -480, 8);
+    EXPECT_NEAR(leftEdgeFor("-500 200"), (1280 - 540) / 2, 8);
+}
+
 class SettingsUnder : public SettingsWindow, public testing::WithParamInterface<std::string> {};
 
 TEST_P(SettingsUnder, ComesToTheFrontOfWhatTheUserWorksWith) {

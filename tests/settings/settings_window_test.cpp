@@ -53,6 +53,10 @@ TEST_F(SettingsWindow, OffersNoSpacingInASandbox) {
     EXPECT_EQ(std::get<TabView>(body.content).tabs.size(), 4U);
     EXPECT_EQ(body.children.size(), 4U);
     EXPECT_FALSE(shows(body, "Spacing"));
+    state.selectedTab.set(SettingsTab::clock);
+    EXPECT_EQ(std::get<TabView>(view.body().content).selection, "clock");
+    state.selectedTab.set(SettingsTab::spacing);
+    EXPECT_EQ(std::get<TabView>(view.body().content).selection, "general") << "where the tab is not there";
 }
 
 TEST_F(SettingsWindow, IsTheSameOneEachTime) {

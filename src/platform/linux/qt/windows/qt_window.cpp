@@ -13,12 +13,17 @@
 #include <QTimer>
 
 #include <cmath>
+#include <utility>
 
 namespace velmo {
 
 namespace {
 
 constexpr int restingMilliseconds = 300;
+/// Points of the title that are enough to see it and to drag it back.
+constexpr int leastTitle = 50;
+/// Points by which a window manager may put a window elsewhere, for its frame or for a strip at an edge.
+constexpr int usualShift = 64;
 
 }  // namespace
 
@@ -48,6 +53,11 @@ public:
 protected:
     void paintEvent(QPaintEvent* /*event*/) override { QPainter(this).fillRect(rect(), style::window()); }
     void resizeEvent(QResizeEvent* /*event*/) override { host_.setGeometry(rect()); }
+    void showEvent(QShowEvent* event) override {
+        QWidget::showEvent(event);
+        if (!owner_.isPlaced_)
+            resting_.start();
+    }
     void moveEvent(QMoveEvent* event) override {
         QWidget::moveEvent(event);
         // Once it rests: a drag comes here many times, and each time would be a write to the disk.
@@ -107,7 +117,8 @@ void QtWindow::setStyleMask(std::uint64_t mask) {
 void QtWindow::center() {
     if (const auto* screen = QGuiApplication::primaryScreen()) {
         const QRect area = screen->availableGeometry();
-        widget_->move(area.center() - QPoint(widget_->width() / 2, widget_->height() / 2));
+        unmovedPlace_ = area.center() - QPoint(widget_->width() / 2, widget_->height() / 2);
+        widget_->move(*unmovedPlace_);
     }
 }
 
@@ -120,16 +131,29 @@ void QtWindow::setFrameAutosaveName(const std::string& name) {
     // On a screen that has gone meanwhile, nobody would find it.
     const QRect topEdge(corner, QSize(widget_->width(), 1));
     for (const auto* screen : QGuiApplication::screens()) {
-        if (screen->geometry().intersects(topEdge))
-            widget_->move(corner);
+        if (screen->geometry().intersected(topEdge).width() < leastTitle)
+            continue;
+        widget_->move(corner);
+        unmovedPlace_.reset();
     }
 }
 
-void QtWindow::rememberPlace() const {
-    if (autosaveName_.empty())
+void QtWindow::rememberPlace() {
+    if (autosaveName_.empty() || isUnmoved())
         return;
+    unmovedPlace_.reset();
     const QPointF pixel = toPixels(widget_->pos());
     host_.rememberPlace(autosaveName_, {std::round(pixel.x()), std::round(pixel.y())});
+}
+
+/// Only the user's choice is worth remembering: the middle is elsewhere on another screen.
+bool QtWindow::isUnmoved() {
+    if (!unmovedPlace_)
+        return false;
+    const QPoint place = widget_->pos();
+    if (!std::exchange(isPlaced_, true) && (place - *unmovedPlace_).manhattanLength() <= usualShift)
+        unmovedPlace_ = place;
+    return place == *unmovedPlace_;
 }
 
 void QtWindow::makeKeyAndOrderFront() {

@@ -3,8 +3,11 @@
 #include "linux/toolkit/toolkit_host.h"
 #include "window.h"
 
+#include <QPoint>
+
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace velmo {
@@ -28,10 +31,15 @@ public:
 private:
     class Widget;
 
-    void rememberPlace() const;
+    void rememberPlace();
+    bool isUnmoved();
 
     ToolkitHost& host_;
     std::string autosaveName_;
+    /// Where the window is as long as nobody has moved it. Absent once somebody has.
+    std::optional<QPoint> unmovedPlace_;
+    /// The window manager has had its say.
+    bool isPlaced_ = false;
     std::function<void()> onClose_;
     std::unique_ptr<Widget> widget_;
 };
