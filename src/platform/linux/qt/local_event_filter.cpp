@@ -36,6 +36,11 @@ bool isOfAnotherProgram() {
 }  // namespace
 
 bool LocalEventFilter::eventFilter(QObject* object, QEvent* event) {
+    // Before a key goes to a window, Qt asks whether it may be a shortcut instead.
+    if (event->type() == QEvent::ShortcutOverride && events_.isMonitored(EventType::keyDown)) {
+        event->accept();
+        return true;
+    }
     // Windows get an event first, and the widgets in them the same one again.
     if (!object->isWindowType() || isOfAnotherProgram())
         return false;

@@ -2,10 +2,11 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QWidget>
 
 namespace velmo {
 
-/// Our menus open on items of the bar, whoever has the keyboard.
+/// Our menus open on items of the bar, whoever has the keyboard; and who presses keys sees where they go.
 class ToolkitApplication : public QApplication {
 public:
     using QApplication::QApplication;
@@ -15,6 +16,8 @@ public:
     bool notify(QObject* receiver, QEvent* event) override {
         if (event->type() == QEvent::ApplicationDeactivate && showsMenuOfTheBar())
             return true;
+        if (event->type() == QEvent::KeyPress && receiver->isWindowType())
+            showFocus();
         return QApplication::notify(receiver, event);
     }
 
@@ -25,6 +28,14 @@ private:
         while (popup && popup->parentWidget() && qobject_cast<const QMenu*>(popup))
             popup = popup->parentWidget();
         return qobject_cast<const QMenu*>(popup);
+    }
+    /// Qt marks a window as worked by keys once Tab is pressed, and no longer once it was hidden.
+    static void showFocus() {
+        QWidget* focused = focusWidget();
+        if (focused == nullptr || focused->window()->testAttribute(Qt::WA_KeyboardFocusChange))
+            return;
+        focused->window()->setAttribute(Qt::WA_KeyboardFocusChange);
+        focused->update();
     }
 };
 
