@@ -20,9 +20,9 @@ struct CalendarPlace {
     /// Weekdays from 1, Sunday.
     std::vector<int> weekend;
     /// Some days are shorter than 24 hours, and some are longer.
-    bool changesClocks;
+    bool changesClocks = false;
     /// Some days begin later than at 00:00.
-    bool lacksMidnights;
+    bool lacksMidnights = false;
 };
 
 const std::vector<CalendarPlace>& calendarPlaces();

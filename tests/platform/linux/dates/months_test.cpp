@@ -8,29 +8,17 @@ namespace velmo {
 
 namespace {
 
+/// What the calendar's view asks for, but does not show of every month.
 class Months : public testing::TestWithParam<CalendarPlace> {
 protected:
-    void checkDay(const CountedDay& counted, Date monthStart) const {
-        const auto day = calendar().dateByAdding(CalendarUnit::day, counted.number - 1, monthStart);
-        ASSERT_EQ(day, counted.start) << "day " << counted.number;
-        ASSERT_EQ(calendar().component(CalendarUnit::day, *day), counted.number);
-        ASSERT_EQ(calendar().component(CalendarUnit::weekday, *day), counted.weekday) << counted.start;
-        ASSERT_EQ(calendar().component(CalendarUnit::weekOfYear, *day), counted.week) << counted.start;
-        ASSERT_EQ(calendar().ordinalityOfDay(CalendarUnit::year, *day), counted.dayOfYear) << counted.start;
-        ASSERT_TRUE(calendar().isSameDay(*day, *day + 1));
-        ASSERT_FALSE(calendar().isSameDay(*day, *day - 1));
-    }
     void checkMonth(const CountedMonth& counted, Date inside) const {
-        const auto interval = calendar().dateInterval(CalendarUnit::month, inside);
-        ASSERT_EQ(interval, (DateInterval{counted.start, counted.end}));
-        ASSERT_EQ(calendar().dayCount(CalendarUnit::month, inside), counted.days.size());
         ASSERT_EQ(calendar().dayCount(CalendarUnit::year, inside), counted.daysOfYear);
-        const int weekday = calendar().component(CalendarUnit::weekday, interval->start);
-        ASSERT_EQ((weekday - calendar().firstWeekday() + 7) % 7, counted.leading);
-        for (const CountedDay& day : counted.days)
-            ASSERT_NO_FATAL_FAILURE(checkDay(day, interval->start));
-        ASSERT_TRUE(calendar().isSameMonth(interval->start, interval->end - 1));
-        ASSERT_FALSE(calendar().isSameMonth(inside, interval->end));
+        for (const CountedDay& day : counted.days) {
+            ASSERT_TRUE(calendar().isSameDay(day.start, day.start + 1)) << day.number;
+            ASSERT_FALSE(calendar().isSameDay(day.start, day.start - 1)) << day.number;
+        }
+        ASSERT_TRUE(calendar().isSameMonth(counted.start, counted.end - 1));
+        ASSERT_FALSE(calendar().isSameMonth(inside, counted.end));
     }
 
     const Calendar& calendar() const { return engine_.calendar(); }
@@ -38,9 +26,7 @@ protected:
     IcuDateEngine engine_{GetParam().locale, {.name = GetParam().zone, .file = zoneFile(GetParam().zone)}};
 };
 
-TEST_P(Months, AreCountedAsByArithmetic) {
-    EXPECT_EQ(calendar().firstWeekday(), GetParam().firstWeekday);
-    EXPECT_EQ(calendar().veryShortStandaloneWeekdaySymbols(), GetParam().symbols);
+TEST_P(Months, EndAndFollowEachOtherAsByArithmetic) {
     const auto months = countMonths(GetParam());
     for (std::size_t index = 0; index < months.size(); ++index) {
         const auto& month = months[index];
