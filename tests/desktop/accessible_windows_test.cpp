@@ -1,10 +1,10 @@
+#include "accessible_tree.h"
 #include "bus_program.h"
 #include "panel_window_session.h"
 
-#include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
-#include <sstream>
 
 namespace velmo::desktop {
 
@@ -18,49 +18,19 @@ protected:
         startServer();
         startWindowManager();
         startSessionBus();
-        startBeside({"/usr/libexec/at-spi-bus-launcher", "--launch-immediately", "--a11y=1"});
-        BusProgram bystander(busAddress());
-        ASSERT_TRUE(eventually([&] { return bystander.isTaken("org.a11y.Bus"); }));
+        tree_.emplace(environment_);
+    }
+    void TearDown() override {
+        tree_.reset();
+        PanelWindowSession::TearDown();
     }
 
-    std::string client(const std::vector<std::string>& arguments) const {
-        std::vector<std::string> command = {"/usr/bin/python3",
-                                            std::string(VELMO_CLIENTS) + "/accessible_tree.py", "velmo"};
-        command.insert(command.end(), arguments.begin(), arguments.end());
-        return outputOf(command, environment_);
+    std::vector<std::string> namesIn(const std::string& windowName) const {
+        return tree_->namesIn(windowName);
     }
-    /// "role: name" of everything in the window of that name that has a name, in the order of reading.
-    std::vector<std::string> elementsOf(const std::string& windowName, bool evenNameless = false) const {
-        std::vector<std::string> elements;
-        std::istringstream lines(client({}));
-        bool isInside = false;
-        for (std::string line; std::getline(lines, line);) {
-            const auto first = line.find('\t');
-            const auto second = line.find('\t', first + 1);
-            const std::string role = line.substr(first + 1, second - first - 1);
-            const std::string name = line.substr(second + 1);
-            if (line.starts_with("1\t"))
-                isInside = name == windowName;
-            if (isInside && (evenNameless || !name.empty()))
-                elements.push_back(role + ": " + name);
-        }
-        return elements;
-    }
-    /// Those of them that a person can work, whether they have a name or not.
-    std::vector<std::string> controlsOf(const std::string& windowName) const {
-        const std::set<std::string> roles = {"check box",    "combo box", "push button",
-                                             "radio button", "slider",    "text"};
-        auto elements = elementsOf(windowName, true);
-        std::erase_if(elements, [&](const auto& element) {
-            return !roles.contains(element.substr(0, element.find(':')));
-        });
-        return elements;
-    }
-    bool contains(const std::string& windowName, const std::string& element) const {
-        const auto elements = elementsOf(windowName);
-        return std::find(elements.begin(), elements.end(), element) != elements.end();
-    }
-    void activate(const std::string& name) const { client({name}); }
+    void activate(const std::string& name) const { tree_->activate(name); }
+
+    std::optional<AccessibleTree> tree_;
 };
 
 TEST_F(AccessibleWindows, PanelNamesEachItemAndIsWorkedByAssistivePrograms) {
@@ -77,7 +47,7 @@ TEST_F(AccessibleWindows, PanelNamesEachItemAndIsWorkedByAssistivePrograms) {
     openPanelWindow();
     const std::vector<std::string> expected = {"frame: Hidden items", "push button: Network",
                                                "push button: Velmo Settings"};
-    EXPECT_EQ(elementsOf("Hidden items"), expected);
+    EXPECT_EQ(namesIn("Hidden items"), expected);
 
     activate("Network");
     EXPECT_TRUE(eventually([&] { return !panelWindow() && isOnScreen(icon); }));
@@ -85,8 +55,8 @@ TEST_F(AccessibleWindows, PanelNamesEachItemAndIsWorkedByAssistivePrograms) {
     openPanelWindow();
     activate("Velmo Settings");
     EXPECT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
-    EXPECT_EQ(elementsOf("Velmo Settings").front(), "frame: Velmo Settings");
-    EXPECT_TRUE(contains("Velmo Settings", "page tab: General"));
+    EXPECT_EQ(namesIn("Velmo Settings").front(), "frame: Velmo Settings");
+    EXPECT_TRUE(tree_->element("Velmo Settings", "page tab: General"));
 }
 
 TEST_F(AccessibleWindows, PanelSaysWhereNothingIsHidden) {
@@ -95,7 +65,7 @@ TEST_F(AccessibleWindows, PanelSaysWhereNothingIsHidden) {
     const std::vector<std::string> expected = {
         "frame: Hidden items",
         "label: No hidden items yet. ⌘-drag icons to the left of the divider to hide them."};
-    EXPECT_EQ(elementsOf("Hidden items"), expected);
+    EXPECT_EQ(namesIn("Hidden items"), expected);
 }
 
 TEST_F(AccessibleWindows, CalendarHasAName) {
@@ -107,7 +77,7 @@ TEST_F(AccessibleWindows, CalendarHasAName) {
     }));
     click(*x().windowTitled("Velmo.Clock"));
     ASSERT_TRUE(eventually([&] { return shown("Velmo.Popover").has_value(); }));
-    EXPECT_EQ(elementsOf("Calendar").front(), "frame: Calendar");
+    EXPECT_EQ(namesIn("Calendar").front(), "frame: Calendar");
 }
 
 TEST_F(AccessibleWindows, EachControlOfTheSettingsHasANameOfItsOwn) {
@@ -140,7 +110,9 @@ TEST_F(AccessibleWindows, EachControlOfTheSettingsHasANameOfItsOwn) {
         activate(tab);
         std::vector<std::string> controls;
         ASSERT_TRUE(eventually([&] {
-            controls = controlsOf("Velmo Settings");
+            controls.clear();
+            for (const auto& control : tree_->controlsOf("Velmo Settings"))
+                controls.push_back(control.roleAndName());
             // Those of the tabs that were open before are still told of, as hidden ones.
             std::erase_if(controls, [&](const auto& control) { return known.contains(control); });
             return !controls.empty();

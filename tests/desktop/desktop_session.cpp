@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <thread>
 
@@ -170,6 +171,20 @@ xcb_window_t DesktopSession::iconOf(const std::string& windowClass) const {
     };
     EXPECT_TRUE(eventually(docked, milliseconds(20000))) << windowClass << " docks its icon";
     return icon.value_or(xcb_window_t{XCB_WINDOW_NONE});
+}
+
+void DesktopSession::installNotingPrograms(const std::vector<std::string>& names) {
+    const auto programs = home_ / "programs";
+    std::filesystem::create_directories(programs);
+    for (const auto& name : names) {
+        std::ofstream(programs / name) << "#!/bin/sh\necho \"${0##*/}\" \"$@\" >>\"$HOME/started\"\n";
+        std::filesystem::permissions(programs / name, std::filesystem::perms::owner_all);
+    }
+    environment_["PATH"] = programs.string() + ":" + std::getenv("PATH");
+}
+
+std::string DesktopSession::notedStarts() const {
+    return readFile(home_ / "started");
 }
 
 xcb_window_t DesktopSession::startOrdinaryWindow(const std::string& title, const std::string& corner) {

@@ -66,6 +66,10 @@ protected:
     xcb_window_t startTrayProgram(const std::string& command, const std::string& windowClass);
     /// The icon of a running program, once it is in the bar.
     xcb_window_t iconOf(const std::string& windowClass) const;
+    /// From now on programs of these names only note how they were started. Before Velmo starts.
+    void installNotingPrograms(const std::vector<std::string>& names);
+    /// What they have noted: a line for each start.
+    std::string notedStarts() const;
     /// A window that is none of ours. `corner` says where, e.g. "+200+300".
     xcb_window_t startOrdinaryWindow(const std::string& title = "Ordinary",
                                      const std::string& corner = "+200+300");

@@ -57,6 +57,9 @@ TEST_F(AccessibleViews, PopUpsSayWhatIsChosenAndWhatFor) {
     EXPECT_EQ(roleOf(box), QAccessible::ComboBox);
     EXPECT_EQ(nameOf(box), "Icon");
     EXPECT_EQ(accessible->text(QAccessible::Value), "Eye");
+    EXPECT_EQ(accessible->text(QAccessible::Description), "Eye");
+    show({Picker{"Icon", {{"a", "Chevron", ""}, {"b", "Eye", ""}}, "a", PickerStyle::menu, {}}});
+    EXPECT_EQ(accessible->text(QAccessible::Description), "Chevron");
     EXPECT_TRUE(accessible->state().collapsed);
     ASSERT_TRUE(accessible->actionInterface());
     accessible->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());

@@ -152,6 +152,8 @@ void PickerNode::applyMenu(const ViewContext& context) {
                                      [&](const auto& option) { return option.tag == picker.selection; });
     menu_->setCurrentIndex(
         chosen == picker.options.end() ? -1 : static_cast<int>(chosen - picker.options.begin()));
+    // The name says what it is chosen for.
+    menu_->setAccessibleDescription(menu_->currentText());
 }
 
 void PickerNode::applyOptions(const ViewContext& context) {
