@@ -55,7 +55,7 @@ protected:
     void resizeEvent(QResizeEvent* /*event*/) override { host_.setGeometry(rect()); }
     void showEvent(QShowEvent* event) override {
         QWidget::showEvent(event);
-        if (!owner_.isPlaced_)
+        if (owner_.unmovedPlace_ && !owner_.isPlaced_)
             resting_.start();
     }
     void moveEvent(QMoveEvent* event) override {
@@ -138,22 +138,19 @@ void QtWindow::setFrameAutosaveName(const std::string& name) {
     }
 }
 
+/// Only the user's choice is worth remembering: the middle is elsewhere on another screen.
 void QtWindow::rememberPlace() {
-    if (autosaveName_.empty() || isUnmoved())
+    if (autosaveName_.empty())
+        return;
+    const QPoint place = widget_->pos();
+    const bool wasPlaced = std::exchange(isPlaced_, true);
+    if (!wasPlaced && unmovedPlace_ && (place - *unmovedPlace_).manhattanLength() <= usualShift)
+        unmovedPlace_ = place;
+    if (place == unmovedPlace_)
         return;
     unmovedPlace_.reset();
-    const QPointF pixel = toPixels(widget_->pos());
+    const QPointF pixel = toPixels(place);
     host_.rememberPlace(autosaveName_, {std::round(pixel.x()), std::round(pixel.y())});
-}
-
-/// Only the user's choice is worth remembering: the middle is elsewhere on another screen.
-bool QtWindow::isUnmoved() {
-    if (!unmovedPlace_)
-        return false;
-    const QPoint place = widget_->pos();
-    if (!std::exchange(isPlaced_, true) && (place - *unmovedPlace_).manhattanLength() <= usualShift)
-        unmovedPlace_ = place;
-    return place == *unmovedPlace_;
 }
 
 void QtWindow::makeKeyAndOrderFront() {

@@ -32,7 +32,6 @@ private:
     class Widget;
 
     void rememberPlace();
-    bool isUnmoved();
 
     ToolkitHost& host_;
     std::string autosaveName_;
