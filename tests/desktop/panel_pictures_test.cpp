@@ -31,7 +31,7 @@ protected:
         superDrag(icon(), farLeft);
         ASSERT_TRUE(eventually([&] { return isHidden(icon()); }));
     }
-    xcb_window_t icon() const { return x().windowTitled("Network").value_or(xcb_window_t{XCB_WINDOW_NONE}); }
+    xcb_window_t icon() const { return itemTitled("Network"); }
     /// Waits until pictures that were taken before are old.
     void paint(std::uint32_t color) {
         program_->setProperty(itemPath, "IconPixmap", BusProgram::pixmaps({22}, 0xff000000 | color));

@@ -17,7 +17,9 @@ protected:
         startWindowManager();
         startVelmo();
         openSettings();
-        ASSERT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
+        // What is active need not have the keyboard yet.
+        ASSERT_TRUE(
+            eventually([&] { return activeWindow() == *settings() && x().keyboardOwner() == *settings(); }));
     }
 
     virtual void prepareSession() {}

@@ -74,6 +74,8 @@ TEST_F(SettingsByKeyboard, Showing) {
     movePointer(farLeft, 300);
     press("space");
     EXPECT_TRUE(comesToBe("showOnHover", true));
+    // The file is written before the pointer is followed.
+    EXPECT_TRUE(stays([&] { return dividerIsExpanded(); }, milliseconds(100)));
     movePointer(place.midX(), place.midY());
     EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
     movePointer(farLeft, 300);
