@@ -1,6 +1,7 @@
 #include "status_item_order.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velmo {
 
@@ -12,24 +13,26 @@ StatusItemOrder::StatusItemOrder(const std::vector<std::string>& rightToLeft) {
 }
 
 bool StatusItemOrder::contains(const std::string& identity) const {
-    return rank(identity) < identities_.size();
+    return ranks_.contains(identity);
 }
 
 std::size_t StatusItemOrder::rank(const std::string& identity) const {
-    return static_cast<std::size_t>(std::find(identities_.begin(), identities_.end(), identity) -
-                                    identities_.begin());
+    if (!std::exchange(ranksAreCounted_, true)) {
+        for (std::size_t rank = 0; rank < identities_.size(); ++rank)
+            ranks_[identities_[rank]] = rank;
+    }
+    const auto found = ranks_.find(identity);
+    return found == ranks_.end() ? identities_.size() : found->second;
 }
 
 void StatusItemOrder::addAtFarLeft(const std::string& identity) {
-    if (!contains(identity))
+    if (ranks_.try_emplace(identity, identities_.size()).second)
         identities_.push_back(identity);
 }
 
 void StatusItemOrder::addRightOf(const std::string& neighbour, const std::string& identity) {
-    if (contains(identity))
-        return;
-    const auto place = contains(neighbour) ? rank(neighbour) : 0;
-    identities_.insert(identities_.begin() + static_cast<std::ptrdiff_t>(place), identity);
+    if (!contains(identity))
+        insert(contains(neighbour) ? find(neighbour) : identities_.begin(), identity);
 }
 
 void StatusItemOrder::moveRightOf(const std::string& neighbour, const std::string& identity) {
@@ -43,11 +46,26 @@ void StatusItemOrder::moveLeftOf(const std::string& neighbour, const std::string
     if (identity == neighbour || !contains(neighbour) || !contains(identity))
         return;
     remove(identity);
-    identities_.insert(identities_.begin() + static_cast<std::ptrdiff_t>(rank(neighbour) + 1), identity);
+    insert(find(neighbour) + 1, identity);
 }
 
 void StatusItemOrder::remove(const std::string& identity) {
-    identities_.erase(std::remove(identities_.begin(), identities_.end(), identity), identities_.end());
+    if (!contains(identity))
+        return;
+    const auto place = find(identity);
+    ranks_.erase(identity);
+    identities_.erase(place);
+    ranksAreCounted_ = false;
+}
+
+StatusItemOrder::Place StatusItemOrder::find(const std::string& identity) {
+    return std::find(identities_.begin(), identities_.end(), identity);
+}
+
+void StatusItemOrder::insert(Place place, const std::string& identity) {
+    ranks_.emplace(identity, 0);
+    identities_.insert(place, identity);
+    ranksAreCounted_ = false;
 }
 
 std::vector<double> layOutStatusItems(double rightEdge, const std::vector<double>& lengths) {

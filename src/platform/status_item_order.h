@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace velmo {
@@ -31,7 +32,14 @@ public:
     void remove(const std::string& identity);
 
 private:
+    using Place = std::vector<std::string>::iterator;
+    Place find(const std::string& identity);
+    void insert(Place place, const std::string& identity);
+
     std::vector<std::string> identities_;
+    /// Of all that are known; counted anew when somebody asks after the order has changed.
+    mutable std::unordered_map<std::string, std::size_t> ranks_;
+    mutable bool ranksAreCounted_ = true;
 };
 
 /// Left edges of items that lie side by side from `rightEdge` leftwards. Lengths come from right to

@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace velmo::desktop {
 
@@ -101,6 +103,33 @@ TEST_F(NotifierIcons, OffTheScreenArePicturedAsTheyAreNow) {
     EXPECT_EQ(color(), 0xff0000U);
     changeIcon(0xff00ff00);
     EXPECT_EQ(color(), 0x00ff00U);
+}
+
+TEST_F(NotifierIcons, OfOneNameAreNumberedAndAFreeNumberIsTakenAgain) {
+    const auto identities = [&] {
+        std::vector<std::string> all;
+        for (const auto* item : bar_->items())
+            all.push_back(item->identity());
+        return all;
+    };
+    const auto add = [&](const std::string& place) {
+        const auto known = bar_->items().size();
+        program_->addItem(place, "same");
+        program_->registerItem(place);
+        EXPECT_TRUE(turnUntil([&] { return bar_->items().size() > known; }));
+        return identities().back();
+    };
+    const std::string name = "desktop_tests.same";
+    EXPECT_EQ(add("/First"), name);
+    auto other = std::make_unique<BusProgram>(busAddress());
+    other->addItem(itemObject, "same");
+    other->registerItem(itemObject);
+    ASSERT_TRUE(turnUntil([&] { return identities().back() == name + "#2"; }));
+    EXPECT_EQ(add("/Third"), name + "#3");
+    other.reset();
+    ASSERT_TRUE(turnUntil([&] { return bar_->items().size() == 4; }));
+    EXPECT_EQ(add("/Fourth"), name + "#2");
+    EXPECT_EQ(add("/Fifth"), name + "#4");
 }
 
 }  // namespace

@@ -21,6 +21,29 @@ TEST(StatusItemOrder, RanksFromTheRight) {
     EXPECT_FALSE(order.contains("unknown"));
 }
 
+TEST(StatusItemOrder, RanksAnewAfterEachChange) {
+    StatusItemOrder order({"a", "b", "c"});
+    const auto expectRanks = [&](const Names& rightToLeft) {
+        ASSERT_EQ(order.rightToLeft(), rightToLeft);
+        for (std::size_t rank = 0; rank < rightToLeft.size(); ++rank)
+            EXPECT_EQ(order.rank(rightToLeft[rank]), rank) << rightToLeft[rank];
+    };
+    expectRanks({"a", "b", "c"});
+    order.addRightOf("b", "d");
+    expectRanks({"a", "d", "b", "c"});
+    order.addRightOf("b", "e");
+    order.addAtFarLeft("f");
+    expectRanks({"a", "d", "e", "b", "c", "f"});
+    order.moveLeftOf("f", "a");
+    expectRanks({"d", "e", "b", "c", "f", "a"});
+    order.moveRightOf("d", "c");
+    expectRanks({"c", "d", "e", "b", "f", "a"});
+    order.remove("d");
+    expectRanks({"c", "e", "b", "f", "a"});
+    EXPECT_EQ(order.rank("d"), 5U);
+    EXPECT_FALSE(order.contains("d"));
+}
+
 TEST(StatusItemOrder, LeavesKnownIdentitiesWhereTheyAre) {
     StatusItemOrder order({"a", "b", "c"});
     order.addAtFarLeft("a");

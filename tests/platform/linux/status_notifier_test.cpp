@@ -82,8 +82,7 @@ TEST_F(StatusNotifier, ReadsWhatAnItemTells) {
     owner->setProperty(path, "ToolTip", toolTip("Head", "Body"));
     owner->setProperty(path, "ItemIsMenu",
                        [](auto* message) { return sd_bus_message_append(message, "v", "b", 1); });
-    owner->setProperty(path, "Menu",
-                       [](auto* message) { return sd_bus_message_append(message, "v", "o", "/Menu"); });
+    owner->setMenuPath(path);
     owner->registerItem(path);
     ASSERT_TRUE(untilItems(1));
     const auto& properties = items_.front()->properties();
@@ -120,6 +119,21 @@ TEST_F(StatusNotifier, FollowsEachKindOfChange) {
     owner->emit(path, "org.freedesktop.DBus.Properties", "PropertiesChanged",
                 [](auto* message) { return sd_bus_message_append(message, "sa{sv}as", kde, 0, 0); });
     EXPECT_TRUE(until([&] { return live.properties().toolTipTitle == "Later"; }));
+}
+
+TEST_F(StatusNotifier, SignalsOfOtherKindsAreNoReasonToAsk) {
+    const auto owner = programWithItem("talkative");
+    runFor(0.2);
+    const int asked = owner->callsOf("GetAll");
+    owner->emit(path, "org.example.Other", "NewIcon");
+    owner->emit(path, "org.freedesktop.DBus.Properties", "Other");
+    runFor(0.2);
+    EXPECT_EQ(owner->callsOf("GetAll"), asked);
+    for (const auto* family : {kde, freedesktop}) {
+        owner->emit(path, family, "NewIcon");
+        EXPECT_TRUE(until([&] { return owner->callsOf("GetAll") == asked + (family == kde ? 1 : 2); }));
+        runFor(0.1);
+    }
 }
 
 TEST_F(StatusNotifier, AChangeWithoutEffectOnTheIconKeepsTheImage) {

@@ -3,6 +3,7 @@
 #include "defaults_conversion.h"
 #include "linux/process/xdg_folders.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace velmo {
@@ -16,6 +17,9 @@ constexpr const char* bytesMember = "bytes";
 
 /// Text from another program may hold anything; the file stays valid all the same.
 std::string validText(const std::string& text) {
+    const auto isPlain = [](char character) { return character >= ' ' && character <= '~'; };
+    if (std::all_of(text.begin(), text.end(), isPlain))
+        return text;
     return Json::parse(Json(text).dump(-1, ' ', false, Json::error_handler_t::replace)).get<std::string>();
 }
 

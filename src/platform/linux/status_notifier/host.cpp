@@ -3,8 +3,6 @@
 #include "linux/status_notifier/names.h"
 
 #include <algorithm>
-#include <iterator>
-#include <map>
 #include <utility>
 
 namespace velmo::status_notifier {
@@ -38,26 +36,24 @@ Host::~Host() {
 
 void Host::setLook(const IconLook& look) {
     look_ = look;
-    for (const auto& entry : entries_) {
+    for (const auto& [address, entry] : entries_) {
         if (entry.item)
             entry.item->setLook(look);
     }
 }
 
 void Host::add(const ItemAddress& address) {
-    const auto known = std::find_if(entries_.begin(), entries_.end(),
-                                    [&](const auto& entry) { return entry.registered == address; });
-    if (known != entries_.end()) {
-        if (known->item)
-            known->item->requestRefresh();
+    if (const auto known = entries_.find(address); known != entries_.end()) {
+        if (known->second.item)
+            known->second.item->requestRefresh();
         return;
     }
     if (entries_.size() >= mostItems && !makeRoomFor(address.service)) {
         withdraw(address);
         return;
     }
-    const auto entry = entries_.emplace(entries_.end());
-    entry->registered = address;
+    const auto entry = entries_.try_emplace(address).first;
+    entry->second.number = ++numbers_;
     if (address.service.starts_with(':'))
         resolved(entry, address.service);
     else
@@ -65,8 +61,8 @@ void Host::add(const ItemAddress& address) {
 }
 
 bool Host::makeRoomFor(const std::string& service) {
-    const auto ownerOf = [](const Entry& entry) {
-        return entry.owner.empty() ? entry.registered.service : entry.owner;
+    const auto ownerOf = [](const auto& entry) {
+        return entry.second.owner.empty() ? entry.first.service : entry.second.owner;
     };
     std::map<std::string, std::size_t> counts;
     for (const auto& entry : entries_)
@@ -76,68 +72,84 @@ bool Host::makeRoomFor(const std::string& service) {
     });
     if (most->second <= counts[service])
         return false;
-    const auto newest = std::find_if(entries_.rbegin(), entries_.rend(),
-                                     [&](const auto& entry) { return ownerOf(entry) == most->first; });
-    remove(std::prev(newest.base()));
+    auto newest = entries_.end();
+    for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
+        if (ownerOf(*entry) == most->first &&
+            (newest == entries_.end() || newest->second.number < entry->second.number))
+            newest = entry;
+    }
+    remove(newest);
     return true;
 }
 
 void Host::resolve(Entries::iterator entry) {
+    auto& [address, state] = *entry;
     // Who gives up the name takes the item away, also where the program goes on.
-    entry->serviceChanges = bus_->onOwnerChange(entry->registered.service, [this, entry](const auto& owner) {
-        if (owner == entry->owner)
+    state.serviceChanges = bus_->onOwnerChange(address.service, [this, entry](const auto& owner) {
+        if (owner == entry->second.owner)
             return;
-        if (entry->owner.empty())
+        if (entry->second.owner.empty())
             resolved(entry, owner);
         else
             remove(entry);
     });
-    entry->asking = bus_->askForOwner(entry->registered.service,
-                                      [this, entry](const auto& owner) { resolved(entry, owner); });
+    state.asking =
+        bus_->askForOwner(address.service, [this, entry](const auto& owner) { resolved(entry, owner); });
 }
 
 void Host::resolved(Entries::iterator entry, const std::string& owner) {
-    if (owner.empty()) {
-        remove(entry);
-        return;
-    }
-    entry->asking = {};
-    const auto isSame = [&](const Entry& other) {
-        return &other != &*entry && other.owner == owner && other.registered.path == entry->registered.path;
-    };
+    auto& [address, state] = *entry;
+    const ItemAddress location{owner, address.path};
     // One item under two names is one item.
-    if (std::any_of(entries_.begin(), entries_.end(), isSame)) {
+    if (owner.empty() || !located_.try_emplace(location, entry).second) {
         remove(entry);
         return;
     }
-    entry->owner = owner;
-    entry->ownerChanges = bus_->onOwnerChange(owner, [this, entry](const auto&) { remove(entry); });
-    entry->item = std::make_unique<Item>(Item::Environment{loop_, icons_, bus_},
-                                         ItemAddress{owner, entry->registered.path}, look_);
-    entry->item->setOnChange([this, entry] { changed(entry); });
+    state.asking = {};
+    state.owner = owner;
+    if (!ownerChanges_.contains(owner))
+        ownerChanges_[owner] = bus_->onOwnerChange(owner, [this, owner](const auto&) { removeAllOf(owner); });
+    state.item = std::make_unique<Item>(Item::Environment{loop_, icons_, bus_}, location, look_);
+    state.item->setOnChange([this, entry] { changed(entry); });
 }
 
 void Host::changed(Entries::iterator entry) {
-    if (entry->item->isGone()) {
+    auto& state = entry->second;
+    if (state.item->isGone()) {
         remove(entry);
         return;
     }
-    auto& handler = std::exchange(entry->isShown, true) ? handlers_.changed : handlers_.added;
-    handler(*entry->item);
+    auto& handler = std::exchange(state.isShown, true) ? handlers_.changed : handlers_.added;
+    handler(*state.item);
 }
 
 void Host::removeNamed(const ItemAddress& address) {
-    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const auto& entry) {
-        return entry.registered == address || ItemAddress{entry.owner, entry.registered.path} == address;
-    });
-    if (found != entries_.end())
+    if (const auto found = entries_.find(address); found != entries_.end())
         remove(found);
+    else if (const auto located = located_.find(address); located != located_.end())
+        remove(located->second);
+}
+
+void Host::removeAllOf(const std::string& owner) {
+    for (auto item = firstOf(owner); item != located_.end(); item = firstOf(owner))
+        remove(item->second);
+}
+
+std::map<ItemAddress, Host::Entries::iterator>::iterator Host::firstOf(const std::string& owner) {
+    const auto first = located_.lower_bound({owner, {}});
+    return first != located_.end() && first->first.service == owner ? first : located_.end();
 }
 
 void Host::remove(Entries::iterator entry) {
-    if (entry->isShown)
-        handlers_.removed(*entry->item);
-    withdraw(entry->registered);
+    const auto& [address, state] = *entry;
+    if (state.isShown)
+        handlers_.removed(*state.item);
+    if (!state.owner.empty()) {
+        located_.erase({state.owner, address.path});
+        if (firstOf(state.owner) == located_.end())
+            ownerChanges_.erase(state.owner);
+    }
+    withdraw(address);
     entries_.erase(entry);
 }
 

@@ -6,8 +6,9 @@
 #include "linux/status_notifier/item.h"
 #include "linux/status_notifier/watcher.h"
 
+#include <cstdint>
 #include <functional>
-#include <list>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,16 +37,16 @@ public:
 
 private:
     struct Entry {
-        /// As it was registered, under whatever name.
-        ItemAddress registered;
+        /// Those that came later have greater ones.
+        std::uint64_t number = 0;
         std::string owner;
         std::unique_ptr<Item> item;
         bool isShown = false;
         Registration asking;
-        Registration ownerChanges;
         Registration serviceChanges;
     };
-    using Entries = std::list<Entry>;
+    /// By the address that was registered, under whatever name.
+    using Entries = std::map<ItemAddress, Entry>;
 
     void add(const ItemAddress& address);
     /// Ends the newest entry of whoever has the most. False where that is the one who wants another.
@@ -54,6 +55,9 @@ private:
     void resolved(Entries::iterator entry, const std::string& owner);
     void changed(Entries::iterator entry);
     void removeNamed(const ItemAddress& address);
+    void removeAllOf(const std::string& owner);
+    /// The first of an owner's items, or the end.
+    std::map<ItemAddress, Entries::iterator>::iterator firstOf(const std::string& owner);
     void remove(Entries::iterator entry);
     void withdraw(const ItemAddress& address);
 
@@ -63,6 +67,11 @@ private:
     IconLook look_;
     Handlers handlers_;
     Entries entries_;
+    /// By the owner's unique name and the path, those whose owners are known.
+    std::map<ItemAddress, Entries::iterator> located_;
+    /// One for all items of an owner.
+    std::map<std::string, Registration> ownerChanges_;
+    std::uint64_t numbers_ = 0;
     std::vector<std::unique_ptr<Watcher>> watchers_;
     std::vector<std::unique_ptr<ForeignWatcher>> foreignWatchers_;
 };

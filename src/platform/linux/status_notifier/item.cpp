@@ -5,6 +5,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <set>
+#include <string_view>
 #include <utility>
 
 namespace velmo::status_notifier {
@@ -33,6 +36,14 @@ bool isMissingInterface(const std::string& error) {
 bool isMissingOwner(const std::string& error) {
     return error == SD_BUS_ERROR_SERVICE_UNKNOWN || error == SD_BUS_ERROR_NAME_HAS_NO_OWNER ||
            error == SD_BUS_ERROR_DISCONNECTED;
+}
+
+/// Called for each signal of a flood.
+bool tellsOfChange(sd_bus_message* signal) {
+    static const std::set<std::string, std::less<>> interfaces = {itemInterface(families.front()),
+                                                                  itemInterface(families.back())};
+    return interfaces.contains(std::string_view(sd_bus_message_get_interface(signal))) ||
+           sd_bus_message_is_signal(signal, propertiesInterface, "PropertiesChanged") > 0;
 }
 
 }  // namespace
@@ -78,14 +89,12 @@ void Item::askForProcess() {
 }
 
 void Item::listen() {
-    const std::string place = "type='signal',sender='" + address_.service + "',path='" + address_.path + "',";
-    for (const auto& family : families) {
-        signals_.push_back(environment_.bus->onSignal(place + "interface='" + itemInterface(family) + "'",
-                                                      [this](sd_bus_message*) { requestRefresh(); }));
-    }
-    signals_.push_back(environment_.bus->onSignal(
-        place + "interface='" + propertiesInterface + "',member='PropertiesChanged'",
-        [this](sd_bus_message*) { requestRefresh(); }));
+    // One rule for all: where hundreds of items come at once, it is rules that the bus is busy with.
+    const std::string rule = "type='signal',sender='" + address_.service + "',path='" + address_.path + "'";
+    signals_ = environment_.bus->onSignal(rule, [this](sd_bus_message* message) {
+        if (tellsOfChange(message))
+            requestRefresh();
+    });
 }
 
 void Item::requestRefresh() {

@@ -16,7 +16,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace velmo::status_notifier {
 
@@ -115,7 +114,7 @@ private:
     Registration refreshing_;
     Registration askingForProcess_;
     Registration activating_;
-    std::vector<Registration> signals_;
+    Registration signals_;
     Lifetime lifetime_;
 };
 

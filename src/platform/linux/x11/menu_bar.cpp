@@ -5,6 +5,8 @@
 #include <xcb/composite.h>
 
 #include <algorithm>
+#include <charconv>
+#include <string_view>
 #include <utility>
 
 namespace velmo::x11 {
@@ -15,6 +17,23 @@ namespace {
 constexpr double longItem = 500;
 /// Items whose places are remembered.
 constexpr item_placement::Memory remembered = {500, 50};
+
+/// Before the number of an item where others have the same name.
+constexpr char numberMark = '#';
+
+/// Which of those with the name the identity stands for, 0 where it is another's. The first one has no
+/// number.
+std::size_t numberAmong(const std::string& name, std::string_view identity) {
+    if (!identity.starts_with(name))
+        return 0;
+    identity.remove_prefix(name.size());
+    if (identity.empty())
+        return 1;
+    std::size_t number = 0;
+    if (identity.front() == numberMark)
+        std::from_chars(identity.data() + 1, identity.data() + identity.size(), number);
+    return number;
+}
 
 xcb_window_t makeBarWindow(Connection& connection) {
     const xcb_window_t window = connection.newId();
@@ -62,16 +81,17 @@ std::string MenuBar::nextItemName() {
 }
 
 std::string MenuBar::identityFor(const std::string& application) const {
-    const auto taken = [this](const std::string& identity) {
-        return std::any_of(items_.begin(), items_.end(), [&](const auto* item) {
-            return item->identity() == identity && !item->hasEnded();
-        });
-    };
     const std::string name = item_placement::isOwnName(application) ? "other." + application : application;
-    std::string identity = name;
-    for (int number = 2; taken(identity); ++number)
-        identity = name + "#" + std::to_string(number);
-    return identity;
+    // So many items leave one of these numbers free.
+    std::vector<char> isTaken(items_.size() + 2);
+    for (const auto* item : items_) {
+        const auto number = numberAmong(name, item->identity());
+        if (number < isTaken.size() && !item->hasEnded())
+            isTaken[number] = 1;
+    }
+    isTaken[0] = 1;
+    const auto number = std::find(isTaken.begin(), isTaken.end(), 0) - isTaken.begin();
+    return number == 1 ? name : name + numberMark + std::to_string(number);
 }
 
 void MenuBar::addItem(BarItem& item) {

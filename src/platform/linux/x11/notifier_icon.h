@@ -21,7 +21,6 @@ public:
     NotifierIcon(MenuBar& bar, status_notifier::Item& item);
     ~NotifierIcon() override;
 
-    const status_notifier::Item& item() const { return item_; }
     /// The item has changed.
     void follow();
 

@@ -2,8 +2,6 @@
 
 #include "linux/process/beside_program.h"
 
-#include <algorithm>
-
 namespace velmo::x11 {
 
 NotifierTray::NotifierTray(MenuBar& bar)
@@ -37,18 +35,15 @@ void NotifierTray::busCame(const std::shared_ptr<dbus::Bus>& bus) {
 }
 
 void NotifierTray::add(status_notifier::Item& item) {
-    shown_.push_back(std::make_unique<NotifierIcon>(bar_, item));
+    shown_[&item] = std::make_unique<NotifierIcon>(bar_, item);
 }
 
 void NotifierTray::follow(const status_notifier::Item& item) {
-    for (const auto& icon : shown_) {
-        if (&icon->item() == &item)
-            icon->follow();
-    }
+    shown_.at(&item)->follow();
 }
 
 void NotifierTray::remove(const status_notifier::Item& item) {
-    std::erase_if(shown_, [&](const auto& icon) { return &icon->item() == &item; });
+    shown_.erase(&item);
 }
 
 }  // namespace velmo::x11

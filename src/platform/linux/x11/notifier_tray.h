@@ -6,8 +6,8 @@
 #include "linux/x11/menu_bar.h"
 #include "linux/x11/notifier_icon.h"
 
+#include <map>
 #include <memory>
-#include <vector>
 
 namespace velmo::x11 {
 
@@ -29,7 +29,7 @@ private:
 
     MenuBar& bar_;
     IconLoader icons_;
-    std::vector<std::unique_ptr<NotifierIcon>> shown_;
+    std::map<const status_notifier::Item*, std::unique_ptr<NotifierIcon>> shown_;
     std::unique_ptr<status_notifier::Host> host_;
     dbus::SessionBus bus_;
     Registration appearanceChanges_;
