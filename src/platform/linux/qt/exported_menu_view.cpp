@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPolygonF>
+#include <QScreen>
 #include <QSet>
 #include <QStyleOptionMenuItem>
 
@@ -24,10 +25,28 @@ using MarkState = ExportedMenuEntry::MarkState;
 
 /// Of the square that marks and icons are drawn in.
 constexpr int markSide = 16;
+/// Characters that are shown of a text, as far as its menu is not longer than usual. All texts of a menu are
+/// measured at once; where it is longer, they share what can be measured in a moment.
+constexpr qsizetype longestText = 100;
+constexpr qsizetype longestTextOfManyEntries = 30;
+constexpr qsizetype mostCharacters = 30000;
+
+qsizetype longestTextAmong(std::size_t entries) {
+    const auto share = mostCharacters / std::max(static_cast<qsizetype>(entries), qsizetype{1});
+    return std::clamp(share, longestTextOfManyEntries, longestText);
+}
+
+QString beginningOf(const std::string& text, qsizetype longest) {
+    const QString whole = QString::fromStdString(text);
+    if (whole.size() <= longest)
+        return whole;
+    // Some characters are two of Qt's.
+    return whole.left(longest + (whole[longest].isLowSurrogate() ? 1 : 0)) + QChar(0x2026);
+}
 
 /// The mnemonic is marked by an ampersand; what follows a tab stands at the right, where shortcuts do.
-QString textOf(const ExportedMenuEntry& entry) {
-    const QString label = QString::fromStdString(entry.label);
+QString textOf(const ExportedMenuEntry& entry, qsizetype longest) {
+    const QString label = beginningOf(entry.label, longest);
     QString text;
     bool hasMnemonic = false;
     for (qsizetype place = 0; place < label.size(); ++place) {
@@ -45,7 +64,7 @@ QString textOf(const ExportedMenuEntry& entry) {
             text += QLatin1Char('&');
     }
     if (!entry.shortcut.empty())
-        text += QLatin1Char('\t') + QString::fromStdString(entry.shortcut);
+        text += QLatin1Char('\t') + beginningOf(entry.shortcut, longest / 2);
     return text;
 }
 
@@ -183,7 +202,10 @@ void ExportedMenuView::actionEvent(QActionEvent* event) {
 void ExportedMenuView::measure() {
     if (!std::exchange(isOutgrown_, false))
         return;
-    resize(sizeHint());
+    // What does not fit scrolls.
+    const QRect usable = screen()->availableGeometry();
+    const QRect wanted = QRect(pos(), sizeHint()).intersected(usable);
+    resize(wanted.isEmpty() ? sizeHint().boundedTo(usable.size()) : wanted.size());
     update();
 }
 
@@ -219,6 +241,7 @@ void ExportedMenuView::remove(const Shown& shown) {
 
 void ExportedMenuView::arrange(const ExportedMenuEntry& entry) {
     auto present = actions();
+    const auto longest = longestTextAmong(entry.children.size());
     for (qsizetype index = 0; index < static_cast<qsizetype>(entry.children.size()); ++index) {
         const auto& child = entry.children[static_cast<std::size_t>(index)];
         auto& shown = shown_[child.id];
@@ -229,7 +252,7 @@ void ExportedMenuView::arrange(const ExportedMenuEntry& entry) {
             connect(shown.action, &QAction::triggered, shown.action,
                     [this, id = child.id] { onChosen_(id); });
         }
-        apply(shown, child);
+        apply(shown, child, longest);
         if (index < present.size() && present[index] == shown.action)
             continue;
         if (!isNew) {
@@ -241,10 +264,10 @@ void ExportedMenuView::arrange(const ExportedMenuEntry& entry) {
     }
 }
 
-void ExportedMenuView::apply(Shown& shown, const ExportedMenuEntry& entry) {
+void ExportedMenuView::apply(Shown& shown, const ExportedMenuEntry& entry, qsizetype longestText) {
     auto& action = *shown.action;
     action.setSeparator(entry.isSeparator);
-    action.setText(textOf(entry));
+    action.setText(textOf(entry, longestText));
     action.setEnabled(entry.isEnabled);
     action.setVisible(entry.isVisible);
     applyPicture(shown, entry);

@@ -222,7 +222,7 @@ QPalette palette() {
 QString sheet() {
     const Colors& colors = current().colors;
     return QStringLiteral(
-               "QMenu { background: %1; color: %2; border: 1px solid %3; padding: 5px; }"
+               "QMenu { background: %1; color: %2; border: 1px solid %3; padding: 5px; menu-scrollable: 1; }"
                "QMenu::item { padding: 4px 14px 4px 12px; border-radius: 5px; }"
                "QMenu::item:selected { background: %4; color: white; }"
                "QMenu::item:disabled { color: %5; }"

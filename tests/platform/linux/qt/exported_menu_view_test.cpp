@@ -1,11 +1,14 @@
 #include "linux/qt/exported_menu_view.h"
 
+#include "linux/qt/style.h"
+
 #include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -66,6 +69,9 @@ Image square(std::uint32_t color, bool isTemplate = false) {
 
 class ExportedMenuViews : public testing::Test {
 protected:
+    static void SetUpTestSuite() { qApp->setStyleSheet(style::sheet()); }
+    static void TearDownTestSuite() { qApp->setStyleSheet({}); }
+
     void follow(std::vector<ExportedMenuEntry> entries) {
         menu_.root_.children = std::move(entries);
         view_.follow(menu_.root_);
@@ -122,6 +128,42 @@ TEST_F(ExportedMenuViews, ShowTextsWithMnemonicsAndShortcuts) {
     EXPECT_EQ(action(2).text(), QStringLiteral("two lines here"));
     EXPECT_EQ(action(3).text(), QStringLiteral("&Quit\tCtrl+Q"));
     EXPECT_EQ(action(4).text(), QStringLiteral("end"));
+}
+
+TEST_F(ExportedMenuViews, ShowTheBeginningOfALongText) {
+    const std::string longest(100, 'x');
+    std::string pairs;
+    for (int count = 0; count < 60; ++count)
+        pairs += "\xf0\x9f\x98\x80";
+    auto longer = labelled(2, longest + "y");
+    longer.shortcut = "Ctrl+S";
+    follow({labelled(1, longest), longer, labelled(3, pairs), labelled(4, "x" + pairs)});
+    const QString end(QChar(0x2026));
+    const QString shown = QString::fromStdString(longest);
+    const QString shownPairs = QString::fromStdString(pairs).left(100) + end;
+    EXPECT_EQ(action(0).text(), shown);
+    EXPECT_EQ(action(1).text(), shown + end + QStringLiteral("\tCtrl+S"));
+    EXPECT_EQ(action(2).text(), shownPairs);
+    EXPECT_EQ(action(3).text(), QStringLiteral("x") + shownPairs) << "no half of a character";
+}
+
+TEST_F(ExportedMenuViews, ShowLessOfEachTextWhereTheyAreManyMore) {
+    const auto shownOf = [this](int count) {
+        auto entries = numbered(count, "");
+        entries.front() = labelled(1, std::string(200, 'x'));
+        entries.front().shortcut = std::string(60, 'y');
+        follow(std::move(entries));
+        return action(0).text();
+    };
+    const auto text = [](int label, int shortcut) {
+        const QString end(QChar(0x2026));
+        return QString(label, QLatin1Char('x')) + end + QLatin1Char('\t') +
+               QString(shortcut, QLatin1Char('y')) + end;
+    };
+    EXPECT_EQ(shownOf(300), text(100, 50));
+    EXPECT_EQ(shownOf(303), text(99, 49));
+    EXPECT_EQ(shownOf(600), text(50, 25));
+    EXPECT_EQ(shownOf(1000), text(30, 15));
 }
 
 TEST_F(ExportedMenuViews, ShowSeparatorsAndWhatIsDisabledOrHidden) {
@@ -247,11 +289,29 @@ TEST_F(ExportedMenuViews, ManyEntriesMayChangeAtOnceWhileTheyAreOpen) {
     const auto relabelled = std::chrono::steady_clock::now() - start;
     EXPECT_LT(relabelled, std::chrono::milliseconds(100));
     EXPECT_EQ(action(most - 1).text(), QStringLiteral("Quite another entry 1000"));
-    EXPECT_EQ(view_.size(), view_.sizeHint()) << "it has been measured";
+    EXPECT_EQ(view_.width(), view_.sizeHint().width()) << "it has been measured";
     const auto before = std::chrono::steady_clock::now();
     follow({labelled(most + 1, "Alone")});
     EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(100));
     EXPECT_EQ(view_.actions().size(), 1);
+}
+
+TEST_F(ExportedMenuViews, ThatAreTooLongScrollInsideTheScreenAlsoWhenTheyChange) {
+    constexpr int most = 1000;
+    const auto expectInside = [this] {
+        const int usable = view_.screen()->availableGeometry().height();
+        EXPECT_LE(view_.height(), usable);
+        EXPECT_GT(view_.height(), usable / 2);
+        EXPECT_FALSE(view_.rect().contains(view_.actionGeometry(&action(most - 1))));
+    };
+    show(numbered(most, "Entry "));
+    expectInside();
+    follow(numbered(most, "Quite another entry "));
+    expectInside();
+    key(Qt::Key_Down);
+    key(Qt::Key_Up);
+    EXPECT_EQ(view_.activeAction(), &action(most - 1));
+    EXPECT_TRUE(view_.rect().contains(view_.actionGeometry(&action(most - 1)))) << "it can be reached";
 }
 
 TEST_F(ExportedMenuViews, SubmenusOpenWithTheirEntriesAndTellOfIt) {
