@@ -3,6 +3,7 @@
 #include <poll.h>
 
 #include <algorithm>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -159,6 +160,16 @@ void BusProgram::setMenu(const std::string& path, const MenuEntry& root) {
     menu.menu = root;
 }
 
+void BusProgram::setMenuPath(const std::string& item, const std::string& menu) {
+    setProperty(item, "Menu",
+                [menu](auto* message) { return sd_bus_message_append(message, "v", "o", menu.c_str()); });
+}
+
+void BusProgram::tellOfLayout(const std::string& menu) {
+    emit(menu, menuInterface, "LayoutUpdated",
+         [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
+}
+
 void BusProgram::setMenuWhenShown(const std::string& path, const MenuEntry& root) {
     const std::lock_guard lock(mutex_);
     object(path).menuWhenShown = root;
@@ -237,6 +248,22 @@ BusProgram::Append BusProgram::pixmaps(const std::vector<int>& sides, std::uint3
         }
         result = std::min(result, sd_bus_message_close_container(message));
         return std::min(result, sd_bus_message_close_container(message));
+    };
+}
+
+BusProgram::Append BusProgram::whitePixmap(int width, int height, std::size_t bytes) {
+    return [=](sd_bus_message* message) {
+        void* space = nullptr;
+        sd_bus_message_open_container(message, 'v', "a(iiay)");
+        sd_bus_message_open_container(message, 'a', "(iiay)");
+        sd_bus_message_open_container(message, 'r', "iiay");
+        sd_bus_message_append(message, "ii", width, height);
+        sd_bus_message_append_array_space(message, 'y', bytes, &space);
+        if (bytes > 0)
+            std::memset(space, 0xff, bytes);
+        sd_bus_message_close_container(message);
+        sd_bus_message_close_container(message);
+        return sd_bus_message_close_container(message);
     };
 }
 

@@ -57,6 +57,10 @@ public:
     void registerItem(const std::string& text, const std::string& watcher = "org.kde.StatusNotifierWatcher");
     void removeObject(const std::string& path);
     void setMenu(const std::string& path, const MenuEntry& root);
+    /// Lets the item say that its menu is there.
+    void setMenuPath(const std::string& item, const std::string& menu = "/Menu");
+    /// Says that the menu is another one now.
+    void tellOfLayout(const std::string& menu = "/Menu");
     /// The menu that it becomes once somebody is about to show it, which the answer tells.
     void setMenuWhenShown(const std::string& path, const MenuEntry& root);
     /// From now on nothing is answered, until `goOn`; what has come meanwhile is answered then.
@@ -81,6 +85,8 @@ public:
 
     /// An icon of one colour, in network byte order.
     static Append pixmaps(const std::vector<int>& sides, std::uint32_t color);
+    /// One that says to be of that size, with so many bytes of white.
+    static Append whitePixmap(int width, int height, std::size_t bytes);
 
 private:
     struct Object {

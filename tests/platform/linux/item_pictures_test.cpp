@@ -1,4 +1,5 @@
 #include "bus_session.h"
+#include "icon_files.h"
 
 #include <fstream>
 
@@ -11,26 +12,19 @@ using desktop::BusProgram;
 constexpr const char* itemPath = "/StatusNotifierItem";
 constexpr const char* itemInterface = "org.kde.StatusNotifierItem";
 
-/// One pixmap that says to be of that size, with so many bytes of white.
-BusProgram::Append pixmap(int width, int height, std::size_t size) {
-    return [=](sd_bus_message* message) {
-        const std::vector<std::uint8_t> bytes(size, 0xff);
-        sd_bus_message_open_container(message, 'v', "a(iiay)");
-        sd_bus_message_open_container(message, 'a', "(iiay)");
-        sd_bus_message_open_container(message, 'r', "iiay");
-        sd_bus_message_append(message, "ii", width, height);
-        sd_bus_message_append_array(message, 'y', bytes.data(), bytes.size());
-        sd_bus_message_close_container(message);
-        sd_bus_message_close_container(message);
-        return sd_bus_message_close_container(message);
-    };
-}
-
 class ItemPictures : public BusSession {
 protected:
     void SetUp() override {
         BusSession::SetUp();
         startHost();
+    }
+
+    /// Says again and again that the icon has changed.
+    void tellFor(BusProgram& owner, Seconds time) {
+        for (Seconds passed = 0; passed < time; passed += 0.02) {
+            owner.emit(itemPath, itemInterface, "NewIcon");
+            runFor(0.02);
+        }
     }
 
     /// The width of what is shown, in pixels.
@@ -65,9 +59,11 @@ TEST_F(ItemPictures, ChoosesThePixmapForTheScale) {
 TEST_F(ItemPictures, PixmapsThatLieAreLeftOut) {
     const auto owner = program();
     const std::vector<BusProgram::Append> lies = {
-        pixmap(20, 20, 0),      pixmap(20, 20, 1599),  pixmap(20, 20, 1601),
-        pixmap(-20, -20, 1600), pixmap(0, 0, 0),       pixmap(65536, 65536, 1600),
-        pixmap(1 << 30, 4, 16), pixmap(-1, 400, 1600), pixmap(4097, 1, 4097 * 4)};
+        BusProgram::whitePixmap(20, 20, 0),        BusProgram::whitePixmap(20, 20, 1599),
+        BusProgram::whitePixmap(20, 20, 1601),     BusProgram::whitePixmap(-20, -20, 1600),
+        BusProgram::whitePixmap(0, 0, 0),          BusProgram::whitePixmap(65536, 65536, 1600),
+        BusProgram::whitePixmap(1 << 30, 4, 16),   BusProgram::whitePixmap(-1, 400, 1600),
+        BusProgram::whitePixmap(4097, 1, 4097 * 4)};
     for (std::size_t index = 0; index < lies.size(); ++index) {
         const std::string place = "/Item" + std::to_string(index);
         owner->addItem(place, "lie" + std::to_string(index));
@@ -75,7 +71,7 @@ TEST_F(ItemPictures, PixmapsThatLieAreLeftOut) {
         owner->registerItem(place);
     }
     owner->addItem("/Largest", "largest");
-    owner->setProperty("/Largest", "IconPixmap", pixmap(4096, 1, 4096 * 4));
+    owner->setProperty("/Largest", "IconPixmap", BusProgram::whitePixmap(4096, 1, 4096 * 4));
     owner->registerItem("/Largest");
     ASSERT_TRUE(untilItems(lies.size() + 1));
     for (std::size_t index = 0; index < lies.size(); ++index)
@@ -96,18 +92,49 @@ TEST_F(ItemPictures, OneThatIsOnlyOfferedLargeIsScaled) {
 
 TEST_F(ItemPictures, WhatIsLargeAndLiesIsAskedForSeldomToo) {
     const auto owner = programWithItem("liar");
-    owner->setProperty(itemPath, "IconPixmap", pixmap(4095, 4095, 8000000));
-    const auto tellFor = [&](Seconds time) {
-        for (Seconds passed = 0; passed < time; passed += 0.02) {
-            owner->emit(itemPath, itemInterface, "NewIcon");
-            runFor(0.02);
-        }
-    };
-    tellFor(0.2);
+    owner->setProperty(itemPath, "IconPixmap", BusProgram::whitePixmap(4095, 4095, 8000000));
+    tellFor(*owner, 0.2);
     const int before = owner->callsOf("GetAll");
-    tellFor(3);
+    tellFor(*owner, 3);
     EXPECT_LE(owner->callsOf("GetAll") - before, 3);
     EXPECT_GE(owner->callsOf("GetAll") - before, 1);
+}
+
+TEST_F(ItemPictures, WhatCannotBeReadToItsEndIsAskedForSeldomToo) {
+    const auto owner = programWithItem("endless");
+    owner->setProperty(itemPath, "Category", [](sd_bus_message* message) {
+        sd_bus_message_open_container(message, 'v', "as");
+        sd_bus_message_open_container(message, 'a', "s");
+        for (int count = 0; count < 250000; ++count)
+            sd_bus_message_append(message, "s", "");
+        sd_bus_message_close_container(message);
+        return sd_bus_message_close_container(message);
+    });
+    tellFor(*owner, 0.5);
+    const int before = owner->callsOf("GetAll");
+    tellFor(*owner, 2);
+    EXPECT_EQ(owner->callsOf("GetAll"), before);
+}
+
+TEST_F(ItemPictures, ThatChangeFasterThanTheyLoadAreSeenToChange) {
+    stopHost();
+    useSlowIcons();
+    startHost();
+    const auto owner = programWithItem("restless");
+    ASSERT_EQ(width(), 20);
+    bool hasChanged = false;
+    for (int round = 0; round < 30 && !hasChanged; ++round) {
+        owner->setText(itemPath, "IconName", "0.2" + std::to_string(round));
+        owner->emit(itemPath, itemInterface, "NewIcon");
+        runFor(0.06);
+        hasChanged = width() == 1;
+    }
+    EXPECT_TRUE(hasChanged) << "while it changes on and on";
+    owner->setText(itemPath, "IconName", "");
+    owner->emit(itemPath, itemInterface, "NewIcon");
+    EXPECT_TRUE(until([&] { return width() == 20; })) << "the newest wins";
+    runFor(0.5);
+    EXPECT_EQ(width(), 20);
 }
 
 TEST_F(ItemPictures, WithoutAnAttentionIconThatCanBeHadTheOrdinaryOneStays) {
@@ -146,9 +173,7 @@ TEST_F(ItemPictures, ThatAreSlowAreWaitedForShortly) {
 
 TEST_F(ItemPictures, AFolderOfTheItemsOwnIsLookedInto) {
     const auto folder = folder_ / "own";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder / "mine.svg") << R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16">
-<rect width="16" height="16" fill="#00ff00"/></svg>)";
+    desktop::writeSquare(folder / "mine.svg", "#00ff00");
     const auto owner = program();
     owner->addItem(itemPath, "own");
     owner->setText(itemPath, "IconName", "mine");
@@ -161,18 +186,8 @@ TEST_F(ItemPictures, AFolderOfTheItemsOwnIsLookedInto) {
 }
 
 TEST_F(ItemPictures, AnotherThemeBringsItsIcons) {
-    const auto addTheme = [&](const std::string& name, const std::string& color) {
-        const auto folder = folder_ / "icons" / name;
-        std::filesystem::create_directories(folder / "16");
-        std::ofstream(folder / "index.theme")
-            << "[Icon Theme]\nName=" << name
-            << "\nComment=Of a test\nDirectories=16\n\n[16]\nSize=16\nType=Fixed\n";
-        std::ofstream(folder / "16" / "themed.svg")
-            << R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16">)"
-            << R"(<rect width="16" height="16" fill=")" << color << R"("/></svg>)";
-    };
-    addTheme("First", "#00ff00");
-    addTheme("Second", "#0000ff");
+    desktop::writeTheme(folder_ / "icons", "First", "#00ff00");
+    desktop::writeTheme(folder_ / "icons", "Second", "#0000ff");
     const std::string file = folder_ / "with-themes";
     std::ofstream(file) << "#!/bin/sh\nXDG_DATA_HOME='" << folder_.string()
                         << "' exec " VELMO_ICON_LOADER "\n";

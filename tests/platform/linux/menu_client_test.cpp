@@ -39,8 +39,7 @@ protected:
         startHost();
         owner_ = program();
         owner_->addItem("/StatusNotifierItem", "owner");
-        owner_->setProperty("/StatusNotifierItem", "Menu",
-                            [](auto* message) { return sd_bus_message_append(message, "v", "o", "/Menu"); });
+        owner_->setMenuPath("/StatusNotifierItem");
         owner_->registerItem("/StatusNotifierItem");
         ASSERT_TRUE(untilItems(1));
     }
@@ -54,11 +53,6 @@ protected:
     void ask(const Entry& root) {
         owner_->setMenu("/Menu", root);
         ask();
-    }
-
-    void tellOfLayout() {
-        owner_->emit("/Menu", menuInterface, "LayoutUpdated",
-                     [](auto* message) { return sd_bus_message_append(message, "ui", 2, 0); });
     }
 
     void changeProperty(std::int32_t id, const std::string& name, const std::string& value) {
@@ -152,7 +146,7 @@ TEST_F(ExportedMenus, FollowChangesOfTheLayoutAndOfProperties) {
     int changes = 0;
     menu_->setOnChange([&] { ++changes; });
     owner_->setMenu("/Menu", {0, {}, {entry(1, "One"), entry(2, "Two")}});
-    tellOfLayout();
+    owner_->tellOfLayout();
     EXPECT_TRUE(until([&] { return menu.children.size() == 2 && changes > 0; }));
     const int before = changes;
     owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [](auto* message) {
@@ -211,7 +205,7 @@ TEST_F(ExportedMenus, ThatAreFilledLaterAreShownOnceTheyAre) {
     runFor(0.2);
     EXPECT_FALSE(outcome_);
     owner_->setMenu("/Menu", {0, {}, {entry(1, "One")}});
-    tellOfLayout();
+    owner_->tellOfLayout();
     EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }, 1));
 }
 
@@ -223,7 +217,7 @@ TEST_F(ExportedMenus, WhoseProgramWasBusyAtFirstAreAskedForWhenItTellsOfThem) {
     runFor(0.2);
     EXPECT_FALSE(outcome_);
     EXPECT_EQ(owner_->callsOf("GetLayout"), 1);
-    tellOfLayout();
+    owner_->tellOfLayout();
     EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }, 1));
 }
 
@@ -247,7 +241,7 @@ TEST_F(ExportedMenus, ThatAreFilledTooLateDoNotComeByThemselves) {
     ask({0, {}, {}});
     ASSERT_TRUE(until([&] { return outcome_.has_value(); }, 4));
     owner_->setMenu("/Menu", {0, {}, {entry(1, "One")}});
-    tellOfLayout();
+    owner_->tellOfLayout();
     runFor(0.5);
     EXPECT_EQ(outcome_, Outcome::missing);
 }
@@ -292,7 +286,7 @@ TEST_F(ExportedMenus, KeepAPictureUntilTheNextOneIsThere) {
     const auto second = pixels();
     named.properties["icon-name"] = std::string("audio-volume-muted-symbolic");
     owner_->setMenu("/Menu", {0, {}, {named}});
-    tellOfLayout();
+    owner_->tellOfLayout();
     EXPECT_TRUE(until([&] { return blinked || pixels() != second; }));
     EXPECT_FALSE(blinked);
     changeProperty(1, "icon-name", "no-such-icon");
@@ -316,7 +310,7 @@ TEST_F(ExportedMenus, LoadPicturesHoweverManyThereHaveBeen) {
         for (int number = first; number < first + step; ++number)
             root.children.push_back(pictured(number));
         owner_->setMenu("/Menu", root);
-        tellOfLayout();
+        owner_->tellOfLayout();
         const int last = first + step - 1;
         ASSERT_TRUE(until([&] { return menu.children.back().id == last && menu.children.back().icon; }));
         const auto& pixels = *std::get<Bitmap>(menu.children.back().icon->content).pixels;
@@ -356,7 +350,7 @@ TEST_F(ExportedMenus, ThatChangeWithoutEndLeaveTheLoopFree) {
         });
     }
     owner_->setMenu("/Menu", {0, {}, {entry(1, "The end")}});
-    tellOfLayout();
+    owner_->tellOfLayout();
     std::chrono::steady_clock::duration longest{};
     ASSERT_TRUE(until(
         [&] {

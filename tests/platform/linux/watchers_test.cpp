@@ -24,27 +24,31 @@ protected:
     }
 
     /// Another program that plays the watcher, and knows these items.
-    std::unique_ptr<BusProgram> otherWatcher(const std::string& listedItem = {}) const {
+    std::unique_ptr<BusProgram> otherWatcher(const std::string& listedItem = {},
+                                             const std::string& name = kdeWatcher) const {
         auto watcher = program();
-        watcher->addItem(watcherObject, "none", kdeWatcher);
+        watcher->addItem(watcherObject, "none", name);
         watcher->setProperty(watcherObject, "RegisteredStatusNotifierItems", [listedItem](auto* message) {
             return listedItem.empty() ? sd_bus_message_append(message, "v", "as", 0)
                                       : sd_bus_message_append(message, "v", "as", 1, listedItem.c_str());
         });
-        watcher->requestName(kdeWatcher);
+        watcher->requestName(name);
         return watcher;
     }
 };
 
-TEST_F(Watchers, YieldsToAnotherWatcherAndFollowsIt) {
+/// The parameter is the name of the watcher in one family of names.
+class WatchersOfEachFamily : public Watchers, public testing::WithParamInterface<const char*> {};
+
+TEST_P(WatchersOfEachFamily, YieldToAnotherWatcherAndFollowIt) {
     const auto mine = programWithItem("mine");
-    auto watcher = otherWatcher();
+    auto watcher = otherWatcher({}, GetParam());
     EXPECT_TRUE(until([&] { return watcher->callsOf("RegisterStatusNotifierHost") == 1; }))
         << "we are a host of the new watcher";
     const auto other = program();
     other->addItem(usualItem, "theirs");
     const auto tell = [&](const std::string& member) {
-        watcher->emit("/StatusNotifierWatcher", "org.kde.StatusNotifierWatcher", member, [&](auto* message) {
+        watcher->emit(watcherObject, GetParam(), member, [&](auto* message) {
             return sd_bus_message_append(message, "s", (other->name() + usualItem).c_str());
         });
     };
@@ -58,9 +62,13 @@ TEST_F(Watchers, YieldsToAnotherWatcherAndFollowsIt) {
     runFor(0.1);
     const auto later = program();
     later->addItem(usualItem, "later");
-    later->registerItem(usualItem);
+    later->registerItem(usualItem, GetParam());
     EXPECT_TRUE(until([&] { return item("later") != nullptr; })) << "we are the watcher again";
 }
+
+INSTANTIATE_TEST_SUITE_P(Both, WatchersOfEachFamily,
+                         testing::Values(kdeWatcher, "org.freedesktop.StatusNotifierWatcher"),
+                         [](const auto& family) { return family.index == 0 ? "Kde" : "Freedesktop"; });
 
 TEST_F(Watchers, ListsItemsForOtherHosts) {
     const auto owner = programWithItem("listed");
@@ -125,20 +133,30 @@ TEST_F(Watchers, BesideOneThatRunsBeforeItsItemsAreShownAndItIsFollowedWhenItEnd
     EXPECT_EQ(items_.size(), 2U) << "we are the watcher now";
 }
 
-TEST_F(Watchers, AnotherOneThatIsBusyAtFirstIsAskedAgain) {
+TEST_F(Watchers, AnotherOneThatIsBusyAtFirstIsAskedAgainInGrowingPauses) {
     stopHost();
     const auto other = program();
     other->addItem("/Theirs", "theirs");
     auto watcher = otherWatcher(other->name() + "/Theirs");
     watcher->keepSilentOn("Get");
     startHost();
-    ASSERT_TRUE(until([&] { return watcher->callsOf("Get") == 1; }));
+    std::vector<std::chrono::steady_clock::time_point> times;
+    for (int asked = 1; asked <= 3; ++asked) {
+        ASSERT_TRUE(until([&] { return watcher->callsOf("Get") == asked; }));
+        times.push_back(std::chrono::steady_clock::now());
+    }
+    // With the three seconds in which it may answer.
+    const std::chrono::duration<double> first = times[1] - times[0];
+    const std::chrono::duration<double> second = times[2] - times[1];
+    EXPECT_NEAR(first.count(), 4, 0.5);
+    EXPECT_NEAR(second.count(), 5, 0.5);
+    EXPECT_TRUE(items_.empty());
     watcher->answerAgain("Get");
     ASSERT_TRUE(untilItems(1));
     EXPECT_NE(item("theirs"), nullptr);
-    EXPECT_EQ(watcher->callsOf("Get"), 2);
+    EXPECT_EQ(watcher->callsOf("Get"), 4);
     runFor(3);
-    EXPECT_EQ(watcher->callsOf("Get"), 2) << "it has answered";
+    EXPECT_EQ(watcher->callsOf("Get"), 4) << "it has answered";
 }
 
 TEST_F(Watchers, AnotherOneThatHasItsNameBeforeItsObjectIsAskedAgain) {

@@ -55,6 +55,8 @@ void SessionBus::connect() {
     bool isMalformed = false;
     bus_ = Bus::open(loop_, address_, lifetime_.guard([this] { lost(); }), isMalformed);
     if (bus_) {
+        // What else happens in the folder is none of our business.
+        socketWatch_ = nullptr;
         connectedAt_ = std::chrono::steady_clock::now();
         onUp_(bus_);
     } else if (!isMalformed) {

@@ -65,11 +65,21 @@ void IconLoader::next() {
         // Whoever has been answered before may have cancelled it.
         if (!waiting->handler)
             continue;
-        if (IconLoaderProcess::canBeAsked(waiting->request) && ensureProcess())
-            ask(std::move(waiting));
-        else
+        if (!IconLoaderProcess::canBeAsked(waiting->request)) {
             finish(*waiting, std::nullopt);
+        } else if (ensureProcess()) {
+            ask(std::move(waiting));
+        } else {
+            waiting_.push_back(std::move(waiting));
+            giveUp();
+        }
     }
+}
+
+/// One attempt to start the process is enough for all who wait.
+void IconLoader::giveUp() {
+    for (const auto& waiting : std::exchange(waiting_, {}))
+        finish(*waiting, std::nullopt);
 }
 
 IconLoader::WaitingReference IconLoader::takeNext() {

@@ -55,6 +55,7 @@ private:
     /// Takes it out of those that wait: of the one who has had the least time so far.
     WaitingReference takeNext();
     void dismissCancelled();
+    void giveUp();
     bool ensureProcess();
     void ask(WaitingReference waiting);
     void answered(const std::optional<Image>& icon);

@@ -26,30 +26,47 @@ PictureSource::PictureSource(IconLoader& loader, std::function<void()> onChange)
     : loader_(loader), onChange_(std::move(onChange)) {}
 
 void PictureSource::set(std::vector<ItemPicture> pictures, IconRequest request) {
+    next_ = Wanted{std::move(pictures), std::move(request)};
+    const bool needsNoLoading = next_->pictures.empty() || next_->pictures.front().name.empty();
+    if (!isLoading_ || needsNoLoading)
+        begin();
+}
+
+void PictureSource::begin() {
     loading_ = {};
-    pictures_ = std::move(pictures);
-    request_ = std::move(request);
+    isLoading_ = false;
+    wanted_ = *std::exchange(next_, std::nullopt);
     tryNext();
 }
 
 void PictureSource::tryNext() {
-    if (pictures_.empty()) {
+    auto& pictures = wanted_.pictures;
+    if (pictures.empty()) {
         settle(std::nullopt);
         return;
     }
-    const auto picture = pictures_.front();
-    pictures_.erase(pictures_.begin());
-    const auto use = [this, pixmap = imageOf(picture.pixmap)](const std::optional<Image>& icon) {
-        if (icon || pixmap)
-            settle(icon ? icon : pixmap);
-        else
-            tryNext();
-    };
-    request_.name = picture.name;
-    if (picture.name.empty())
-        use(std::nullopt);
-    else
-        loading_ = loader_.load(request_, use);
+    const auto picture = pictures.front();
+    pictures.erase(pictures.begin());
+    const auto pixmap = imageOf(picture.pixmap);
+    if (picture.name.empty()) {
+        loaded(pixmap);
+        return;
+    }
+    wanted_.request.name = picture.name;
+    isLoading_ = true;
+    loading_ = loader_.load(wanted_.request, [this, pixmap](const std::optional<Image>& icon) {
+        isLoading_ = false;
+        loaded(icon ? icon : pixmap);
+    });
+}
+
+void PictureSource::loaded(const std::optional<Image>& image) {
+    if (image)
+        settle(image);
+    if (next_)
+        begin();
+    else if (!image)
+        tryNext();
 }
 
 void PictureSource::settle(const std::optional<Image>& image) {
