@@ -1,3 +1,4 @@
+#include "icon_files.h"
 #include "session_bus_desktop.h"
 
 #include <csignal>
@@ -7,8 +8,6 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr const char* itemPath = "/StatusNotifierItem";
-constexpr const char* itemInterface = "org.kde.StatusNotifierItem";
 constexpr std::uint32_t red = 0xff0000;
 constexpr std::uint32_t green = 0x00ff00;
 constexpr std::uint32_t blue = 0x0000ff;
@@ -23,18 +22,8 @@ protected:
         return colorAt(place.midX(), place.midY());
     }
 
-    static void writeSquare(const std::filesystem::path& file, const std::string& color) {
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16">)"
-                            << R"(<rect width="16" height="16" fill=")" << color << R"("/></svg>)";
-    }
-
     void addTheme(const std::string& name, const std::string& color) const {
-        const auto folder = home_ / ".local" / "share" / "icons" / name;
-        writeSquare(folder / "scalable" / "themed.svg", color);
-        std::ofstream(folder / "index.theme")
-            << "[Icon Theme]\nName=" << name << "\nComment=Of a test\nDirectories=scalable\n\n"
-            << "[scalable]\nSize=16\nMinSize=8\nMaxSize=256\nType=Scalable\n";
+        writeTheme(home_ / ".local" / "share" / "icons", name, color);
     }
 };
 

@@ -16,6 +16,7 @@ using Clock = std::chrono::steady_clock;
 constexpr int barHeight = 26;
 constexpr milliseconds programStart(20000);
 constexpr milliseconds longestWait(8000);
+constexpr milliseconds longestLoad(20000);
 
 /// What a file about a process has in the line that begins so.
 long numberIn(const std::string& name, const std::string& beginning, pid_t process) {
@@ -56,9 +57,9 @@ xcb_window_t SessionBusDesktop::untilShown(const std::string& title) const {
 
 std::unique_ptr<BusProgram> SessionBusDesktop::programWithItem(const std::string& title) const {
     auto program = std::make_unique<BusProgram>(busAddress());
-    program->addItem("/StatusNotifierItem", title);
-    program->setText("/StatusNotifierItem", "Title", title);
-    program->registerItem("/StatusNotifierItem");
+    program->addItem(itemPath, title);
+    program->setText(itemPath, "Title", title);
+    program->registerItem(itemPath);
     return program;
 }
 
@@ -108,14 +109,16 @@ std::optional<Area> SessionBusDesktop::openToolTip() const {
     return std::nullopt;
 }
 
-std::vector<double> SessionBusDesktop::toggleLatencies(int clicks, const std::function<void()>& burst) const {
+std::vector<double> SessionBusDesktop::toggleLatencies(int fewest,
+                                                       const std::function<bool()>& isEnough) const {
     const auto place = x().area(toggle()).value_or(Area{});
     movePointer(place.midX(), place.midY());
-    std::thread bursting;
-    if (burst)
-        bursting = std::thread(burst);
+    const auto end = Clock::now() + longestLoad;
     std::vector<double> latencies;
-    for (int count = 0; count < clicks; ++count) {
+    for (int count = 0; count < fewest || count % 2 != 0 || !isEnough(); ++count) {
+        EXPECT_LT(Clock::now(), end);
+        if (Clock::now() >= end)
+            break;
         const int before = x().area(divider())->width;
         const auto start = Clock::now();
         for (const auto type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE})
@@ -126,9 +129,15 @@ std::vector<double> SessionBusDesktop::toggleLatencies(int clicks, const std::fu
         latencies.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
         std::this_thread::sleep_for(milliseconds(20));
     }
-    if (bursting.joinable())
-        bursting.join();
     return latencies;
+}
+
+void SessionBusDesktop::setMenuPath(BusProgram& program) {
+    program.setMenuPath(itemPath);
+    const int asked = program.callsOf("GetAll");
+    program.emit(itemPath, itemInterface, "NewMenu");
+    ASSERT_TRUE(eventually([&] { return program.callsOf("GetAll") > asked; }));
+    std::this_thread::sleep_for(milliseconds(100));
 }
 
 long SessionBusDesktop::memory() {

@@ -3,7 +3,9 @@
 #include "bus_program.h"
 #include "desktop_session.h"
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,6 +14,9 @@ namespace velmo::desktop {
 
 /// Milliseconds from one key to the next in `chooseByKeys`.
 constexpr int keyPause = 60;
+/// Of the item that `programWithItem` makes.
+constexpr const char* itemPath = "/StatusNotifierItem";
+constexpr const char* itemInterface = "org.kde.StatusNotifierItem";
 
 /// A display with Velmo and a session bus.
 class SessionBusDesktop : public DesktopSession {
@@ -37,14 +42,18 @@ protected:
     bool hasNoted(const std::string& line) const;
     std::string noteFile() const { return home_ / "notes"; }
 
-    /// Milliseconds from a click on the toggle to its effect on the screen, for several clicks in a row. The
-    /// burst runs beside them, in a thread of its own.
-    std::vector<double> toggleLatencies(int clicks, const std::function<void()>& burst = nullptr) const;
+    /// Milliseconds from a click on the toggle to its effect on the screen, for clicks in a row: an even
+    /// number of them, at least `fewest`, and more for as long as the condition does not hold.
+    std::vector<double> toggleLatencies(int fewest, const std::function<bool()>& isEnough) const;
+    /// Lets the item of a program say that it has a menu, and waits until that is known.
+    static void setMenuPath(BusProgram& program);
     /// A tooltip that Velmo shows.
     std::optional<Area> openToolTip() const;
     /// Kilobytes of memory of Velmo's own.
     long memory();
     long openFiles();
+    /// What the X server holds for Velmo: how many of each kind.
+    std::map<std::string, std::uint32_t> resources() { return x().resources(velmo().id()); }
     /// How often Velmo has gone to sleep so far.
     long sleeps();
 };

@@ -1,5 +1,7 @@
 #include "x_observer.h"
 
+#include <xcb/res.h>
+
 #include <cstdlib>
 #include <functional>
 #include <span>
@@ -171,6 +173,40 @@ xcb_window_t XObserver::keyboardOwner() const {
     const auto reply =
         owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
     return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+std::vector<std::uint32_t> XObserver::clientsOf(pid_t process) const {
+    const xcb_res_client_id_spec_t all = {XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const auto cookie = xcb_res_query_client_ids(connection_, 1, &all);
+    const auto reply = owned(xcb_res_query_client_ids_reply(connection_, cookie, nullptr));
+    std::vector<std::uint32_t> clients;
+    if (!reply)
+        return clients;
+    auto ids = xcb_res_query_client_ids_ids_iterator(reply.get());
+    for (; ids.rem > 0; xcb_res_client_id_value_next(&ids)) {
+        if (xcb_res_client_id_value_value_length(ids.data) > 0 &&
+            static_cast<pid_t>(*xcb_res_client_id_value_value(ids.data)) == process)
+            clients.push_back(ids.data->spec.client);
+    }
+    return clients;
+}
+
+std::map<std::string, std::uint32_t> XObserver::resources(pid_t process) const {
+    std::map<std::string, std::uint32_t> counts;
+    for (const auto client : clientsOf(process)) {
+        const auto cookie = xcb_res_query_client_resources(connection_, client);
+        const auto reply = owned(xcb_res_query_client_resources_reply(connection_, cookie, nullptr));
+        if (!reply)
+            continue;
+        const std::span types(xcb_res_query_client_resources_types(reply.get()), reply->num_types);
+        for (const auto& type : types) {
+            const auto nameCookie = xcb_get_atom_name(connection_, type.resource_type);
+            const auto name = owned(xcb_get_atom_name_reply(connection_, nameCookie, nullptr));
+            if (name)
+                counts[{xcb_get_atom_name_name(name.get()), name->name_len}] += type.count;
+        }
+    }
+    return counts;
 }
 
 xcb_window_t XObserver::selectionOwner(const std::string& name) const {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <sys/types.h>
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -63,8 +65,13 @@ public:
     xcb_window_t keyboardOwner() const;
     xcb_window_t selectionOwner(const std::string& name) const;
     xcb_atom_t atom(const std::string& name) const;
+    /// What the server holds for a process, over all of its connections: how many of each kind, such as
+    /// "WINDOW".
+    std::map<std::string, std::uint32_t> resources(pid_t process) const;
 
 private:
+    /// By any number of theirs.
+    std::vector<std::uint32_t> clientsOf(pid_t process) const;
     std::optional<xcb_query_pointer_reply_t> queryPointer() const;
 
     xcb_connection_t* connection_;
