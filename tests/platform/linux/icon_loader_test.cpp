@@ -51,6 +51,19 @@ protected:
         request.folder = folder;
         return request;
     }
+
+    /// An icon that takes so many seconds, for an owner who is noted in `order_` when it is there.
+    void loadFor(char owner, const std::string& seconds) {
+        auto asked = request(seconds);
+        asked.owner = owner;
+        loading_.push_back(icons_->load(asked, [this, owner](const auto& icon) {
+            EXPECT_TRUE(icon);
+            order_ += owner;
+        }));
+    }
+
+    std::vector<Registration> loading_;
+    std::string order_;
 };
 
 TEST_F(IconLoading, DrawsAFileInTheSizeThatIsAskedFor) {
@@ -157,38 +170,21 @@ TEST_F(IconLoading, GivesUpOnAnIconThatHangsTwiceAndTriesItAnewLater) {
 
 TEST_F(IconLoading, WhoWaitsComesBeforeWhoHasHadMoreTime) {
     useSlowIcons();
-    std::vector<Registration> loading;
-    std::string order;
-    const auto load = [&](char owner, const std::string& seconds) {
-        auto asked = request(seconds);
-        asked.owner = owner;
-        loading.push_back(icons_->load(asked, [&order, owner](const auto& icon) {
-            EXPECT_TRUE(icon);
-            order += owner;
-        }));
-    };
     for (const auto* seconds : {"0.8", "0.801", "0.802"})
-        load('a', seconds);
+        loadFor('a', seconds);
     for (const auto* seconds : {"0.01", "0.011", "0.012"})
-        load('b', seconds);
-    ASSERT_TRUE(until([&] { return order.size() == 6; }));
-    EXPECT_EQ(order, "abbbaa");
+        loadFor('b', seconds);
+    ASSERT_TRUE(until([&] { return order_.size() == 6; }));
+    EXPECT_EQ(order_, "abbbaa");
 }
 
 TEST_F(IconLoading, AProgramWhoseIconsHangHoldsUpOthersForOneOfThem) {
     useSlowIcons();
-    std::vector<Registration> loading;
-    std::string order;
-    const auto load = [&](char owner, const std::string& seconds) {
-        auto asked = request(seconds);
-        asked.owner = owner;
-        loading.push_back(icons_->load(asked, [&order, owner](const auto& /*icon*/) { order += owner; }));
-    };
-    load('a', "60");
-    load('a', "61");
-    load('b', "0.01");
-    EXPECT_TRUE(until([&] { return !order.empty(); }, 5)) << "before the first is tried again";
-    EXPECT_EQ(order, "b");
+    loadFor('a', "60");
+    loadFor('a', "61");
+    loadFor('b', "0.01");
+    EXPECT_TRUE(until([&] { return !order_.empty(); }, 5)) << "before the first is tried again";
+    EXPECT_EQ(order_, "b");
 }
 
 TEST_F(IconLoading, ManyWhoWaitForTheSameIconAreAnsweredTogether) {
@@ -239,6 +235,25 @@ TEST_F(IconLoading, WithoutItsProgramNoIconIsHad) {
     EXPECT_FALSE(load(request("audio-volume-high-symbolic")));
     icons_ = std::make_unique<IconLoader>(loop_, "");
     EXPECT_FALSE(load(request("audio-volume-high-symbolic")));
+}
+
+TEST_F(IconLoading, WhereItsProgramCannotBeStartedAllWhoWaitAreAnsweredAfterOneAttempt) {
+    const auto lastProcess = [] {
+        std::ifstream file("/proc/loadavg");
+        std::string word;
+        long process = 0;
+        file >> word >> word >> word >> word >> process;
+        return process;
+    };
+    icons_ = std::make_unique<IconLoader>(loop_, "/no/such/program");
+    constexpr int count = 3000;
+    std::vector<Registration> loading;
+    int answers = 0;
+    for (int index = 0; index < count; ++index)
+        loading.push_back(icons_->load(request("icon"), [&](const auto& icon) { answers += icon ? 0 : 1; }));
+    const long before = lastProcess();
+    EXPECT_TRUE(until([&] { return answers == count; }));
+    EXPECT_LT(lastProcess() - before, count / 3) << "others start some, too";
 }
 
 TEST_F(IconLoading, WhoeverHasLostInterestIsNotAnswered) {

@@ -2,8 +2,10 @@
 
 #include "bus_session.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <thread>
 
 namespace velmo {
 
@@ -30,7 +32,25 @@ private:
     std::optional<std::string> value_;
 };
 
-class Session : public BusSession {};
+/// The loop's own, at the beginning and at the end.
+constexpr int wakeupsOfRest = 3;
+
+class Session : public BusSession {
+protected:
+    /// Asleep as the program is: nothing but what the loop itself waits for.
+    int wakeupsIn(Seconds time) {
+        int wakeups = 0;
+        const auto counting = loop_.addBeforeSleep([&] { ++wakeups; });
+        bool isOver = false;
+        loop_.schedule(time, [&] {
+            isOver = true;
+            loop_.stop();
+        });
+        loop_.run();
+        EXPECT_TRUE(isOver);
+        return wakeups;
+    }
+};
 
 TEST_F(Session, AddressComesFromTheEnvironment) {
     const SavedVariable address("DBUS_SESSION_BUS_ADDRESS");
@@ -71,38 +91,45 @@ TEST_F(Session, ABusThatIsAbsentAtFirstIsFoundWhenItComes) {
     EXPECT_TRUE(until([&] { return timesUp_ >= 1 && host_; }));
 }
 
-TEST_F(Session, ABusIsFoundInAFolderThatIsReplacedAtFirst) {
-    const auto folder = folder_ / "run";
-    std::filesystem::create_directory(folder);
-    int timesUp = 0;
-    dbus::SessionBus session(
-        loop_, [&](const auto&) { ++timesUp; }, [] {});
-    session.start("unix:path=" + (folder / "bus").string());
-    std::filesystem::remove(folder);
-    std::filesystem::create_directory(folder);
-    // Attempts are far between by now.
-    runFor(7);
-    EXPECT_EQ(timesUp, 0);
-    desktop::PrivateBus bus(folder);
-    bus.start();
-    EXPECT_TRUE(until([&] { return timesUp > 0; }, 3));
+/// A bus that is looked for in a folder of its own, in which there is none yet.
+class SessionInAFolder : public Session {
+protected:
+    void SetUp() override {
+        Session::SetUp();
+        runFolder_ = folder_ / "run";
+        std::filesystem::create_directory(runFolder_);
+        session_.start("unix:path=" + (runFolder_ / "bus").string());
+    }
+
+    /// Attempts are far between then.
+    void waitInVain() {
+        runFor(7);
+        EXPECT_EQ(timesUp_, 0);
+    }
+
+    void expectToBeFoundWhenItComes() {
+        desktop::PrivateBus bus(runFolder_);
+        bus.start();
+        EXPECT_TRUE(until([&] { return timesUp_ > 0; }, 3));
+    }
+
+    std::filesystem::path runFolder_;
+    dbus::SessionBus session_{loop_, [this](const auto&) { ++timesUp_; }, [] {}};
+};
+
+TEST_F(SessionInAFolder, ThatIsReplacedAtFirstIsFound) {
+    std::filesystem::remove(runFolder_);
+    std::filesystem::create_directory(runFolder_);
+    waitInVain();
+    expectToBeFoundWhenItComes();
 }
 
-TEST_F(Session, ABusIsFoundInAFolderThatIsReplacedLater) {
-    const auto folder = folder_ / "run";
-    std::filesystem::create_directory(folder);
-    int timesUp = 0;
-    dbus::SessionBus session(
-        loop_, [&](const auto&) { ++timesUp; }, [] {});
-    session.start("unix:path=" + (folder / "bus").string());
-    runFor(7);
-    EXPECT_EQ(timesUp, 0);
-    std::filesystem::remove(folder);
+TEST_F(SessionInAFolder, ThatIsReplacedLaterIsFound) {
+    waitInVain();
+    std::filesystem::remove(runFolder_);
     runFor(0.5);
-    std::filesystem::create_directory(folder);
-    desktop::PrivateBus bus(folder);
-    bus.start();
-    EXPECT_TRUE(until([&] { return timesUp > 0; }, 3));
+    std::filesystem::create_directory(runFolder_);
+    expectToBeFoundWhenItComes();
 }
 
 TEST_F(Session, AServerThatNeverAnswersBlocksNothing) {
@@ -132,17 +159,24 @@ TEST_F(Session, AServerThatNeverAnswersBlocksNothing) {
 TEST_F(Session, ARestingConnectionWakesNobody) {
     startHost();
     runFor(0.5);
-    int wakeups = 0;
-    const auto counting = loop_.addBeforeSleep([&] { ++wakeups; });
-    // Asleep as the program is: nothing but what the loop itself waits for.
-    bool over = false;
-    loop_.schedule(1, [&] {
-        over = true;
-        loop_.stop();
+    EXPECT_LE(wakeupsIn(1), wakeupsOfRest);
+}
+
+TEST_F(Session, ABusThatHasComeLateIsNoReasonToWatchItsFolder) {
+    bus_->stop();
+    std::filesystem::remove(folder_ / "bus");
+    startHost();
+    bus_->start();
+    ASSERT_TRUE(until([&] { return host_ != nullptr; }));
+    runFor(0.5);
+    std::thread others([this] {
+        for (int count = 0; count < 10; ++count) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            std::ofstream(folder_ / std::to_string(count)) << "of somebody else";
+        }
     });
-    loop_.run();
-    EXPECT_TRUE(over);
-    EXPECT_LE(wakeups, 3);
+    EXPECT_LE(wakeupsIn(1), wakeupsOfRest);
+    others.join();
 }
 
 }  // namespace
