@@ -5,8 +5,8 @@
 #include <cmath>
 #include <limits>
 #include <map>
-#include <set>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace velmo::item_placement {
@@ -52,22 +52,24 @@ bool isOwnName(const std::string& identity) {
 }
 
 void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& present, Memory memory) {
-    const std::set<std::string> kept(present.begin(), present.end());
-    const auto& rightToLeft = order.rightToLeft();
-    const std::vector<std::string> known(rightToLeft.rbegin(), rightToLeft.rend());
+    const std::unordered_set<std::string_view> kept(present.begin(), present.end());
+    const auto& known = order.rightToLeft();
     std::map<std::string_view, std::size_t> counts;
     std::size_t total = 0;
     for (const auto& identity : known)
         total += ++counts[programOf(identity)] <= memory.mostOfOneProgram ? 1 : 0;
-    for (const auto& identity : known) {
-        auto& count = counts[programOf(identity)];
+    std::vector<std::string> forgotten;
+    for (auto identity = known.rbegin(); identity != known.rend(); ++identity) {
+        auto& count = counts[programOf(*identity)];
         const bool hasTooMany = count > memory.mostOfOneProgram;
-        if (isOwnName(identity) || kept.contains(identity) || (!hasTooMany && total <= memory.most))
+        if (isOwnName(*identity) || kept.contains(*identity) || (!hasTooMany && total <= memory.most))
             continue;
-        order.remove(identity);
+        forgotten.push_back(*identity);
         --count;
         total -= hasTooMany ? 0 : 1;
     }
+    for (const auto& identity : forgotten)
+        order.remove(identity);
 }
 
 void placeApplication(StatusItemOrder& order, const std::string& identity) {
