@@ -130,6 +130,17 @@ TEST_F(TopWindows, StayBelowWhatHoldsAWindowThatWasManagedOnce) {
     EXPECT_TRUE(become({panel_, holder}));
 }
 
+TEST_F(TopWindows, LieAboveWhatIsMarkedOnlyAfterItWasShown) {
+    show(panel_);
+    const auto other = makeWindow({0, 0, 500, 300});
+    show(other);
+    turnUntil([] { return false; }, milliseconds(40));
+    ASSERT_TRUE(areStacked({other, panel_}));
+    setState(other, 1);
+    x().exists(other);
+    EXPECT_TRUE(become({panel_, other}));
+}
+
 TEST_F(TopWindows, StayBelowTheManagersMenusAndAboveItsFrames) {
     const XObserver manager(environment_.at("DISPLAY"));
     const auto check = makeWindow({-10, -10, 1, 1}, manager);

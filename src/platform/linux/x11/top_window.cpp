@@ -18,6 +18,8 @@ namespace {
 /// A window that raises itself whenever it is covered is left above after so many times in this time.
 constexpr int mostRaises = 10;
 constexpr std::chrono::seconds countTime{1};
+/// Until a window manager has marked what it has just shown.
+constexpr Seconds markingTime = 0.1;
 
 /// A frame has the window in it, or one more window between.
 constexpr int frameDepth = 2;
@@ -102,6 +104,10 @@ TopWindow::TopWindow(Connection& connection, xcb_window_t window)
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 
+TopWindow::~TopWindow() {
+    endSecondLook();
+}
+
 void TopWindow::handle(const xcb_generic_event_t& event) {
     const auto type = event.response_type & 0x7f;
     if (type != XCB_CONFIGURE_NOTIFY && type != XCB_CIRCULATE_NOTIFY && type != XCB_MAP_NOTIFY &&
@@ -152,17 +158,32 @@ std::vector<xcb_window_t> TopWindow::windowsOver() const {
 }
 
 void TopWindow::check() {
+    endSecondLook();
+    if (!rise())
+        secondLook_ = connection_.loop().schedule(markingTime, [this] { rise(); });
+}
+
+void TopWindow::endSecondLook() {
+    if (secondLook_)
+        secondLook_->invalidate();
+    secondLook_.reset();
+}
+
+bool TopWindow::rise() {
     const auto over = windowsOver();
     if (over.empty())
-        return;
+        return true;
     const Manager manager(connection_);
     const auto highest =
         std::find_if(over.begin(), over.end(), [&](xcb_window_t window) { return manager.manages(window); });
-    if (highest == over.end() || !mayRaise())
-        return;
+    if (highest == over.end())
+        return false;
+    if (!mayRaise())
+        return true;
     const std::uint32_t values[] = {*highest, XCB_STACK_MODE_ABOVE};
     xcb_configure_window(connection_.raw(), window_, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
                          values);
+    return true;
 }
 
 bool TopWindow::mayRaise() {

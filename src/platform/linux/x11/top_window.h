@@ -2,8 +2,10 @@
 
 #include "linux/event_loop/posted_once.h"
 #include "linux/x11/connection.h"
+#include "run_loop.h"
 
 #include <chrono>
+#include <memory>
 #include <vector>
 
 namespace velmo::x11 {
@@ -13,12 +15,16 @@ namespace velmo::x11 {
 class TopWindow {
 public:
     TopWindow(Connection& connection, xcb_window_t window);
+    ~TopWindow();
     TopWindow(const TopWindow&) = delete;
     TopWindow& operator=(const TopWindow&) = delete;
 
 private:
     void handle(const xcb_generic_event_t& event);
     void check();
+    /// False where something lies over it that is not known to be managed.
+    bool rise();
+    void endSecondLook();
     std::vector<xcb_window_t> windowsAbove() const;
     std::vector<xcb_window_t> windowsOver() const;
     bool mayRaise();
@@ -29,6 +35,7 @@ private:
     std::chrono::steady_clock::time_point countBegin_;
     int raises_ = 0;
     PostedOnce checking_;
+    std::shared_ptr<Timer> secondLook_;
     Registration events_;
 };
 
