@@ -21,11 +21,11 @@ CalendarPopoverView::~CalendarPopoverView() {
     disappear();
 }
 
-void CalendarPopoverView::appear(std::optional<Seconds> firstTick) {
+void CalendarPopoverView::appear() {
     constexpr Seconds interval = 1.0;
     disappear();
     const auto tickWhileAlive = lifetime_.guard([this] { tick(); });
-    ticker_ = runLoop_.scheduleRepeating({.interval = interval, .first = firstTick}, tickWhileAlive);
+    ticker_ = runLoop_.scheduleRepeating(interval, 0, tickWhileAlive);
     timeZoneObserver_ = dates_.observeTimeZone(tickWhileAlive);
 }
 

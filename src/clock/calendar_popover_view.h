@@ -17,9 +17,8 @@ public:
     /// Called when `body` describes something else than before.
     std::function<void()> onChange;
 
-    /// Time passes in the view only between these two, every second, and changes of the time zone are
-    /// followed. `firstTick` is how soon it does so for the first time, so that it can go with another clock.
-    void appear(std::optional<Seconds> firstTick = std::nullopt);
+    /// Time passes in the view only between these two, and changes of the time zone are followed.
+    void appear();
     void disappear();
 
     View body();

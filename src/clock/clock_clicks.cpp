@@ -64,9 +64,8 @@ void MenuBarClock::openPopover(StatusBarButton& under) {
     platform_.application.activateIgnoringOtherApps(true);
     const Size size = under.size();
     popover_->show({0, 0, size.width, size.height}, under, RectEdge::minY);
-    // With the title, so that the machine wakes once for both.
     if (popover_->isShown())
-        calendar_->appear(timer_->remaining());
+        calendar_->appear();
 }
 
 }  // namespace velmo

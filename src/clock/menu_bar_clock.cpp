@@ -76,9 +76,9 @@ void MenuBarClock::startTimer() {
     constexpr Seconds interval = 1.0;
     constexpr Seconds tolerance = 0.1;
     stopTimer();
-    timer_ = platform_.runLoop.scheduleRepeating(
-        {.interval = interval, .tolerance = tolerance},
-        lifetime_.guard([this] { platform_.runLoop.post(lifetime_.guard([this] { refreshTitle(); })); }));
+    timer_ = platform_.runLoop.scheduleRepeating(interval, tolerance, lifetime_.guard([this] {
+        platform_.runLoop.post(lifetime_.guard([this] { refreshTitle(); }));
+    }));
 }
 
 void MenuBarClock::stopTimer() {

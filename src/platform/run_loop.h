@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 namespace velmo {
 
@@ -25,17 +24,6 @@ public:
     virtual void invalidate() = 0;
     /// True until the work has begun to run for the last time or the timer was invalidated.
     virtual bool isValid() const = 0;
-    /// Seconds until the work is due. 0 where it is late or will not run.
-    virtual Seconds remaining() const = 0;
-};
-
-/// When work is repeated.
-struct Repetition {
-    Seconds interval = 1;
-    /// How late the system may be.
-    Seconds tolerance = 0;
-    /// Until the first time. Absent: an interval.
-    std::optional<Seconds> first = {};
 };
 
 /// The main thread's event loop and its clocks.
@@ -49,9 +37,10 @@ public:
     virtual void post(std::function<void()> work) = 0;
     /// Runs the work once, not before `interval` seconds of the monotonic clock have passed.
     virtual std::shared_ptr<Timer> schedule(Seconds interval, std::function<void()> work) = 0;
-    /// Runs the work again and again until the timer is invalidated, also while a menu is open. Turns that
-    /// were missed are not made up for.
-    virtual std::shared_ptr<Timer> scheduleRepeating(const Repetition& repetition,
+    /// Runs the work every `interval` seconds from now on until the timer is invalidated, also while a menu
+    /// is open. The system may be late by up to `tolerance` seconds, and begin sooner, together with
+    /// work that is repeated as often: it wakes once for both. Turns that were missed are not made up for.
+    virtual std::shared_ptr<Timer> scheduleRepeating(Seconds interval, Seconds tolerance,
                                                      std::function<void()> work) = 0;
 };
 

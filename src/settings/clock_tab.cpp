@@ -27,7 +27,7 @@ void ClockTab::appear() {
     disappear();
     const auto tick = [this] { now.set(platform_.runLoop.now()); };
     tick();
-    ticker_ = platform_.runLoop.scheduleRepeating({.interval = interval}, lifetime_.guard(tick));
+    ticker_ = platform_.runLoop.scheduleRepeating(interval, 0, lifetime_.guard(tick));
     timeZoneObserver_ = platform_.dates.observeTimeZone(lifetime_.guard(tick));
 }
 

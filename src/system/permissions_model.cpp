@@ -17,8 +17,7 @@ PermissionsModel::PermissionsModel(const Platform& platform)
     : screenRecording(platform.screenCapture.preflightAccess()),
       accessibility(platform.accessibility.isProcessTrusted()),
       platform_(platform) {
-    timer_ = platform_.runLoop.scheduleRepeating({.interval = pollInterval},
-                                                 lifetime_.guard([this] { refresh(); }));
+    timer_ = platform_.runLoop.scheduleRepeating(pollInterval, 0, lifetime_.guard([this] { refresh(); }));
 }
 
 PermissionsModel::~PermissionsModel() {

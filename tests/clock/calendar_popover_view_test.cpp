@@ -194,21 +194,6 @@ TEST_F(CalendarPopover, LetsTimePassOnlyWhileItIsShown) {
     EXPECT_EQ(runLoop_.timerCount(), 0U);
 }
 
-TEST_F(CalendarPopover, TicksEverySecondFromTheFirstTickOn) {
-    open(dateOf(2025, 7, 5, 9, 59, 58));
-    int changes = 0;
-    view_->onChange = [&changes] { ++changes; };
-    view_->appear(0.25);
-    runLoop_.advance(0.249);
-    EXPECT_EQ(changes, 0);
-    runLoop_.advance(0.001);
-    EXPECT_EQ(changes, 1);
-    runLoop_.advance(0.999);
-    EXPECT_EQ(changes, 1);
-    runLoop_.advance(0.001);
-    EXPECT_EQ(changes, 2);
-}
-
 TEST_F(CalendarPopover, IsNeverLate) {
     open(dateOf(2025, 7, 5));
     view_->appear();

@@ -146,25 +146,6 @@ TEST_F(ClockClicks, ShowTheTimePassingInThePopover) {
     EXPECT_TRUE(shows(popover().content(), "13:04:10"));
 }
 
-TEST_F(ClockClicks, LetTheTimePassInThePopoverAndInTheTitleAtTheSameMoments) {
-    preferences_.clockFormat.set("ss");
-    start();
-    desktop_.advance(0.4);
-    click();
-    desktop_.advance(0.599);
-    EXPECT_EQ(title(), "09");
-    EXPECT_TRUE(shows(popover().content(), "13:04:09"));
-    desktop_.advance(0.001);
-    EXPECT_EQ(title(), "10");
-    EXPECT_TRUE(shows(popover().content(), "13:04:10"));
-    for (const char* second : {"11", "12", "13"}) {
-        EXPECT_EQ(desktop_.runLoop().nextTimer(), 1) << "nothing is due in between";
-        desktop_.advance(1);
-        EXPECT_EQ(title(), second);
-        EXPECT_TRUE(shows(popover().content(), std::string("13:04:") + second));
-    }
-}
-
 TEST_F(ClockClicks, LetNoTimePassInAPopoverThatIsClosed) {
     start();
     click();

@@ -55,7 +55,9 @@ TEST_F(AccessibleWindows, PanelNamesEachItemAndIsWorkedByAssistivePrograms) {
     openPanelWindow();
     activate("Velmo Settings");
     EXPECT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
-    EXPECT_EQ(namesIn("Velmo Settings").front(), "frame: Velmo Settings");
+    const auto names = namesIn("Velmo Settings");
+    ASSERT_FALSE(names.empty());
+    EXPECT_EQ(names.front(), "frame: Velmo Settings");
     EXPECT_TRUE(tree_->element("Velmo Settings", "page tab: General"));
 }
 
@@ -77,7 +79,9 @@ TEST_F(AccessibleWindows, CalendarHasAName) {
     }));
     click(*x().windowTitled("Velmo.Clock"));
     ASSERT_TRUE(eventually([&] { return shown("Velmo.Popover").has_value(); }));
-    EXPECT_EQ(namesIn("Calendar").front(), "frame: Calendar");
+    const auto names = namesIn("Calendar");
+    ASSERT_FALSE(names.empty());
+    EXPECT_EQ(names.front(), "frame: Calendar");
 }
 
 TEST_F(AccessibleWindows, EachControlOfTheSettingsHasANameOfItsOwn) {

@@ -159,6 +159,22 @@ TEST_F(ClockItem, WakesNoMoreOftenOnceWindowsHaveBeenShown) {
     expectOneWakeupASecond();
 }
 
+TEST_F(ClockItem, WakesOnceASecondAfterTheSettingsWereOpen) {
+    startWindowManager();
+    start(true);
+    ASSERT_TRUE(eventually([&] { return x().windowTitled("Velmo.Clock").has_value(); }));
+    // Between two ticks.
+    std::this_thread::sleep_for(milliseconds(400));
+    outputOf({VELMO_PROGRAM}, environment_);
+    const auto settings = [&] { return x().windowTitled("Velmo Settings"); };
+    ASSERT_TRUE(eventually([&] { return settings() && x().isViewable(*settings()); }));
+    outputOf({"wmctrl", "-i", "-c", std::to_string(*settings())}, environment_);
+    ASSERT_TRUE(eventually([&] { return !settings() || !x().isViewable(*settings()); }));
+    // What the permissions are is looked at for ever.
+    std::this_thread::sleep_for(milliseconds(1500));
+    expectOneBurstASecond();
+}
+
 }  // namespace
 
 }  // namespace velmo::desktop

@@ -6,12 +6,6 @@
 
 namespace velmo {
 
-namespace {
-
-constexpr double perSecond = 1e9;
-
-}  // namespace
-
 std::optional<ModelAgenda::Posted> ModelAgenda::takePosted() {
     if (posted_.empty())
         return std::nullopt;
@@ -21,6 +15,7 @@ std::optional<ModelAgenda::Posted> ModelAgenda::takePosted() {
 }
 
 ModelAgenda::WaitId ModelAgenda::wait(Wait kind, double seconds, ProcessId process) {
+    constexpr double perSecond = 1e9;
     waits_.push_back(
         {nanoseconds_ + std::llround(std::max(seconds, 0.0) * perSecond), nextId_, kind, process});
     return nextId_++;
@@ -33,14 +28,6 @@ void ModelAgenda::cancel(std::optional<WaitId> id) {
 bool ModelAgenda::isWaiting(Wait kind) const {
     return std::any_of(waits_.begin(), waits_.end(),
                        [kind](const Waiting& waiting) { return waiting.kind == kind; });
-}
-
-double ModelAgenda::secondsTo(std::optional<WaitId> id) const {
-    const auto found =
-        std::find_if(waits_.begin(), waits_.end(), [id](const Waiting& waiting) { return waiting.id == id; });
-    if (found == waits_.end())
-        return 0;
-    return static_cast<double>(std::max<std::int64_t>(found->due - nanoseconds_, 0)) / perSecond;
 }
 
 std::vector<ModelAgenda::Waiting>::const_iterator ModelAgenda::earliest() const {

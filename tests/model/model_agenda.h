@@ -68,8 +68,6 @@ public:
     /// Harmless where the wait is over.
     void cancel(std::optional<WaitId> id);
     bool isWaiting(Wait kind) const;
-    /// 0 where the wait is over.
-    double secondsTo(std::optional<WaitId> id) const;
     std::size_t waitCount() const { return waits_.size(); }
     std::optional<std::int64_t> nanosecondsToNextWait() const;
     /// Goes to the moment of the earliest wait and ends it. Absent where none is over by `end`.

@@ -51,8 +51,7 @@ void RevealModel::clockClicked(bool rightButton) {
         agenda_.cancel(calendarTick_);
         calendarTick_.reset();
     } else {
-        // With the clock's.
-        calendarTick_ = agenda_.wait(Wait::calendarTick, agenda_.secondsTo(clockTick_));
+        calendarTick_ = agenda_.wait(Wait::calendarTick, tickInterval);
     }
 }
 

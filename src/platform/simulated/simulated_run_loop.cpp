@@ -43,13 +43,12 @@ std::shared_ptr<Timer> SimulatedRunLoop::schedule(Seconds interval, std::functio
     return timer;
 }
 
-std::shared_ptr<Timer> SimulatedRunLoop::scheduleRepeating(const Repetition& repetition,
+std::shared_ptr<Timer> SimulatedRunLoop::scheduleRepeating(Seconds interval, Seconds tolerance,
                                                            std::function<void()> work) {
     // An interval of nothing would never let the clock move on.
-    const auto step = std::max<std::int64_t>(nanoseconds(repetition.interval), 1);
-    const auto first = repetition.first ? nanoseconds(*repetition.first) : step;
-    const SimulatedTimer::Key key{elapsed_ + first, sequence_++};
-    auto timer = std::make_shared<SimulatedTimer>(*this, key, std::move(work), step, repetition.tolerance);
+    const auto step = std::max<std::int64_t>(nanoseconds(interval), 1);
+    const SimulatedTimer::Key key{elapsed_ + step, sequence_++};
+    auto timer = std::make_shared<SimulatedTimer>(*this, key, std::move(work), step, tolerance);
     timers_.emplace(key, timer);
     return timer;
 }
@@ -125,11 +124,9 @@ std::vector<Seconds> SimulatedRunLoop::tolerances() const {
 }
 
 std::optional<Seconds> SimulatedRunLoop::nextTimer() const {
-    return timers_.empty() ? std::nullopt : std::optional(until(timers_.begin()->first));
-}
-
-Seconds SimulatedRunLoop::until(const SimulatedTimer::Key& key) const {
-    return toSeconds(std::max<std::int64_t>(key.first - elapsed_, 0));
+    if (timers_.empty())
+        return std::nullopt;
+    return toSeconds(timers_.begin()->first.first - elapsed_);
 }
 
 }  // namespace velmo

@@ -23,7 +23,7 @@ public:
     void post(std::function<void()> work) override;
     std::shared_ptr<Timer> schedule(Seconds interval, std::function<void()> work) override;
 
-    std::shared_ptr<Timer> scheduleRepeating(const Repetition& repetition,
+    std::shared_ptr<Timer> scheduleRepeating(Seconds interval, Seconds tolerance,
                                              std::function<void()> work) override;
 
     /// Runs what is posted, and whatever that posts in turn. Timers do not run.
@@ -53,7 +53,6 @@ public:
 private:
     friend class SimulatedTimer;
 
-    Seconds until(const SimulatedTimer::Key& key) const;
     void runEarliestTimer();
     void fireEarliestTimer();
 

@@ -12,10 +12,6 @@ SimulatedTimer::SimulatedTimer(SimulatedRunLoop& runLoop, Key key, std::function
       interval_(interval),
       tolerance_(tolerance) {}
 
-Seconds SimulatedTimer::remaining() const {
-    return runLoop_ != nullptr ? runLoop_->until(key_) : 0;
-}
-
 void SimulatedTimer::invalidate() {
     auto* runLoop = std::exchange(runLoop_, nullptr);
     if (runLoop == nullptr)

@@ -20,7 +20,6 @@ public:
 
     void invalidate() override;
     bool isValid() const override { return runLoop_ != nullptr; }
-    Seconds remaining() const override;
 
 private:
     friend class SimulatedRunLoop;

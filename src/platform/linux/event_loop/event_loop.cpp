@@ -16,6 +16,16 @@
 
 namespace velmo {
 
+struct EventLoop::Scheduled : Timer {
+    void invalidate() override { work = nullptr; }
+    bool isValid() const override { return work != nullptr; }
+
+    std::function<void()> work;
+    /// 0: runs once.
+    Seconds interval = 0;
+    Seconds tolerance = 0;
+};
+
 namespace {
 
 /// A century: more than any process lives, and less than the kernel's clocks can count.
@@ -33,11 +43,6 @@ Seconds monotonicTime() {
     return secondsOf(CLOCK_MONOTONIC);
 }
 
-/// What is no number counts as 0.
-Seconds waitOf(Seconds interval) {
-    return interval > 0 ? std::min(interval, longestInterval) : 0;
-}
-
 int checked(int descriptor) {
     if (descriptor < 0)
         throw std::system_error(errno, std::generic_category(), "event loop");
@@ -52,19 +57,6 @@ void watch(int poll, int descriptor) {
 }
 
 }  // namespace
-
-struct EventLoop::Scheduled : Timer {
-    void invalidate() override { work = nullptr; }
-    bool isValid() const override { return work != nullptr; }
-    Seconds remaining() const override { return isValid() ? std::max(due - monotonicTime(), 0.0) : 0; }
-
-    std::function<void()> work;
-    /// Of the monotonic clock.
-    Seconds due = 0;
-    /// 0: runs once.
-    Seconds interval = 0;
-    Seconds tolerance = 0;
-};
 
 EventLoop::EventLoop()
     : poll_(checked(epoll_create1(EPOLL_CLOEXEC))),
@@ -88,24 +80,32 @@ void EventLoop::post(std::function<void()> work) {
 std::shared_ptr<Timer> EventLoop::schedule(Seconds interval, std::function<void()> work) {
     auto scheduled = std::make_shared<Scheduled>();
     scheduled->work = std::move(work);
-    addPending(scheduled, monotonicTime() + waitOf(interval));
+    const Seconds wait = interval > 0 ? std::min(interval, longestInterval) : 0;
+    pending_.emplace(monotonicTime() + wait, scheduled);
     return scheduled;
 }
 
-std::shared_ptr<Timer> EventLoop::scheduleRepeating(const Repetition& repetition,
+std::shared_ptr<Timer> EventLoop::scheduleRepeating(Seconds interval, Seconds tolerance,
                                                     std::function<void()> work) {
     constexpr Seconds shortestInterval = 0.001;
     auto scheduled = std::make_shared<Scheduled>();
     scheduled->work = std::move(work);
-    scheduled->interval = std::clamp(repetition.interval, shortestInterval, longestInterval);
-    scheduled->tolerance = std::clamp(repetition.tolerance, 0.0, scheduled->interval);
-    addPending(scheduled, monotonicTime() + waitOf(repetition.first.value_or(scheduled->interval)));
+    scheduled->interval = std::clamp(interval, shortestInterval, longestInterval);
+    scheduled->tolerance = std::clamp(tolerance, 0.0, scheduled->interval);
+    pending_.emplace(nextBeat(scheduled->interval), scheduled);
     return scheduled;
 }
 
-void EventLoop::addPending(const std::shared_ptr<Scheduled>& scheduled, Seconds due) {
-    scheduled->due = due;
-    pending_.emplace(due, scheduled);
+/// With what is repeated as often, where there is such a thing; else an interval from now.
+Seconds EventLoop::nextBeat(Seconds interval) const {
+    const Seconds time = monotonicTime();
+    const auto other = std::find_if(pending_.begin(), pending_.end(), [&](const auto& pending) {
+        return pending.second->isValid() && pending.second->interval == interval;
+    });
+    if (other == pending_.end())
+        return time + interval;
+    const Seconds due = other->first;
+    return due > time ? due : due + (std::floor((time - due) / interval) + 1) * interval;
 }
 
 Registration EventLoop::addSource(int fileDescriptor, std::function<void()> onReadable) {
@@ -189,7 +189,7 @@ void EventLoop::runDueTimers() {
         }
         // On the beat of its making; beats that were slept through are left out.
         const Seconds missed = std::floor((time - due) / scheduled->interval);
-        addPending(scheduled, due + (missed + 1) * scheduled->interval);
+        pending_.emplace(due + (missed + 1) * scheduled->interval, scheduled);
         // A copy: the work may invalidate its own timer.
         const auto work = scheduled->work;
         work();

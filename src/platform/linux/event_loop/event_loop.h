@@ -26,7 +26,7 @@ public:
     void post(std::function<void()> work) override;
     std::shared_ptr<Timer> schedule(Seconds interval, std::function<void()> work) override;
 
-    std::shared_ptr<Timer> scheduleRepeating(const Repetition& repetition,
+    std::shared_ptr<Timer> scheduleRepeating(Seconds interval, Seconds tolerance,
                                              std::function<void()> work) override;
 
     /// Calls `onReadable` whenever the descriptor can be read or has hung up.
@@ -57,11 +57,11 @@ private:
     struct Scheduled;
     using Pending = std::multimap<Seconds, std::shared_ptr<Scheduled>>;
 
-    void addPending(const std::shared_ptr<Scheduled>& scheduled, Seconds due);
     void runPosted();
     void runDueTimers();
     /// When the next timers run. 0 where there is none.
     Seconds deadline() const;
+    Seconds nextBeat(Seconds interval) const;
     void armTimer();
     void dispatchSources(int timeout);
 
