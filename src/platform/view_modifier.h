@@ -34,6 +34,7 @@ struct Frame {
     std::optional<double> width;
     std::optional<double> height;
     std::optional<double> minWidth;
+    /// Bounds what the view is offered; one that cannot shrink that far stays wider.
     std::optional<double> maxWidth;
     HorizontalAlignment alignment = HorizontalAlignment::center;
 

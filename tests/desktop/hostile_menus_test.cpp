@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -75,14 +76,15 @@ TEST_F(HostileMenus, AMenuOfTenThousandEntriesThatOpensAgainAndAgain) {
     const auto program = programWithItem("Long");
     const auto icon = untilShown("Long");
     setMenu(*program, numbered(10000, "Entry "));
-    for (int round = 0; round < 20; ++round) {
-        // What an allocator keeps of the first times serves the others.
-        if (round == 10)
-            noteWhatIsHeld();
-        openMenuOf(icon, rightButton);
-        closeMenu();
-    }
-    expectNothingLeft(1);
+    const auto openTenTimes = [&] {
+        for (int count = 0; count < 10; ++count) {
+            openMenuOf(icon, rightButton);
+            closeMenu();
+        }
+    };
+    // What an allocator keeps of the first times serves the others.
+    openTenTimes();
+    expectNoGrowth(openTenTimes);
 }
 
 TEST_F(HostileMenus, AMenuOfTheLongestTexts) {
@@ -100,8 +102,8 @@ TEST_F(HostileMenus, AMenuOfTheLongestTexts) {
         return root;
     };
     setMenu(*program, wordy("Work"));
-    std::vector<double> longest;
-    for (const auto* word : {"Другое", "其他", "Work", "Другое"}) {
+    std::map<std::string, double> shortest;
+    for (const auto* word : {"Другое", "其他", "Work", "Другое", "其他", "Work"}) {
         const auto other = wordy(word);
         Heartbeat heartbeat(busAddress());
         openMenuOf(icon, rightButton);
@@ -110,12 +112,15 @@ TEST_F(HostileMenus, AMenuOfTheLongestTexts) {
         program->tellOfLayout();
         ASSERT_TRUE(eventually([&] { return program->callsOf("GetLayout") > asked; }));
         xdotool({"sleep", "0.5"});
-        longest.push_back(heartbeat.longest());
-        std::printf("sign of life while a wordy menu opens and changes: %.1f ms at worst\n", longest.back());
+        const double longest = heartbeat.longest();
+        std::printf("sign of life while a wordy menu opens and changes: %.1f ms at worst\n", longest);
         closeMenu();
+        // It is one long turn, which a busy machine makes longer; Velmo itself would do so each time.
+        const auto known = shortest.try_emplace(word, longest).first;
+        known->second = std::min(known->second, longest);
     }
-    // It is one long turn, which a busy machine makes longer; Velmo itself would do so each time.
-    EXPECT_LT(*std::min_element(longest.begin(), longest.end()), responsive);
+    for (const auto& [word, longest] : shortest)
+        EXPECT_LT(longest, responsive) << word;
 }
 
 TEST_F(HostileMenus, AMenuThatContainsItselfOpens) {

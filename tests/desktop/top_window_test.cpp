@@ -141,6 +141,22 @@ TEST_F(TopWindows, LieAboveWhatIsMarkedOnlyAfterItWasShown) {
     EXPECT_TRUE(become({panel_, other}));
 }
 
+TEST_F(TopWindows, LieAboveWhatIsMarkedOnlyAfterItWasShownAboveOthers) {
+    show(panel_);
+    const auto known = showManaged({0, 0, 500, 300});
+    ASSERT_TRUE(become({panel_, known}));
+    const auto late = makeWindow({0, 0, 500, 300});
+    // Both come above the panel at once.
+    raise(known);
+    show(late);
+    raise(late);
+    turnUntil([] { return false; }, milliseconds(40));
+    ASSERT_TRUE(areStacked({late, panel_, known}));
+    setState(late, 1);
+    x().exists(late);
+    EXPECT_TRUE(become({panel_, late, known}));
+}
+
 TEST_F(TopWindows, StayBelowTheManagersMenusAndAboveItsFrames) {
     const XObserver manager(environment_.at("DISPLAY"));
     const auto check = makeWindow({-10, -10, 1, 1}, manager);

@@ -137,6 +137,23 @@ TEST_F(ItemPictures, ThatChangeFasterThanTheyLoadAreSeenToChange) {
     EXPECT_EQ(width(), 20);
 }
 
+TEST_F(ItemPictures, ThatChangeAllTheTimeAreSeenAlsoWhereTheFirstCannotBeHad) {
+    stopHost();
+    useSlowIcons();
+    startHost();
+    const auto owner = programWithItem("restless");
+    owner->setText(itemPath, "AttentionIconName", "none");
+    owner->setText(itemPath, "Status", "NeedsAttention");
+    bool hasChanged = false;
+    for (int round = 0; round < 30 && !hasChanged; ++round) {
+        owner->setText(itemPath, "IconName", "0.2" + std::to_string(round));
+        owner->emit(itemPath, itemInterface, "NewIcon");
+        runFor(0.06);
+        hasChanged = width() == 1;
+    }
+    EXPECT_TRUE(hasChanged) << "while it changes on and on";
+}
+
 TEST_F(ItemPictures, WithoutAnAttentionIconThatCanBeHadTheOrdinaryOneStays) {
     const auto owner = programWithItem("calls");
     owner->setText(itemPath, "AttentionIconName", "no-such-icon");

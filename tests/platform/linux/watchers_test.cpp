@@ -157,6 +157,7 @@ TEST_F(Watchers, AnotherOneThatIsBusyAtFirstIsAskedAgainInGrowingPauses) {
     EXPECT_EQ(watcher->callsOf("Get"), 4);
     runFor(3);
     EXPECT_EQ(watcher->callsOf("Get"), 4) << "it has answered";
+    EXPECT_EQ(watcher->callsOf("RegisterStatusNotifierHost"), 1) << "what it was told was in its queue";
 }
 
 TEST_F(Watchers, AnotherOneThatHasItsNameBeforeItsObjectIsAskedAgain) {

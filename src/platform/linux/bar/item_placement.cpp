@@ -59,12 +59,13 @@ void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& presen
     for (const auto& identity : known)
         total += ++counts[programOf(identity)] <= memory.mostOfOneProgram ? 1 : 0;
     std::vector<std::string> forgotten;
-    for (auto identity = known.rbegin(); identity != known.rend(); ++identity) {
-        auto& count = counts[programOf(*identity)];
+    for (std::size_t index = known.size(); index-- > 0;) {
+        const auto& identity = known[index];
+        auto& count = counts[programOf(identity)];
         const bool hasTooMany = count > memory.mostOfOneProgram;
-        if (isOwnName(*identity) || kept.contains(*identity) || (!hasTooMany && total <= memory.most))
+        if (isOwnName(identity) || kept.contains(identity) || (!hasTooMany && total <= memory.most))
             continue;
-        forgotten.push_back(*identity);
+        forgotten.push_back(identity);
         --count;
         total -= hasTooMany ? 0 : 1;
     }

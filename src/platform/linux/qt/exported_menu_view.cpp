@@ -28,8 +28,8 @@ constexpr int markSide = 16;
 /// Characters that are shown of a text, as far as its menu is not longer than usual. All texts of a menu are
 /// measured at once; where it is longer, they share what can be measured in a moment.
 constexpr qsizetype longestText = 100;
-constexpr qsizetype longestTextOfManyEntries = 30;
-constexpr qsizetype mostCharacters = 30000;
+constexpr qsizetype longestTextOfManyEntries = 25;
+constexpr qsizetype mostCharacters = 25000;
 
 qsizetype longestTextAmong(std::size_t entries) {
     const auto share = mostCharacters / std::max(static_cast<qsizetype>(entries), qsizetype{1});
@@ -37,7 +37,7 @@ qsizetype longestTextAmong(std::size_t entries) {
 }
 
 QString beginningOf(const std::string& text, qsizetype longest) {
-    const QString whole = QString::fromStdString(text);
+    QString whole = QString::fromStdString(text);
     if (whole.size() <= longest)
         return whole;
     // Some characters are two of Qt's.
@@ -202,10 +202,14 @@ void ExportedMenuView::actionEvent(QActionEvent* event) {
 void ExportedMenuView::measure() {
     if (!std::exchange(isOutgrown_, false))
         return;
-    // What does not fit scrolls.
-    const QRect usable = screen()->availableGeometry();
-    const QRect wanted = QRect(pos(), sizeHint()).intersected(usable);
-    resize(wanted.isEmpty() ? sizeHint().boundedTo(usable.size()) : wanted.size());
+    // What does not fit on the screen scrolls.
+    const QRect usable = screen()->geometry();
+    QRect wanted(pos(), sizeHint().boundedTo(usable.size()));
+    wanted.moveRight(std::min(wanted.right(), usable.right()));
+    wanted.moveBottom(std::min(wanted.bottom(), usable.bottom()));
+    wanted.moveLeft(std::max(wanted.left(), usable.left()));
+    wanted.moveTop(std::max(wanted.top(), usable.top()));
+    setGeometry(wanted);
     update();
 }
 

@@ -17,6 +17,12 @@ namespace {
 constexpr Seconds firstListPause = 1;
 constexpr Seconds longestListPause = 60;
 
+/// What was said to an object that is not there yet was lost.
+bool isAbsent(const std::string& error) {
+    return error == SD_BUS_ERROR_UNKNOWN_OBJECT || error == SD_BUS_ERROR_UNKNOWN_INTERFACE ||
+           error == SD_BUS_ERROR_UNKNOWN_METHOD;
+}
+
 }  // namespace
 
 ForeignWatcher::ForeignWatcher(EventLoop& loop, std::shared_ptr<dbus::Bus> bus, const std::string& family,
@@ -71,6 +77,10 @@ void ForeignWatcher::introduce() {
     bus_->send({owner_, watcherPath, name_, "RegisterStatusNotifierHost", [this](sd_bus_message* message) {
                     return sd_bus_message_append(message, "s", hostName_.c_str());
                 }});
+    askForItems();
+}
+
+void ForeignWatcher::askForItems() {
     const auto appendProperty = [this](sd_bus_message* message) {
         return sd_bus_message_append(message, "ss", name_.c_str(), "RegisteredStatusNotifierItems");
     };
@@ -80,7 +90,12 @@ void ForeignWatcher::introduce() {
 
 void ForeignWatcher::listed(const dbus::Answer& answer) {
     if (!answer.message) {
-        listTimer_ = loop_.schedule(listPause_, lifetime_.guard([this] { introduce(); }));
+        listTimer_ = loop_.schedule(listPause_, lifetime_.guard([this, isAbsent = isAbsent(answer.error)] {
+            if (isAbsent)
+                introduce();
+            else
+                askForItems();
+        }));
         listPause_ = std::min(2 * listPause_, longestListPause);
         return;
     }

@@ -29,6 +29,7 @@ private:
     void attend();
     /// Registers us as a host, and asks for the items.
     void introduce();
+    void askForItems();
     void listed(const dbus::Answer& answer);
     void told(sd_bus_message* message, const Handler& handler) const;
 

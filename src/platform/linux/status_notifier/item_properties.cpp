@@ -19,8 +19,8 @@ using dbus::MessageReader;
 constexpr std::size_t mostOfLine = 500;
 constexpr std::size_t mostOfDescription = 5000;
 constexpr std::size_t longestPath = 4096;
-/// That a bus relays; one that could not be read to its end counts as such.
-constexpr std::size_t largestMessage = std::size_t{1} << 27;
+/// What a message that could not be read to its end counts as.
+constexpr std::size_t unreadableMessage = std::size_t{1} << 24;
 
 class PropertyReader {
 public:
@@ -34,7 +34,7 @@ public:
             if (const auto found = table.find(name); found != table.end() && read_.insert(name).second)
                 found->second(*this);
         });
-        properties_.messageBytes = reader_.hasFailed() ? largestMessage : reader_.bytesRead();
+        properties_.messageBytes = reader_.hasFailed() ? unreadableMessage : reader_.bytesRead();
         return std::move(properties_);
     }
 

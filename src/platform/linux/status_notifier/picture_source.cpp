@@ -63,10 +63,12 @@ void PictureSource::tryNext() {
 void PictureSource::loaded(const std::optional<Image>& image) {
     if (image)
         settle(image);
-    if (next_)
-        begin();
-    else if (!image)
+    // What has come meanwhile waits until this has come to its end: an item that changes all the time would
+    // never get beyond the first of its pictures.
+    if (!image && (!next_ || !wanted_.pictures.empty()))
         tryNext();
+    else if (next_)
+        begin();
 }
 
 void PictureSource::settle(const std::optional<Image>& image) {

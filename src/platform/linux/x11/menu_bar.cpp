@@ -30,9 +30,10 @@ std::size_t numberAmong(const std::string& name, std::string_view identity) {
     if (identity.empty())
         return 1;
     std::size_t number = 0;
-    if (identity.front() == numberMark)
-        std::from_chars(identity.data() + 1, identity.data() + identity.size(), number);
-    return number;
+    const char* end = identity.data() + identity.size();
+    const bool isNumber = identity.front() == numberMark &&
+                          std::from_chars(identity.data() + 1, end, number).ptr == end && number >= 2;
+    return isNumber ? number : 0;
 }
 
 xcb_window_t makeBarWindow(Connection& connection) {

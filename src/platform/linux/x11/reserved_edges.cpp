@@ -115,8 +115,11 @@ PixelRect ReservedEdges::within(const PixelRect& monitor) const {
         if (bottom.meets(x, width) && isInside(rootHeight_ - bottom.depth, y, height))
             bottomEnd = std::min(bottomEnd, rootHeight_ - bottom.depth);
     }
-    if (leftEnd >= rightEnd)
-        return monitor;
+    // Nobody leaves nothing.
+    if (leftEnd >= rightEnd) {
+        leftEnd = x;
+        rightEnd = std::int64_t{x} + width;
+    }
     return {static_cast<int>(leftEnd), y, static_cast<int>(rightEnd - leftEnd),
             static_cast<int>(bottomEnd - y)};
 }

@@ -101,8 +101,10 @@ Screen ScreenList::screenOf(std::size_t index) const {
     screen.frame = toScreen(monitors_[index]);
     screen.visibleFrame = toScreen(reservedEdges_.within(monitors_[index]));
     screen.backingScaleFactor = appearance.scale;
-    if (index == 0)
-        screen.visibleFrame.height -= appearance.pixels(bar_metrics::thickness) / appearance.scale;
+    if (index == 0) {
+        const double bar = appearance.pixels(bar_metrics::thickness) / appearance.scale;
+        screen.visibleFrame.height = std::max(screen.visibleFrame.height - bar, 0.0);
+    }
     return screen;
 }
 

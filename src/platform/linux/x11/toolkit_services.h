@@ -47,7 +47,7 @@ private:
     xcb_window_t formerOwner_ = XCB_WINDOW_NONE;
     Listeners compositingListeners_;
     Registration selectionChanges_;
-    /// The time of the last press before that, wherever it was.
+    /// The time of the last press before the keyboard was taken, wherever it was.
     std::optional<std::uint32_t> pressBeforeTaking_;
 };
 

@@ -84,7 +84,7 @@ private:
     }
     bool isMarked(xcb_window_t window) const {
         const auto name = connection_.atoms().wmState;
-        // Of what is not managed any more.
+        // Managers leave it on windows that they let go.
         std::uint32_t state = XCB_ICCCM_WM_STATE_WITHDRAWN;
         const auto value = connection_.property(window, name, name, sizeof state);
         if (value.size() == sizeof state)
@@ -183,7 +183,7 @@ bool TopWindow::rise() {
     const std::uint32_t values[] = {*highest, XCB_STACK_MODE_ABOVE};
     xcb_configure_window(connection_.raw(), window_, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
                          values);
-    return true;
+    return highest == over.begin();
 }
 
 bool TopWindow::mayRaise() {

@@ -160,10 +160,11 @@ TEST_F(ExportedMenuViews, ShowLessOfEachTextWhereTheyAreManyMore) {
         return QString(label, QLatin1Char('x')) + end + QLatin1Char('\t') +
                QString(shortcut, QLatin1Char('y')) + end;
     };
-    EXPECT_EQ(shownOf(300), text(100, 50));
-    EXPECT_EQ(shownOf(303), text(99, 49));
-    EXPECT_EQ(shownOf(600), text(50, 25));
-    EXPECT_EQ(shownOf(1000), text(30, 15));
+    EXPECT_EQ(shownOf(250), text(100, 50));
+    EXPECT_EQ(shownOf(252), text(99, 49));
+    EXPECT_EQ(shownOf(500), text(50, 25));
+    EXPECT_EQ(shownOf(1000), text(25, 12));
+    EXPECT_EQ(shownOf(1200), text(25, 12));
 }
 
 TEST_F(ExportedMenuViews, ShowSeparatorsAndWhatIsDisabledOrHidden) {
@@ -299,7 +300,7 @@ TEST_F(ExportedMenuViews, ManyEntriesMayChangeAtOnceWhileTheyAreOpen) {
 TEST_F(ExportedMenuViews, ThatAreTooLongScrollInsideTheScreenAlsoWhenTheyChange) {
     constexpr int most = 1000;
     const auto expectInside = [this] {
-        const int usable = view_.screen()->availableGeometry().height();
+        const int usable = view_.screen()->geometry().height();
         EXPECT_LE(view_.height(), usable);
         EXPECT_GT(view_.height(), usable / 2);
         EXPECT_FALSE(view_.rect().contains(view_.actionGeometry(&action(most - 1))));
@@ -312,6 +313,17 @@ TEST_F(ExportedMenuViews, ThatAreTooLongScrollInsideTheScreenAlsoWhenTheyChange)
     key(Qt::Key_Up);
     EXPECT_EQ(view_.activeAction(), &action(most - 1));
     EXPECT_TRUE(view_.rect().contains(view_.actionGeometry(&action(most - 1)))) << "it can be reached";
+}
+
+TEST_F(ExportedMenuViews, ThatAreFilledNearTheEdgesOfTheScreenMoveInsideOfIt) {
+    const QRect screen = view_.screen()->geometry();
+    follow({});
+    view_.popup(screen.bottomRight() - QPoint(30, 10));
+    QApplication::processEvents();
+    follow(numbered(8, "Entry "));
+    EXPECT_TRUE(screen.contains(view_.geometry()));
+    for (int index = 0; index < 8; ++index)
+        EXPECT_TRUE(view_.rect().contains(view_.actionGeometry(&action(index)))) << index;
 }
 
 TEST_F(ExportedMenuViews, SubmenusOpenWithTheirEntriesAndTellOfIt) {

@@ -158,6 +158,15 @@ TEST_F(Update, KeyPressesTheButtonItIsTheShortcutOf) {
     EXPECT_EQ(presses, 2);
 }
 
+TEST_F(Update, ButtonThatIsDisabledWhileItIsPressedShowsItsOrdinaryLabel) {
+    const auto next = [](bool isDisabled) { return plainButton("up", {}).with(Disabled{isDisabled}); };
+    show(next(false));
+    QTest::mousePress(only<ViewButton>(), Qt::LeftButton);
+    ASSERT_EQ(only<TextLabel>()->text(), "down");
+    show(next(true));
+    EXPECT_EQ(only<TextLabel>()->text(), "up");
+}
+
 TEST_F(Update, SwitchReportsAndReturnsToWhatIsDescribed) {
     std::vector<bool> changes;
     show({Toggle{"Launch", false, [&](bool isOn) { changes.push_back(isOn); }}});

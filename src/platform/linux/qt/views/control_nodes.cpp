@@ -153,7 +153,8 @@ void PickerNode::applyMenu(const ViewContext& context) {
     menu_->setCurrentIndex(
         chosen == picker.options.end() ? -1 : static_cast<int>(chosen - picker.options.begin()));
     // The name says what it is chosen for.
-    menu_->setAccessibleDescription(menu_->currentText());
+    if (menu_->accessibleDescription() != menu_->currentText())
+        menu_->setAccessibleDescription(menu_->currentText());
 }
 
 void PickerNode::applyOptions(const ViewContext& context) {
