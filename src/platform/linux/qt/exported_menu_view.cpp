@@ -28,8 +28,8 @@ constexpr int markSide = 16;
 /// Characters that are shown of a text, as far as its menu is not longer than usual. All texts of a menu are
 /// measured at once; where it is longer, they share what can be measured in a moment.
 constexpr qsizetype longestText = 100;
-constexpr qsizetype longestTextOfManyEntries = 25;
-constexpr qsizetype mostCharacters = 25000;
+constexpr qsizetype longestTextOfManyEntries = 20;
+constexpr qsizetype mostCharacters = 20000;
 
 qsizetype longestTextAmong(std::size_t entries) {
     const auto share = mostCharacters / std::max(static_cast<qsizetype>(entries), qsizetype{1});
