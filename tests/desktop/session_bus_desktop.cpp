@@ -63,11 +63,16 @@ std::unique_ptr<BusProgram> SessionBusDesktop::programWithItem(const std::string
     return program;
 }
 
+bool SessionBusDesktop::isToolTip(xcb_window_t window) const {
+    const auto types = x().cardinals(window, "_NET_WM_WINDOW_TYPE");
+    return std::find(types.begin(), types.end(), x().atom("_NET_WM_WINDOW_TYPE_TOOLTIP")) != types.end();
+}
+
 std::optional<Area> SessionBusDesktop::openMenu() const {
     for (const auto window : x().children(x().root())) {
         const auto area = x().area(window);
         if (area && area->y >= barHeight && area->height > barHeight && x().isViewable(window) &&
-            x().property(window, "WM_CLASS").starts_with("velmo"))
+            x().property(window, "WM_CLASS").starts_with("velmo") && !isToolTip(window))
             return area;
     }
     return std::nullopt;
@@ -98,10 +103,6 @@ bool SessionBusDesktop::hasNoted(const std::string& line) const {
 }
 
 std::optional<Area> SessionBusDesktop::openToolTip() const {
-    const auto isToolTip = [&](xcb_window_t window) {
-        const auto types = x().cardinals(window, "_NET_WM_WINDOW_TYPE");
-        return std::find(types.begin(), types.end(), x().atom("_NET_WM_WINDOW_TYPE_TOOLTIP")) != types.end();
-    };
     for (const auto window : x().children(x().root())) {
         if (x().isViewable(window) && isToolTip(window))
             return x().area(window);

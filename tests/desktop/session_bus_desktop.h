@@ -56,6 +56,9 @@ protected:
     std::map<std::string, std::uint32_t> resources() { return x().resources(velmo().id()); }
     /// How often Velmo has gone to sleep so far.
     long sleeps();
+
+private:
+    bool isToolTip(xcb_window_t window) const;
 };
 
 }  // namespace velmo::desktop
