@@ -52,30 +52,39 @@ TEST_F(AccessibleSettings, CustomChangesNothing) {
     EXPECT_TRUE(eventually([&] { return chosenPreset() == "Time with seconds"; })) << chosenPreset();
 }
 
-/// A display that lets nobody click on the user's behalf, Velmo and the test included: everything is done
-/// as assistive programs do it.
-class SettingsWithoutPermission : public SettingsSession {
+/// The settings, as assistive programs have them.
+class SettingsWithTree : public SettingsSession {
 protected:
-    void SetUp() override {
-        DesktopSession::SetUp();
-        startServer("1280x720x24", {"-extension", "XTEST"});
-        startSessionBus();
-        tree_.emplace(environment_);
-        installNotingPrograms({"gnome-control-center"});
-        environment_["XDG_CURRENT_DESKTOP"] = "GNOME";
-        startWindowManager();
-        startVelmo();
-        openSettings();
-    }
     void TearDown() override {
         tree_.reset();
         SettingsSession::TearDown();
     }
-    bool has(const std::string& roleAndName) const {
-        return tree_->element(settingsTitle, roleAndName).has_value();
+    /// On the server that was started before.
+    void openWithTree() {
+        startSessionBus();
+        tree_.emplace(environment_);
+        startWindowManager();
+        startVelmo();
+        openSettings();
     }
 
     std::optional<AccessibleTree> tree_;
+};
+
+/// A display that lets nobody click on the user's behalf, Velmo and the test included: everything is done
+/// as assistive programs do it.
+class SettingsWithoutPermission : public SettingsWithTree {
+protected:
+    void SetUp() override {
+        DesktopSession::SetUp();
+        startServer("1280x720x24", {"-extension", "XTEST"});
+        installNotingPrograms({"gnome-control-center"});
+        environment_["XDG_CURRENT_DESKTOP"] = "GNOME";
+        openWithTree();
+    }
+    bool has(const std::string& roleAndName) const {
+        return tree_->element(settingsTitle, roleAndName).has_value();
+    }
 };
 
 TEST_F(SettingsWithoutPermission, GrantOpensTheDesktopsPrivacySettings) {
@@ -92,24 +101,14 @@ TEST_F(SettingsWithoutPermission, GrantOpensTheDesktopsPrivacySettings) {
 }
 
 /// The window at that many dots an inch.
-class SettingsAtScale : public SettingsSession, public testing::WithParamInterface<int> {
+class SettingsAtScale : public SettingsWithTree, public testing::WithParamInterface<int> {
 protected:
     void SetUp() override {
         DesktopSession::SetUp();
         startServer("1920x1200x24");
         addToResources("Xft.dpi:\t" + std::to_string(GetParam()) + "\n");
-        startSessionBus();
-        tree_.emplace(environment_);
-        startWindowManager();
-        startVelmo();
-        openSettings();
+        openWithTree();
     }
-    void TearDown() override {
-        tree_.reset();
-        SettingsSession::TearDown();
-    }
-
-    std::optional<AccessibleTree> tree_;
 };
 
 TEST_P(SettingsAtScale, HoldsEveryControlOfEveryTab) {

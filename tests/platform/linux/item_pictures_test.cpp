@@ -27,6 +27,24 @@ protected:
         }
     }
 
+    /// Its icons have names, and take longer to load than it takes to change them.
+    std::unique_ptr<BusProgram> restlessProgram() {
+        stopHost();
+        useSlowIcons();
+        startHost();
+        return programWithItem("restless");
+    }
+
+    /// True where one of its named icons is shown while it changes on and on.
+    bool isSeenToChange(BusProgram& owner) {
+        for (int round = 0; round < 30 && width() != 1; ++round) {
+            owner.setText(itemPath, "IconName", "0.2" + std::to_string(round));
+            owner.emit(itemPath, itemInterface, "NewIcon");
+            runFor(0.06);
+        }
+        return width() == 1;
+    }
+
     /// The width of what is shown, in pixels.
     int width() const { return std::get<Bitmap>(items_.front()->icon()->content).width; }
 };
@@ -117,19 +135,9 @@ TEST_F(ItemPictures, WhatCannotBeReadToItsEndIsAskedForSeldomToo) {
 }
 
 TEST_F(ItemPictures, ThatChangeFasterThanTheyLoadAreSeenToChange) {
-    stopHost();
-    useSlowIcons();
-    startHost();
-    const auto owner = programWithItem("restless");
+    const auto owner = restlessProgram();
     ASSERT_EQ(width(), 20);
-    bool hasChanged = false;
-    for (int round = 0; round < 30 && !hasChanged; ++round) {
-        owner->setText(itemPath, "IconName", "0.2" + std::to_string(round));
-        owner->emit(itemPath, itemInterface, "NewIcon");
-        runFor(0.06);
-        hasChanged = width() == 1;
-    }
-    EXPECT_TRUE(hasChanged) << "while it changes on and on";
+    EXPECT_TRUE(isSeenToChange(*owner));
     owner->setText(itemPath, "IconName", "");
     owner->emit(itemPath, itemInterface, "NewIcon");
     EXPECT_TRUE(until([&] { return width() == 20; })) << "the newest wins";
@@ -138,20 +146,10 @@ TEST_F(ItemPictures, ThatChangeFasterThanTheyLoadAreSeenToChange) {
 }
 
 TEST_F(ItemPictures, ThatChangeAllTheTimeAreSeenAlsoWhereTheFirstCannotBeHad) {
-    stopHost();
-    useSlowIcons();
-    startHost();
-    const auto owner = programWithItem("restless");
+    const auto owner = restlessProgram();
     owner->setText(itemPath, "AttentionIconName", "none");
     owner->setText(itemPath, "Status", "NeedsAttention");
-    bool hasChanged = false;
-    for (int round = 0; round < 30 && !hasChanged; ++round) {
-        owner->setText(itemPath, "IconName", "0.2" + std::to_string(round));
-        owner->emit(itemPath, itemInterface, "NewIcon");
-        runFor(0.06);
-        hasChanged = width() == 1;
-    }
-    EXPECT_TRUE(hasChanged) << "while it changes on and on";
+    EXPECT_TRUE(isSeenToChange(*owner));
 }
 
 TEST_F(ItemPictures, WithoutAnAttentionIconThatCanBeHadTheOrdinaryOneStays) {
