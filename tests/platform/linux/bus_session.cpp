@@ -68,8 +68,9 @@ while head := os.read(0, 20):
     while len(rest) < sum(sizes):
         rest += os.read(0, sum(sizes) - len(rest))
     name = rest[:sizes[0]]
-    time.sleep(0.1 if name == b'none' else float(name))
-    os.write(1, struct.pack('3I', 0, 0, 0) if name == b'none' else struct.pack('3I4B', 1, 1, 0, 0, 0, 0, 255))
+    isMissing = name.startswith(b'none')
+    time.sleep(0.1 if isMissing else float(name))
+    os.write(1, struct.pack('3I', 0, 0, 0) if isMissing else struct.pack('3I4B', 1, 1, 0, 0, 0, 0, 255))
 )";
     std::filesystem::permissions(file, std::filesystem::perms::owner_all);
     icons_ = std::make_unique<IconLoader>(loop_, file);

@@ -28,8 +28,8 @@ protected:
     void runFor(Seconds time);
     void startHost();
     void stopHost();
-    /// From now on icons, all of them black dots, take as many seconds as their names say. Before
-    /// `startHost`.
+    /// From now on icons, all of them black dots, take as many seconds as their names say; those whose names
+    /// begin with "none" are missing. Before `startHost`.
     void useSlowIcons();
     std::unique_ptr<desktop::BusProgram> program() const;
     /// A program with an item of this id, which is there.

@@ -54,10 +54,9 @@ void ButtonNode::apply(const ViewContext& context) {
     // A button with a label for each state says by them what it is; a push button has a face that gets paler.
     if (!context.isEnabled && style != ButtonStyle::automatic && view().children.size() < 2)
         labelContext_.opacity *= style::disabledOpacity;
-    // First: it lifts a button that is pressed.
-    button_->setEnabled(context.isEnabled);
     updateLabel();
     button_->setStyle(style);
+    button_->setEnabled(context.isEnabled);
     describe(*button_,
              context.accessibilityLabel.isEmpty() ? describedText(view()) : context.accessibilityLabel,
              context.help);
