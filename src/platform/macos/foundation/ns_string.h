@@ -1,0 +1,22 @@
+#pragma once
+
+#include "ns_object.h"
+
+#include <cstdint>
+#include <string>
+
+namespace velmo::macos {
+
+using NSInteger = std::int64_t;
+using NSUInteger = std::uint64_t;
+using CGFloat = double;
+
+class NSString : public ClassOf<NSString, "NSString", NSObject> {
+public:
+    /// UTF-8. None where it is not.
+    static NSString from(const std::string& text);
+    /// UTF-8. Empty for none.
+    std::string text() const;
+};
+
+}  // namespace velmo::macos

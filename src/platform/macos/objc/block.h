@@ -1,0 +1,112 @@
+#pragma once
+
+#include "encoding.h"
+#include "type_text.h"
+
+#include <functional>
+#include <string>
+#include <utility>
+
+namespace velmo::macos {
+
+extern "C" {
+void* _Block_copy(const void* block);
+void _Block_release(const void* block);
+extern void* _NSConcreteStackBlock[32];
+}
+
+template <typename Signature>
+class Block;
+
+/// A function in the form in which the system takes one. It lives until the last who has it lets go of it.
+template <typename Result, typename... Arguments>
+class Block<Result(Arguments...)> {
+public:
+    static constexpr const char* encoding = "@?";
+
+    using Function = std::function<Result(Arguments...)>;
+
+    /// None, where the function is empty.
+    explicit Block(Function function) {
+        if (!function)
+            return;
+        Literal literal;
+        literal.function = &function;
+        literal_ = _Block_copy(&literal);
+    }
+    Block(const Block& other) : literal_(other.literal_ == nullptr ? nullptr : _Block_copy(other.literal_)) {}
+    Block(Block&& other) noexcept : literal_(std::exchange(other.literal_, nullptr)) {}
+    Block& operator=(Block other) noexcept {
+        std::swap(literal_, other.literal_);
+        return *this;
+    }
+    ~Block() {
+        if (literal_ != nullptr)
+            _Block_release(literal_);
+    }
+
+    void* get() const { return literal_; }
+
+private:
+    struct Literal;
+
+    struct Descriptor {
+        unsigned long reserved = 0;
+        unsigned long size = sizeof(Literal);
+        void (*copy)(void* to, const void* from) = &copyFunction;
+        void (*dispose)(const void* block) = &disposeFunction;
+        const char* signature = encodedSignature();
+    };
+
+    /// What compilers make of a block; the layout is part of the system's binary interface.
+    struct Literal {
+        static constexpr int hasCopyAndDispose = 1 << 25;
+        static constexpr int hasSignature = 1 << 30;
+
+        void* kind = _NSConcreteStackBlock;
+        int flags = hasCopyAndDispose | hasSignature;
+        int reserved = 0;
+        Raw<Result> (*invoke)(Literal*, Raw<Arguments>...) = &call;
+        const Descriptor* descriptor = &sharedDescriptor();
+        Function* function = nullptr;
+    };
+
+    static const Descriptor& sharedDescriptor() {
+        static const Descriptor descriptor;
+        return descriptor;
+    }
+
+    static const char* encodedSignature() {
+        static const std::string text =
+            ((encodingOf<Result>() + "@?") + ... + encodingOf<std::remove_cvref_t<Arguments>>());
+        return text.c_str();
+    }
+
+    static Raw<Result> call(Literal* literal, Raw<Arguments>... arguments) {
+        if constexpr (std::is_void_v<Result>)
+            (*literal->function)(fromRaw<Arguments>(arguments)...);
+        else
+            return toReturned((*literal->function)(fromRaw<Arguments>(arguments)...));
+    }
+
+    static void copyFunction(void* to, const void* from) {
+        static_cast<Literal*>(to)->function = new Function(*static_cast<const Literal*>(from)->function);
+    }
+
+    static void disposeFunction(const void* block) { delete static_cast<const Literal*>(block)->function; }
+
+    void* literal_ = nullptr;
+};
+
+template <typename Signature>
+struct RawType<Block<Signature>> {
+    using Type = void*;
+    static Type toRaw(const Block<Signature>& block) { return block.get(); }
+};
+
+template <typename Result, typename... Arguments>
+struct TypeText<Block<Result(Arguments...)>> {
+    static std::string text() { return "block(" + typeTexts<Result, Arguments...>() + ")"; }
+};
+
+}  // namespace velmo::macos
