@@ -234,11 +234,12 @@ class Metadata:
                 interface.methods[is_static, self._text(self._u32(at))] = Method("void", [getter[0]])
                 at += 8
             return at
+        # Makers and copies own what they return, and so do initializers.
         types = self._read_signature(self._u32(at + 4))
         variadic = types[-1] == "..."
         if variadic:
             types.pop()
-        interface.methods[is_static, self._text(self._u32(at))] = Method(types[0], types[1:], bool(flags & 0x20),
+        interface.methods[is_static, self._text(self._u32(at))] = Method(types[0], types[1:], bool(flags & 0x60),
                                                                          variadic)
         return at + 8
 

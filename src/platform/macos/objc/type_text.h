@@ -59,6 +59,10 @@ struct TypeText<const char*> {
     static std::string text() { return "cstring"; }
 };
 template <>
+struct TypeText<Id> {
+    static std::string text() { return "id"; }
+};
+template <>
 struct TypeText<Object> {
     static std::string text() { return "id"; }
 };

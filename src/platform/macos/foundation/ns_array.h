@@ -1,0 +1,26 @@
+#pragma once
+
+#include "ns_string.h"
+
+#include <vector>
+
+namespace velmo::macos {
+
+class NSArray : public ClassOf<NSArray, "NSArray", NSObject> {
+public:
+    NSUInteger count() const { return send<NSUInteger, "count">(); }
+    Object objectAtIndex(NSUInteger index) const { return send<Object, "objectAtIndex:">(index); }
+
+    /// Those that are of the class, in their order.
+    template <typename Handle>
+    std::vector<Handle> all() const {
+        std::vector<Handle> found;
+        for (NSUInteger index = 0; index < count(); ++index) {
+            if (Handle object = as<Handle>(objectAtIndex(index)))
+                found.push_back(std::move(object));
+        }
+        return found;
+    }
+};
+
+}  // namespace velmo::macos

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "contract.h"
+#include "type_text.h"
+
+#include <string>
+#include <type_traits>
+
+namespace velmo::macos {
+
+/// A constant that a framework holds in a variable. `Type` is what the framework says it is:
+///
+///     extern "C" const Id NSRunLoopCommonModes;
+///     inline constexpr Global<"NSRunLoopCommonModes", NSString, &NSRunLoopCommonModes> commonModes;
+template <FixedString name, typename Type, auto address>
+class Global {
+public:
+    Type value() const {
+        contract::use<Global>();
+        return fromRaw<Type>(*address);
+    }
+
+    static std::string text() { return "global " + std::string(name.view()) + ' ' + typeText<Type>(); }
+};
+
+}  // namespace velmo::macos

@@ -1,0 +1,47 @@
+#include "macos_dates.h"
+
+#include "macos/foundation/ns_time_zone.h"
+#include "macos_date_formatter.h"
+#include "notification_target.h"
+
+#include <utility>
+
+namespace velmo::macos {
+namespace {
+
+/// The fields that are shown; their order in the text is the locale's.
+const char* fieldsOf(DateStyle style) {
+    switch (style) {
+        case DateStyle::time:
+            return "jms";
+        case DateStyle::fullDate:
+            return "yMMMMEEEEd";
+        case DateStyle::monthAndYear:
+            break;
+    }
+    return "yMMMM";
+}
+
+}  // namespace
+
+std::unique_ptr<DateFormatter> MacosDates::makeDateFormatter() {
+    return std::make_unique<MacosDateFormatter>();
+}
+
+std::string MacosDates::formatted(Date date, DateStyle style) const {
+    MacosDateFormatter formatter;
+    formatter.setDateFormat(
+        NSDateFormatter::formatFromTemplate(NSString::from(fieldsOf(style)), NSLocale::autoupdatingCurrent())
+            .text());
+    return formatter.string(date).value_or("");
+}
+
+std::unique_ptr<NotificationObserver> MacosDates::observeTimeZone(std::function<void()> handler) {
+    return std::make_unique<NotificationTarget>(systemTimeZoneDidChange.value(),
+                                                [handler = std::move(handler)] {
+                                                    NSTimeZone::resetSystem();
+                                                    handler();
+                                                });
+}
+
+}  // namespace velmo::macos

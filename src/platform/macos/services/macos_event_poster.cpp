@@ -1,0 +1,15 @@
+#include "macos_event_poster.h"
+
+#include "macos/core_graphics/events.h"
+
+namespace velmo::macos {
+
+void MacosEventPoster::postMouseEvent(EventType type, const Point& location) {
+    const auto source = Object::adopt(core_graphics::createEventSource(CGEventSourceStateID::hidSystemState));
+    const auto event = Object::adopt(core_graphics::createMouseEvent(
+        source.get(), static_cast<CGEventType>(type), CGPoint{location.x, location.y}, CGMouseButton::left));
+    if (event)
+        core_graphics::postEvent(CGEventTapLocation::hid, event.get());
+}
+
+}  // namespace velmo::macos

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "geometry.h"
+#include "macos/foundation/ns_array.h"
+#include "macos/foundation/ns_dictionary.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace velmo::macos::doubles {
+
+struct PostedMouseEvent {
+    std::int32_t sourceState = 0;
+    std::uint32_t type = 0;
+    Point location;
+    std::uint32_t button = 0;
+    std::uint32_t tap = 0;
+
+    bool operator==(const PostedMouseEvent&) const = default;
+};
+
+struct RegisteredHotKey {
+    std::uint32_t keyCode = 0;
+    std::uint32_t modifiers = 0;
+    std::uint32_t signature = 0;
+    std::uint32_t id = 0;
+
+    bool operator==(const RegisteredHotKey&) const = default;
+};
+
+/// What stands in for the parts of macOS that GNUstep does not have: what it answers, and what was asked of
+/// it.
+struct DoubleSystem {
+    /// By application, user, host and key.
+    std::map<std::tuple<std::string, std::string, std::string, std::string>, Object> preferences;
+    std::vector<std::string> synchronizedScopes;
+
+    bool makesEvents = true;
+    std::vector<PostedMouseEvent> postedEvents;
+
+    /// Absent: no answer.
+    std::optional<NSArray> windowList;
+    std::uint32_t windowListOption = 0;
+    std::uint32_t relativeToWindow = 1;
+
+    bool isTrusted = false;
+    std::vector<bool> trustPrompts;
+    bool mayCapture = false;
+    int captureRequests = 0;
+
+    std::int32_t hotKeyStatus = 0;
+    bool installsHandlers = true;
+    std::map<std::intptr_t, RegisteredHotKey> hotKeys;
+    int handlerCount = 0;
+
+    std::int64_t loginStatus = 0;
+    /// Empty: registering succeeds.
+    std::string loginError;
+    std::vector<std::string> loginCalls;
+
+    std::vector<std::string> scripts;
+    std::vector<std::string> openedAddresses;
+    std::vector<double> timerTolerances;
+};
+
+/// The one that there is, as a fresh one.
+DoubleSystem& freshSystem();
+DoubleSystem& system();
+
+/// Tells the installed handlers of an event, as the system does. `isReadable` false: it does not say of which
+/// hot key. The result of the last one.
+std::int32_t sendHotKeyEvent(std::uint32_t signature, std::uint32_t id, bool isReadable = true);
+std::int32_t sendMissingHotKeyEvent();
+
+/// Adds methods and classes that GNUstep lacks. Once is enough.
+void addMissingMethods();
+
+}  // namespace velmo::macos::doubles

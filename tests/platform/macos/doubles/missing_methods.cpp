@@ -1,0 +1,95 @@
+#include "macos/appkit/ns_workspace.h"
+#include "macos/foundation/ns_apple_script.h"
+#include "macos/foundation/ns_date_formatter.h"
+#include "macos/foundation/ns_number.h"
+#include "macos/foundation/ns_timer.h"
+#include "macos/service_management/sm_app_service.h"
+#include "platform/macos/doubles/added_method.h"
+#include "platform/macos/doubles/calendar_methods.h"
+#include "platform/macos/doubles/double_system.h"
+
+namespace velmo::macos::doubles {
+namespace {
+
+RawClass metaclassOf(RawClass owner) {
+    return *reinterpret_cast<RawClass*>(owner);
+}
+
+void setTolerance(const NSTimer& /*timer*/, double seconds) {
+    system().timerTolerances.push_back(seconds);
+}
+
+NSAppleScript initWithSource(const NSAppleScript& script, const NSString& source) {
+    system().scripts.push_back("made: " + source.text());
+    return Object::share<NSAppleScript>(script.get());
+}
+
+Object executeScript(const NSAppleScript& /*script*/, Id* /*error*/) {
+    system().scripts.push_back("executed");
+    return {};
+}
+
+bool openAddress(const NSWorkspace& /*workspace*/, const NSURL& address) {
+    const auto text = Message<"NSURL", false, "absoluteString", NSString>::send(address.get());
+    system().openedAddresses.push_back(text.text());
+    return true;
+}
+
+NSError errorOf(const std::string& text) {
+    const NSMutableDictionary details = NSMutableDictionary::create();
+    details.setObject(NSString::from(text), NSString::from("NSLocalizedDescription"));
+    return Message<"NSError", true, "errorWithDomain:code:userInfo:", NSError, NSString, NSInteger,
+                   NSMutableDictionary>::send(NSError::classObject(),
+                                              NSString::from("SMAppServiceErrorDomain"), NSInteger{1},
+                                              details);
+}
+
+bool changeLogin(const char* call, std::int64_t status, Id* error) {
+    system().loginCalls.emplace_back(call);
+    if (system().loginError.empty()) {
+        system().loginStatus = status;
+        return true;
+    }
+    *error = errorOf(system().loginError).leaveToPool();
+    return false;
+}
+
+bool registerLogin(const NSObject& /*service*/, Id* error) {
+    return changeLogin("register", 1, error);
+}
+bool unregisterLogin(const NSObject& /*service*/, Id* error) {
+    return changeLogin("unregister", 0, error);
+}
+NSInteger loginStatus(const NSObject& /*service*/) {
+    return system().loginStatus;
+}
+NSObject mainLoginService(const NSObject& /*serviceClass*/) {
+    return Object::adopt<NSObject>(
+        Message<"SMAppService", true, "new", NSObject>::send(SMAppService::classObject()).leave());
+}
+
+void addLoginService() {
+    const RawClass made = objc_allocateClassPair(classNamed<"NSObject">(), "SMAppService", 0);
+    setMethod<"registerAndReturnError:", &registerLogin>(made);
+    setMethod<"unregisterAndReturnError:", &unregisterLogin>(made);
+    setMethod<"status", &loginStatus>(made);
+    setMethod<"mainAppService", &mainLoginService>(metaclassOf(made));
+    objc_registerClassPair(made);
+}
+
+}  // namespace
+
+void addMissingMethods() {
+    static const bool isDone = [] {
+        addCalendarMethods();
+        setMethod<"setTolerance:", &setTolerance>(classNamed<"NSTimer">());
+        setMethod<"initWithSource:", &initWithSource>(classNamed<"NSAppleScript">());
+        setMethod<"executeAndReturnError:", &executeScript>(classNamed<"NSAppleScript">());
+        setMethod<"openURL:", &openAddress>(classNamed<"NSWorkspace">());
+        addLoginService();
+        return true;
+    }();
+    static_cast<void>(isDone);
+}
+
+}  // namespace velmo::macos::doubles
