@@ -1,6 +1,5 @@
 #include "macos_dates.h"
 
-#include "macos/foundation/ns_time_zone.h"
 #include "macos_date_formatter.h"
 #include "notification_target.h"
 
@@ -37,11 +36,8 @@ std::string MacosDates::formatted(Date date, DateStyle style) const {
 }
 
 std::unique_ptr<NotificationObserver> MacosDates::observeTimeZone(std::function<void()> handler) {
-    return std::make_unique<NotificationTarget>(systemTimeZoneDidChange.value(),
-                                                [handler = std::move(handler)] {
-                                                    NSTimeZone::resetSystem();
-                                                    handler();
-                                                });
+    // The system has forgotten the old time zone by the time it says so.
+    return std::make_unique<NotificationTarget>(systemTimeZoneDidChange.value(), std::move(handler));
 }
 
 }  // namespace velmo::macos

@@ -6,41 +6,44 @@
 
 namespace velmo::macos {
 
+MacosTimer::MacosTimer(Seconds interval, bool repeats, std::function<void()> work)
+    : repeats_(repeats),
+      work_(std::move(work)),
+      timer_(NSTimer::with(interval, instance_.object(), selectorNamed<"fire:">(), repeats)) {}
+
 std::shared_ptr<MacosTimer> MacosTimer::once(Seconds interval, std::function<void()> work) {
-    return add(interval, false, std::move(work));
+    return add(std::shared_ptr<MacosTimer>(new MacosTimer(interval, false, std::move(work))));
 }
 
 std::shared_ptr<MacosTimer> MacosTimer::repeating(Seconds interval, Seconds tolerance,
                                                   std::function<void()> work) {
-    auto timer = add(interval, true, std::move(work));
+    const std::shared_ptr<MacosTimer> timer(new MacosTimer(interval, true, std::move(work)));
     timer->timer_.setTolerance(tolerance);
-    return timer;
+    return add(timer);
 }
 
-std::shared_ptr<MacosTimer> MacosTimer::add(Seconds interval, bool repeats, std::function<void()> work) {
-    const std::shared_ptr<MacosTimer> timer(new MacosTimer(repeats, std::move(work)));
-    timer->timer_ =
-        NSTimer::with(interval, repeats, Block<void(NSTimer)>([timer](const NSTimer&) { fire(timer); }));
+std::shared_ptr<MacosTimer> MacosTimer::add(std::shared_ptr<MacosTimer> timer) {
+    timer->self_ = timer;
     NSRunLoop::main().add(timer->timer_, commonRunLoopModes.value());
     return timer;
 }
 
-// By value: the system may let go of its block, which holds another reference, while the work runs.
-void MacosTimer::fire(std::shared_ptr<MacosTimer> timer) {
-    if (!timer->isValid_)
+void MacosTimer::fire(NSTimer /*timer*/) {
+    if (!isValid())
         return;
-    const auto work = timer->work_;
-    if (!timer->repeats_)
-        timer->invalidate();
+    // A copy, because the work may invalidate the timer, and that may be the end of this.
+    const auto work = work_;
+    if (!repeats_)
+        invalidate();
     work();
 }
 
 void MacosTimer::invalidate() {
-    isValid_ = false;
+    const auto self = std::exchange(self_, nullptr);
+    if (!self)
+        return;
     work_ = nullptr;
-    // The system's timer holds the block, which holds this.
-    const NSTimer ended = std::exchange(timer_, {});
-    ended.invalidate();
+    timer_.invalidate();
 }
 
 }  // namespace velmo::macos

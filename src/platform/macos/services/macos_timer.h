@@ -1,11 +1,11 @@
 #pragma once
 
 #include "macos/foundation/ns_timer.h"
+#include "macos/objc/instance.h"
 #include "run_loop.h"
 
 #include <functional>
 #include <memory>
-#include <utility>
 
 namespace velmo::macos {
 
@@ -18,19 +18,22 @@ public:
                                                  std::function<void()> work);
 
     void invalidate() override;
-    bool isValid() const override { return isValid_; }
+    bool isValid() const override { return self_ != nullptr; }
 
 private:
-    MacosTimer(bool repeats, std::function<void()> work) : repeats_(repeats), work_(std::move(work)) {}
+    MacosTimer(Seconds interval, bool repeats, std::function<void()> work);
 
-    static std::shared_ptr<MacosTimer> add(Seconds interval, bool repeats, std::function<void()> work);
+    static std::shared_ptr<MacosTimer> add(std::shared_ptr<MacosTimer> timer);
+    void fire(NSTimer timer);
 
-    static void fire(std::shared_ptr<MacosTimer> timer);
+    using Class = Subclass<MacosTimer, "VelmoTimerTarget", NSObject, Method<"fire:", &MacosTimer::fire>>;
 
     bool repeats_;
     std::function<void()> work_;
+    Instance<MacosTimer, Class, NSObject> instance_{*this};
     NSTimer timer_;
-    bool isValid_ = true;
+    /// Held while the timer is valid.
+    std::shared_ptr<MacosTimer> self_;
 };
 
 }  // namespace velmo::macos

@@ -31,4 +31,9 @@ void setMethod(RawClass owner) {
     setMethodOf<function>(owner, selectorNamed<selector>(), function);
 }
 
+/// Its methods are those of the class itself.
+inline RawClass metaclassOf(RawClass owner) {
+    return *reinterpret_cast<RawClass*>(owner);
+}
+
 }  // namespace velmo::macos::doubles

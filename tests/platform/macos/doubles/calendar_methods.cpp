@@ -4,6 +4,8 @@
 #include "macos/foundation/ns_date_formatter.h"
 #include "platform/macos/doubles/added_method.h"
 
+#include <cmath>
+
 namespace velmo::macos::doubles {
 namespace {
 
@@ -87,10 +89,74 @@ bool isInWeekend(const NSCalendar& calendar, const NSDate& date) {
     return weekday == 1 || weekday == 7;
 }
 
+NSDate startOfDay(const NSCalendar& calendar, NSInteger year, NSInteger month, NSInteger day) {
+    const NSDateComponents components = NSDateComponents::create();
+    components.setYear(year);
+    components.setMonth(month);
+    components.setDay(day);
+    return Message<"NSCalendar", false, "dateFromComponents:", NSDate, NSDateComponents>::send(calendar.get(),
+                                                                                               components);
+}
+
+NSCalendar currentCalendar(const NSCalendar& calendarClass) {
+    return Message<"NSCalendar", true, "currentCalendar", NSCalendar>::send(calendarClass.get());
+}
+
+struct Interval {
+    Date start = 0;
+    Date end = 0;
+    Date startOfDate = 0;
+};
+
+/// Of the month or year that contains the date.
+Interval intervalOf(const NSCalendar& calendar, NSUInteger unit, const NSDate& date) {
+    const NSDateComponents components = componentsOf(calendar, yearUnit | monthUnit | dayUnit, date);
+    const NSInteger year = components.year();
+    const NSInteger month = unit == monthUnit ? components.month() : 1;
+    const bool isLast = unit == yearUnit || month == 12;
+    return {.start = startOfDay(calendar, year, month, 1).date(),
+            .end = startOfDay(calendar, isLast ? year + 1 : year, isLast ? 1 : month + 1, 1).date(),
+            .startOfDate = startOfDay(calendar, year, components.month(), components.day()).date()};
+}
+
+/// Days may be an hour longer or shorter.
+NSUInteger daysBetween(Date start, Date end) {
+    return static_cast<NSUInteger>(std::llround((end - start) / 86400));
+}
+
+bool rangeOfUnit(const NSCalendar& calendar, NSUInteger unit, Id* start, double* length, const NSDate& date) {
+    if (unit != monthUnit && unit != yearUnit)
+        return false;
+    const Interval interval = intervalOf(calendar, unit, date);
+    *start = NSDate::with(interval.start).leaveToPool();
+    *length = interval.end - interval.start;
+    return true;
+}
+
+NSRange rangeInUnit(const NSCalendar& calendar, NSUInteger smaller, NSUInteger larger, const NSDate& date) {
+    if (smaller != dayUnit || (larger != monthUnit && larger != yearUnit))
+        return {NSNotFound, 0};
+    const Interval interval = intervalOf(calendar, larger, date);
+    return {1, daysBetween(interval.start, interval.end)};
+}
+
+NSUInteger ordinality(const NSCalendar& calendar, NSUInteger smaller, NSUInteger larger, const NSDate& date) {
+    if (smaller != dayUnit || (larger != monthUnit && larger != yearUnit))
+        return NSNotFound;
+    const Interval interval = intervalOf(calendar, larger, date);
+    return daysBetween(interval.start, interval.startOfDate) + 1;
+}
+
 }  // namespace
 
 void addCalendarMethods() {
     const RawClass calendar = classNamed<"NSCalendar">();
+    // That of GNUstep falls over itself when the defaults change.
+    setMethod<"autoupdatingCurrentCalendar", &currentCalendar>(metaclassOf(calendar));
+    // GNUstep has these, and they answer nothing.
+    setMethod<"rangeOfUnit:startDate:interval:forDate:", &rangeOfUnit>(calendar);
+    setMethod<"rangeOfUnit:inUnit:forDate:", &rangeInUnit>(calendar);
+    setMethod<"ordinalityOfUnit:inUnit:forDate:", &ordinality>(calendar);
     setMethod<"component:fromDate:", &component>(calendar);
     setMethod<"dateByAddingUnit:value:toDate:options:", &dateByAdding>(calendar);
     setMethod<"veryShortStandaloneWeekdaySymbols", &veryShortSymbols>(calendar);

@@ -3,15 +3,21 @@
 #include "geometry.h"
 #include "macos/foundation/ns_array.h"
 #include "macos/foundation/ns_dictionary.h"
+#include "platform/macos/doubles/screen_capture.h"
 
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace velmo::macos::doubles {
+
+struct ShareableWindows {
+    NSArray windows;
+};
 
 struct PostedMouseEvent {
     std::int32_t sourceState = 0;
@@ -51,6 +57,12 @@ struct DoubleSystem {
     std::vector<bool> trustPrompts;
     bool mayCapture = false;
     int captureRequests = 0;
+    /// Absent: no answer.
+    std::optional<ShareableWindows> shareableWindows;
+    /// Whether desktop windows are left out, and those that are not on screen.
+    std::vector<std::pair<bool, bool>> contentRequests;
+    std::vector<RequestedCapture> captures;
+    bool capturesSucceed = true;
 
     std::int32_t hotKeyStatus = 0;
     bool installsHandlers = true;

@@ -2,17 +2,33 @@
 #include "macos/foundation/ns_apple_script.h"
 #include "macos/foundation/ns_date_formatter.h"
 #include "macos/foundation/ns_number.h"
-#include "macos/foundation/ns_timer.h"
+#include "macos/foundation/ns_run_loop.h"
 #include "macos/service_management/sm_app_service.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/calendar_methods.h"
 #include "platform/macos/doubles/double_system.h"
 
 namespace velmo::macos::doubles {
+
+extern "C" const Id NSLocalizedDescriptionKey;
+
 namespace {
 
-RawClass metaclassOf(RawClass owner) {
-    return *reinterpret_cast<RawClass*>(owner);
+Implementation& addTimerToOneMode() {
+    static Implementation original = nullptr;
+    return original;
+}
+
+/// For GNUstep the common modes are a mode like any other.
+void addTimer(const NSRunLoop& loop, const NSTimer& timer, const NSString& mode) {
+    const auto add = reinterpret_cast<void (*)(Id, Selector, Id, Id)>(addTimerToOneMode());
+    const auto addTo = [&](const NSString& one) {
+        add(loop.get(), selectorNamed<"addTimer:forMode:">(), timer.get(), one.get());
+    };
+    if (!mode.isEqual(commonRunLoopModes.value()))
+        return addTo(mode);
+    for (const char* one : {"NSDefaultRunLoopMode", "NSModalPanelRunLoopMode", "NSEventTrackingRunLoopMode"})
+        addTo(NSString::from(one));
 }
 
 void setTolerance(const NSTimer& /*timer*/, double seconds) {
@@ -37,7 +53,7 @@ bool openAddress(const NSWorkspace& /*workspace*/, const NSURL& address) {
 
 NSError errorOf(const std::string& text) {
     const NSMutableDictionary details = NSMutableDictionary::create();
-    details.setObject(NSString::from(text), NSString::from("NSLocalizedDescription"));
+    details.setObject(NSString::from(text), Object::share(NSLocalizedDescriptionKey));
     return Message<"NSError", true, "errorWithDomain:code:userInfo:", NSError, NSString, NSInteger,
                    NSMutableDictionary>::send(NSError::classObject(),
                                               NSString::from("SMAppServiceErrorDomain"), NSInteger{1},
@@ -82,11 +98,15 @@ void addLoginService() {
 void addMissingMethods() {
     static const bool isDone = [] {
         addCalendarMethods();
+        addTimerToOneMode() =
+            class_getMethodImplementation(classNamed<"NSRunLoop">(), selectorNamed<"addTimer:forMode:">());
+        setMethod<"addTimer:forMode:", &addTimer>(classNamed<"NSRunLoop">());
         setMethod<"setTolerance:", &setTolerance>(classNamed<"NSTimer">());
         setMethod<"initWithSource:", &initWithSource>(classNamed<"NSAppleScript">());
         setMethod<"executeAndReturnError:", &executeScript>(classNamed<"NSAppleScript">());
         setMethod<"openURL:", &openAddress>(classNamed<"NSWorkspace">());
         addLoginService();
+        addScreenCapture();
         return true;
     }();
     static_cast<void>(isDone);
