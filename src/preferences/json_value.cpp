@@ -2,8 +2,21 @@
 
 #include <charconv>
 #include <cmath>
+#include <locale>
+#include <sstream>
 
 namespace velmo {
+namespace {
+
+// Not every standard library reads such numbers without a stream.
+std::optional<double> numberIn(const std::string& text) {
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    double number = 0;
+    return stream >> number ? std::optional(number) : std::nullopt;
+}
+
+}  // namespace
 
 std::optional<std::uint64_t> JsonValue::asUnsigned(std::uint64_t maximum) const {
     if (kind != Kind::number)
@@ -16,13 +29,11 @@ std::optional<std::uint64_t> JsonValue::asUnsigned(std::uint64_t maximum) const 
         return whole <= maximum ? std::optional(whole) : std::nullopt;
     if (text.find_first_of(".eE") == std::string::npos && text != "-0")
         return std::nullopt;
-    double number = 0;
-    if (std::from_chars(begin, end, number).ec != std::errc())
-        return std::nullopt;
+    const auto number = numberIn(text);
     constexpr double beyondLargest = 18446744073709551616.0;
-    if (number < 0 || number >= beyondLargest || number != std::floor(number))
+    if (!number || *number < 0 || *number >= beyondLargest || *number != std::floor(*number))
         return std::nullopt;
-    whole = static_cast<std::uint64_t>(number);
+    whole = static_cast<std::uint64_t>(*number);
     return whole <= maximum ? std::optional(whole) : std::nullopt;
 }
 

@@ -25,6 +25,7 @@ Id CGColorSpaceCreateDeviceRGB();
 Id CGBitmapContextCreate(void* pixels, std::uint64_t width, std::uint64_t height,
                          std::uint64_t bitsPerComponent, std::uint64_t bytesPerRow, Id colorSpace,
                          CGBitmapInfo info);
+Id CGBitmapContextCreateImage(Id context);
 void CGContextDrawImage(Id context, CGRect rect, Id image);
 }
 
@@ -32,6 +33,8 @@ inline constexpr Function<"CGImageGetWidth", &CGImageGetWidth> imageWidth;
 inline constexpr Function<"CGImageGetHeight", &CGImageGetHeight> imageHeight;
 inline constexpr Function<"CGColorSpaceCreateDeviceRGB", &CGColorSpaceCreateDeviceRGB> createDeviceRGB;
 inline constexpr Function<"CGBitmapContextCreate", &CGBitmapContextCreate> createBitmapContext;
+/// None for no context.
+inline constexpr Function<"CGBitmapContextCreateImage", &CGBitmapContextCreateImage> createImage;
 inline constexpr Function<"CGContextDrawImage", &CGContextDrawImage> drawImage;
 
 }  // namespace core_graphics

@@ -1,0 +1,65 @@
+#!/usr/bin/env python3
+"""Writes what a linker has to know of the frameworks: which symbols that the program uses are where.
+
+usage: link_stubs.py LIST PACKAGE FOLDER
+    LIST, PACKAGE   see check-contract
+    FOLDER          gets NAME.framework/NAME.tbd for each framework, lib/libobjc.tbd, and frameworks.txt, the names of
+                    the frameworks
+"""
+
+import pathlib
+import sys
+
+import contract
+import framework_metadata
+
+TARGETS = "[ x86_64-macos, arm64-macos ]"
+
+# Of the Objective-C runtime, which the frameworks' interfaces have among everybody's declarations.
+RUNTIME = ["class_addIvar", "class_addMethod", "class_getInstanceVariable", "class_getMethodImplementation",
+           "ivar_getOffset", "objc_allocateClassPair", "objc_getClass", "objc_msgSend", "objc_msgSend_stret",
+           "objc_registerClassPair", "sel_registerName"]
+
+
+def stub(install_name, symbols):
+    lines = ["--- !tapi-tbd", "tbd-version: 4", f"targets: {TARGETS}", f"install-name: '{install_name}'"]
+    if symbols:
+        names = ", ".join("_" + name for name in sorted(symbols))
+        lines += ["exports:", f"  - targets: {TARGETS}", f"    symbols: [ {names} ]"]
+    return "\n".join(lines + ["...", ""])
+
+
+def symbols_by_framework(entries, package):
+    """Frameworks that only have classes have no symbols here: classes are looked up by name."""
+    found = {}
+    for entry in entries:
+        name = entry.owner if entry.kind in ("message", "method") else entry.name
+        framework = package.framework_of(name)
+        if entry.kind == "number" or framework == "Runtime":
+            continue
+        if framework is None:
+            sys.exit(f"no framework has {name}")
+        found.setdefault(framework, set())
+        if entry.kind in ("function", "global"):
+            found[framework].add(name)
+    return found
+
+
+def main():
+    if len(sys.argv) != 4:
+        sys.exit(__doc__)
+    entries = contract.read_list(pathlib.Path(sys.argv[1]).read_text())
+    folder = pathlib.Path(sys.argv[3])
+    frameworks = symbols_by_framework(entries, framework_metadata.Package(sys.argv[2]))
+    for name, symbols in frameworks.items():
+        path = folder / f"{name}.framework"
+        path.mkdir(parents=True, exist_ok=True)
+        install_name = f"/System/Library/Frameworks/{name}.framework/Versions/A/{name}"
+        (path / f"{name}.tbd").write_text(stub(install_name, symbols))
+    (folder / "lib").mkdir(parents=True, exist_ok=True)
+    (folder / "lib" / "libobjc.tbd").write_text(stub("/usr/lib/libobjc.A.dylib", RUNTIME))
+    (folder / "frameworks.txt").write_text("".join(f"{name}\n" for name in sorted(frameworks)))
+
+
+if __name__ == "__main__":
+    main()

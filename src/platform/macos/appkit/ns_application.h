@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ns_event.h"
+
+namespace velmo::macos {
+
+enum class NSApplicationActivationPolicy : NSInteger {};
+
+template <>
+inline constexpr std::string_view frameworkName<NSApplicationActivationPolicy> =
+    "NSApplicationActivationPolicy";
+
+class NSApplication : public ClassOf<NSApplication, "NSApplication", NSObject> {
+public:
+    static NSApplication shared() { return sendToClass<NSApplication, "sharedApplication">(); }
+
+    /// Not retained.
+    void setDelegate(const Object& delegate) const { send<void, "setDelegate:">(delegate); }
+    void setActivationPolicy(NSApplicationActivationPolicy policy) const {
+        send<bool, "setActivationPolicy:">(policy);
+    }
+    void run() const { send<void, "run">(); }
+    void activateIgnoringOtherApps(bool ignoring) const {
+        send<void, "activateIgnoringOtherApps:">(ignoring);
+    }
+    void terminate() const { send<void, "terminate:">(Object()); }
+    NSEvent currentEvent() const { return send<NSEvent, "currentEvent">(); }
+};
+
+}  // namespace velmo::macos

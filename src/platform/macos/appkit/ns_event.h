@@ -1,0 +1,51 @@
+#pragma once
+
+#include "macos/core_graphics/cg_rect.h"
+#include "macos/foundation/ns_string.h"
+#include "macos/objc/block.h"
+
+namespace velmo::macos {
+
+enum class NSEventType : NSUInteger {};
+enum class NSEventMask : std::uint64_t {};
+enum class NSEventModifierFlags : NSUInteger {};
+
+template <>
+inline constexpr std::string_view frameworkName<NSEventType> = "NSEventType";
+template <>
+inline constexpr std::string_view frameworkName<NSEventMask> = "NSEventMask";
+template <>
+inline constexpr std::string_view frameworkName<NSEventModifierFlags> = "NSEventModifierFlags";
+
+class NSEvent : public ClassOf<NSEvent, "NSEvent", NSObject> {
+public:
+    /// Points, origin at the bottom left of the primary screen.
+    static CGPoint mouseLocation() { return sendToClass<CGPoint, "mouseLocation">(); }
+    /// Both give a token for `removeMonitor`; none where the system refuses.
+    static Object addGlobalMonitor(NSEventMask mask, const Block<void(NSEvent)>& handler);
+    /// The handler gives back what is to go on; none swallows the event.
+    static Object addLocalMonitor(NSEventMask mask, const Block<NSEvent(NSEvent)>& handler);
+    static void removeMonitor(const Object& monitor) { sendToClass<void, "removeMonitor:">(monitor); }
+
+    NSEventType type() const { return send<NSEventType, "type">(); }
+    NSEventModifierFlags modifierFlags() const { return send<NSEventModifierFlags, "modifierFlags">(); }
+    NSInteger windowNumber() const { return send<NSInteger, "windowNumber">(); }
+
+    // Only events of the right kind may be asked for these.
+
+    CGFloat scrollingDeltaX() const { return send<CGFloat, "scrollingDeltaX">(); }
+    CGFloat scrollingDeltaY() const { return send<CGFloat, "scrollingDeltaY">(); }
+    std::uint16_t keyCode() const { return send<std::uint16_t, "keyCode">(); }
+    NSString charactersIgnoringModifiers() const { return send<NSString, "charactersIgnoringModifiers">(); }
+    NSInteger eventNumber() const { return send<NSInteger, "eventNumber">(); }
+};
+
+inline Object NSEvent::addGlobalMonitor(NSEventMask mask, const Block<void(NSEvent)>& handler) {
+    return sendToClass<Object, "addGlobalMonitorForEventsMatchingMask:handler:">(mask, handler);
+}
+
+inline Object NSEvent::addLocalMonitor(NSEventMask mask, const Block<NSEvent(NSEvent)>& handler) {
+    return sendToClass<Object, "addLocalMonitorForEventsMatchingMask:handler:">(mask, handler);
+}
+
+}  // namespace velmo::macos

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "macos/foundation/ns_dictionary.h"
+#include "macos/objc/global.h"
+
+namespace velmo::macos {
+
+extern "C" {
+extern const double NSFontWeightRegular;
+extern const double NSFontWeightMedium;
+extern const double NSFontWeightSemibold;
+extern const double NSFontWeightBold;
+extern const Id NSFontTextStyleBody;
+extern const Id NSFontTextStyleHeadline;
+extern const Id NSFontTextStyleCallout;
+extern const Id NSFontTextStyleCaption1;
+extern const Id NSFontTextStyleCaption2;
+}
+
+inline constexpr Global<"NSFontWeightRegular", double, &NSFontWeightRegular> regularWeight;
+inline constexpr Global<"NSFontWeightMedium", double, &NSFontWeightMedium> mediumWeight;
+inline constexpr Global<"NSFontWeightSemibold", double, &NSFontWeightSemibold> semiboldWeight;
+inline constexpr Global<"NSFontWeightBold", double, &NSFontWeightBold> boldWeight;
+inline constexpr Global<"NSFontTextStyleBody", NSString, &NSFontTextStyleBody> bodyStyle;
+inline constexpr Global<"NSFontTextStyleHeadline", NSString, &NSFontTextStyleHeadline> headlineStyle;
+inline constexpr Global<"NSFontTextStyleCallout", NSString, &NSFontTextStyleCallout> calloutStyle;
+inline constexpr Global<"NSFontTextStyleCaption1", NSString, &NSFontTextStyleCaption1> captionStyle;
+inline constexpr Global<"NSFontTextStyleCaption2", NSString, &NSFontTextStyleCaption2> caption2Style;
+
+class NSFont : public ClassOf<NSFont, "NSFont", NSObject> {
+public:
+    static NSFont preferred(const NSString& textStyle) {
+        return sendToClass<NSFont, "preferredFontForTextStyle:options:">(textStyle, NSDictionary());
+    }
+    static NSFont system(CGFloat size, CGFloat weight) {
+        return sendToClass<NSFont, "systemFontOfSize:weight:">(size, weight);
+    }
+    static NSFont monospacedDigits(CGFloat size, CGFloat weight) {
+        return sendToClass<NSFont, "monospacedDigitSystemFontOfSize:weight:">(size, weight);
+    }
+    static NSFont monospaced(CGFloat size, CGFloat weight) {
+        return sendToClass<NSFont, "monospacedSystemFontOfSize:weight:">(size, weight);
+    }
+    /// Points; of texts in controls.
+    static CGFloat systemFontSize() { return sendToClass<CGFloat, "systemFontSize">(); }
+
+    CGFloat pointSize() const { return send<CGFloat, "pointSize">(); }
+};
+
+}  // namespace velmo::macos

@@ -1,0 +1,45 @@
+#include "macos_application.h"
+
+#include "event_from.h"
+
+namespace velmo::macos {
+
+MacosApplication::MacosApplication() {
+    application_.setDelegate(instance_.object());
+}
+
+MacosApplication::~MacosApplication() {
+    application_.setDelegate(Object());
+}
+
+void MacosApplication::setActivationPolicy(ActivationPolicy policy) {
+    application_.setActivationPolicy(static_cast<NSApplicationActivationPolicy>(policy));
+}
+
+void MacosApplication::run() {
+    application_.run();
+}
+
+void MacosApplication::activateIgnoringOtherApps(bool ignoring) {
+    application_.activateIgnoringOtherApps(ignoring);
+}
+
+void MacosApplication::terminate() {
+    application_.terminate();
+}
+
+std::optional<Event> MacosApplication::currentEvent() const {
+    const NSEvent event = application_.currentEvent();
+    return event ? std::optional(eventFrom(event)) : std::nullopt;
+}
+
+void MacosApplication::didFinishLaunching(const NSNotification& /*notification*/) {
+    if (delegate_ != nullptr)
+        delegate_->applicationDidFinishLaunching();
+}
+
+bool MacosApplication::shouldHandleReopen(const NSApplication& /*application*/, bool hasVisibleWindows) {
+    return delegate_ == nullptr || delegate_->applicationShouldHandleReopen(hasVisibleWindows);
+}
+
+}  // namespace velmo::macos

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "application.h"
+#include "macos/appkit/ns_application.h"
+#include "macos/foundation/ns_notification_center.h"
+#include "macos/objc/instance.h"
+
+namespace velmo::macos {
+
+class MacosApplication : public Application {
+public:
+    MacosApplication();
+    ~MacosApplication() override;
+
+    void setDelegate(ApplicationDelegate* delegate) override { delegate_ = delegate; }
+    void setActivationPolicy(ActivationPolicy policy) override;
+    void run() override;
+    void activateIgnoringOtherApps(bool ignoring) override;
+    /// Ends the process, as the system does with applications.
+    void terminate() override;
+    std::optional<Event> currentEvent() const override;
+
+private:
+    void didFinishLaunching(const NSNotification& notification);
+    bool shouldHandleReopen(const NSApplication& application, bool hasVisibleWindows);
+
+    using Class = Subclass<MacosApplication, "VelmoApplicationDelegate", NSObject,
+                           Method<"applicationDidFinishLaunching:", &MacosApplication::didFinishLaunching,
+                                  "NSApplicationDelegate">,
+                           Method<"applicationShouldHandleReopen:hasVisibleWindows:",
+                                  &MacosApplication::shouldHandleReopen, "NSApplicationDelegate">>;
+
+    NSApplication application_ = NSApplication::shared();
+    ApplicationDelegate* delegate_ = nullptr;
+    Instance<MacosApplication, Class, NSObject> instance_{*this};
+};
+
+}  // namespace velmo::macos
