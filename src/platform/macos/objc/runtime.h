@@ -63,8 +63,10 @@ Implementation messageImplementation([[maybe_unused]] Id receiver, [[maybe_unuse
     return objc_msg_lookup(receiver, selector);
 #elif defined(__x86_64__)
     // Results that do not fit two registers are written to memory that the caller names.
-    if constexpr (std::is_class_v<Result> && sizeof(Result) > 2 * sizeof(std::uint64_t))
-        return &objc_msgSend_stret;
+    if constexpr (std::is_class_v<Result>) {
+        if constexpr (sizeof(Result) > 2 * sizeof(std::uint64_t))
+            return &objc_msgSend_stret;
+    }
     return &objc_msgSend;
 #else
     return &objc_msgSend;

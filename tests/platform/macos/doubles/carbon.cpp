@@ -12,7 +12,7 @@ struct Installed {
     void* userData;
 };
 
-struct Event {
+struct PressedHotKey {
     EventHotKeyID id;
     bool isReadable;
 };
@@ -27,7 +27,7 @@ std::intptr_t nextReference() {
     return ++last;
 }
 
-carbon::Status sendToHandlers(Event* event) {
+carbon::Status sendToHandlers(PressedHotKey* event) {
     carbon::Status status = -1;
     const auto handlers = installedHandlers();
     for (const auto& [reference, installed] : handlers) {
@@ -42,7 +42,7 @@ carbon::Status sendToHandlers(Event* event) {
 namespace doubles {
 
 std::int32_t sendHotKeyEvent(std::uint32_t signature, std::uint32_t id, bool isReadable) {
-    Event event{{signature, id}, isReadable};
+    PressedHotKey event{{signature, id}, isReadable};
     return sendToHandlers(&event);
 }
 
@@ -95,7 +95,7 @@ Status UnregisterEventHotKey(void* hotKeyRef) {
 Status GetEventParameter(void* event, std::uint32_t name, std::uint32_t desiredType,
                          std::uint32_t* /*actualType*/, std::uint64_t bufferSize,
                          std::uint64_t* /*actualSize*/, void* data) {
-    const Event& told = *static_cast<Event*>(event);
+    const PressedHotKey& told = *static_cast<PressedHotKey*>(event);
     if (!told.isReadable || name != 0x2d2d2d2d || desiredType != 0x686b6964 || bufferSize != sizeof(told.id))
         return -9870;
     std::memcpy(data, &told.id, sizeof(told.id));

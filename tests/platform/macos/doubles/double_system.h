@@ -6,6 +6,7 @@
 #include "platform/macos/doubles/screen_capture.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -17,6 +18,19 @@ namespace velmo::macos::doubles {
 
 struct ShareableWindows {
     NSArray windows;
+};
+
+struct InstalledMonitor {
+    Object token;
+    bool isLocal = false;
+    std::uint64_t mask = 0;
+    void* handler = nullptr;
+};
+
+struct ShownMenuRecord {
+    std::vector<Object> items;
+    Point location;
+    Object view;
 };
 
 struct PostedMouseEvent {
@@ -73,6 +87,22 @@ struct DoubleSystem {
     /// Empty: registering succeeds.
     std::string loginError;
     std::vector<std::string> loginCalls;
+
+    std::vector<Object> statusItems;
+    bool givesButtons = true;
+    bool buttonsHaveWindows = true;
+    bool buttonsAreFlipped = true;
+    std::vector<Object> trackingAreas;
+    std::vector<ShownMenuRecord> shownMenus;
+    std::function<void()> whileMenuIsOpen;
+    /// Blocks.
+    std::vector<void*> drawingHandlers;
+    /// The last one is the one that the user works on.
+    std::vector<Object> screens;
+
+    Point mouseLocation;
+    bool allowsMonitors = true;
+    std::vector<InstalledMonitor> monitors;
 
     std::vector<std::string> scripts;
     std::vector<std::string> openedAddresses;

@@ -7,6 +7,7 @@
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/calendar_methods.h"
 #include "platform/macos/doubles/double_system.h"
+#include "platform/macos/doubles/menu_bar.h"
 
 namespace velmo::macos::doubles {
 
@@ -107,6 +108,7 @@ void addMissingMethods() {
         setMethod<"openURL:", &openAddress>(classNamed<"NSWorkspace">());
         addLoginService();
         addScreenCapture();
+        addMenuBar();
         return true;
     }();
     static_cast<void>(isDone);

@@ -16,7 +16,7 @@ Object makeRecord(const char* className);
 void setMember(const Object& record, const char* name, const Object& value);
 void setMember(const Object& record, const char* name, double value);
 Object member(const Object& record, const char* name);
-/// 0 for none.
+/// 0 for none of that name.
 double numberMember(const Object& record, const char* name);
 
 }  // namespace velmo::macos::doubles

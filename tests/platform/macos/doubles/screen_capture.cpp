@@ -148,6 +148,16 @@ Id CGBitmapContextCreate(void* pixels, std::uint64_t width, std::uint64_t height
     return context.leave();
 }
 
+Id CGBitmapContextCreateImage(Id context) {
+    if (context == nullptr)
+        return nullptr;
+    const Object image = doubles::makeRecord("VelmoImageRecord");
+    const auto* pixels = reinterpret_cast<const std::uint8_t*>(
+        static_cast<std::uintptr_t>(numberMember(Object::share(context), "pixels")));
+    doubles::setMember(image, "colour", pixels[0]);
+    return Object(image).leave();
+}
+
 void CGContextDrawImage(Id context, CGRect rect, Id image) {
     const Object target = Object::share(context);
     const Object drawn = Object::share(image);

@@ -1,0 +1,207 @@
+#include "platform/macos/doubles/menu_bar.h"
+
+#include "macos/appkit/ns_status_bar.h"
+#include "platform/macos/doubles/added_method.h"
+#include "platform/macos/doubles/array_of.h"
+#include "platform/macos/doubles/double_system.h"
+#include "platform/macos/doubles/record_class.h"
+
+#include <gtest/gtest.h>
+
+namespace velmo::macos {
+namespace doubles {
+namespace {
+
+// Status items. The window and the screen of a button are the button itself.
+
+NSObject systemStatusBar(const NSObject& /*barClass*/) {
+    return Object::share<NSObject>(makeRecord("VelmoStatusBarDouble").get());
+}
+CGFloat thickness(const NSObject& /*bar*/) {
+    return 24;
+}
+NSObject statusItem(const NSObject& /*bar*/, CGFloat length) {
+    const Object item = makeRecord("VelmoStatusItemDouble");
+    setMember(item, "length", length);
+    setMember(item, "isVisible", 1);
+    if (system().givesButtons)
+        setMember(item, "button", makeRecord("VelmoButtonDouble"));
+    system().statusItems.push_back(item);
+    return Object::share<NSObject>(item.get());
+}
+void removeStatusItem(const NSObject& /*bar*/, const NSObject& item) {
+    std::erase_if(system().statusItems, [&](const Object& other) { return other == item; });
+}
+CGFloat itemLength(const NSObject& item) {
+    return numberMember(item, "length");
+}
+void setItemLength(const NSObject& item, CGFloat length) {
+    setMember(item, "length", length);
+}
+void setAutosaveName(const NSObject& item, const NSString& name) {
+    setMember(item, "autosaveName", name);
+}
+bool isItemVisible(const NSObject& item) {
+    return numberMember(item, "isVisible") != 0;
+}
+void setItemVisible(const NSObject& item, bool visible) {
+    setMember(item, "isVisible", visible ? 1 : 0);
+}
+NSObject itemButton(const NSObject& item) {
+    return Object::share<NSObject>(member(item, "button").get());
+}
+
+void setImage(const NSObject& button, const Object& image) {
+    setMember(button, "image", image ? image : Object(NSString::from("none")));
+}
+void setTitle(const NSObject& button, const NSString& title) {
+    setMember(button, "title", title);
+}
+void setFont(const NSObject& button, const Object& font) {
+    setMember(button, "font", font);
+}
+void setEnabled(const NSObject& button, bool enabled) {
+    setMember(button, "isEnabled", enabled ? 1 : 0);
+}
+void setToolTip(const NSObject& button, const NSString& text) {
+    setMember(button, "toolTip", text);
+}
+/// Not retained, as the system does not.
+void setTarget(const NSObject& button, Id target) {
+    setMember(button, "target", static_cast<double>(reinterpret_cast<std::uintptr_t>(target)));
+}
+void setAction(const NSObject& button, Selector action) {
+    setMember(button, "action", static_cast<double>(reinterpret_cast<std::uintptr_t>(action)));
+}
+NSInteger sendActionOn(const NSObject& button, std::uint64_t mask) {
+    setMember(button, "mask", static_cast<double>(mask));
+    return 0;
+}
+CGRect bounds(const NSObject& /*button*/) {
+    return {{0, 0}, {30, 22}};
+}
+bool isFlipped(const NSObject& /*button*/) {
+    return system().buttonsAreFlipped;
+}
+NSObject buttonWindow(const NSObject& button) {
+    return system().buttonsHaveWindows ? button : NSObject();
+}
+NSInteger windowNumber(const NSObject& /*window*/) {
+    return 77;
+}
+CGRect convertToView(const NSObject& /*button*/, const CGRect& rect, const Object& view) {
+    EXPECT_FALSE(view);
+    return {{rect.origin.x + 1, rect.origin.y + 2}, rect.size};
+}
+CGRect convertToScreen(const NSObject& /*window*/, const CGRect& rect) {
+    return {{rect.origin.x + 1000, rect.origin.y + 800}, rect.size};
+}
+NSObject windowScreen(const NSObject& /*window*/) {
+    return NSScreen::main();
+}
+void addTrackingArea(const NSObject& /*button*/, const Object& area) {
+    system().trackingAreas.push_back(area);
+}
+void removeTrackingArea(const NSObject& /*button*/, const Object& area) {
+    std::erase_if(system().trackingAreas, [&](const Object& other) { return other == area; });
+}
+/// A real one needs a display. An initializer takes the reference to what was allocated, and gives one to
+/// what it returns.
+NSObject initMenu(const NSObject& menu) {
+    Object::adopt(menu.get());
+    const Object made = makeRecord("VelmoMenuDouble");
+    setMember(made, "items", arrayOf({}));
+    Object(made).leave();
+    return Object::share<NSObject>(made.get());
+}
+void addItem(const NSObject& menu, const Object& item) {
+    Message<"NSMutableArray", false, "addObject:", void, Object>::send(member(menu, "items").get(), item);
+}
+
+bool popUpMenu(const NSObject& menu, const Object& positioned, const CGPoint& location,
+               const NSObject& view) {
+    EXPECT_FALSE(positioned);
+    const auto items = as<NSArray>(member(menu, "items")).all<NSObject>();
+    system().shownMenus.push_back(
+        {.items = {items.begin(), items.end()}, .location = {location.x, location.y}, .view = view});
+    if (system().whileMenuIsOpen)
+        system().whileMenuIsOpen();
+    return true;
+}
+
+void addItems() {
+    const RawClass bar = makeRecordClass("VelmoStatusBarDouble");
+    setMethod<"statusItemWithLength:", &statusItem>(bar);
+    setMethod<"removeStatusItem:", &removeStatusItem>(bar);
+    setMethod<"thickness", &thickness>(bar);
+    objc_registerClassPair(bar);
+    setMethod<"systemStatusBar", &systemStatusBar>(metaclassOf(classNamed<"NSStatusBar">()));
+    const RawClass item = makeRecordClass("VelmoStatusItemDouble");
+    setMethod<"length", &itemLength>(item);
+    setMethod<"setLength:", &setItemLength>(item);
+    setMethod<"setAutosaveName:", &setAutosaveName>(item);
+    setMethod<"isVisible", &isItemVisible>(item);
+    setMethod<"setVisible:", &setItemVisible>(item);
+    setMethod<"button", &itemButton>(item);
+    objc_registerClassPair(item);
+}
+
+void addButton() {
+    const RawClass button = makeRecordClass("VelmoButtonDouble");
+    setMethod<"setImage:", &setImage>(button);
+    setMethod<"setTitle:", &setTitle>(button);
+    setMethod<"setFont:", &setFont>(button);
+    setMethod<"setEnabled:", &setEnabled>(button);
+    setMethod<"setToolTip:", &setToolTip>(button);
+    setMethod<"setTarget:", &setTarget>(button);
+    setMethod<"setAction:", &setAction>(button);
+    setMethod<"sendActionOn:", &sendActionOn>(button);
+    setMethod<"bounds", &bounds>(button);
+    setMethod<"isFlipped", &isFlipped>(button);
+    setMethod<"window", &buttonWindow>(button);
+    setMethod<"windowNumber", &windowNumber>(button);
+    setMethod<"convertRect:toView:", &convertToView>(button);
+    setMethod<"convertRectToScreen:", &convertToScreen>(button);
+    setMethod<"screen", &windowScreen>(button);
+    setMethod<"addTrackingArea:", &addTrackingArea>(button);
+    setMethod<"removeTrackingArea:", &removeTrackingArea>(button);
+    objc_registerClassPair(button);
+}
+
+void addMenus() {
+    const RawClass menu = makeRecordClass("VelmoMenuDouble");
+    setMethod<"addItem:", &addItem>(menu);
+    setMethod<"popUpMenuPositioningItem:atLocation:inView:", &popUpMenu>(menu);
+    objc_registerClassPair(menu);
+    setMethod<"init", &initMenu>(classNamed<"NSMenu">());
+}
+
+}  // namespace
+
+void addMenuBar() {
+    addItems();
+    addButton();
+    addMenus();
+    addPictures();
+    addEvents();
+    addScreens();
+}
+
+void click(const Object& button) {
+    const auto target = reinterpret_cast<Id>(static_cast<std::uintptr_t>(numberMember(button, "target")));
+    const auto action =
+        reinterpret_cast<Selector>(static_cast<std::uintptr_t>(numberMember(button, "action")));
+    if (target != nullptr)
+        reinterpret_cast<void (*)(Id, Selector, Id)>(messageImplementation<void>(target, action))(
+            target, action, button.get());
+}
+
+void choose(const Object& menuItem) {
+    const Id target = Message<"NSMenuItem", false, "target", Object>::send(menuItem.get()).get();
+    const Selector action = Message<"NSMenuItem", false, "action", Selector>::send(menuItem.get());
+    reinterpret_cast<void (*)(Id, Selector, Id)>(messageImplementation<void>(target, action))(target, action,
+                                                                                              menuItem.get());
+}
+
+}  // namespace doubles
+}  // namespace velmo::macos
