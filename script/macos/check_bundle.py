@@ -1,0 +1,113 @@
+#!/usr/bin/env python3
+"""Checks an application bundle: its layout, its property list, and the structure of its program.
+
+usage: check_bundle.py FOLDER.app
+"""
+
+import hashlib
+import pathlib
+import plistlib
+import struct
+import sys
+
+import mach_o
+
+ARCHITECTURES = {"arm64", "x86_64"}
+MINIMUM_SYSTEM = "14.0"
+FRAMEWORKS = {"AppKit", "ApplicationServices", "Carbon", "CoreFoundation", "CoreGraphics", "Foundation",
+              "ScreenCaptureKit", "ServiceManagement"}
+LIBRARIES = ({f"/System/Library/Frameworks/{name}.framework/Versions/A/{name}" for name in FRAMEWORKS} |
+             {"/usr/lib/libobjc.A.dylib", "/usr/lib/libSystem.B.dylib"})
+# What a compiler other than Zig links, too.
+POSSIBLE_LIBRARIES = LIBRARIES | {"/usr/lib/libc++.1.dylib"}
+
+
+def program_problems(program):
+    if program.file_type != mach_o.EXECUTABLE or not program.flags & mach_o.PIE:
+        yield "is not a position-independent program"
+    if program.minimum_system != MINIMUM_SYSTEM:
+        yield f"needs macOS {program.minimum_system or '(does not say)'}"
+    paths = {path.replace("/Versions/C/", "/Versions/A/") for path in program.libraries}
+    yield from (f"does not load {path}" for path in sorted(LIBRARIES - paths))
+    yield from (f"loads {path}" for path in sorted(paths - POSSIBLE_LIBRARIES))
+    yield from (f"looks nowhere for {name}" for name, path in program.imports.items() if not path)
+
+
+def signature_problems(program, sealed):
+    """`sealed`: what the special slots are about, from the first one on."""
+    signature = program.signature
+    if len(signature) < 12 or struct.unpack_from(">I", signature)[0] != 0xFADE0CC0:
+        yield "is not signed"
+        return
+    blobs = dict(struct.unpack_from(">II", signature, 12 + 8 * number)
+                 for number in range(struct.unpack_from(">I", signature, 8)[0]))
+    directory = signature[blobs[0]:]
+    flags, first_hash, _, special_count, count, limit = struct.unpack_from(">6I", directory, 12)
+    if not flags & 0x2:
+        yield "is signed by somebody"
+    if limit != len(program.signed):
+        yield "is signed in part"
+    requirements = signature[blobs[2]:blobs[2] + struct.unpack_from(">I", signature, blobs[2] + 4)[0]]
+    slots = {1: sealed[0], 2: requirements, 3: sealed[1]}
+    for slot in range(1, special_count + 1):
+        if hash_at(directory, first_hash, -slot) != hashlib.sha256(slots[slot]).digest():
+            yield f"does not fit what slot {slot} of its signature is about"
+    for page in range(count):
+        part = program.signed[4096 * page:4096 * (page + 1)]
+        if hash_at(directory, first_hash, page) != hashlib.sha256(part).digest():
+            yield f"has been changed on page {page}"
+
+
+def hash_at(directory, first_hash, slot):
+    return directory[first_hash + 32 * slot:first_hash + 32 * (slot + 1)]
+
+
+def resource_problems(contents, listed):
+    files = plistlib.loads(listed)["files2"]
+    for name, hashes in files.items():
+        path = contents / name
+        if not path.is_file() or hashlib.sha256(path.read_bytes()).digest() != hashes["hash2"]:
+            yield f"has a {name} that is not the sealed one"
+    if "Resources/Velmo.icns" not in files:
+        yield "does not seal its icon"
+
+
+def problems(app):
+    contents = app / "Contents"
+    for path in ("Info.plist", "PkgInfo", "MacOS/Velmo", "Resources/Velmo.icns", "_CodeSignature/CodeResources"):
+        if not (contents / path).is_file():
+            yield f"has no {path}"
+            return
+    information = plistlib.loads((contents / "Info.plist").read_bytes())
+    if not (contents / "MacOS" / information["CFBundleExecutable"]).stat().st_mode & 0o100:
+        yield "has a program that cannot be run"
+    if information["LSMinimumSystemVersion"] != MINIMUM_SYSTEM or not information["LSUIElement"]:
+        yield "is no accessory application for the system that its program needs"
+    for key in ("NSAppleEventsUsageDescription", "NSScreenCaptureUsageDescription", "CFBundleIdentifier"):
+        if not information.get(key):
+            yield f"does not say {key}"
+    icon = (contents / "Resources" / "Velmo.icns").read_bytes()
+    if icon[:4] != b"icns" or struct.unpack_from(">I", icon, 4)[0] != len(icon):
+        yield "has a damaged icon"
+    listed = (contents / "_CodeSignature" / "CodeResources").read_bytes()
+    yield from resource_problems(contents, listed)
+    programs = mach_o.programs((contents / "MacOS" / "Velmo").read_bytes())
+    if {program.architecture for program in programs} != ARCHITECTURES:
+        yield "is not for " + " and ".join(sorted(ARCHITECTURES))
+    for program in programs:
+        sealed = [(contents / "Info.plist").read_bytes(), listed]
+        for problem in [*program_problems(program), *signature_problems(program, sealed)]:
+            yield f"{program.architecture}: {problem}"
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    found = list(problems(pathlib.Path(sys.argv[1])))
+    for problem in found:
+        print(f"{sys.argv[1]} {problem}")
+    sys.exit(1 if found else 0)
+
+
+if __name__ == "__main__":
+    main()

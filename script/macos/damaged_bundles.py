@@ -1,0 +1,62 @@
+#!/usr/bin/env python3
+"""Damages copies of an application bundle, and sees that the check finds each damage.
+
+usage: damaged_bundles.py FOLDER.app
+"""
+
+import pathlib
+import shutil
+import sys
+import tempfile
+
+import check_bundle
+
+
+def replace(path, old, new):
+    data = path.read_bytes()
+    if old not in data:
+        sys.exit(f"{path} has no {old!r}")
+    path.write_bytes(data.replace(old, new, 1))
+
+
+def change_byte(path, part):
+    data = bytearray(path.read_bytes())
+    data[int(len(data) * part)] ^= 1
+    path.write_bytes(data)
+
+
+# What is done to the contents, and words of the complaint.
+DAMAGES = [
+    (lambda contents: (contents / "PkgInfo").unlink(), "has no PkgInfo"),
+    (lambda contents: (contents / "MacOS/Velmo").chmod(0o600), "cannot be run"),
+    (lambda contents: replace(contents / "Info.plist", b"14.0", b"13.0"), "no accessory application"),
+    (lambda contents: replace(contents / "Info.plist", b"<true/>", b"<false/>"), "no accessory application"),
+    (lambda contents: replace(contents / "Info.plist", b"log you out", b"log you off"), "slot 1"),
+    (lambda contents: change_byte(contents / "Resources/Velmo.icns", 0.5), "not the sealed one"),
+    (lambda contents: change_byte(contents / "MacOS/Velmo", 0.25), "x86_64: has been changed"),
+    (lambda contents: change_byte(contents / "MacOS/Velmo", 0.75), "arm64: has been changed"),
+    (lambda contents: replace(contents / "MacOS/Velmo", b"Carbon.framework", b"Cardon.framework"), "does not load"),
+    (lambda contents: replace(contents / "MacOS/Velmo", b"\xfa\xde\x0c\xc0", b"\0\0\0\0"), "is not signed"),
+    (lambda contents: replace(contents / "_CodeSignature/CodeResources", b"^PkgInfo$", b"^PkgInfx$"), "slot 3"),
+]
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    missed = 0
+    for number, (damage, words) in enumerate(DAMAGES):
+        with tempfile.TemporaryDirectory() as folder:
+            app = pathlib.Path(folder) / "Velmo.app"
+            shutil.copytree(sys.argv[1], app)
+            damage(app / "Contents")
+            found = list(check_bundle.problems(app))
+        if not any(words in problem for problem in found):
+            missed += 1
+            print(f"damage {number}, {words!r}: {found}")
+    print(f"{len(DAMAGES)} damages, {missed} missed")
+    sys.exit(1 if missed else 0)
+
+
+if __name__ == "__main__":
+    main()
