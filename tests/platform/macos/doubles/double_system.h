@@ -100,6 +100,14 @@ struct DoubleSystem {
     /// The last one is the one that the user works on.
     std::vector<Object> screens;
 
+    Object application;
+    Id applicationDelegate = nullptr;
+    std::int64_t activationPolicy = 0;
+    std::function<void()> whileApplicationRuns;
+    int activations = 0;
+    int terminations = 0;
+    Object currentEvent;
+
     Point mouseLocation;
     bool allowsMonitors = true;
     std::vector<InstalledMonitor> monitors;

@@ -5,6 +5,7 @@
 #include "macos/foundation/ns_run_loop.h"
 #include "macos/service_management/sm_app_service.h"
 #include "platform/macos/doubles/added_method.h"
+#include "platform/macos/doubles/application.h"
 #include "platform/macos/doubles/calendar_methods.h"
 #include "platform/macos/doubles/double_system.h"
 #include "platform/macos/doubles/menu_bar.h"
@@ -109,6 +110,7 @@ void addMissingMethods() {
         addLoginService();
         addScreenCapture();
         addMenuBar();
+        addApplication();
         return true;
     }();
     static_cast<void>(isDone);
