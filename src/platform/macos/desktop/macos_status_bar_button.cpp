@@ -52,9 +52,12 @@ Size MacosStatusBarButton::size() const {
 }
 
 void MacosStatusBarButton::popUp(const Menu& menu, const Point& location) {
-    menu_ = std::make_unique<ShownMenu>(menu);
-    const double y = button_.isFlipped() ? location.y : size().height - location.y;
-    menu_->popUp(CGPoint{location.x, y}, button_);
+    // Both held here, because the chosen item may take the button away.
+    const NSStatusBarButton button = button_;
+    const auto shown = std::make_shared<ShownMenu>(menu);
+    menu_ = shown;
+    const double y = button.isFlipped() ? location.y : size().height - location.y;
+    shown->popUp(CGPoint{location.x, y}, button);
 }
 
 std::optional<Rect> MacosStatusBarButton::frameOnScreen() const {

@@ -42,7 +42,7 @@ private:
     std::function<void()> action_;
     Instance<MacosStatusBarButton, Class, NSObject> instance_{*this};
     /// Kept after it has closed: the system may perform the chosen item a little later.
-    std::unique_ptr<ShownMenu> menu_;
+    std::shared_ptr<ShownMenu> menu_;
 };
 
 }  // namespace velmo::macos

@@ -4,6 +4,7 @@
 #include "type_text.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -30,8 +31,9 @@ public:
     explicit Block(Function function) {
         if (!function)
             return;
+        const auto shared = std::make_shared<const Function>(std::move(function));
         Literal literal;
-        literal.function = &function;
+        literal.function = &shared;
         literal_ = _Block_copy(&literal);
     }
     Block(const Block& other) : literal_(other.literal_ == nullptr ? nullptr : _Block_copy(other.literal_)) {}
@@ -68,7 +70,7 @@ private:
         int reserved = 0;
         Raw<Result> (*invoke)(Literal*, Raw<Arguments>...) = &call;
         const Descriptor* descriptor = &sharedDescriptor();
-        Function* function = nullptr;
+        const std::shared_ptr<const Function>* function = nullptr;
     };
 
     static const Descriptor& sharedDescriptor() {
@@ -83,14 +85,17 @@ private:
     }
 
     static Raw<Result> call(Literal* literal, Raw<Arguments>... arguments) {
+        // Held here, because the function may let go of its block.
+        const std::shared_ptr<const Function> function = *literal->function;
         if constexpr (std::is_void_v<Result>)
-            (*literal->function)(fromRaw<Arguments>(arguments)...);
+            (*function)(fromRaw<Arguments>(arguments)...);
         else
-            return toReturned((*literal->function)(fromRaw<Arguments>(arguments)...));
+            return toReturned((*function)(fromRaw<Arguments>(arguments)...));
     }
 
     static void copyFunction(void* to, const void* from) {
-        static_cast<Literal*>(to)->function = new Function(*static_cast<const Literal*>(from)->function);
+        static_cast<Literal*>(to)->function =
+            new std::shared_ptr<const Function>(*static_cast<const Literal*>(from)->function);
     }
 
     static void disposeFunction(const void* block) { delete static_cast<const Literal*>(block)->function; }

@@ -153,6 +153,28 @@ TEST_F(MacosStatusItemTest, PerformsWhatTheSystemSaysOnlyAfterTheMenuHasClosed) 
     EXPECT_EQ(chosen, std::vector<std::string>{"Hide Items"});
 }
 
+TEST_F(MacosStatusItemTest, LetsAMenuItemTakeTheStatusItemAway) {
+    class Removing : public MenuItem {
+    public:
+        explicit Removing(std::unique_ptr<StatusItem>& removed) : MenuItem("Hide", ""), removed_(removed) {}
+        void performAction() override { removed_.reset(); }
+
+    private:
+        std::unique_ptr<StatusItem>& removed_;
+    };
+    const auto removing = std::make_shared<Removing>(item);
+    system.whileMenuIsOpen = [&] {
+        const auto holders = removing.use_count();
+        doubles::choose(system.shownMenus.back().items[0]);
+        // The menu itself is there until it has closed.
+        EXPECT_EQ(removing.use_count(), holders);
+    };
+    button.popUp(Menu{{removing}}, {0, 26});
+    EXPECT_EQ(item, nullptr);
+    EXPECT_TRUE(system.statusItems.empty());
+    EXPECT_EQ(removing.use_count(), 1);
+}
+
 TEST_F(MacosStatusItemTest, CountsFromTheTopAlsoWhereTheSystemCountsFromTheBottom) {
     system.buttonsAreFlipped = false;
     button.popUp(Menu{}, {3, 26});

@@ -65,6 +65,22 @@ TEST(Block, KeepsWhatItHasCaughtUntilTheLastWhoHasItLetsGo) {
     EXPECT_EQ(caught.use_count(), 1);
 }
 
+TEST(Block, MayLoseItsLastOwnerWhileItRuns) {
+    const auto caught = std::make_shared<int>(0);
+    void* kept = nullptr;
+    {
+        const Block<void()> block([caught, &kept] {
+            _Block_release(kept);
+            ++*caught;
+        });
+        kept = _Block_copy(block.get());
+    }
+    EXPECT_EQ(caught.use_count(), 2);
+    callBlock<void>(kept);
+    EXPECT_EQ(*caught, 1);
+    EXPECT_EQ(caught.use_count(), 1);
+}
+
 TEST(Block, SharesOneFunctionAmongItsCopies) {
     auto caught = std::make_shared<int>(0);
     Block<void()> block([caught] { ++*caught; });
