@@ -100,6 +100,8 @@ struct DoubleSystem {
     /// The last one is the one that the user works on.
     std::vector<Object> screens;
 
+    /// True: GNUstep's own application is used.
+    bool hasDisplay = false;
     Object application;
     Id applicationDelegate = nullptr;
     std::int64_t activationPolicy = 0;

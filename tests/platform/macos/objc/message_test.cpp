@@ -74,6 +74,14 @@ TEST(Message, CarriesRecordsBothWays) {
     EXPECT_EQ(range.length, 4U);
 }
 
+TEST(Message, GivesZeroForARecordThatNobodyAnswers) {
+    const Rectangle rectangle = NSValue().rectangle();
+    EXPECT_EQ(rectangle.x, 0);
+    EXPECT_EQ(rectangle.y, 0);
+    EXPECT_EQ(rectangle.width, 0);
+    EXPECT_EQ(rectangle.height, 0);
+}
+
 TEST(Message, TakesOverWhatMakersAndCopiesReturn) {
     const AutoreleasePool pool;
     const NSMutableString made = NSMutableString::create();

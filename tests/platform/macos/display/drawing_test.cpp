@@ -1,0 +1,80 @@
+#include "macos/appkit/ns_image.h"
+#include "macos/desktop/image_from.h"
+#include "platform/macos/display/display_test.h"
+#include "platform/macos/doubles/call_block.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace velmo::macos {
+namespace {
+
+class NSBitmapImageRep : public ClassOf<NSBitmapImageRep, "NSBitmapImageRep", NSObject> {
+public:
+    static NSBitmapImageRep focused(const CGRect& rect) { return make<"initWithFocusedViewRect:">(rect); }
+
+    std::uint8_t* pixels() const { return send<std::uint8_t*, "bitmapData">(); }
+    NSInteger bytesPerRow() const { return send<NSInteger, "bytesPerRow">(); }
+    NSInteger samplesPerPixel() const { return send<NSInteger, "samplesPerPixel">(); }
+    NSInteger height() const { return send<NSInteger, "pixelsHigh">(); }
+};
+
+/// Draws as the system does: what an image's handler paints, into a picture of one pixel a point.
+class Picture {
+public:
+    Picture(void* drawingHandler, const CGSize& size) {
+        const NSImage canvas = Message<"NSImage", false, "initWithSize:", NSImage, CGSize>::send(
+            Message<"NSImage", true, "alloc", NSImage>::send(NSImage::classObject()).leave(), size);
+        Message<"NSImage", false, "lockFocus", void>::send(canvas.get());
+        const CGRect rect{{0, 0}, size};
+        hasDrawn_ = doubles::callBlock<RawBool>(drawingHandler, rect) != RawBool{};
+        bitmap_ = NSBitmapImageRep::focused(rect);
+        Message<"NSImage", false, "unlockFocus", void>::send(canvas.get());
+    }
+
+    bool hasDrawn() const { return hasDrawn_; }
+    /// 0: clear, 255: black. Origin at the bottom left.
+    int opacityAt(int x, int y) const {
+        const auto row = bitmap_.height() - 1 - y;
+        const auto samples = bitmap_.samplesPerPixel();
+        return bitmap_.pixels()[row * bitmap_.bytesPerRow() + x * samples + samples - 1];
+    }
+
+private:
+    bool hasDrawn_ = false;
+    NSBitmapImageRep bitmap_;
+};
+
+class DrawingTest : public DisplayTest {
+protected:
+    Picture drawn(const Drawing& drawing) {
+        imageFrom({.content = drawing, .isTemplate = true});
+        return {system.drawingHandlers.back(), CGSize{drawing.size.width, drawing.size.height}};
+    }
+};
+
+TEST_F(DrawingTest, FillsRoundedRectangles) {
+    const Picture picture =
+        drawn({.size = {12, 18}, .fills = {{.path = {RoundedRect{{4, 3, 4, 12}, 1, 1}}}}});
+    EXPECT_TRUE(picture.hasDrawn());
+    EXPECT_EQ(picture.opacityAt(5, 9), 255);
+    EXPECT_EQ(picture.opacityAt(5, 1), 0);
+    EXPECT_EQ(picture.opacityAt(1, 9), 0);
+    EXPECT_EQ(picture.opacityAt(10, 9), 0);
+}
+
+TEST_F(DrawingTest, LeavesOutWhatLiesInTwoPathsByTheEvenOddRule) {
+    const std::vector<PathElement> path = {RoundedRect{{2, 2, 14, 14}, 0, 0}, Oval{{5, 5, 8, 8}}};
+    const Picture hollow =
+        drawn({.size = {18, 18}, .fills = {{.path = path, .windingRule = WindingRule::evenOdd}}});
+    EXPECT_EQ(hollow.opacityAt(3, 9), 255);
+    EXPECT_EQ(hollow.opacityAt(9, 9), 0);
+    const Picture again = drawn(
+        {.size = {18, 18},
+         .fills = {{.path = path, .windingRule = WindingRule::evenOdd}, {.path = {Oval{{7, 7, 4, 4}}}}}});
+    EXPECT_EQ(again.opacityAt(9, 9), 255);
+    EXPECT_EQ(again.opacityAt(6, 9), 0);
+}
+
+}  // namespace
+}  // namespace velmo::macos
