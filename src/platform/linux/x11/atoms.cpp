@@ -42,6 +42,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&netWorkarea, "_NET_WORKAREA"},
         {&utf8String, "UTF8_STRING"},
         {&velmoInstance, "_VELMO_INSTANCE" + screen},
+        {&velmoItem, "_VELMO_ITEM"},
         {&velmoReopen, "_VELMO_REOPEN"},
         {&windowShadow, "_COMPTON_SHADOW"},
         {&wmState, "WM_STATE"},

@@ -39,6 +39,7 @@ struct Atoms {
     xcb_atom_t netWorkarea = 0;
     xcb_atom_t utf8String = 0;
     xcb_atom_t velmoInstance = 0;
+    xcb_atom_t velmoItem = 0;
     xcb_atom_t velmoReopen = 0;
     xcb_atom_t wmState = 0;
     xcb_atom_t windowShadow = 0;

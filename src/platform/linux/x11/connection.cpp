@@ -42,6 +42,9 @@ xcb_window_t windowOf(const xcb_generic_event_t& event) {
         case XCB_REPARENT_NOTIFY:
         case XCB_CONFIGURE_NOTIFY:
         case XCB_CIRCULATE_NOTIFY:
+        // These begin with the window that was to be asked, the parent of the one that they are about.
+        case XCB_MAP_REQUEST:
+        case XCB_CONFIGURE_REQUEST:
             return as(static_cast<xcb_map_notify_event_t*>(nullptr)).event;
         case XCB_PROPERTY_NOTIFY:
             return as(static_cast<xcb_property_notify_event_t*>(nullptr)).window;

@@ -81,8 +81,11 @@ std::string MenuBar::nextItemName() {
     return "Item-" + std::to_string(unnamedItems_++);
 }
 
-std::string MenuBar::identityFor(const std::string& application) const {
+std::string MenuBar::identityFor(const std::string& application, const std::string& former) const {
     const std::string name = item_placement::isOwnName(application) ? "other." + application : application;
+    const auto isFormer = [&](const auto* item) { return item->identity() == former && !item->hasEnded(); };
+    if (numberAmong(name, former) > 0 && std::none_of(items_.begin(), items_.end(), isFormer))
+        return former;
     // So many items leave one of these numbers free.
     std::vector<char> isTaken(items_.size() + 2);
     for (const auto* item : items_) {
@@ -224,6 +227,8 @@ void MenuBar::layOut() {
     for (const auto* item : shown)
         lengths.push_back(item->preferredWidth());
     const auto lefts = layOutStatusItems(rightEdge(), lengths);
+    // Nobody sees, or pictures, a bar in which some have moved and others have not.
+    xcb_grab_server(connection().raw());
     for (std::size_t index = 0; index < shown.size(); ++index) {
         const int x = shown[index] == dragged ? draggedX_ : static_cast<int>(lefts[index]);
         shown[index]->setPlace(PixelRect{x, 0, static_cast<int>(lengths[index]), area_.height});
@@ -231,8 +236,10 @@ void MenuBar::layOut() {
     for (auto* item : items_) {
         if (!item->isShown())
             item->setPlace(std::nullopt);
-        item->displayIfNeeded();
     }
+    xcb_ungrab_server(connection().raw());
+    for (auto* item : items_)
+        item->displayIfNeeded();
 }
 
 PixelRect MenuBar::shownArea(const BarItem& item) const {

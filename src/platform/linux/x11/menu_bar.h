@@ -67,8 +67,8 @@ public:
     /// A name for an item that has none of its own.
     std::string nextItemName();
     /// A name for an item of the program that is called so: with a number where another item has it already.
-    /// Names of our own are for ours alone.
-    std::string identityFor(const std::string& application) const;
+    /// Names of our own are for ours alone. `former` is preferred, where it is such a name and nobody's.
+    std::string identityFor(const std::string& application, const std::string& former = {}) const;
     void addItem(BarItem& item);
     void removeItem(BarItem& item);
     /// An item's width, visibility or identity has changed. Items are laid out once, in the next turn
