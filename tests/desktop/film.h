@@ -14,7 +14,8 @@ class Film {
 public:
     using Frame = std::vector<std::uint32_t>;
 
-    Film(const std::string& display, const Area& area) : x_(display), area_(area) {}
+    /// The first frame is what is there now.
+    Film(const std::string& display, const Area& area) : x_(display), area_(area), frames_{x_.pixels(area)} {}
 
     /// Ends it. The frames that differ from the one before them, each 0xRRGGBB row by row.
     const std::vector<Frame>& frames() {
@@ -25,7 +26,7 @@ public:
 private:
     void shoot() {
         auto frame = x_.pixels(area_);
-        if (frames_.empty() || frames_.back() != frame)
+        if (frames_.back() != frame)
             frames_.push_back(std::move(frame));
     }
 

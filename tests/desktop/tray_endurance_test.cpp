@@ -1,3 +1,4 @@
+#include "film.h"
 #include "session_bus_desktop.h"
 #include "tray_client.h"
 
@@ -122,10 +123,11 @@ protected:
         client_.reset();
         DesktopSession::TearDown();
     }
-    void dockAll() {
+    void dockAll(std::optional<TrayClient::Look> look = {}) {
         client_ = std::make_unique<TrayClient>(environment_.at("DISPLAY"));
         for (int number = 0; number < count; ++number)
-            icons_.push_back(client_->makeIcon("icon" + std::to_string(number), TrayClient::Look(number % 4),
+            icons_.push_back(client_->makeIcon("icon" + std::to_string(number),
+                                               look.value_or(TrayClient::Look(number % 4)),
                                                0x010101U * static_cast<std::uint32_t>(number + 20)));
         const auto start = std::chrono::steady_clock::now();
         client_->dockWithEachTray(7);
@@ -171,6 +173,41 @@ TEST_F(ManyTrayIcons, EachHaveAPlaceAndKeepItWhenVelmoIsKilled) {
     startVelmo();
     ASSERT_TRUE(eventually([&] { return areShown(); }, milliseconds(20000)));
     EXPECT_EQ(fromRightToLeft(), order);
+}
+
+TEST_F(ManyTrayIcons, MoveInOneStep) {
+    startServer("7680x720x24");
+    std::vector<std::string> order = {"Velmo.Toggle", "Velmo.Divider"};
+    for (int number = 0; number < count; ++number)
+        order.push_back("icon" + std::to_string(number) + ".Icon");
+    writeDefaults({{"autoRehide", false}, {"hideOnClickOutside", false}, {"statusItemOrder", order}});
+    startVelmo();
+    dockAll(TrayClient::Look::translucent);
+    if (HasFatalFailure())
+        return;
+    const Area left = {0, 13, x().area(toggle())->x - 12, 1};
+    const auto toggleTo = [&](bool isRevealed) {
+        click(toggle());
+        ASSERT_TRUE(eventually([&] {
+            return std::all_of(icons_.begin(), icons_.end(),
+                               [&](auto icon) { return isRevealed ? isOnScreen(icon) : isHidden(icon); });
+        }));
+    };
+    const auto hidden = x().pixels(left);
+    for (std::uint32_t round = 1; round <= 6; ++round) {
+        // Those that nobody sees are painted when they come back.
+        for (const auto icon : icons_)
+            client_->setColor(icon, 0x203040 * round);
+        std::this_thread::sleep_for(milliseconds(100));
+        Film film(environment_.at("DISPLAY"), left);
+        toggleTo(true);
+        std::this_thread::sleep_for(milliseconds(300));
+        const auto& frames = film.frames();
+        EXPECT_EQ(frames.size(), 2U) << "no state in between, round " << round;
+        EXPECT_EQ(frames.front(), hidden);
+        EXPECT_NE(frames.back(), hidden);
+        toggleTo(false);
+    }
 }
 
 }  // namespace
