@@ -28,6 +28,11 @@ public:
     virtual Rect toPixels(const Rect& rect) const = 0;
     /// Of the screen with that place, in points as above, less the menu bar and other programs' docks.
     virtual Rect visibleFrame(const Point& place) const = 0;
+    /// The upper right corner of the screen with the bar, in points as above: items, and what hangs below
+    /// them, keep their distance to it.
+    virtual Point barEnd() const = 0;
+    /// Called after the bar has moved to another place, or has another scale.
+    virtual Registration onBarChange(std::function<void()> listener) = 0;
     /// Shows what has changed in the bar, for whoever is about to keep the loop busy.
     virtual void updateBar() = 0;
     /// True where a compositing manager shows translucent windows.

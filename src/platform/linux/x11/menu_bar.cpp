@@ -178,6 +178,14 @@ bool MenuBar::isLong(const BarItem& item) const {
     return item.preferredWidth() >= appearance().pixels(longItem);
 }
 
+/// What is short while an item is held stays short until that is let go: else the items between which it is
+/// to be dropped would be taken away.
+int MenuBar::widthOf(const BarItem& item) const {
+    const auto& place = item.place();
+    const bool waits = taken_ && place && isLong(item) && place->width < appearance().pixels(longItem);
+    return waits ? place->width : item.preferredWidth();
+}
+
 /// Gives items that the order does not know a place in it.
 void MenuBar::placeNewItems() {
     const auto known = order_.rightToLeft().size();
@@ -225,7 +233,7 @@ void MenuBar::layOut() {
     std::vector<double> lengths;
     lengths.reserve(shown.size());
     for (const auto* item : shown)
-        lengths.push_back(item->preferredWidth());
+        lengths.push_back(widthOf(*item));
     const auto lefts = layOutStatusItems(rightEdge(), lengths);
     // Nobody sees, or pictures, a bar in which some have moved and others have not.
     xcb_grab_server(connection().raw());
@@ -285,16 +293,21 @@ void MenuBar::drop() {
     letGo();
 }
 
+void MenuBar::putBack() {
+    if (taken_)
+        letGo();
+}
+
 void MenuBar::letGo() {
     taken_ = nullptr;
     isDragging_ = false;
     setNeedsLayout();
+    letGo_.notify();
 }
 
 std::size_t MenuBar::dropIndex() const {
-    return item_placement::dropIndex(placedItems(taken_),
-                                     {taken_->identity(), draggedX_, taken_->preferredWidth()}, rightEdge(),
-                                     appearance().pixels(longItem));
+    return item_placement::dropIndex(placedItems(taken_), {taken_->identity(), draggedX_, widthOf(*taken_)},
+                                     rightEdge(), appearance().pixels(longItem));
 }
 
 }  // namespace velmo::x11

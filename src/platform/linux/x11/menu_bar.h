@@ -4,6 +4,7 @@
 #include "linux/bar/item_spacing.h"
 #include "linux/bar/order_saver.h"
 #include "linux/current_event.h"
+#include "linux/listeners.h"
 #include "linux/local_events.h"
 #include "linux/text/text_renderer.h"
 #include "linux/toolkit/lazy_toolkit.h"
@@ -21,6 +22,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmo::x11 {
@@ -51,7 +53,7 @@ public:
 
     // For the items.
     Connection& connection() const { return environment_.connection; }
-    const ScreenList& screens() const { return environment_.screens; }
+    ScreenList& screens() const { return environment_.screens; }
     DesktopSettings& settings() const { return environment_.settings; }
     LazyToolkit& toolkit() const { return environment_.toolkit; }
     TextRenderer& text() const { return environment_.text; }
@@ -101,6 +103,10 @@ public:
     void dragTo(int x);
     /// Ends the drag; an item that was dragged has its place in the order where it is.
     void drop();
+    /// Ends the drag; everything is as it was before.
+    void putBack();
+    /// Called after a drag has ended, however it did.
+    Registration onLetGo(std::function<void()> listener) { return letGo_.add(std::move(listener)); }
     /// True for a place in the bar, in pixels of the root window.
     bool contains(const Point& pixel) const;
     /// Puts the bar above everything on the screen, also above what fills it, or back to where it belongs.
@@ -114,6 +120,7 @@ private:
     void layOut();
     void placeNewItems();
     void letGo();
+    int widthOf(const BarItem& item) const;
     std::size_t dropIndex() const;
     /// From right to left.
     std::vector<BarItem*> shownItems() const;
@@ -133,6 +140,7 @@ private:
     BarItem* taken_ = nullptr;
     bool isDragging_ = false;
     int draggedX_ = 0;
+    Listeners letGo_;
     int unnamedItems_ = 0;
     bool needsLayout_ = false;
     PostedOnce layout_;

@@ -40,6 +40,13 @@ ToolkitServices::ToolkitServices(MenuBar& bar, Events& events, FileUserDefaults&
         if (change.selection == connection_.atoms().netWmCmSelection)
             compositingListeners_.notify();
     });
+    screenChanges_ = bar.screens().onChange([this] { barListeners_.notify(); });
+    settingsChanges_ = bar.settings().onChange([this] { barListeners_.notify(); });
+}
+
+Point ToolkitServices::barEnd() const {
+    const auto screen = bar_.screens().primary();
+    return bar_.screens().toScreen(screen.x + screen.width, screen.y);
 }
 
 Rect ToolkitServices::toPixels(const Rect& rect) const {

@@ -19,10 +19,14 @@ public:
     WindowNumber windowNumber() const override { return window_.number(); }
 
 private:
+    void show();
+    void followBar();
+
     ToolkitHost& host_;
     FloatingWindow window_;
-    /// Pixels of the root window.
-    QPointF corner_;
+    /// Points, origin at the bottom left of the primary screen, and where the bar ended then.
+    Rect frame_;
+    Point barEnd_;
     Registration shown_;
 };
 
