@@ -12,7 +12,6 @@ namespace velmo::desktop {
 namespace {
 
 constexpr std::uint32_t colorOfBusIcon = 0xff0000;
-constexpr std::uint32_t colorOfWindowIcon = 0x2060c0;
 constexpr std::uint32_t lightPanel = 0xfafafc;
 constexpr std::uint32_t lightSettings = 0xf3f3f5;
 
@@ -85,9 +84,9 @@ protected:
     void expectIconsHaveScale(double scale) const {
         const int side = pixels(20, scale);
         EXPECT_TRUE(eventually([&] {
-            const auto area = areaOfColor(colorOfWindowIcon);
+            const auto area = areaOfColor(iconColor);
             return area.width == side && area.height == side;
-        })) << areaOfColor(colorOfWindowIcon).width;
+        })) << areaOfColor(iconColor).width;
         EXPECT_TRUE(eventually([&] {
             const auto area = areaOfColor(colorOfBusIcon);
             return area.width == side && area.height == side;

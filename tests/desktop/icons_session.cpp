@@ -8,8 +8,6 @@ namespace velmo::desktop {
 namespace {
 
 constexpr const char* ownPrefix = "Velmo.";
-constexpr int iconSize = 16;
-constexpr std::uint32_t iconColor = 0x2060c0;
 /// Points between the right end of the bar and its first item.
 constexpr int marginAtTheRight = 6;
 /// Pixels left of which windows are as far away as can be, wherever they belong.
@@ -27,24 +25,18 @@ void IconsSession::TearDown() {
 
 xcb_window_t IconsSession::dockIcon(const std::string& name) {
     Icon made;
-    made.program = std::make_unique<XObserver>(environment_.at("DISPLAY"));
-    auto* const raw = made.program->raw();
+    made.program = std::make_unique<TrayClient>(environment_.at("DISPLAY"));
+    auto* const raw = made.program->x().raw();
     made.window = xcb_generate_id(raw);
     const std::uint32_t color = iconColor;
-    xcb_create_window(raw, XCB_COPY_FROM_PARENT, made.window, made.program->root(), 0, 0, iconSize, iconSize,
-                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &color);
+    // The server draws it, however large it becomes.
+    xcb_create_window(raw, XCB_COPY_FROM_PARENT, made.window, x().root(), 0, 0, TrayClient::side,
+                      TrayClient::side, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL, &color);
     const std::string wmClass = name + std::string("\0Icon\0", 6);
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, made.window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
                         static_cast<std::uint32_t>(wmClass.size()), wmClass.data());
-    const auto tray = made.program->selectionOwner("_NET_SYSTEM_TRAY_S0");
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = tray;
-    message.type = made.program->atom("_NET_SYSTEM_TRAY_OPCODE");
-    message.data.data32[2] = made.window;
-    xcb_send_event(raw, 0, tray, 0, reinterpret_cast<const char*>(&message));
-    xcb_flush(raw);
+    made.program->dock(made.window);
     const auto window = made.window;
     icons_.insert_or_assign(name, std::move(made));
     EXPECT_TRUE(eventually([&] { return x().parent(window) != x().root() && x().isViewable(window); }));

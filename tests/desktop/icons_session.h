@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panel_window_session.h"
+#include "tray_client.h"
 
 #include <map>
 #include <memory>
@@ -56,12 +57,14 @@ protected:
     /// One of ours, below the bar.
     bool menuIsOpen() const;
 
+    /// Of the test's own icons, and of nothing else on the screen.
+    static constexpr std::uint32_t iconColor = 0x2060c0;
     static constexpr int barThickness = 26;
     static constexpr int barMiddle = barThickness / 2;
 
 private:
     struct Icon {
-        std::unique_ptr<XObserver> program;
+        std::unique_ptr<TrayClient> program;
         xcb_window_t window = XCB_WINDOW_NONE;
     };
 

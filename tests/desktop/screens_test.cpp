@@ -82,9 +82,7 @@ protected:
         moveTo(x().area(bar())->x + 300, x().area(bar())->y + 400);
     }
 
-    /// Our own icons' colour is nowhere but in the bar.
     bool iconsAreSeenOnlyOn(const Area& monitor) const {
-        constexpr std::uint32_t color = 0x2060c0;
         const auto root = *x().area(x().root());
         const auto pixels = x().pixels(root);
         for (std::size_t place = 0; place < pixels.size(); ++place) {
@@ -92,7 +90,7 @@ protected:
             const int pixelY = static_cast<int>(place) / root.width;
             const bool isInside = pixelX >= monitor.x && pixelX < monitor.x + monitor.width &&
                                   pixelY >= monitor.y && pixelY < monitor.y + monitor.height;
-            if (pixels[place] == color && !isInside)
+            if (pixels[place] == iconColor && !isInside)
                 return false;
         }
         return true;
