@@ -2,6 +2,8 @@
 
 #include "timing.h"
 
+#include <xcb/xcb_icccm.h>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -16,9 +18,11 @@ namespace velmo::desktop {
 Display::Display(const std::string& screen) {
     std::string pattern = std::filesystem::temp_directory_path() / "velmo-bench-XXXXXX";
     home_ = mkdtemp(pattern.data());
-    environment_ = {
-        {"HOME", home_},       {"XDG_CONFIG_HOME", home_}, {"XDG_RUNTIME_DIR", home_},
-        {"NO_AT_BRIDGE", "1"}, {"LC_ALL", "C.UTF-8"},      {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    environment_ = {{"HOME", home_},       {"XDG_CONFIG_HOME", home_}, {"XDG_RUNTIME_DIR", home_},
+                    {"NO_AT_BRIDGE", "1"}, {"LC_ALL", "C.UTF-8"},      {"XDG_CACHE_HOME", home_}};
+    bus_.emplace(home_, environment_);
+    environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_->address();
+    bus_->start();
     const auto file = home_ / "display";
     const int descriptor = open(file.c_str(), O_RDWR | O_CREAT, 0600);
     server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(descriptor), "-screen", "0",
@@ -36,6 +40,7 @@ Display::Display(const std::string& screen) {
 Display::~Display() {
     observer_.reset();
     server_.reset();
+    bus_.reset();
     std::error_code error;
     std::filesystem::remove_all(home_, error);
 }
@@ -43,16 +48,23 @@ Display::~Display() {
 xcb_window_t Display::dock(int number) {
     xcb_connection_t* raw = x().raw();
     const xcb_window_t window = xcb_generate_id(raw);
+    constexpr int side = 16;
     const std::uint32_t black = 0;
-    xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, 16, 16, 0,
+    xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, side, side, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &black);
-    const std::string name = "bench";
-    std::string wmClass = name + std::to_string(number);
+    const std::string title = "bench" + std::to_string(number);
+    std::string wmClass = title;
     wmClass.push_back('\0');
     wmClass += "Bench";
     wmClass.push_back('\0');
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
                         static_cast<std::uint32_t>(wmClass.size()), wmClass.data());
+    xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(title.size()), title.data());
+    // Toolkits give an icon no room that does not say how much it needs.
+    xcb_size_hints_t size{};
+    xcb_icccm_size_hints_set_min_size(&size, side, side);
+    xcb_icccm_set_wm_normal_hints(raw, window, &size);
     const std::uint32_t info[] = {0, 1};
     const auto xembed = x().atom("_XEMBED_INFO");
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, xembed, xembed, 32, 2, info);
@@ -87,7 +99,7 @@ Display::HiddenIcons Display::startVelmoWithHiddenIcons(int count, nlohmann::jso
         order.push_back("bench" + std::to_string(number) + ".Bench");
     defaults["statusItemOrder"] = order;
     writeDefaults(std::move(defaults));
-    HiddenIcons result{run(VELMO_PROGRAM), {}};
+    HiddenIcons result{run({VELMO_PROGRAM}), {}};
     waitFor([&] { return hasTray() && x().windowTitled("Velmo.Toggle"); }, "Velmo");
     for (int number = 0; number < count; ++number) {
         result.icons.push_back(dock(number));

@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 
+struct xcb_connection_t;
+
 namespace velmo {
 
 class Events;
@@ -21,6 +23,8 @@ public:
     virtual ~ToolkitHost() = default;
 
     virtual HostedLoop& loop() = 0;
+    /// Has the server leave a toolkit's own connection in peace when a button is pressed somewhere.
+    virtual void spareButtonStates(xcb_connection_t* connection) = 0;
     virtual LocalEvents& localEvents() = 0;
     virtual Events& events() = 0;
     /// From points with the origin at the bottom left of the primary screen, y upwards, to pixels of the root

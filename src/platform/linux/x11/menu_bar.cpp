@@ -15,6 +15,9 @@ namespace {
 
 /// Longer than any item that is looked at, in points.
 constexpr double longItem = 500;
+/// Pixels. The bar looks the same everywhere, but servers copy a background tile by tile, and narrow ones
+/// slowly.
+constexpr int tileWidth = 256;
 /// Items whose places are remembered.
 constexpr item_placement::Memory remembered = {500, 50};
 
@@ -139,7 +142,7 @@ void MenuBar::settle() {
 }
 
 void MenuBar::makeTile() {
-    Canvas canvas(1, area_.height);
+    Canvas canvas(tileWidth, area_.height);
     drawBackground(canvas);
     tile_ = painting_.upload(canvas);
     painting_.setBackground(window_, tile_);
@@ -246,6 +249,8 @@ void MenuBar::layOut() {
             item->setPlace(std::nullopt);
     }
     xcb_ungrab_server(connection().raw());
+    // The server moves the items while we draw those of ours that have changed.
+    xcb_flush(connection().raw());
     for (auto* item : items_)
         item->displayIfNeeded();
 }

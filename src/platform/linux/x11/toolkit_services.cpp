@@ -1,5 +1,6 @@
 #include "toolkit_services.h"
 
+#include "linux/x11/keyboard_extension.h"
 #include "linux/x11/reply.h"
 #include "linux/x11/selection.h"
 #include "linux/x11/top_window.h"
@@ -74,6 +75,10 @@ bool ToolkitServices::isComposited() const {
 Registration ToolkitServices::keepAbove(WindowNumber window) {
     auto kept = std::make_shared<TopWindow>(connection_, static_cast<xcb_window_t>(window));
     return Registration([kept]() mutable { kept.reset(); });
+}
+
+void ToolkitServices::spareButtonStates(xcb_connection_t* connection) {
+    selectKeyStates(connection);
 }
 
 void ToolkitServices::declareShadow(WindowNumber window, const Size& size, double margin) {
