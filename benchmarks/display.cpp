@@ -7,9 +7,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -39,10 +42,17 @@ Display::Display(const std::string& screen) {
 
 Display::~Display() {
     observer_.reset();
+    windowManager_.reset();
     server_.reset();
     bus_.reset();
     std::error_code error;
     std::filesystem::remove_all(home_, error);
+}
+
+void Display::startWindowManager() {
+    windowManager_.emplace(run({"openbox"}));
+    waitFor([&] { return !x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK").empty(); },
+            "the window manager");
 }
 
 xcb_window_t Display::dock(int number) {
@@ -83,8 +93,19 @@ bool Display::isDocked(xcb_window_t window) {
     return x().parent(window) != x().root() && x().isViewable(window);
 }
 
-void Display::waitUntilDocked(xcb_window_t window) {
-    waitFor([&] { return isDocked(window); }, "an icon to dock");
+xcb_window_t Display::dockAndWait(int number) {
+    constexpr double patience = 2000;
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        const auto window = dock(number);
+        const auto begin = Clock::now();
+        while (millisecondsSince(begin) < patience) {
+            if (isDocked(window))
+                return window;
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+        xcb_destroy_window(x().raw(), window);
+    }
+    throw std::runtime_error("no icon can be docked");
 }
 
 void Display::writeDefaults(nlohmann::json values) const {
@@ -102,8 +123,7 @@ Display::HiddenIcons Display::startVelmoWithHiddenIcons(int count, nlohmann::jso
     HiddenIcons result{run({VELMO_PROGRAM}), {}};
     waitFor([&] { return hasTray() && x().windowTitled("Velmo.Toggle"); }, "Velmo");
     for (int number = 0; number < count; ++number) {
-        result.icons.push_back(dock(number));
-        waitUntilDocked(result.icons.back());
+        result.icons.push_back(dockAndWait(number));
     }
     return result;
 }

@@ -26,11 +26,15 @@ public:
     const Environment& environment() const { return environment_; }
     ChildProcess run(const std::vector<std::string>& command) const { return {command, environment_}; }
 
+    /// Some tray hosts wait for a window manager.
+    void startWindowManager();
     bool hasTray() { return x().selectionOwner("_NET_SYSTEM_TRAY_S0") != XCB_WINDOW_NONE; }
     /// A new icon, handed to the tray. Its title is "bench" and the number, its class "Bench".
     xcb_window_t dock(int number);
     bool isDocked(xcb_window_t window);
-    void waitUntilDocked(xcb_window_t window);
+    /// The same, and returns once it is in its place. One that a host has lost is handed over anew after two
+    /// seconds.
+    xcb_window_t dockAndWait(int number);
     /// For programs that start afterwards; keys as in Velmo's defaults file. Not its first launch, which
     /// opens the settings.
     void writeDefaults(nlohmann::json values) const;
@@ -48,6 +52,7 @@ private:
     Environment environment_;
     std::optional<PrivateBus> bus_;
     std::optional<ChildProcess> server_;
+    std::optional<ChildProcess> windowManager_;
     std::optional<XObserver> observer_;
 };
 

@@ -23,11 +23,12 @@ constexpr auto restingTime = std::chrono::minutes(1);
 /// A host with icons that nobody touches.
 struct RestingHost {
     explicit RestingHost(const Host& host) {
+        display.startWindowManager();
         host.configure(display, 0);
         process = std::make_unique<ChildProcess>(display.run(host.command));
-        waitFor([&] { return display.hasTray(); }, "the tray");
+        waitFor([&] { return display.hasTray(); }, host.name.c_str());
         for (int number = 0; number < iconsAtRest; ++number)
-            display.waitUntilDocked(display.dock(number));
+            display.dockAndWait(number);
     }
 
     Display display;
@@ -37,17 +38,18 @@ struct RestingHost {
 /// From the start of the program to an icon in its place, in milliseconds.
 double timeToFirstIcon(const Host& host) {
     Display display;
+    display.startWindowManager();
     host.configure(display, 0);
     // What it asks of others runs in a session already: its first start is not counted.
     {
         const auto first = display.run(host.command);
-        waitFor([&] { return display.hasTray(); }, "the tray");
+        waitFor([&] { return display.hasTray(); }, host.name.c_str());
     }
-    waitFor([&] { return !display.hasTray(); }, "the tray to go");
+    waitFor([&] { return !display.hasTray(); }, (host.name + " to go").c_str());
     const auto begin = Clock::now();
     const auto process = display.run(host.command);
-    waitFor([&] { return display.hasTray(); }, "the tray");
-    display.waitUntilDocked(display.dock(0));
+    waitFor([&] { return display.hasTray(); }, host.name.c_str());
+    display.dockAndWait(0);
     return millisecondsSince(begin);
 }
 

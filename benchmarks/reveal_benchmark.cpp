@@ -82,13 +82,11 @@ public:
     TrayContender(const Host& host, int icons) : Contender(icons), name_(host.name) {
         host.configure(display_, icons);
         process_.emplace(display_.run(host.command));
-        waitFor([&] { return display_.hasTray(); }, "the tray");
+        waitFor([&] { return display_.hasTray(); }, host.name.c_str());
         // Without an icon that stays, xfce4-panel has no arrow.
-        display_.waitUntilDocked(display_.dock(icons));
+        display_.dockAndWait(icons);
         for (int number = 0; number < icons; ++number) {
-            const auto icon = display_.dock(number);
-            display_.waitUntilDocked(icon);
-            windows_.push_back(display_.x().parent(icon));
+            windows_.push_back(display_.x().parent(display_.dockAndWait(number)));
         }
     }
 
