@@ -2,6 +2,7 @@
 
 #include "display.h"
 #include "hosts.h"
+#include "process_figures.h"
 #include "timing.h"
 
 #include <chrono>
@@ -68,9 +69,9 @@ void compareHosts() {
     for (const auto& host : hosts)
         resting.push_back(std::make_unique<RestingHost>(host));
     std::this_thread::sleep_for(settlingTime);
-    std::vector<double> before;
+    std::vector<SleepCounter> sleeps;
     for (const auto& host : resting)
-        before.push_back(wakeupsOf(host->process->id()));
+        sleeps.emplace_back(host->process->id());
     std::this_thread::sleep_for(restingTime);
 
     std::printf("%-12s %34s %26s %18s\n", "", "start to first icon", "memory, 10 icons", "wakeups a minute");
@@ -78,14 +79,14 @@ void compareHosts() {
     double firstMemory = 0;
     for (std::size_t index = 0; index < hosts.size(); ++index) {
         const auto process = resting[index]->process->id();
-        const double wakeups = wakeupsOf(process) - before[index];
+        const long wakeups = sleeps[index].count();
         const double time = median(times[index]);
-        const double memory = memoryOf(process) / 1024;
+        const double memory = static_cast<double>(memoryOf(process)) / 1024;
         if (index == 0) {
             firstTime = time;
             firstMemory = memory;
         }
-        std::printf("%-12s %9.1f ms, 95th %6.1f  x%5.2f %14.1f MB   x%5.2f %18.0f\n",
+        std::printf("%-12s %9.1f ms, 95th %6.1f  x%5.2f %14.1f MB   x%5.2f %18ld\n",
                     hosts[index].name.c_str(), time, percentile95(times[index]), time / firstTime, memory,
                     memory / firstMemory, wakeups);
     }

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -74,45 +73,6 @@ bool isInstalled(const std::string& program) {
     return false;
 }
 
-pid_t parentOf(const std::filesystem::path& process) {
-    std::ifstream file(process / "stat");
-    std::string line;
-    std::getline(file, line);
-    // The name before it may contain anything.
-    std::istringstream rest(line.substr(line.rfind(')') + 1));
-    std::string state;
-    pid_t parent = 0;
-    rest >> state >> parent;
-    return parent;
-}
-
-/// A process and its descendants.
-std::vector<pid_t> familyOf(pid_t process) {
-    std::multimap<pid_t, pid_t> childrenOf;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-        const auto name = entry.path().filename().string();
-        if (name.find_first_not_of("0123456789") == std::string::npos)
-            childrenOf.emplace(parentOf(entry.path()), std::stoi(name));
-    }
-    std::vector<pid_t> family = {process};
-    for (std::size_t index = 0; index < family.size(); ++index) {
-        const auto [begin, end] = childrenOf.equal_range(family[index]);
-        for (auto child = begin; child != end; ++child)
-            family.push_back(child->second);
-    }
-    return family;
-}
-
-/// The number behind a name in a file of lines such as "Pss: 12 kB".
-double fieldOf(const std::filesystem::path& path, const std::string& name) {
-    std::ifstream file(path);
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with(name))
-            return std::stod(line.substr(name.size()));
-    }
-    return 0;
-}
-
 }  // namespace
 
 std::vector<Host> installedHosts() {
@@ -133,24 +93,6 @@ std::optional<Host> hostNamed(const std::string& name) {
             return host;
     }
     return std::nullopt;
-}
-
-double memoryOf(pid_t process) {
-    double sum = 0;
-    for (const auto member : familyOf(process))
-        sum += fieldOf("/proc/" + std::to_string(member) + "/smaps_rollup", "Pss:");
-    return sum;
-}
-
-double wakeupsOf(pid_t process) {
-    double sum = 0;
-    for (const auto member : familyOf(process)) {
-        std::error_code error;
-        const auto folder = "/proc/" + std::to_string(member) + "/task";
-        for (const auto& task : std::filesystem::directory_iterator(folder, error))
-            sum += fieldOf(task.path() / "status", "voluntary_ctxt_switches:");
-    }
-    return sum;
 }
 
 }  // namespace velmo::desktop

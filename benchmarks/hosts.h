@@ -23,9 +23,4 @@ std::vector<Host> installedHosts();
 /// Absent where it is not on this machine.
 std::optional<Host> hostNamed(const std::string& name);
 
-/// Proportional memory (PSS) of a process and of all that it has started, in kilobytes.
-double memoryOf(pid_t process);
-/// How often they have waited and been woken since their start, over all threads.
-double wakeupsOf(pid_t process);
-
 }  // namespace velmo::desktop

@@ -103,6 +103,12 @@ std::string MenuBar::identityFor(const std::string& application, const std::stri
 
 void MenuBar::addItem(BarItem& item) {
     items_.push_back(&item);
+    if (!item.isOurs()) {
+        // The server looks for the window under the pointer from the top down, at each move: it is ours that
+        // is clicked when many move.
+        const std::uint32_t below = XCB_STACK_MODE_BELOW;
+        xcb_configure_window(connection().raw(), item.window(), XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    }
     setNeedsLayout();
 }
 
