@@ -401,12 +401,14 @@ TEST_F(Capture, ShareableWindowsAreThoseOfTheItems) {
 TEST_F(Capture, AccessIsWhatTheServerAllows) {
     start();
     turnUntil([] { return true; });
-    EXPECT_TRUE(capture_->preflightAccess());
-    EXPECT_TRUE(capture_->requestAccess());
     xcb_unmap_window(x().raw(), bar_->window());
     x().exists(x().root());
     EXPECT_FALSE(capture_->preflightAccess()) << "the server refuses";
     EXPECT_FALSE(capture_->requestAccess());
+    xcb_map_window(x().raw(), bar_->window());
+    x().exists(x().root());
+    EXPECT_TRUE(capture_->preflightAccess()) << "it is asked again";
+    EXPECT_TRUE(capture_->requestAccess());
 }
 
 }  // namespace

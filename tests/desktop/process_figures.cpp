@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace velmo::desktop {
@@ -63,7 +64,8 @@ long memoryOf(pid_t process) {
     return sum;
 }
 
-SleepCounter::SleepCounter(pid_t process) : process_(process), before_(sleepsByThread()) {}
+SleepCounter::SleepCounter(pid_t process, std::string thread)
+    : process_(process), thread_(std::move(thread)), before_(sleepsByThread()) {}
 
 long SleepCounter::count() const {
     long sum = 0;
@@ -78,9 +80,14 @@ std::map<pid_t, long> SleepCounter::sleepsByThread() const {
     std::map<pid_t, long> sleeps;
     for (const auto member : familyOf(process_)) {
         std::error_code error;
-        for (const auto& task : std::filesystem::directory_iterator(folderOf(member) / "task", error))
-            sleeps[std::stoi(task.path().filename().string())] =
-                fieldOf(task.path() / "status", "voluntary_ctxt_switches:");
+        for (const auto& task : std::filesystem::directory_iterator(folderOf(member) / "task", error)) {
+            std::string name;
+            std::ifstream file(task.path() / "comm");
+            std::getline(file, name);
+            if (thread_.empty() || name == thread_)
+                sleeps[std::stoi(task.path().filename().string())] =
+                    fieldOf(task.path() / "status", "voluntary_ctxt_switches:");
+        }
     }
     return sleeps;
 }

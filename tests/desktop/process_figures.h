@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <map>
+#include <string>
 
 namespace velmo::desktop {
 
@@ -13,14 +14,15 @@ long memoryOf(pid_t process);
 /// something wakes them. What takes a thread's turn away is not counted.
 class SleepCounter {
 public:
-    /// Counts from now on.
-    explicit SleepCounter(pid_t process);
+    /// Counts from now on: all threads, or those of a name.
+    explicit SleepCounter(pid_t process, std::string thread = {});
     long count() const;
 
 private:
     std::map<pid_t, long> sleepsByThread() const;
 
     pid_t process_;
+    std::string thread_;
     std::map<pid_t, long> before_;
 };
 
