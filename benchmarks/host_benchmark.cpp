@@ -89,6 +89,7 @@ void compareHosts() {
         std::printf("%-12s %9.1f ms, 95th %6.1f  x%5.2f %14.1f MB   x%5.2f %18ld\n",
                     hosts[index].name.c_str(), time, percentile95(times[index]), time / firstTime, memory,
                     memory / firstMemory, wakeups);
+        std::fflush(stdout);
     }
 }
 

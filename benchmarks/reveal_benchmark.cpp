@@ -209,6 +209,7 @@ void print(const char* what, const std::vector<double>& times, const std::vector
 
 void compareReveals() {
     const auto xfce = hostNamed("xfce4-panel");
+    std::printf("\nfrom the release of the button to the last icon at its place (median)\n");
     for (const int icons : {10, 50, 200}) {
         std::vector<std::unique_ptr<Contender>> contenders;
         contenders.push_back(std::make_unique<VelmoContender>(icons));
@@ -221,6 +222,7 @@ void compareReveals() {
             print("reveal", figures[index].reveals, figures.front().reveals);
             print("hide", figures[index].hides, figures.front().hides);
             std::printf("\n");
+            std::fflush(stdout);
         }
     }
 }
