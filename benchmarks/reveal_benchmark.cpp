@@ -99,11 +99,16 @@ private:
 
 class VelmoContender : public TrayContender {
 public:
-    explicit VelmoContender(int icons) : TrayContender(hostNamed("velmo").value(), icons) {}
+    explicit VelmoContender(int icons)
+        : TrayContender(hostNamed("velmo").value(), icons),
+          toggle_(display_.x().windowTitled("Velmo.Toggle").value()) {}
     std::pair<int, int> button() override {
-        const auto area = display_.x().area(display_.x().windowTitled("Velmo.Toggle").value()).value();
+        const auto area = display_.x().area(toggle_).value();
         return {area.midX(), area.midY()};
     }
+
+private:
+    xcb_window_t toggle_;
 };
 
 class XfceContender : public TrayContender {
