@@ -238,6 +238,51 @@ TEST_F(AppearanceSession, LightAndDarkAreFollowedByAllThatIsOpen) {
     }
 }
 
+/// Beside its own settings, the desktop has a portal for those of all programs.
+TEST_F(AppearanceSession, PreferenceOfTheUserWinsOverTheThemesName) {
+    const auto file = home_ / "scheme";
+    const auto prefer = [&](int scheme) { std::ofstream(file) << scheme; };
+    const auto isDark = [&](bool dark) {
+        return eventually([&] { return x().pixel(640, 5) == (dark ? darkBar : lightBar); });
+    };
+    start();
+    ASSERT_TRUE(isDark(false));
+    prefer(1);
+    std::optional<ChildProcess> portal;
+    const auto startPortal = [&] {
+        portal.emplace(
+            run({"/usr/bin/python3", std::string(VELMO_CLIENTS) + "/color_scheme_portal.py", file}));
+        ASSERT_TRUE(eventually([&] { return program_->isTaken("org.freedesktop.portal.Desktop"); }));
+    };
+    startPortal();
+    EXPECT_TRUE(isDark(true)) << "the portal has come";
+    prefer(0);
+    portal->signal(SIGHUP);
+    EXPECT_TRUE(isDark(false)) << "no preference";
+    set("Adwaita-dark", 1);
+    EXPECT_TRUE(isDark(true)) << "the theme's name";
+    prefer(2);
+    portal->signal(SIGHUP);
+    EXPECT_TRUE(isDark(false)) << "light";
+    portal->end();
+    ASSERT_TRUE(eventually([&] { return !program_->isTaken("org.freedesktop.portal.Desktop"); }));
+    EXPECT_TRUE(stays([&] { return x().pixel(640, 5) == lightBar; }, moment)) << "still what was preferred";
+    prefer(1);
+    set("Adwaita", 1);
+    startPortal();
+    EXPECT_TRUE(isDark(true)) << "asked anew";
+    // Who only claims to be the portal is not heard.
+    program_->emit("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged",
+                   [](sd_bus_message* message) {
+                       return sd_bus_message_append(message, "ssv", "org.freedesktop.appearance",
+                                                    "color-scheme", "u", 2U);
+                   });
+    EXPECT_TRUE(stays([&] { return x().pixel(640, 5) == darkBar; }, moment));
+    stopVelmo();
+    startVelmo();
+    EXPECT_TRUE(isDark(true)) << "from the start";
+}
+
 /// Assistive programs are told the texts of tooltips.
 class ToolTips : public AppearanceSession {
 protected:

@@ -2,6 +2,7 @@
 
 #include "linux/application/linux_application.h"
 #include "linux/dates/linux_dates.h"
+#include "linux/dbus/color_scheme.h"
 #include "linux/defaults/file_global_preferences.h"
 #include "linux/defaults/file_user_defaults.h"
 #include "linux/event_loop/event_loop.h"
@@ -63,6 +64,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::TrayHost> tray;
     std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
     std::unique_ptr<x11::NotifierTray> notifierTray;
+    std::unique_ptr<dbus::ColorScheme> colorScheme;
     LinuxWorkspace workspace{processInfo};
     LinuxDates dates{loop};
     AutostartLoginService loginService{autostartEnvironment(), processInfo};
@@ -113,6 +115,10 @@ bool LinuxDesktop::Services::build() {
     if (!tray->acquire())
         return false;
     notifierTray = std::make_unique<x11::NotifierTray>(*bar);
+    notifierTray->setOnBus([this](const auto& bus) {
+        colorScheme = std::make_unique<dbus::ColorScheme>(
+            bus, [this](auto prefersDark) { settings->setPrefersDark(prefersDark); });
+    });
     notifierTray->start();
     return true;
 }

@@ -18,7 +18,7 @@ namespace {
 constexpr const char* scratchMark = ".next-";
 
 /// So often a file that is being written may be taken for what a killed process has left.
-constexpr int mostAttempts = 3;
+constexpr int mostReplacements = 3;
 
 std::error_code lastError() {
     return {errno, std::generic_category()};
@@ -112,7 +112,7 @@ std::error_code replaceFile(const std::filesystem::path& file, const std::string
     if (!makePrivateFolder(folder))
         return lastError();
     removeLeftovers(target);
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    for (int attempt = 0; attempt < mostReplacements; ++attempt) {
         error = writeAndRename(target, content);
         if (error != std::errc::no_such_file_or_directory)
             break;
