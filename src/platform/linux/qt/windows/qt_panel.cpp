@@ -17,6 +17,7 @@ QtPanel::QtPanel(ToolkitHost& host, const PanelConfiguration& configuration)
 
 void QtPanel::setFrame(const Rect& frame) {
     frame_ = frame;
+    top_ = {frame.midX(), frame.maxY()};
     barEnd_ = host_.barEnd();
     if (window_.isVisible())
         show();
@@ -30,8 +31,10 @@ void QtPanel::show() {
 /// It hangs below the same item, in the size that its content has by now.
 void QtPanel::followBar() {
     const Point end = host_.barEnd();
-    const Point middle{frame_.midX() + end.x - barEnd_.x, frame_.maxY() + end.y - barEnd_.y};
-    setFrame(hangingFrame(middle.x, middle.y, window_.fittingSize(), host_.visibleFrame(middle)));
+    top_ = {top_.x + end.x - barEnd_.x, top_.y + end.y - barEnd_.y};
+    barEnd_ = end;
+    frame_ = hangingFrame(top_.x, top_.y, window_.fittingSize(), host_.visibleFrame(top_));
+    show();
 }
 
 void QtPanel::orderFrontRegardless() {

@@ -24,8 +24,11 @@ private:
 
     ToolkitHost& host_;
     FloatingWindow window_;
-    /// Points, origin at the bottom left of the primary screen, and where the bar ended then.
+    /// Points, origin at the bottom left of the primary screen.
     Rect frame_;
+    /// The middle of its upper edge as long as the screen has room for it there, and the end of the bar, in
+    /// the same points.
+    Point top_;
     Point barEnd_;
     Registration shown_;
 };
