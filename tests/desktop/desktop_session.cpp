@@ -102,28 +102,51 @@ void DesktopSession::addToResources(const std::string& text) const {
 }
 
 void DesktopSession::startWindowManager(const std::vector<std::string>& command) {
+    const auto former = x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK");
     programs_.push_back(run(command));
-    ASSERT_TRUE(eventually([&] { return !x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK").empty(); }));
+    ASSERT_TRUE(eventually([&] {
+        const auto check = x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK");
+        return !check.empty() && check != former && x().exists(check.front());
+    }));
+}
+
+std::vector<std::string> DesktopSession::windowManagerCommand(const std::string& name) const {
+    const auto settings = [this](const std::filesystem::path& file, const std::string& text) {
+        std::filesystem::create_directories((home_ / file).parent_path());
+        std::ofstream(home_ / file) << text;
+        return (home_ / file).string();
+    };
+    if (name == "i3") {
+        // Without a file it would ask for one; without a bar in it, its own would want to be the tray.
+        return {"i3", "-c", settings("i3.conf", "# i3 config file (v4)\nbar {\n  i3bar_command true\n}\n")};
+    }
+    if (name == "xfwm4") {
+        settings("config/xfce4/xfconf/xfce-perchannel-xml/xfwm4.xml",
+                 "<channel name=\"xfwm4\" version=\"1.0\"><property name=\"general\" type=\"empty\">"
+                 "<property name=\"prevent_focus_stealing\" type=\"bool\" value=\"true\"/>"
+                 "</property></channel>\n");
+        // Its settings come by way of a session bus.
+        return {"dbus-run-session", "--", "xfwm4", "--compositor=off"};
+    }
+    if (name == "fluxbox") {
+        return {"fluxbox", "-rc",
+                settings(".fluxbox/init",
+                         "session.screen0.toolbar.visible: false\n"
+                         "session.screen0.toolbar.tools: workspacename\n")};
+    }
+    if (name == "icewm")
+        settings(".icewm/preferences", "ShowTaskBar=0\nTaskBarShowTray=0\n");
+    return {name};
 }
 
 void DesktopSession::startWindowManagerNamed(const std::string& name) {
-    if (name == "i3") {
-        // Without a file it would ask for one; without a bar in it, its own would want to be the tray.
-        const auto configuration = home_ / "i3.conf";
-        std::ofstream(configuration) << "# i3 config file (v4)\nbar {\n  i3bar_command true\n}\n";
-        startWindowManager({"i3", "-c", configuration});
-    } else if (name == "xfwm4") {
-        const auto settings = home_ / "config" / "xfce4" / "xfconf" / "xfce-perchannel-xml";
-        std::filesystem::create_directories(settings);
-        std::ofstream(settings / "xfwm4.xml")
-            << "<channel name=\"xfwm4\" version=\"1.0\"><property name=\"general\" type=\"empty\">"
-               "<property name=\"prevent_focus_stealing\" type=\"bool\" value=\"true\"/>"
-               "</property></channel>\n";
-        // Its settings come by way of a session bus.
-        startWindowManager({"dbus-run-session", "--", "xfwm4", "--compositor=off"});
-    } else {
-        startWindowManager({name});
-    }
+    startWindowManager(windowManagerCommand(name));
+}
+
+void DesktopSession::replaceWindowManager(const std::string& name) {
+    auto command = windowManagerCommand(name);
+    command.push_back(name == "fluxbox" ? "-replace" : "--replace");
+    startWindowManager(command);
 }
 
 void DesktopSession::writeDefaults(const nlohmann::json& values) const {

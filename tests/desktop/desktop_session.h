@@ -45,9 +45,11 @@ protected:
     /// Settings of the display, a line each.
     void addToResources(const std::string& text) const;
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
-    /// One of "openbox", "i3" and "xfwm4", set up to leave the tray and the drawing to others. The last one
-    /// keeps programs from taking the focus.
+    /// One of `windowManagers`, set up to leave the tray and the drawing to others. "xfwm4" keeps programs from
+    /// taking the focus.
     void startWindowManagerNamed(const std::string& name);
+    /// The one that runs is replaced by another process of this name.
+    void replaceWindowManager(const std::string& name);
     /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
     void startSessionBus();
     void stopSessionBus() { bus_->stop(); }
@@ -102,6 +104,8 @@ protected:
     Environment environment_;
 
 private:
+    std::vector<std::string> windowManagerCommand(const std::string& name) const;
+
     std::optional<ChildProcess> server_;
     std::optional<PrivateBus> bus_;
     std::vector<ChildProcess> programs_;
