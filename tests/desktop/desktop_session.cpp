@@ -101,12 +101,17 @@ void DesktopSession::addToResources(const std::string& text) const {
     xcb_flush(x().raw());
 }
 
+xcb_window_t DesktopSession::windowManagersWindow() const {
+    const auto check = x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK");
+    return !check.empty() && x().exists(check.front()) ? check.front() : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 void DesktopSession::startWindowManager(const std::vector<std::string>& command) {
-    const auto former = x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK");
+    const auto former = windowManagersWindow();
     programs_.push_back(run(command));
     ASSERT_TRUE(eventually([&] {
-        const auto check = x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK");
-        return !check.empty() && check != former && x().exists(check.front());
+        const auto latter = windowManagersWindow();
+        return latter != XCB_WINDOW_NONE && latter != former;
     }));
 }
 
@@ -129,10 +134,14 @@ std::vector<std::string> DesktopSession::windowManagerCommand(const std::string&
         return {"dbus-run-session", "--", "xfwm4", "--compositor=off"};
     }
     if (name == "fluxbox") {
+        // Where it lacks a program that draws the background, it would show a window that says so.
+        const auto style = settings(".fluxbox/overlay", "background: none\n");
         return {"fluxbox", "-rc",
                 settings(".fluxbox/init",
                          "session.screen0.toolbar.visible: false\n"
-                         "session.screen0.toolbar.tools: workspacename\n")};
+                         "session.screen0.toolbar.tools: workspacename\n"
+                         "session.styleOverlay: " +
+                             style + "\n")};
     }
     if (name == "icewm")
         settings(".icewm/preferences", "ShowTaskBar=0\nTaskBarShowTray=0\n");
@@ -143,10 +152,21 @@ void DesktopSession::startWindowManagerNamed(const std::string& name) {
     startWindowManager(windowManagerCommand(name));
 }
 
-void DesktopSession::replaceWindowManager(const std::string& name) {
-    auto command = windowManagerCommand(name);
-    command.push_back(name == "fluxbox" ? "-replace" : "--replace");
+void DesktopSession::replaceWindowManager(const std::string& former, const std::string& latter) {
+    auto command = windowManagerCommand(latter);
+    if (former == "fluxbox" || latter == "fluxbox") {
+        // It knows nothing of being replaced.
+        crashWindowManager();
+    } else {
+        command.emplace_back("--replace");
+    }
     startWindowManager(command);
+}
+
+void DesktopSession::crashWindowManager() const {
+    const auto window = windowManagersWindow();
+    xcb_kill_client(x().raw(), window);
+    ASSERT_TRUE(eventually([&] { return !x().exists(window); }));
 }
 
 void DesktopSession::writeDefaults(const nlohmann::json& values) const {

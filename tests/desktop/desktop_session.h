@@ -45,11 +45,13 @@ protected:
     /// Settings of the display, a line each.
     void addToResources(const std::string& text) const;
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
-    /// One of `windowManagers`, set up to leave the tray and the drawing to others. "xfwm4" keeps programs from
-    /// taking the focus.
+    /// One of `windowManagers`, set up to leave the tray and the drawing to others. "xfwm4" keeps programs
+    /// from taking the focus.
     void startWindowManagerNamed(const std::string& name);
-    /// The one that runs is replaced by another process of this name.
-    void replaceWindowManager(const std::string& name);
+    /// While everything else goes on. Both have names of `windowManagers`, or the same one.
+    void replaceWindowManager(const std::string& former, const std::string& latter);
+    /// It ends without having put anything in order.
+    void crashWindowManager() const;
     /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
     void startSessionBus();
     void stopSessionBus() { bus_->stop(); }
@@ -105,6 +107,8 @@ protected:
 
 private:
     std::vector<std::string> windowManagerCommand(const std::string& name) const;
+    /// By which it can be told from others. None where none runs.
+    xcb_window_t windowManagersWindow() const;
 
     std::optional<ChildProcess> server_;
     std::optional<PrivateBus> bus_;

@@ -1,5 +1,6 @@
 #include "item_drag.h"
 
+#include "linux/x11/meaningless_key.h"
 #include "linux/x11/reply.h"
 
 #include <cstdlib>
@@ -76,6 +77,8 @@ void ItemDrag::pressed(const xcb_button_press_event_t& event) {
 }
 
 void ItemDrag::begin(const xcb_button_press_event_t& event) {
+    // Some window managers open a menu for a Super key that is pressed and released without another.
+    pressMeaninglessKey(connection_);
     // The end of an earlier drag has been lost.
     bar_.putBack();
     // Whatever is open closes. Nobody can keep the item from being taken.

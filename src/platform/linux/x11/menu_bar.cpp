@@ -63,7 +63,8 @@ MenuBar::MenuBar(const Environment& environment, const std::vector<std::string>&
       order_(order),
       orderSaver_(environment.connection.loop(), std::move(saveOrder)),
       window_(makeBarWindow(environment.connection)),
-      strip_(environment.connection, window_),
+      strip_(environment.connection),
+      place_(environment.connection, window_, strip_.window()),
       layout_(environment.connection.loop(), [this] { layOutIfNeeded(); }) {
     settingsChanges_ = environment_.settings.onChange([this] { settle(); });
     screenChanges_ = environment_.screens.onChange([this] { settle(); });
@@ -133,13 +134,7 @@ void MenuBar::layOutIfNeeded() {
 void MenuBar::settle() {
     const PixelRect screen = environment_.screens.primary();
     area_ = {screen.x, screen.y, screen.width, appearance().pixels(bar_metrics::thickness)};
-    const std::uint32_t values[] = {static_cast<std::uint32_t>(area_.x), static_cast<std::uint32_t>(area_.y),
-                                    static_cast<std::uint32_t>(area_.width),
-                                    static_cast<std::uint32_t>(area_.height)};
-    xcb_configure_window(
-        connection().raw(), window_,
-        XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-        values);
+    place_.setArea(area_);
     makeTile();
     strip_.reserve(area_, screens().primaryIsAtTheTop());
     for (auto* item : items_)

@@ -9,6 +9,7 @@
 #include "linux/text/text_renderer.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/x11/bar_item.h"
+#include "linux/x11/bar_place.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/desktop_settings.h"
 #include "linux/x11/modifiers.h"
@@ -110,7 +111,7 @@ public:
     /// True for a place in the bar, in pixels of the root window.
     bool contains(const Point& pixel) const;
     /// Puts the bar above everything on the screen, also above what fills it, or back to where it belongs.
-    void setLifted(bool lifted) { strip_.setBarLifted(lifted); }
+    void setLifted(bool lifted) { place_.setLifted(lifted); }
     /// True where the item hides what lies left of it.
     bool isLong(const BarItem& item) const;
 
@@ -136,6 +137,7 @@ private:
     PixelRect area_;
     Pixmap tile_;
     ReservedStrip strip_;
+    BarPlace place_;
     std::vector<BarItem*> items_;
     BarItem* taken_ = nullptr;
     bool isDragging_ = false;
