@@ -1,6 +1,12 @@
 #include "bar_session.h"
+#include "icon_pixels.h"
+
+#include "linux/x11/window_capture.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace velmo::desktop {
 
@@ -135,6 +141,32 @@ TEST_F(BarPlaces, ALiftedBarComesAboveWhatFillsTheScreenAndGoesAgain) {
     EXPECT_TRUE(staysAtHome());
     bar_->setLifted(false);
     EXPECT_TRUE(goesAway());
+}
+
+TEST_F(BarPlaces, PicturesOfIconsAreHadWhileTheBarIsAway) {
+    const auto icon = makeIcon(24, std::vector<std::uint32_t>(iconSide * iconSide, 0x30c040));
+    dock(icon);
+    x11::WindowCapture capture(*bar_);
+    const auto middle = [&]() -> std::uint32_t {
+        const auto area = areaOnScreen(*itemOf(icon));
+        std::optional<Bitmap> picture;
+        bool isDone = false;
+        capture.captureWindow(icon, {area.width, area.height}, [&](std::optional<Bitmap> taken) {
+            picture = std::move(taken);
+            isDone = true;
+        });
+        EXPECT_TRUE(turnUntil([&] { return isDone; }));
+        return picture ? pixelAt(*picture, picture->width / 2, picture->height / 2) : 0;
+    };
+    EXPECT_EQ(middle(), 0xff30c040);
+    const auto window = showManaged(screen);
+    setFullScreen(window);
+    ASSERT_TRUE(goesAway());
+    const std::uint32_t color = 0xd02010;
+    xcb_change_window_attributes(x().raw(), icon, XCB_CW_BACK_PIXEL, &color);
+    xcb_clear_area(x().raw(), 0, icon, 0, 0, 0, 0);
+    x().exists(icon);
+    EXPECT_EQ(middle(), 0xffd02010);
 }
 
 TEST_F(BarPlaces, ABarThatWasLiftedIsBelowMenusAgain) {

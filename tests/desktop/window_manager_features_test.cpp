@@ -57,9 +57,14 @@ protected:
         ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
     }
     std::vector<std::uint32_t> calendar() const {
+        // Where a window manager composites, there is a shadow around it, which may end off the screen.
+        constexpr int margin = 16;
         const auto window = shown("Velmo.Popover");
         const auto area = window ? x().area(*window) : std::nullopt;
-        return area ? x().pixels(*area) : std::vector<std::uint32_t>();
+        if (!area)
+            return {};
+        return x().pixels(
+            {area->x + margin, area->y + margin, area->width - 2 * margin, area->height - 2 * margin});
     }
     /// What is there once it has been drawn.
     std::vector<std::uint32_t> drawnCalendar() const {

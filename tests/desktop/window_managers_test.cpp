@@ -205,6 +205,23 @@ TEST_P(BarUnder, HidesAndRevealsAndTakesNoFocus) {
     EXPECT_EQ(activeWindow(), window);
 }
 
+TEST_P(BarUnder, ADragWithSuperOpensNoMenuOfTheWindowManager) {
+    start();
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    const auto windows = [&] {
+        const auto all = x().children(x().root());
+        return std::count_if(all.begin(), all.end(), [&](xcb_window_t each) { return x().isViewable(each); });
+    };
+    const auto before = windows();
+    const auto place = *x().area(icon);
+    // As slowly as a hand at least.
+    xdotool({"mousemove", std::to_string(place.midX()), "13", "keydown", "Super_L", "mousedown", "1", "sleep",
+             "0.1", "mousemove", std::to_string(farLeft), "13", "sleep", "0.1", "mouseup", "1", "keyup",
+             "Super_L"});
+    ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+    EXPECT_TRUE(stays([&] { return windows() == before; }, milliseconds(300)));
+}
+
 TEST_P(BarUnder, StaysWhenAnotherWindowManagerTakesOver) {
     start();
     const auto icon = startTrayProgram("gxkb", "Gxkb");
