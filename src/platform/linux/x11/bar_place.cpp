@@ -1,5 +1,6 @@
 #include "bar_place.h"
 
+#include "linux/x11/shadow.h"
 #include "linux/x11/window_tree.h"
 
 namespace velmo::x11 {
@@ -14,6 +15,7 @@ BarPlace::BarPlace(Connection& connection, xcb_window_t bar, xcb_window_t dock)
 void BarPlace::setArea(const PixelRect& area) {
     area_ = area;
     configure();
+    declineShadow(connection_, bar_, area);
     fullScreenWindows_.setArea(area);
 }
 

@@ -1,5 +1,7 @@
 #include "reserved_strip.h"
 
+#include "linux/x11/shadow.h"
+
 #include <xcb/xcb_icccm.h>
 
 #include <unistd.h>
@@ -59,6 +61,7 @@ void ReservedStrip::reserve(const PixelRect& area, bool atTheTop) {
 
     area_ = area;
     configure();
+    declineShadow(connection_, window_, area);
 }
 
 void ReservedStrip::configure() const {
