@@ -156,6 +156,22 @@ TEST_P(BarUnder, ComesBackWhenTheUserTurnsFromAWindowThatFillsTheScreen) {
     EXPECT_TRUE(barStaysOnTopAt(300, 13));
 }
 
+TEST_P(BarUnder, CastsNoShadow) {
+    constexpr std::uint32_t sky = 0x9db7d6;
+    const xcb_window_t desk = xcb_generate_id(x().raw());
+    const std::uint32_t values[] = {sky, 1};
+    xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, desk, x().root(), 0, 0, 1280, 720, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
+    xcb_map_window(x().raw(), desk);
+    start();
+    const std::uint32_t lowest = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(x().raw(), desk, XCB_CONFIG_WINDOW_STACK_MODE, &lowest);
+    const auto isSky = [&] { return x().pixel(640, barHeight + 2) == sky; };
+    EXPECT_TRUE(eventually([&] { return isSky() && x().pixel(640, 13) == lightBar; }));
+    EXPECT_TRUE(stays(isSky, milliseconds(300)));
+}
+
 TEST_P(BarUnder, LeavesMenusOfProgramsAboveIt) {
     start();
     const auto window = startActiveWindow();
