@@ -50,18 +50,15 @@ public:
         host_.setContent(content);
         setFixedSize(fittingSize());
     }
-    void followScreens() {
+    void followScale() {
         const qreal formerRatio = std::exchange(ratio_, devicePixelRatioF());
-        if (ratio_ != formerRatio) {
-            // In another scale the same size is one of other pixels, of which the toolkit takes no notice.
-            const QSize size = fittingSize();
-            setFixedSize(size + QSize(1, 1));
-            repaint();
-            setFixedSize(size);
-        }
-        rememberPlaceNow();
-        if (owner_.unmovedPlace_)
-            owner_.center();
+        if (ratio_ == formerRatio)
+            return;
+        // In another scale the same size is one of other pixels, of which the toolkit takes no notice.
+        const QSize size = fittingSize();
+        setFixedSize(size + QSize(1, 1));
+        repaint();
+        setFixedSize(size);
     }
 
 protected:
@@ -104,7 +101,7 @@ private:
     ViewHost host_;
     /// Pixels for one of the toolkit's units.
     qreal ratio_ = devicePixelRatioF();
-    ScreenChanges screenChanges_{[this] { followScreens(); }};
+    ScreenChanges screenChanges_{[this] { followScale(); }};
     QTimer resting_;
 };
 
