@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <memory>
+#include <vector>
 
 namespace velmo::desktop {
 
@@ -19,6 +20,19 @@ const xcb_screen_t& screenOf(const XObserver& observer) {
 }
 
 }  // namespace
+
+void sendToTray(const XObserver& program, std::uint32_t opcode, xcb_window_t window) {
+    const auto owner = program.selectionOwner("_NET_SYSTEM_TRAY_S0");
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = owner;
+    message.type = program.atom("_NET_SYSTEM_TRAY_OPCODE");
+    message.data.data32[1] = opcode;
+    message.data.data32[2] = window;
+    xcb_send_event(program.raw(), 0, owner, 0, reinterpret_cast<const char*>(&message));
+    xcb_flush(program.raw());
+}
 
 TrayClient::TrayClient(const std::string& display) : x_(display), manager_(x_.atom("MANAGER")) {
     const auto cookie = xcb_xfixes_query_version(x_.raw(), 5, 0);
@@ -109,19 +123,6 @@ void TrayClient::setColor(xcb_window_t icon, std::uint32_t color) {
     const std::lock_guard lock(mutex_);
     icons_[icon].color = color;
     draw(icon, icons_[icon]);
-}
-
-void TrayClient::sendToTray(std::uint32_t opcode, xcb_window_t icon) const {
-    const auto owner = x_.selectionOwner("_NET_SYSTEM_TRAY_S0");
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = owner;
-    message.type = x_.atom("_NET_SYSTEM_TRAY_OPCODE");
-    message.data.data32[1] = opcode;
-    message.data.data32[2] = icon;
-    xcb_send_event(x_.raw(), 0, owner, 0, reinterpret_cast<const char*>(&message));
-    xcb_flush(x_.raw());
 }
 
 void TrayClient::setEmbeddingFlags(xcb_window_t icon, std::uint32_t flags) const {

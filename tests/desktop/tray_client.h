@@ -8,9 +8,11 @@
 #include <mutex>
 #include <random>
 #include <string>
-#include <vector>
 
 namespace velmo::desktop {
+
+/// Sends a message as programs send it to the tray: to dock a window, the opcode is 0.
+void sendToTray(const XObserver& program, std::uint32_t opcode, xcb_window_t window);
 
 /// A program with icons in the X11 tray, with a connection of its own. Its end is that of a program that
 /// dies.
@@ -38,11 +40,9 @@ public:
     xcb_window_t makeIcon(const std::string& name, Look look = Look::opaque, std::uint32_t color = 0x0000ff);
     /// Draws the icon in another colour, 0xRRGGBB.
     void setColor(xcb_window_t icon, std::uint32_t color);
-    void dock(xcb_window_t icon) const { sendToTray(0, icon); }
+    void dock(xcb_window_t icon) const { sendToTray(x_, 0, icon); }
     /// From now on all icons dock whenever a tray comes, each time in another order.
     void dockWithEachTray(unsigned seed);
-    /// A message as programs send it to the tray.
-    void sendToTray(std::uint32_t opcode, xcb_window_t icon) const;
     void setEmbeddingFlags(xcb_window_t icon, std::uint32_t flags) const;
     void destroy(xcb_window_t icon);
     /// How often the server has asked for drawings.

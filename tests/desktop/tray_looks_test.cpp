@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <thread>
 
 namespace velmo::desktop {
@@ -68,6 +69,8 @@ protected:
 
     void startIcons() {
         startVelmo();
+        // A compositing manager has begun its work with the windows that it has found.
+        std::this_thread::sleep_for(milliseconds(300));
         client_ = std::make_unique<TrayClient>(environment_.at("DISPLAY"));
         for (std::size_t index = 0; index < looks.size(); ++index) {
             icons_[index] =

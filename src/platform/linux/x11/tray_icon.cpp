@@ -96,14 +96,15 @@ TrayIcon::~TrayIcon() {
 void TrayIcon::embed() {
     xcb_connection_t* raw = connection_.raw();
     setSaved(connection_, facts_.client, true);
+    const PixelRect area = clientArea();
+    xcb_reparent_window(raw, facts_.client, window(), static_cast<std::int16_t>(area.x),
+                        static_cast<std::int16_t>(area.y));
+    // Not before, as a compositing manager has what lies in the root window redirected, and nobody else can.
     xcb_composite_redirect_window(raw, facts_.client, redirection());
     if (composited_) {
         damage_ = connection_.newId();
         xcb_damage_create(raw, damage_, facts_.client, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
     }
-    const PixelRect area = clientArea();
-    xcb_reparent_window(raw, facts_.client, window(), static_cast<std::int16_t>(area.x),
-                        static_cast<std::int16_t>(area.y));
     placeClient();
     const auto& atoms = connection_.atoms();
     connection_.setText(facts_.client, atoms.velmoItem, identity(), atoms.utf8String);
@@ -131,14 +132,17 @@ void TrayIcon::placeClient() {
                          values);
 }
 
-void TrayIcon::appearanceChanged() {
+void TrayIcon::resized() {
     if (ended_)
         return;
     placeClient();
-    if (composited_) {
-        damaged();
+    damaged();
+}
+
+void TrayIcon::appearanceChanged() {
+    resized();
+    if (composited_ || ended_)
         return;
-    }
     // The client's background may be that of the bar; what it has drawn over that, it is asked to draw anew.
     xcb_clear_area(connection_.raw(), 0, window(), 0, 0, 0, 0);
     xcb_clear_area(connection_.raw(), 1, facts_.client, 0, 0, 0, 0);

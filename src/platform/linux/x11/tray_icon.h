@@ -49,7 +49,7 @@ public:
     WindowListEntry describe() const override;
 
 protected:
-    void resized() override { appearanceChanged(); }
+    void resized() override;
     void moved() override;
 
 private:
