@@ -336,7 +336,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Flood{"Flags", TrayClient::Look::opaque, false, flipFlags},
                     Flood{"Titles", TrayClient::Look::opaque, false, rename},
                     Flood{"Drawings", TrayClient::Look::translucent, false, clear},
-                    Flood{"Dockings", TrayClient::Look::opaque, false, dockAgain, 25}),
+                    Flood{"Dockings", TrayClient::Look::opaque, false, dockAgain, 60}),
     [](const auto& suite) { return suite.param.name; });
 
 TEST_P(TrayFlood, CostsLittleAndMovesNobody) {
