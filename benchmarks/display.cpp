@@ -2,12 +2,17 @@
 
 #include "timing.h"
 
+#include <xcb/xcb_icccm.h>
+
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -16,9 +21,11 @@ namespace velmo::desktop {
 Display::Display(const std::string& screen) {
     std::string pattern = std::filesystem::temp_directory_path() / "velmo-bench-XXXXXX";
     home_ = mkdtemp(pattern.data());
-    environment_ = {
-        {"HOME", home_},       {"XDG_CONFIG_HOME", home_}, {"XDG_RUNTIME_DIR", home_},
-        {"NO_AT_BRIDGE", "1"}, {"LC_ALL", "C.UTF-8"},      {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}};
+    environment_ = {{"HOME", home_},       {"XDG_CONFIG_HOME", home_}, {"XDG_RUNTIME_DIR", home_},
+                    {"NO_AT_BRIDGE", "1"}, {"LC_ALL", "C.UTF-8"},      {"XDG_CACHE_HOME", home_}};
+    bus_.emplace(home_, environment_);
+    environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_->address();
+    bus_->start();
     const auto file = home_ / "display";
     const int descriptor = open(file.c_str(), O_RDWR | O_CREAT, 0600);
     server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", std::to_string(descriptor), "-screen", "0",
@@ -35,24 +42,39 @@ Display::Display(const std::string& screen) {
 
 Display::~Display() {
     observer_.reset();
+    windowManager_.reset();
     server_.reset();
+    bus_.reset();
     std::error_code error;
     std::filesystem::remove_all(home_, error);
+}
+
+void Display::startWindowManager() {
+    windowManager_.emplace(run({"openbox"}));
+    waitFor([&] { return !x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK").empty(); },
+            "the window manager");
 }
 
 xcb_window_t Display::dock(int number) {
     xcb_connection_t* raw = x().raw();
     const xcb_window_t window = xcb_generate_id(raw);
+    constexpr int side = 16;
     const std::uint32_t black = 0;
-    xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, 16, 16, 0,
+    xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, side, side, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &black);
-    const std::string name = "bench";
-    std::string wmClass = name + std::to_string(number);
+    const std::string title = "bench" + std::to_string(number);
+    std::string wmClass = title;
     wmClass.push_back('\0');
     wmClass += "Bench";
     wmClass.push_back('\0');
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
                         static_cast<std::uint32_t>(wmClass.size()), wmClass.data());
+    xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(title.size()), title.data());
+    // Toolkits give an icon no room that does not say how much it needs.
+    xcb_size_hints_t size{};
+    xcb_icccm_size_hints_set_min_size(&size, side, side);
+    xcb_icccm_set_wm_normal_hints(raw, window, &size);
     const std::uint32_t info[] = {0, 1};
     const auto xembed = x().atom("_XEMBED_INFO");
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, xembed, xembed, 32, 2, info);
@@ -71,8 +93,19 @@ bool Display::isDocked(xcb_window_t window) {
     return x().parent(window) != x().root() && x().isViewable(window);
 }
 
-void Display::waitUntilDocked(xcb_window_t window) {
-    waitFor([&] { return isDocked(window); }, "an icon to dock");
+xcb_window_t Display::dockAndWait(int number) {
+    constexpr double patience = 2000;
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        const auto window = dock(number);
+        const auto begin = Clock::now();
+        while (millisecondsSince(begin) < patience) {
+            if (isDocked(window))
+                return window;
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        }
+        xcb_destroy_window(x().raw(), window);
+    }
+    throw std::runtime_error("no icon can be docked");
 }
 
 void Display::writeDefaults(nlohmann::json values) const {
@@ -87,11 +120,10 @@ Display::HiddenIcons Display::startVelmoWithHiddenIcons(int count, nlohmann::jso
         order.push_back("bench" + std::to_string(number) + ".Bench");
     defaults["statusItemOrder"] = order;
     writeDefaults(std::move(defaults));
-    HiddenIcons result{run(VELMO_PROGRAM), {}};
+    HiddenIcons result{run({VELMO_PROGRAM}), {}};
     waitFor([&] { return hasTray() && x().windowTitled("Velmo.Toggle"); }, "Velmo");
     for (int number = 0; number < count; ++number) {
-        result.icons.push_back(dock(number));
-        waitUntilDocked(result.icons.back());
+        result.icons.push_back(dockAndWait(number));
     }
     return result;
 }

@@ -2,6 +2,7 @@
 
 #include "display.h"
 #include "timing.h"
+#include "x_event.h"
 
 #include <xcb/xtest.h>
 
@@ -67,7 +68,7 @@ public:
         double work = 0;
     };
     Opening open() {
-        while (const Event event{xcb_poll_for_event(raw())})
+        while (const XEvent event{xcb_poll_for_event(raw())})
             continue;
         const double workBefore = work();
         const auto begin = Clock::now();
@@ -96,11 +97,6 @@ public:
     }
 
 private:
-    struct Free {
-        void operator()(void* memory) const { std::free(memory); }
-    };
-    using Event = std::unique_ptr<xcb_generic_event_t, Free>;
-
     xcb_connection_t* raw() { return display_.x().raw(); }
 
     void fake(std::uint8_t type, std::uint8_t detail) {
@@ -127,7 +123,7 @@ private:
 
     double untilMapped(Clock::time_point begin) {
         while (true) {
-            const Event event(xcb_wait_for_event(raw()));
+            const XEvent event(xcb_wait_for_event(raw()));
             if (!event)
                 throw std::runtime_error("the display went");
             const double time = millisecondsSince(begin);

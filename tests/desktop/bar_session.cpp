@@ -1,5 +1,7 @@
 #include "bar_session.h"
 
+#include "tray_client.h"
+
 #include <unistd.h>
 
 #include <cstdlib>
@@ -85,15 +87,7 @@ xcb_window_t BarSession::makeIcon(std::uint8_t depth, const std::vector<std::uin
 }
 
 void BarSession::dock(xcb_window_t window) {
-    const auto owner = x().selectionOwner("_NET_SYSTEM_TRAY_S0");
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = owner;
-    message.type = x().atom("_NET_SYSTEM_TRAY_OPCODE");
-    message.data.data32[2] = window;
-    xcb_send_event(x().raw(), 0, owner, 0, reinterpret_cast<const char*>(&message));
-    xcb_flush(x().raw());
+    sendToTray(x(), 0, window);
     EXPECT_TRUE(turnUntil([&] { return itemOf(window) && x().isViewable(window); }));
 }
 

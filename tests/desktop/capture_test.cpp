@@ -1,6 +1,7 @@
 #include "bar_session.h"
 #include "bus_program.h"
 #include "icon_pixels.h"
+#include "tray_client.h"
 
 #include "linux/x11/window_capture.h"
 
@@ -282,19 +283,36 @@ TEST_F(Capture, FailsForWindowsAndSizesThatAreNone) {
     EXPECT_TRUE(picture(window, CaptureConfiguration{1, 1}));
 }
 
-TEST_F(Capture, FailsForAnOpaqueIconBeyondTheEdgeOfTheScreen) {
+TEST_F(Capture, IsHadOfIconsBeyondTheEdgeOfTheScreen) {
     startServer();
     startBar({"Item-0", "desktop_tests", "desktop_tests#2"});
     capture_ = std::make_unique<x11::WindowCapture>(*bar_);
     const auto divider = bar_->makeStatusItem(10);
     const auto window = dockIcon(24);
     const auto withAlpha = dockIcon(32);
-    expectPattern(picture(window), 24);
     divider->setLength(10000);
     bar_->layOutIfNeeded();
     ASSERT_LT(itemOf(window)->place()->x, 0);
-    EXPECT_FALSE(picture(window));
+    expectPattern(picture(window), 24);
     expectPattern(picture(withAlpha), 32);
+}
+
+TEST_F(Capture, LeavesOutWhatIsNotInTheShapeOfAnIcon) {
+    start();
+    TrayClient client(environment_.at("DISPLAY"));
+    const auto window = client.makeIcon("shaped", TrayClient::Look::shaped, 0x123456);
+    dock(window);
+    ASSERT_TRUE(eventually([&] { return client.exposures() > 0; }));
+    client.setColor(window, 0x123457);
+    client.x().exists(window);
+    const auto bitmap = picture(window);
+    ASSERT_TRUE(bitmap);
+    for (int y = 0; y < bitmap->height; ++y) {
+        for (int x = 0; x < bitmap->width; ++x) {
+            const bool inside = x >= 10 && x < 20 && y >= 6 && y < 16;
+            ASSERT_EQ(pixelAt(*bitmap, x, y), inside ? 0xff123457 : 0) << x << ' ' << y;
+        }
+    }
 }
 
 TEST_F(Capture, CompletesInALaterTurn) {
@@ -383,12 +401,14 @@ TEST_F(Capture, ShareableWindowsAreThoseOfTheItems) {
 TEST_F(Capture, AccessIsWhatTheServerAllows) {
     start();
     turnUntil([] { return true; });
-    EXPECT_TRUE(capture_->preflightAccess());
-    EXPECT_TRUE(capture_->requestAccess());
     xcb_unmap_window(x().raw(), bar_->window());
     x().exists(x().root());
     EXPECT_FALSE(capture_->preflightAccess()) << "the server refuses";
     EXPECT_FALSE(capture_->requestAccess());
+    xcb_map_window(x().raw(), bar_->window());
+    x().exists(x().root());
+    EXPECT_TRUE(capture_->preflightAccess()) << "it is asked again";
+    EXPECT_TRUE(capture_->requestAccess());
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "desktop_session.h"
+#include "process_figures.h"
 
 #include <fstream>
 #include <thread>
@@ -30,27 +31,16 @@ protected:
     bool hasLoaded(const std::string& library) {
         return processFile("maps").find(library) != std::string::npos;
     }
-    /// How often any of its threads has gone to sleep. What takes a thread's turn away is not counted.
-    int sleeps() {
-        const std::string name = "\nvoluntary_ctxt_switches:";
-        int sum = 0;
-        for (const auto& task :
-             std::filesystem::directory_iterator("/proc/" + std::to_string(velmo().id()) + "/task")) {
-            const auto status = processFile("task/" + task.path().filename().string() + "/status");
-            sum += std::stoi(status.substr(status.find(name) + name.size()));
-        }
-        return sum;
-    }
     /// Lets it tick, and expects that it wakes for that alone.
     void expectOneWakeupASecond() {
         using std::chrono::steady_clock;
         const auto start = steady_clock::now();
-        const int before = sleeps();
+        const SleepCounter sleeps(velmo().id());
         std::this_thread::sleep_for(milliseconds(6000));
-        const int wakeups = sleeps() - before;
+        const long wakeups = sleeps.count();
         const auto seconds = std::chrono::duration<double>(steady_clock::now() - start).count();
         EXPECT_GE(wakeups, 5);
-        EXPECT_LE(wakeups, static_cast<int>(seconds) + 1) << "in " << seconds << " seconds";
+        EXPECT_LE(wakeups, static_cast<long>(seconds) + 1) << "in " << seconds << " seconds";
     }
     /// The same where each time takes several steps, for which its threads wait for each other and for the
     /// display: these follow each other at once.
@@ -59,11 +49,12 @@ protected:
         constexpr auto pause = milliseconds(60);
         const auto start = steady_clock::now();
         auto lastStep = start;
-        int steps = sleeps();
+        const SleepCounter sleeps(velmo().id());
+        long steps = 0;
         int bursts = 0;
         while (steady_clock::now() - start < milliseconds(6000)) {
             std::this_thread::sleep_for(milliseconds(5));
-            if (steps == std::exchange(steps, sleeps()))
+            if (steps == std::exchange(steps, sleeps.count()))
                 continue;
             bursts += steady_clock::now() - lastStep > pause ? 1 : 0;
             lastStep = steady_clock::now();
@@ -89,9 +80,9 @@ TEST_F(ClockItem, BarWithoutOneLoadsNothingForItAndSleeps) {
         EXPECT_FALSE(hasLoaded(library)) << library;
     EXPECT_FALSE(x().windowTitled("Velmo.Clock"));
     std::this_thread::sleep_for(milliseconds(500));
-    const int before = sleeps();
+    const SleepCounter sleeps(velmo().id());
     std::this_thread::sleep_for(milliseconds(2500));
-    EXPECT_EQ(sleeps(), before);
+    EXPECT_EQ(sleeps.count(), 0);
 }
 
 TEST_F(ClockItem, TicksInItsPlace) {

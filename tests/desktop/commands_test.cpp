@@ -1,4 +1,5 @@
 #include "desktop_session.h"
+#include "window_managers.h"
 
 #include <algorithm>
 #include <csignal>
@@ -300,7 +301,7 @@ TEST_P(GlobalShortcutUnder, WorksWithEveryKeyboardLayout) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(WindowManagers, GlobalShortcutUnder, testing::Values("openbox", "i3", "xfwm4"),
+INSTANTIATE_TEST_SUITE_P(WindowManagers, GlobalShortcutUnder, windowManagers,
                          [](const auto& manager) { return manager.param; });
 
 TEST_F(GlobalShortcut, FollowsKeysAndModifiersThatMove) {

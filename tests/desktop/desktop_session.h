@@ -45,9 +45,13 @@ protected:
     /// Settings of the display, a line each.
     void addToResources(const std::string& text) const;
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
-    /// One of "openbox", "i3" and "xfwm4", set up to leave the tray and the drawing to others. The last one
-    /// keeps programs from taking the focus.
+    /// One of `windowManagers`, set up to leave the tray and the drawing to others. "xfwm4" keeps programs
+    /// from taking the focus.
     void startWindowManagerNamed(const std::string& name);
+    /// While everything else goes on. Both have names of `windowManagers`, or the same one.
+    void replaceWindowManager(const std::string& former, const std::string& latter);
+    /// It ends without having put anything in order.
+    void crashWindowManager() const;
     /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
     void startSessionBus();
     void stopSessionBus() { bus_->stop(); }
@@ -102,6 +106,10 @@ protected:
     Environment environment_;
 
 private:
+    std::vector<std::string> windowManagerCommand(const std::string& name) const;
+    /// By which it can be told from others. None where none runs.
+    xcb_window_t windowManagersWindow() const;
+
     std::optional<ChildProcess> server_;
     std::optional<PrivateBus> bus_;
     std::vector<ChildProcess> programs_;

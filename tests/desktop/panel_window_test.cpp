@@ -1,4 +1,5 @@
 #include "panel_window_session.h"
+#include "window_managers.h"
 
 #include <algorithm>
 #include <fstream>
@@ -40,20 +41,8 @@ protected:
 
 using PanelOnANarrowScreen = PanelWindowSession;
 
-class PanelUnder : public PanelWindow, public testing::WithParamInterface<const char*> {
+class PanelUnder : public PanelWindow, public testing::WithParamInterface<std::string> {
 protected:
-    void startChosenManager() {
-        const std::string chosen = GetParam();
-        if (chosen == "openbox")
-            startWindowManager();
-        if (chosen == "xfwm4")
-            startWindowManager({"dbus-run-session", "--", "xfwm4", "--compositor=off"});
-        if (chosen != "i3")
-            return;
-        const auto configuration = home_ / "i3.conf";
-        std::ofstream(configuration) << "# i3 config file (v4)\nbar {\n  i3bar_command true\n}\n";
-        startWindowManager({"i3", "-c", configuration});
-    }
     void askManager(xcb_window_t window, const std::vector<std::string>& what) const {
         std::vector<std::string> command = {"wmctrl", "-i"};
         command.insert(command.end(), what.begin(), what.end());
@@ -63,7 +52,7 @@ protected:
 };
 
 TEST_P(PanelUnder, StaysAboveWindowsThatAreShownRaisedAndFillTheScreen) {
-    startChosenManager();
+    startWindowManagerNamed(GetParam());
     startVelmoForPanels();
     openPanelWindow();
     const auto first = startTerminal("First");
@@ -80,8 +69,8 @@ TEST_P(PanelUnder, StaysAboveWindowsThatAreShownRaisedAndFillTheScreen) {
     EXPECT_TRUE(eventually([&] { return !panelWindow(); }));
 }
 
-INSTANTIATE_TEST_SUITE_P(WindowManagers, PanelUnder, testing::Values("openbox", "i3", "xfwm4"),
-                         [](const auto& chosen) { return std::string(chosen.param); });
+INSTANTIATE_TEST_SUITE_P(WindowManagers, PanelUnder, windowManagers,
+                         [](const auto& chosen) { return chosen.param; });
 
 TEST_F(PanelWindow, StaysAboveWindowsOfAManagerThatPutsTheLatestAboveAll) {
     // Told to place windows by itself.

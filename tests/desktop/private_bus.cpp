@@ -8,6 +8,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace velmo::desktop {
 
@@ -25,8 +26,8 @@ bool listens(const std::filesystem::path& file) {
 
 }  // namespace
 
-PrivateBus::PrivateBus(const std::filesystem::path& folder)
-    : configuration_(folder / "bus.conf"), socket_(folder / "bus") {
+PrivateBus::PrivateBus(const std::filesystem::path& folder, Environment environment)
+    : environment_(std::move(environment)), configuration_(folder / "bus.conf"), socket_(folder / "bus") {
     std::ofstream file(configuration_);
     file << "<busconfig><type>session</type><listen>" << address() << "</listen>"
          << "<policy context='default'><allow send_destination='*'/><allow receive_sender='*'/>"
@@ -44,7 +45,7 @@ void PrivateBus::start() {
     std::filesystem::remove(socket_);
     daemon_.emplace(
         std::vector<std::string>{"dbus-daemon", "--nofork", "--config-file=" + configuration_.string()},
-        Environment{});
+        environment_);
     for (int count = 0; count < 1000; ++count) {
         if (listens(socket_))
             return;

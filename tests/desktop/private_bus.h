@@ -12,8 +12,8 @@ namespace velmo::desktop {
 /// the folder `services` beside its own.
 class PrivateBus {
 public:
-    /// Its files go into the folder, which exists.
-    explicit PrivateBus(const std::filesystem::path& folder);
+    /// Its files go into the folder, which exists. The services find the environment.
+    explicit PrivateBus(const std::filesystem::path& folder, Environment environment = {});
 
     /// Starts it, and returns once programs can connect.
     void start();
@@ -23,6 +23,7 @@ public:
     std::string address() const { return "unix:path=" + socket_.string(); }
 
 private:
+    Environment environment_;
     std::filesystem::path configuration_;
     std::filesystem::path socket_;
     std::optional<ChildProcess> daemon_;

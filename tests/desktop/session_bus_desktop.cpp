@@ -1,10 +1,12 @@
 #include "session_bus_desktop.h"
 
+#include <unistd.h>
 #include <xcb/xtest.h>
 
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <thread>
 
 namespace velmo::desktop {
@@ -147,6 +149,20 @@ long SessionBusDesktop::memory() {
 
 long SessionBusDesktop::sleeps() {
     return numberIn("status", "voluntary_ctxt_switches:", velmo().id());
+}
+
+double SessionBusDesktop::processorTime() {
+    std::ifstream file("/proc/" + std::to_string(velmo().id()) + "/stat");
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    // Behind the name: of what follows, the twelfth and the thirteenth.
+    std::istringstream fields(text.substr(text.rfind(')') + 1));
+    constexpr int before = 11;
+    for (int count = 0; count < before; ++count)
+        fields >> text;
+    double user = 0;
+    double system = 0;
+    fields >> user >> system;
+    return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
 long SessionBusDesktop::openFiles() {

@@ -56,6 +56,8 @@ protected:
     std::map<std::string, std::uint32_t> resources() { return x().resources(velmo().id()); }
     /// How often Velmo has gone to sleep so far.
     long sleeps();
+    /// Seconds of processors that Velmo has used so far.
+    double processorTime();
 
 private:
     bool isToolTip(xcb_window_t window) const;

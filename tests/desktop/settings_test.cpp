@@ -1,4 +1,5 @@
 #include "settings_session.h"
+#include "window_managers.h"
 
 #include <filesystem>
 
@@ -127,7 +128,7 @@ TEST_P(SettingsUnder, ComesToTheWorkspaceThatTheUserLooksAt) {
     EXPECT_TRUE(GetParam() == "i3" || workspace() == 1U);
 }
 
-INSTANTIATE_TEST_SUITE_P(WindowManagers, SettingsUnder, testing::Values("openbox", "i3", "xfwm4"),
+INSTANTIATE_TEST_SUITE_P(WindowManagers, SettingsUnder, windowManagers,
                          [](const auto& test) { return test.param; });
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "desktop_session.h"
+#include "tray_client.h"
 
 #include <sys/inotify.h>
 #include <unistd.h>
@@ -17,21 +18,6 @@ protected:
         startServer();
         startWindowManager();
         startVelmo();
-    }
-
-    void sendToTray(std::uint32_t opcode, xcb_window_t window) const { sendToTray(opcode, window, x()); }
-
-    static void sendToTray(std::uint32_t opcode, xcb_window_t window, const XObserver& sender) {
-        const auto owner = sender.selectionOwner("_NET_SYSTEM_TRAY_S0");
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = owner;
-        message.type = sender.atom("_NET_SYSTEM_TRAY_OPCODE");
-        message.data.data32[1] = opcode;
-        message.data.data32[2] = window;
-        xcb_send_event(sender.raw(), 0, owner, 0, reinterpret_cast<const char*>(&message));
-        xcb_flush(sender.raw());
     }
 
     void setEmbeddingFlags(xcb_window_t window, std::uint32_t flags) const {
@@ -54,7 +40,7 @@ protected:
         xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
                             static_cast<std::uint32_t>(wmClass.size()), wmClass.data());
         setEmbeddingFlags(window, 1);
-        sendToTray(0, window);
+        sendToTray(x(), 0, window);
         EXPECT_TRUE(eventually([&] { return x().parent(window) != x().root() && x().isViewable(window); }));
         return window;
     }
@@ -171,7 +157,7 @@ TEST_F(Tray, HostileDockRequestsCostNothing) {
     const xcb_window_t nobodys = 0xdeadbeef;
     for (const auto window : {xcb_window_t{XCB_WINDOW_NONE}, x().root(), bar(), toggle(), owner, nobodys}) {
         for (const std::uint32_t opcode : {0U, 1U, 2U, 77U})
-            sendToTray(opcode, window);
+            sendToTray(x(), opcode, window);
     }
     const auto icon = startTrayProgram("gxkb", "Gxkb");
     EXPECT_TRUE(eventually([&] { return isOnScreen(icon) && isOnScreen(toggle()); }));
@@ -186,7 +172,7 @@ TEST_F(Tray, ClientsThatDieWhileTheyDockLeaveNothing) {
     for (int count = 0; count < 100; ++count) {
         XObserver client(environment_.at("DISPLAY"));
         const xcb_window_t window = makeWindow(client);
-        sendToTray(0, window, client);
+        sendToTray(client, 0, window);
     }
     const auto icon = startTrayProgram("gxkb", "Gxkb");
     EXPECT_TRUE(eventually([&] { return isOnScreen(icon) && x().children(bar()).size() == items + 1; }));
@@ -218,7 +204,7 @@ TEST_F(Tray, WindowTakenBackIsFreeAgain) {
     EXPECT_TRUE(x().exists(window));
     EXPECT_EQ(x().area(window)->width, 200);
 
-    sendToTray(0, window);
+    sendToTray(x(), 0, window);
     EXPECT_TRUE(eventually([&] { return x().children(bar()).size() == items && isOnScreen(window); }));
 }
 

@@ -31,6 +31,18 @@ std::optional<xcb_window_t> findBelow(const XObserver& observer, xcb_window_t wi
     return std::nullopt;
 }
 
+/// 0xRRGGBB of a pixel as screens of that depth have it.
+std::uint32_t colorOf(std::uint8_t depth, const std::uint8_t* bytes) {
+    const auto value = [&](int index) { return static_cast<std::uint32_t>(bytes[index]); };
+    const auto low = value(0) | value(1) << 8;
+    if (depth == 16)
+        return (low >> 8 & 0xf8) << 16 | (low >> 3 & 0xfc) << 8 | (low << 3 & 0xf8);
+    const auto word = low | value(2) << 16 | value(3) << 24;
+    if (depth == 30)
+        return (word >> 22 & 0xff) << 16 | (word >> 12 & 0xff) << 8 | (word >> 2 & 0xff);
+    return word & 0xffffff;
+}
+
 }  // namespace
 
 XObserver::XObserver(const std::string& display) : connection_(xcb_connect(display.c_str(), nullptr)) {
@@ -128,9 +140,14 @@ std::vector<std::uint32_t> XObserver::pixels(const Area& area) const {
     if (!reply)
         return result;
     const auto* bytes = xcb_get_image_data(reply.get());
-    for (auto& value : result) {
-        value = static_cast<std::uint32_t>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
-        bytes += 4;
+    const int pixelBytes = reply->depth > 16 ? 4 : 2;
+    // Rows are of whole words.
+    const int padding = area.width * pixelBytes % 4;
+    for (std::size_t index = 0; index < result.size(); ++index) {
+        result[index] = colorOf(reply->depth, bytes);
+        bytes += pixelBytes;
+        if ((index + 1) % static_cast<std::size_t>(area.width) == 0)
+            bytes += padding;
     }
     return result;
 }

@@ -2,6 +2,7 @@
 
 #include "linux/application/linux_application.h"
 #include "linux/dates/linux_dates.h"
+#include "linux/dbus/color_scheme.h"
 #include "linux/defaults/file_global_preferences.h"
 #include "linux/defaults/file_user_defaults.h"
 #include "linux/event_loop/event_loop.h"
@@ -51,10 +52,10 @@ struct LinuxDesktop::Services {
     LazyToolkit toolkit{loop};
     LazyTextRenderer text{dateLocaleFromEnvironment()};
     std::unique_ptr<x11::MenuBar> bar;
+    std::unique_ptr<x11::Keyboard> keyboard;
     std::unique_ptr<x11::ItemDrag> drag;
     std::unique_ptr<x11::GlobalEvents> events;
     std::unique_ptr<x11::WindowList> windowList;
-    std::unique_ptr<x11::Keyboard> keyboard;
     std::unique_ptr<x11::HotKeys> hotKeys;
     std::unique_ptr<x11::KeyEvents> keyEvents;
     std::unique_ptr<x11::PanelKeys> panelKeys;
@@ -63,6 +64,7 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::TrayHost> tray;
     std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
     std::unique_ptr<x11::NotifierTray> notifierTray;
+    std::unique_ptr<dbus::ColorScheme> colorScheme;
     LinuxWorkspace workspace{processInfo};
     LinuxDates dates{loop};
     AutostartLoginService loginService{autostartEnvironment(), processInfo};
@@ -70,6 +72,7 @@ struct LinuxDesktop::Services {
         processInfo, [this] { return notifierTray ? notifierTray->bus() : nullptr; },
         [this](const auto& confirmation, const auto& then) { toolkit.confirm(confirmation, then); }};
     Registration settingsChanges;
+    Registration screenChanges;
     bool displayLost = false;
 
     bool build();
@@ -91,25 +94,31 @@ bool LinuxDesktop::Services::build() {
                                   toolkit, text, processInfo.processIdentifier(), globalPreferences},
         userDefaults->stringListForKey(orderKey),
         [this](const auto& order) { userDefaults->setStringList(order, orderKey); });
-    drag = std::make_unique<x11::ItemDrag>(*bar, *modifiers);
+    keyboard = std::make_unique<x11::Keyboard>(*connection);
+    drag = std::make_unique<x11::ItemDrag>(*bar, *modifiers, *keyboard);
     events = std::make_unique<x11::GlobalEvents>(*bar);
     windowList = std::make_unique<x11::WindowList>(*bar);
     windowCapture = std::make_unique<x11::WindowCapture>(*bar);
     syntheticEvents = std::make_unique<x11::SyntheticEvents>(*bar);
-    keyboard = std::make_unique<x11::Keyboard>(*connection);
     hotKeys = std::make_unique<x11::HotKeys>(*connection, *keyboard, *modifiers);
     keyEvents = std::make_unique<x11::KeyEvents>(*connection, *keyboard, *modifiers);
     localEvents.setKeyTranslation([this](auto key, auto state) { return keyEvents->keyDown(key, state); });
     panelKeys = std::make_unique<x11::PanelKeys>(*connection, *keyboard, *modifiers, *hotKeys, localEvents,
                                                  *keyEvents);
+    // Before what the toolkit shows is laid out anew.
+    toolkit.setAppearance(settings->appearance());
+    settingsChanges = settings->onChange([this] { toolkit.setAppearance(settings->appearance()); });
+    screenChanges = screens->onChange([this] { toolkit.closeMenus(); });
     toolkitServices = std::make_unique<x11::ToolkitServices>(*bar, *events, *userDefaults);
     toolkit.setHost(toolkitServices.get());
     tray = std::make_unique<x11::TrayHost>(*bar);
-    toolkit.setAppearance(settings->appearance());
-    settingsChanges = settings->onChange([this] { toolkit.setAppearance(settings->appearance()); });
     if (!tray->acquire())
         return false;
     notifierTray = std::make_unique<x11::NotifierTray>(*bar);
+    notifierTray->setOnBus([this](const auto& bus) {
+        colorScheme = std::make_unique<dbus::ColorScheme>(
+            bus, [this](auto prefersDark) { settings->setPrefersDark(prefersDark); });
+    });
     notifierTray->start();
     return true;
 }

@@ -1,6 +1,7 @@
 #include "atomic_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,6 +13,12 @@
 namespace velmo {
 
 namespace {
+
+/// Between the name of a file and what tells apart those who are about to replace it.
+constexpr const char* scratchMark = ".next-";
+
+/// So often a file that is being written may be taken for what a killed process has left.
+constexpr int mostReplacements = 3;
 
 std::error_code lastError() {
     return {errno, std::generic_category()};
@@ -58,6 +65,40 @@ void syncFolder(const std::filesystem::path& folder) {
     close(descriptor);
 }
 
+/// What processes have left that were killed while they wrote. Those that live hold a lock.
+void removeLeftovers(const std::filesystem::path& target) {
+    const std::string beginning = target.filename().string() + scratchMark;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(target.parent_path(), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const auto& path = entry->path();
+        if (!path.filename().string().starts_with(beginning))
+            continue;
+        const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC);
+        if (descriptor < 0)
+            continue;
+        if (flock(descriptor, LOCK_EX | LOCK_NB) == 0)
+            unlink(path.c_str());
+        close(descriptor);
+    }
+}
+
+std::error_code writeAndRename(const std::filesystem::path& target, const std::string& content) {
+    std::string scratch = target.string() + scratchMark + "XXXXXX";
+    const int descriptor = mkostemp(scratch.data(), O_CLOEXEC);
+    if (descriptor < 0)
+        return lastError();
+    flock(descriptor, LOCK_EX | LOCK_NB);
+    std::error_code error;
+    if (!writeAll(descriptor, content) || fsync(descriptor) != 0 ||
+        std::rename(scratch.c_str(), target.c_str()) != 0) {
+        error = lastError();
+        unlink(scratch.c_str());
+    }
+    close(descriptor);
+    return error;
+}
+
 }  // namespace
 
 std::error_code replaceFile(const std::filesystem::path& file, const std::string& content) {
@@ -70,19 +111,13 @@ std::error_code replaceFile(const std::filesystem::path& file, const std::string
     const auto folder = target.parent_path();
     if (!makePrivateFolder(folder))
         return lastError();
-
-    std::string scratch = target.string() + ".XXXXXX";
-    const int descriptor = mkostemp(scratch.data(), O_CLOEXEC);
-    if (descriptor < 0)
-        return lastError();
-    if (!writeAll(descriptor, content) || fsync(descriptor) != 0)
-        error = lastError();
-    close(descriptor);
-    if (!error && std::rename(scratch.c_str(), target.c_str()) != 0)
-        error = lastError();
-    if (error)
-        unlink(scratch.c_str());
-    else
+    removeLeftovers(target);
+    for (int attempt = 0; attempt < mostReplacements; ++attempt) {
+        error = writeAndRename(target, content);
+        if (error != std::errc::no_such_file_or_directory)
+            break;
+    }
+    if (!error)
         syncFolder(folder);
     return error;
 }

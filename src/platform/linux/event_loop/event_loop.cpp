@@ -151,9 +151,10 @@ void EventLoop::stop() {
 }
 
 void EventLoop::turn() {
+    dispatchSources(noWait);
+    // What the events have asked for follows at once, however the loop sleeps.
     runPosted();
     runDueTimers();
-    dispatchSources(noWait);
 }
 
 bool EventLoop::prepareToSleep() {

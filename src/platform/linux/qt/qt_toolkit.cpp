@@ -44,6 +44,8 @@ public:
           confirmation_([&host](WindowNumber window) { host.activate(window); }) {
         style::setPlatformPalette(QApplication::palette(), QApplication::style()->standardPalette());
         application_.installEventFilter(&localEvents_);
+        if (const auto* server = application_.nativeInterface<QNativeInterface::QX11Application>())
+            host_.spareButtonStates(server->connection());
         QAccessible::installFactory(makeAccessible);
         QApplication::setQuitOnLastWindowClosed(false);
         QApplication::setApplicationName(QStringLiteral("velmo"));

@@ -78,6 +78,12 @@ void LazyToolkit::hideToolTip() {
         toolkit_->hideToolTip();
 }
 
+void LazyToolkit::closeMenus() {
+    hideToolTip();
+    if (toolkit_)
+        toolkit_->interrupt();
+}
+
 void LazyToolkit::confirm(const Confirmation& confirmation, const std::function<void()>& action) {
     if (auto* toolkit = get())
         toolkit->confirm(confirmation, action);

@@ -30,6 +30,8 @@ public:
     void showToolTip(const std::string& text, int x, int y);
     void showRichToolTip(const std::string& markup, int x, int y);
     void hideToolTip();
+    /// Closes what is open for a moment: menus, whosever they are, and tooltips.
+    void closeMenus();
     void confirm(const Confirmation& confirmation, const std::function<void()>& action);
     std::unique_ptr<Panel> makePanel(const PanelConfiguration& configuration) override;
     std::unique_ptr<Popover> makePopover() override;

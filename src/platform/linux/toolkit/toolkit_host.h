@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 
+struct xcb_connection_t;
+
 namespace velmo {
 
 class Events;
@@ -21,6 +23,8 @@ public:
     virtual ~ToolkitHost() = default;
 
     virtual HostedLoop& loop() = 0;
+    /// Has the server leave a toolkit's own connection in peace when a button is pressed somewhere.
+    virtual void spareButtonStates(xcb_connection_t* connection) = 0;
     virtual LocalEvents& localEvents() = 0;
     virtual Events& events() = 0;
     /// From points with the origin at the bottom left of the primary screen, y upwards, to pixels of the root
@@ -28,6 +32,11 @@ public:
     virtual Rect toPixels(const Rect& rect) const = 0;
     /// Of the screen with that place, in points as above, less the menu bar and other programs' docks.
     virtual Rect visibleFrame(const Point& place) const = 0;
+    /// The upper right corner of the screen with the bar, in points as above: items, and what hangs below
+    /// them, keep their distance to it.
+    virtual Point barEnd() const = 0;
+    /// Called after the bar has moved to another place, or has another scale.
+    virtual Registration onBarChange(std::function<void()> listener) = 0;
     /// Shows what has changed in the bar, for whoever is about to keep the loop busy.
     virtual void updateBar() = 0;
     /// True where a compositing manager shows translucent windows.

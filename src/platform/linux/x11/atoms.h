@@ -18,12 +18,14 @@ struct Atoms {
     xcb_atom_t netSystemTrayVisual = 0;
     xcb_atom_t netActiveWindow = 0;
     xcb_atom_t netClientList = 0;
+    xcb_atom_t netClientListStacking = 0;
     xcb_atom_t netCurrentDesktop = 0;
     xcb_atom_t netWmCmSelection = 0;
     xcb_atom_t netWmDesktop = 0;
     xcb_atom_t netWmName = 0;
     xcb_atom_t netWmPid = 0;
     xcb_atom_t netWmState = 0;
+    xcb_atom_t netWmStateFullscreen = 0;
     xcb_atom_t netWmStateSkipPager = 0;
     xcb_atom_t netWmStateSkipTaskbar = 0;
     xcb_atom_t netWmStateSticky = 0;
@@ -39,6 +41,7 @@ struct Atoms {
     xcb_atom_t netWorkarea = 0;
     xcb_atom_t utf8String = 0;
     xcb_atom_t velmoInstance = 0;
+    xcb_atom_t velmoItem = 0;
     xcb_atom_t velmoReopen = 0;
     xcb_atom_t wmState = 0;
     xcb_atom_t windowShadow = 0;

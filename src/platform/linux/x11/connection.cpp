@@ -42,6 +42,9 @@ xcb_window_t windowOf(const xcb_generic_event_t& event) {
         case XCB_REPARENT_NOTIFY:
         case XCB_CONFIGURE_NOTIFY:
         case XCB_CIRCULATE_NOTIFY:
+        // These begin with the window that was to be asked, the parent of the one that they are about.
+        case XCB_MAP_REQUEST:
+        case XCB_CONFIGURE_REQUEST:
             return as(static_cast<xcb_map_notify_event_t*>(nullptr)).event;
         case XCB_PROPERTY_NOTIFY:
             return as(static_cast<xcb_property_notify_event_t*>(nullptr)).window;
@@ -170,8 +173,8 @@ bool Connection::isOurs(xcb_window_t window) const {
     return (window & ~setup->resource_id_mask) == setup->resource_id_base;
 }
 
-Registration Connection::add(Entries& entries, Entry entry) {
-    const auto place = entries.insert(entries.end(), std::make_shared<Entry>(std::move(entry)));
+Registration Connection::add(Entries& entries, Handler handler) {
+    const auto place = entries.insert(entries.end(), std::make_shared<Entry>(Entry{std::move(handler)}));
     return Registration([&entries, place] {
         (*place)->ended = true;
         entries.erase(place);
@@ -201,11 +204,13 @@ Registration Connection::onWindow(xcb_window_t window, Handler handler) {
 
 Registration Connection::onExtension(xcb_extension_t& extension, Handler handler) {
     const auto* data = xcb_get_extension_data(connection_, &extension);
-    return add(extensionHandlers_, {std::move(handler), data->major_opcode, data->first_event});
+    auto& known = extensions_[data->major_opcode];
+    known.firstEvent = data->first_event;
+    return add(known.handlers, std::move(handler));
 }
 
 Registration Connection::onKeyboardChange(Handler handler) {
-    return add(keyboardHandlers_, {std::move(handler)});
+    return add(keyboardHandlers_, std::move(handler));
 }
 
 std::vector<std::uint8_t> Connection::property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type,
@@ -295,19 +300,19 @@ void Connection::dispatch(const xcb_generic_event_t& event) {
 
 void Connection::dispatchToExtension(const xcb_generic_event_t& event) {
     const auto type = static_cast<std::uint8_t>(event.response_type & ~sentBit);
-    const bool generic = type == XCB_GE_GENERIC;
-    const auto opcode = reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension;
-    // Extensions get their events in blocks; an event belongs to the nearest block that begins below it.
-    std::uint8_t block = 0;
-    for (const auto& entry : extensionHandlers_) {
-        if (entry->firstEvent <= type)
-            block = std::max(block, entry->firstEvent);
+    const Extension* sender = nullptr;
+    if (type == XCB_GE_GENERIC) {
+        const auto found = extensions_.find(reinterpret_cast<const xcb_ge_generic_event_t&>(event).extension);
+        sender = found == extensions_.end() ? nullptr : &found->second;
+    } else {
+        // Extensions get their events in blocks; an event belongs to the nearest block that begins below it.
+        for (const auto& [opcode, extension] : extensions_) {
+            if (extension.firstEvent <= type && (!sender || sender->firstEvent < extension.firstEvent))
+                sender = &extension;
+        }
     }
-    Entries matching = extensionHandlers_;
-    matching.remove_if([&](const auto& entry) {
-        return generic ? entry->majorOpcode != opcode : entry->firstEvent != block;
-    });
-    call(matching, event);
+    if (sender)
+        call(sender->handlers, event);
 }
 
 }  // namespace velmo::x11

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <list>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -66,18 +67,19 @@ public:
 private:
     struct Entry {
         Handler handler;
-        /// Of an extension; 0 elsewhere.
-        std::uint8_t majorOpcode = 0;
-        std::uint8_t firstEvent = 0;
         bool ended = false;
     };
     using Entries = std::list<std::shared_ptr<Entry>>;
+    struct Extension {
+        std::uint8_t firstEvent = 0;
+        Entries handlers;
+    };
 
     Connection(xcb_connection_t* connection, int screenNumber, EventLoop& loop);
     void readEvents();
     void dispatch(const xcb_generic_event_t& event);
     void dispatchToExtension(const xcb_generic_event_t& event);
-    static Registration add(Entries& entries, Entry entry);
+    static Registration add(Entries& entries, Handler handler);
     static void call(const Entries& entries, const xcb_generic_event_t& event);
     void noticeLoss();
 
@@ -86,7 +88,8 @@ private:
     EventLoop& loop_;
     std::unique_ptr<Atoms> atoms_;
     std::unordered_map<xcb_window_t, Entries> windowHandlers_;
-    Entries extensionHandlers_;
+    /// By major opcode.
+    std::map<std::uint8_t, Extension> extensions_;
     Entries keyboardHandlers_;
     std::function<void()> onLost_;
     bool lost_ = false;

@@ -218,6 +218,11 @@ void DesktopSettings::followManager() {
     read();
 }
 
+void DesktopSettings::setPrefersDark(std::optional<bool> prefersDark) {
+    prefersDark_ = prefersDark;
+    reading_.request();
+}
+
 void DesktopSettings::read() {
     const auto& atoms = connection_.atoms();
     std::map<std::string, XSetting> settings;
@@ -226,7 +231,8 @@ void DesktopSettings::read() {
             connection_.property(manager_, atoms.xsettingsSettings, atoms.xsettingsSettings, propertyLimit));
     const auto resources =
         connection_.property(connection_.root(), XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, propertyLimit);
-    const auto appearance = appearanceFrom(settings, {resources.begin(), resources.end()});
+    auto appearance = appearanceFrom(settings, {resources.begin(), resources.end()});
+    appearance.dark = prefersDark_.value_or(appearance.dark);
     if (appearance == appearance_)
         return;
     appearance_ = appearance;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -32,6 +33,8 @@ public:
     explicit DesktopSettings(Connection& connection);
 
     const Appearance& appearance() const { return appearance_; }
+    /// What the user prefers whatever the theme is called; absent for no preference.
+    void setPrefersDark(std::optional<bool> prefersDark);
     /// Called after the appearance has changed.
     Registration onChange(std::function<void()> listener) { return listeners_.add(std::move(listener)); }
 
@@ -41,6 +44,7 @@ private:
 
     Connection& connection_;
     Appearance appearance_;
+    std::optional<bool> prefersDark_;
     xcb_window_t manager_ = XCB_WINDOW_NONE;
     Listeners listeners_;
     PostedOnce reading_;

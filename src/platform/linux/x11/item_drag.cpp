@@ -1,5 +1,8 @@
 #include "item_drag.h"
 
+#include "linux/x11/meaningless_key.h"
+#include "linux/x11/reply.h"
+
 #include <cstdlib>
 #include <utility>
 
@@ -10,13 +13,24 @@ namespace {
 /// A hand is not perfectly still while it clicks. Points.
 constexpr double dragThreshold = 3;
 
+/// As a virtual key code.
+constexpr std::uint32_t keyThatPutsBack = 53;
+
 }  // namespace
 
-ItemDrag::ItemDrag(MenuBar& bar, Modifiers& modifiers)
-    : bar_(bar), connection_(bar.connection()), modifiers_(modifiers) {
+ItemDrag::ItemDrag(MenuBar& bar, Modifiers& modifiers, const Keyboard& keyboard)
+    : bar_(bar), connection_(bar.connection()), modifiers_(modifiers), keyboard_(keyboard) {
     events_ = connection_.onWindow(bar.window(), [this](const auto& event) { handle(event); });
     modifierChanges_ = modifiers_.onChange([this] { grab(); });
+    ends_ = bar_.onLetGo([this] {
+        if (!heldEscape_)
+            giveKeyboardBack();
+    });
     grab();
+}
+
+ItemDrag::~ItemDrag() {
+    giveKeyboardBack();
 }
 
 /// A grab on the bar comes before what its items, ours and others', do with the press.
@@ -35,7 +49,7 @@ void ItemDrag::grab() const {
 void ItemDrag::handle(const xcb_generic_event_t& event) {
     switch (event.response_type & 0x7f) {
         case XCB_BUTTON_PRESS:
-            begin(reinterpret_cast<const xcb_button_press_event_t&>(event));
+            pressed(reinterpret_cast<const xcb_button_press_event_t&>(event));
             break;
         case XCB_MOTION_NOTIFY:
             move(reinterpret_cast<const xcb_motion_notify_event_t&>(event));
@@ -44,15 +58,29 @@ void ItemDrag::handle(const xcb_generic_event_t& event) {
             if (reinterpret_cast<const xcb_button_release_event_t&>(event).detail == XCB_BUTTON_INDEX_1)
                 bar_.drop();
             break;
+        case XCB_KEY_PRESS:
+            keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event).detail);
+            break;
+        case XCB_KEY_RELEASE:
+            keyReleased(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
+            break;
         default:
             break;
     }
 }
 
-void ItemDrag::begin(const xcb_button_press_event_t& event) {
+void ItemDrag::pressed(const xcb_button_press_event_t& event) {
     bar_.localEvents().notePress(event.time);
-    if (event.detail != XCB_BUTTON_INDEX_1)
-        return;
+    // While another button is held the pointer stays ours, whatever is pressed next.
+    if (event.detail == XCB_BUTTON_INDEX_1 && (event.state & modifiers_.superMask()) != 0)
+        begin(event);
+}
+
+void ItemDrag::begin(const xcb_button_press_event_t& event) {
+    // Some window managers open a menu for a Super key that is pressed and released without another.
+    pressMeaninglessKey(connection_);
+    // The end of an earlier drag has been lost.
+    bar_.putBack();
     // Whatever is open closes. Nobody can keep the item from being taken.
     bar_.localEvents().deliver({.type = EventType::leftMouseDown,
                                 .modifierFlags = modifiers_.flags(event.state),
@@ -75,8 +103,37 @@ void ItemDrag::move(const xcb_motion_notify_event_t& event) {
     if (!std::exchange(moving_, true)) {
         const std::uint32_t above = XCB_STACK_MODE_ABOVE;
         xcb_configure_window(connection_.raw(), item->window(), XCB_CONFIG_WINDOW_STACK_MODE, &above);
+        takeKeyboard();
     }
     bar_.dragTo(event.event_x - offsetInItem_);
+}
+
+/// For Escape, whoever has the focus, and whoever else may have a shortcut with it. Where somebody keeps the
+/// keyboard to himself, the drag has to do without.
+void ItemDrag::takeKeyboard() {
+    const auto cookie = xcb_grab_keyboard(connection_.raw(), 0, bar_.window(), XCB_CURRENT_TIME,
+                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const auto reply = owned(xcb_grab_keyboard_reply(connection_.raw(), cookie, nullptr));
+    hasKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void ItemDrag::giveKeyboardBack() {
+    heldEscape_.reset();
+    if (std::exchange(hasKeyboard_, false))
+        xcb_ungrab_keyboard(connection_.raw(), XCB_CURRENT_TIME);
+}
+
+void ItemDrag::keyPressed(xcb_keycode_t key) {
+    if (!bar_.taken() || key != keyboard_.keycodeOf(keyThatPutsBack))
+        return;
+    // The rest of the key is nobody else's either.
+    heldEscape_ = key;
+    bar_.putBack();
+}
+
+void ItemDrag::keyReleased(xcb_keycode_t key) {
+    if (key == heldEscape_)
+        giveKeyboardBack();
 }
 
 }  // namespace velmo::x11

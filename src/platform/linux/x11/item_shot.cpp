@@ -40,12 +40,16 @@ void ItemShot::draw(xcb_connection_t* connection, xcb_render_picture_t source, c
     const int bottom = std::min(from.y + from.height, area_.y + cell_.height);
     if (left >= right || top >= bottom)
         return;
+    if (content_.isRedirected)
+        clipToShape(connection, sheet.id(), content_.window, cell_.x + from.x - area_.x,
+                    cell_.y + from.y - area_.y);
     steps_.push_back(xcb_render_composite_checked(
         connection, XCB_RENDER_PICT_OP_SRC, source, XCB_RENDER_PICTURE_NONE, sheet.id(),
         static_cast<std::int16_t>(left - from.x), static_cast<std::int16_t>(top - from.y), 0, 0,
         static_cast<std::int16_t>(cell_.x + left - area_.x),
         static_cast<std::int16_t>(cell_.y + top - area_.y), static_cast<std::uint16_t>(right - left),
         static_cast<std::uint16_t>(bottom - top)));
+    endClip(connection, sheet.id());
 }
 
 bool ItemShot::hasSucceeded(const Connection& connection) {

@@ -17,4 +17,8 @@ inline constexpr std::uint16_t coreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
 /// it.
 bool useKeyboardExtension(xcb_connection_t* connection);
 
+/// A connection that hears of all that changes in the state of the keyboard hears of what keys change only:
+/// no longer of each button of the mouse.
+void selectKeyStates(xcb_connection_t* connection);
+
 }  // namespace velmo::x11

@@ -15,6 +15,9 @@ namespace {
 
 /// Longer than any item that is looked at, in points.
 constexpr double longItem = 500;
+/// Pixels. The bar looks the same everywhere, but servers copy a background tile by tile, and narrow ones
+/// slowly.
+constexpr int tileWidth = 256;
 /// Items whose places are remembered.
 constexpr item_placement::Memory remembered = {500, 50};
 
@@ -60,7 +63,8 @@ MenuBar::MenuBar(const Environment& environment, const std::vector<std::string>&
       order_(order),
       orderSaver_(environment.connection.loop(), std::move(saveOrder)),
       window_(makeBarWindow(environment.connection)),
-      strip_(environment.connection, window_),
+      strip_(environment.connection),
+      place_(environment.connection, window_, strip_.window()),
       layout_(environment.connection.loop(), [this] { layOutIfNeeded(); }) {
     settingsChanges_ = environment_.settings.onChange([this] { settle(); });
     screenChanges_ = environment_.screens.onChange([this] { settle(); });
@@ -81,8 +85,11 @@ std::string MenuBar::nextItemName() {
     return "Item-" + std::to_string(unnamedItems_++);
 }
 
-std::string MenuBar::identityFor(const std::string& application) const {
+std::string MenuBar::identityFor(const std::string& application, const std::string& former) const {
     const std::string name = item_placement::isOwnName(application) ? "other." + application : application;
+    const auto isFormer = [&](const auto* item) { return item->identity() == former && !item->hasEnded(); };
+    if (numberAmong(name, former) > 0 && std::none_of(items_.begin(), items_.end(), isFormer))
+        return former;
     // So many items leave one of these numbers free.
     std::vector<char> isTaken(items_.size() + 2);
     for (const auto* item : items_) {
@@ -97,6 +104,12 @@ std::string MenuBar::identityFor(const std::string& application) const {
 
 void MenuBar::addItem(BarItem& item) {
     items_.push_back(&item);
+    if (!item.isOurs()) {
+        // The server looks for the window under the pointer from the top down, at each move: it is ours that
+        // is clicked when many move.
+        const std::uint32_t below = XCB_STACK_MODE_BELOW;
+        xcb_configure_window(connection().raw(), item.window(), XCB_CONFIG_WINDOW_STACK_MODE, &below);
+    }
     setNeedsLayout();
 }
 
@@ -121,13 +134,7 @@ void MenuBar::layOutIfNeeded() {
 void MenuBar::settle() {
     const PixelRect screen = environment_.screens.primary();
     area_ = {screen.x, screen.y, screen.width, appearance().pixels(bar_metrics::thickness)};
-    const std::uint32_t values[] = {static_cast<std::uint32_t>(area_.x), static_cast<std::uint32_t>(area_.y),
-                                    static_cast<std::uint32_t>(area_.width),
-                                    static_cast<std::uint32_t>(area_.height)};
-    xcb_configure_window(
-        connection().raw(), window_,
-        XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-        values);
+    place_.setArea(area_);
     makeTile();
     strip_.reserve(area_, screens().primaryIsAtTheTop());
     for (auto* item : items_)
@@ -136,7 +143,7 @@ void MenuBar::settle() {
 }
 
 void MenuBar::makeTile() {
-    Canvas canvas(1, area_.height);
+    Canvas canvas(tileWidth, area_.height);
     drawBackground(canvas);
     tile_ = painting_.upload(canvas);
     painting_.setBackground(window_, tile_);
@@ -173,6 +180,14 @@ int MenuBar::rightEdge() const {
 
 bool MenuBar::isLong(const BarItem& item) const {
     return item.preferredWidth() >= appearance().pixels(longItem);
+}
+
+/// What is short while an item is held stays short until that is let go: else the items between which it is
+/// to be dropped would be taken away.
+int MenuBar::widthOf(const BarItem& item) const {
+    const auto& place = item.place();
+    const bool waits = taken_ && place && isLong(item) && place->width < appearance().pixels(longItem);
+    return waits ? place->width : item.preferredWidth();
 }
 
 /// Gives items that the order does not know a place in it.
@@ -222,8 +237,10 @@ void MenuBar::layOut() {
     std::vector<double> lengths;
     lengths.reserve(shown.size());
     for (const auto* item : shown)
-        lengths.push_back(item->preferredWidth());
+        lengths.push_back(widthOf(*item));
     const auto lefts = layOutStatusItems(rightEdge(), lengths);
+    // Nobody sees, or pictures, a bar in which some have moved and others have not.
+    xcb_grab_server(connection().raw());
     for (std::size_t index = 0; index < shown.size(); ++index) {
         const int x = shown[index] == dragged ? draggedX_ : static_cast<int>(lefts[index]);
         shown[index]->setPlace(PixelRect{x, 0, static_cast<int>(lengths[index]), area_.height});
@@ -231,8 +248,12 @@ void MenuBar::layOut() {
     for (auto* item : items_) {
         if (!item->isShown())
             item->setPlace(std::nullopt);
-        item->displayIfNeeded();
     }
+    xcb_ungrab_server(connection().raw());
+    // The server moves the items while we draw those of ours that have changed.
+    xcb_flush(connection().raw());
+    for (auto* item : items_)
+        item->displayIfNeeded();
 }
 
 PixelRect MenuBar::shownArea(const BarItem& item) const {
@@ -278,16 +299,21 @@ void MenuBar::drop() {
     letGo();
 }
 
+void MenuBar::putBack() {
+    if (taken_)
+        letGo();
+}
+
 void MenuBar::letGo() {
     taken_ = nullptr;
     isDragging_ = false;
     setNeedsLayout();
+    letGo_.notify();
 }
 
 std::size_t MenuBar::dropIndex() const {
-    return item_placement::dropIndex(placedItems(taken_),
-                                     {taken_->identity(), draggedX_, taken_->preferredWidth()}, rightEdge(),
-                                     appearance().pixels(longItem));
+    return item_placement::dropIndex(placedItems(taken_), {taken_->identity(), draggedX_, widthOf(*taken_)},
+                                     rightEdge(), appearance().pixels(longItem));
 }
 
 }  // namespace velmo::x11

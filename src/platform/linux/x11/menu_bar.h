@@ -4,10 +4,12 @@
 #include "linux/bar/item_spacing.h"
 #include "linux/bar/order_saver.h"
 #include "linux/current_event.h"
+#include "linux/listeners.h"
 #include "linux/local_events.h"
 #include "linux/text/text_renderer.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/x11/bar_item.h"
+#include "linux/x11/bar_place.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/desktop_settings.h"
 #include "linux/x11/modifiers.h"
@@ -21,6 +23,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmo::x11 {
@@ -51,7 +54,7 @@ public:
 
     // For the items.
     Connection& connection() const { return environment_.connection; }
-    const ScreenList& screens() const { return environment_.screens; }
+    ScreenList& screens() const { return environment_.screens; }
     DesktopSettings& settings() const { return environment_.settings; }
     LazyToolkit& toolkit() const { return environment_.toolkit; }
     TextRenderer& text() const { return environment_.text; }
@@ -67,8 +70,8 @@ public:
     /// A name for an item that has none of its own.
     std::string nextItemName();
     /// A name for an item of the program that is called so: with a number where another item has it already.
-    /// Names of our own are for ours alone.
-    std::string identityFor(const std::string& application) const;
+    /// Names of our own are for ours alone. `former` is preferred, where it is such a name and nobody's.
+    std::string identityFor(const std::string& application, const std::string& former = {}) const;
     void addItem(BarItem& item);
     void removeItem(BarItem& item);
     /// An item's width, visibility or identity has changed. Items are laid out once, in the next turn
@@ -101,10 +104,14 @@ public:
     void dragTo(int x);
     /// Ends the drag; an item that was dragged has its place in the order where it is.
     void drop();
+    /// Ends the drag; everything is as it was before.
+    void putBack();
+    /// Called after a drag has ended, however it did.
+    Registration onLetGo(std::function<void()> listener) { return letGo_.add(std::move(listener)); }
     /// True for a place in the bar, in pixels of the root window.
     bool contains(const Point& pixel) const;
     /// Puts the bar above everything on the screen, also above what fills it, or back to where it belongs.
-    void setLifted(bool lifted) { strip_.setBarLifted(lifted); }
+    void setLifted(bool lifted) { place_.setLifted(lifted); }
     /// True where the item hides what lies left of it.
     bool isLong(const BarItem& item) const;
 
@@ -114,6 +121,7 @@ private:
     void layOut();
     void placeNewItems();
     void letGo();
+    int widthOf(const BarItem& item) const;
     std::size_t dropIndex() const;
     /// From right to left.
     std::vector<BarItem*> shownItems() const;
@@ -129,10 +137,12 @@ private:
     PixelRect area_;
     Pixmap tile_;
     ReservedStrip strip_;
+    BarPlace place_;
     std::vector<BarItem*> items_;
     BarItem* taken_ = nullptr;
     bool isDragging_ = false;
     int draggedX_ = 0;
+    Listeners letGo_;
     int unnamedItems_ = 0;
     bool needsLayout_ = false;
     PostedOnce layout_;

@@ -228,7 +228,7 @@ void NotifierIcon::paint() {
     painting.setBackground(
         window(),
         painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), place()->width, place()->height,
-                         icon_.id(), painting.alphaFormat(), {0, 0, place()->width, place()->height}));
+                         {icon_.id(), painting.alphaFormat(), {0, 0, place()->width, place()->height}}));
 }
 
 void NotifierIcon::updateIcon() const {

@@ -32,6 +32,8 @@ void NotifierTray::busCame(const std::shared_ptr<dbus::Bus>& bus) {
     handlers.removed = [this](auto& item) { remove(item); };
     host_ = std::make_unique<status_notifier::Host>(bar_.connection().loop(), icons_, bus, look(),
                                                     std::move(handlers));
+    if (onBus_)
+        onBus_(bus);
 }
 
 void NotifierTray::add(status_notifier::Item& item) {

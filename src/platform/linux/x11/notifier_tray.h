@@ -6,8 +6,10 @@
 #include "linux/x11/menu_bar.h"
 #include "linux/x11/notifier_icon.h"
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -16,6 +18,10 @@ class NotifierTray {
 public:
     explicit NotifierTray(MenuBar& bar);
 
+    /// Called with each bus that the session gets. Before the start.
+    void setOnBus(std::function<void(const std::shared_ptr<dbus::Bus>&)> handler) {
+        onBus_ = std::move(handler);
+    }
     void start();
     /// Null while the session has none.
     const std::shared_ptr<dbus::Bus>& bus() const { return bus_.bus(); }
@@ -29,6 +35,7 @@ private:
 
     MenuBar& bar_;
     IconLoader icons_;
+    std::function<void(const std::shared_ptr<dbus::Bus>&)> onBus_;
     std::map<const status_notifier::Item*, std::unique_ptr<NotifierIcon>> shown_;
     std::unique_ptr<status_notifier::Host> host_;
     dbus::SessionBus bus_;

@@ -68,14 +68,16 @@ Pixmap Painting::upload(const Canvas& canvas) const {
     return result;
 }
 
-Pixmap Painting::overlay(const Pixmap& tile, int width, int height, xcb_drawable_t drawable,
-                         xcb_render_pictformat_t format, const PixelRect& place) const {
+Pixmap Painting::overlay(const Pixmap& tile, int width, int height, const Overlay& over) const {
     xcb_connection_t* raw = connection_.raw();
     Pixmap result(connection_, connection_.screen().root_depth, width, height);
     const Picture destination(raw, result.id(), rootFormat_);
     composite(raw, XCB_RENDER_PICT_OP_SRC, Picture(raw, tile.id(), rootFormat_, true), destination,
               {0, 0, width, height});
-    composite(raw, XCB_RENDER_PICT_OP_OVER, Picture(raw, drawable, format), destination, place);
+    const Picture source(raw, over.drawable, over.format);
+    if (over.shaped != XCB_WINDOW_NONE)
+        clipToShape(raw, destination.id(), over.shaped, over.place.x, over.place.y);
+    composite(raw, XCB_RENDER_PICT_OP_OVER, source, destination, over.place);
     return result;
 }
 

@@ -49,10 +49,17 @@ public:
     Pixmap upload(const Canvas& canvas) const;
     /// The same with 32 bits a pixel, in `alphaFormat`: no background, but something to draw over one.
     Pixmap uploadAlpha(const Canvas& canvas) const;
-    /// A pixmap of `width` times `height` pixels filled with repetitions of `tile`; over it, at `place`,
-    /// the content of `drawable`, which is of `format`.
-    Pixmap overlay(const Pixmap& tile, int width, int height, xcb_drawable_t drawable,
-                   xcb_render_pictformat_t format, const PixelRect& place) const;
+    /// What is drawn over a background.
+    struct Overlay {
+        xcb_drawable_t drawable = XCB_NONE;
+        xcb_render_pictformat_t format = 0;
+        /// Where it lies, in pixels of the background.
+        PixelRect place;
+        /// A window whose shape the drawable has. None where all of it is to be seen.
+        xcb_window_t shaped = XCB_WINDOW_NONE;
+    };
+    /// A pixmap of `width` times `height` pixels filled with repetitions of `tile`, and something over it.
+    Pixmap overlay(const Pixmap& tile, int width, int height, const Overlay& over) const;
     void setBackground(xcb_window_t window, const Pixmap& pixmap) const;
 
 private:

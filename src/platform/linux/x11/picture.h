@@ -1,8 +1,25 @@
 #pragma once
 
 #include <xcb/render.h>
+#include <xcb/xfixes.h>
+
+#include <cstdint>
 
 namespace velmo::x11 {
+
+/// From now on nothing is drawn onto the picture but within the shape of a window that lies at that place.
+inline void clipToShape(xcb_connection_t* connection, xcb_render_picture_t picture, xcb_window_t window,
+                        int x, int y) {
+    const xcb_xfixes_region_t shape = xcb_generate_id(connection);
+    xcb_xfixes_create_region_from_window(connection, shape, window, XCB_SHAPE_SK_BOUNDING);
+    xcb_xfixes_set_picture_clip_region(connection, picture, shape, static_cast<std::int16_t>(x),
+                                       static_cast<std::int16_t>(y));
+    xcb_xfixes_destroy_region(connection, shape);
+}
+
+inline void endClip(xcb_connection_t* connection, xcb_render_picture_t picture) {
+    xcb_xfixes_set_picture_clip_region(connection, picture, XCB_XFIXES_REGION_NONE, 0, 0);
+}
 
 /// A picture over a drawable with all that lies in it, for the time of one operation.
 class Picture {

@@ -1,6 +1,7 @@
 #include "reserved_edges.h"
 
 #include "linux/x11/reply.h"
+#include "linux/x11/window_tree.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +13,6 @@ namespace velmo::x11 {
 
 namespace {
 
-constexpr std::uint32_t mostWindows = 1024;
 /// Depths from the left, right, upper and lower edge, then begin and end along each of them. The older form
 /// has only depths.
 constexpr std::size_t depthCount = 4;
@@ -60,20 +60,10 @@ void ReservedEdges::handle(const xcb_generic_event_t& event) {
     }
 }
 
-std::vector<xcb_window_t> ReservedEdges::windowsOfOthers() const {
-    const auto value = connection_.property(connection_.root(), connection_.atoms().netClientList,
-                                            XCB_ATOM_WINDOW, mostWindows * sizeof(xcb_window_t));
-    std::vector<xcb_window_t> windows(value.size() / sizeof(xcb_window_t));
-    if (!windows.empty())
-        std::memcpy(windows.data(), value.data(), windows.size() * sizeof(xcb_window_t));
-    std::erase_if(windows, [this](xcb_window_t window) { return connection_.isOurs(window); });
-    return windows;
-}
-
 void ReservedEdges::read() {
     xcb_connection_t* raw = connection_.raw();
     const auto& atoms = connection_.atoms();
-    const auto windows = windowsOfOthers();
+    const auto windows = managedWindowsOfOthers(connection_);
     const auto ask = [&](xcb_window_t window, xcb_atom_t name) {
         return xcb_get_property(raw, 0, window, name, XCB_ATOM_CARDINAL, 0, partialCount);
     };

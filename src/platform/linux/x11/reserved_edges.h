@@ -38,7 +38,6 @@ private:
 
     void handle(const xcb_generic_event_t& event);
     void read();
-    std::vector<xcb_window_t> windowsOfOthers() const;
 
     Connection& connection_;
     int rootWidth_ = 0;

@@ -1,6 +1,6 @@
 #include "reserved_strip.h"
 
-#include "linux/x11/reply.h"
+#include "linux/x11/shadow.h"
 
 #include <xcb/xcb_icccm.h>
 
@@ -16,8 +16,7 @@ constexpr int mostAttempts = 20;
 
 }  // namespace
 
-ReservedStrip::ReservedStrip(Connection& connection, xcb_window_t bar)
-    : connection_(connection), bar_(bar), window_(connection.newId()), topLevel_(window_) {
+ReservedStrip::ReservedStrip(Connection& connection) : connection_(connection), window_(connection.newId()) {
     xcb_connection_t* raw = connection.raw();
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_create_window(raw, XCB_COPY_FROM_PARENT, window_, connection.root(), 0, 0, 1, 1, 0,
@@ -36,7 +35,6 @@ ReservedStrip::ReservedStrip(Connection& connection, xcb_window_t bar)
     xcb_icccm_set_wm_hints(raw, window_, &hints);
 
     events_ = connection.onWindow(window_, [this](const auto& event) { handleOwn(event); });
-    rootEvents_ = connection.onWindow(connection.root(), [this](const auto& event) { handleRoot(event); });
 }
 
 ReservedStrip::~ReservedStrip() {
@@ -63,6 +61,7 @@ void ReservedStrip::reserve(const PixelRect& area, bool atTheTop) {
 
     area_ = area;
     configure();
+    declineShadow(connection_, window_, area);
 }
 
 void ReservedStrip::configure() const {
@@ -78,7 +77,6 @@ void ReservedStrip::configure() const {
 void ReservedStrip::show() {
     configure();
     xcb_map_window(connection_.raw(), window_);
-    stackBar();
     if (++attempts_ < mostAttempts) {
         nextAttempt_ = connection_.loop().schedule(attemptPause, lifetime_.guard([this] {
             if (!shown_)
@@ -88,51 +86,7 @@ void ReservedStrip::show() {
 }
 
 void ReservedStrip::handleOwn(const xcb_generic_event_t& event) {
-    const auto type = event.response_type & 0x7f;
-    shown_ = shown_ || type == XCB_MAP_NOTIFY;
-    if (type == XCB_REPARENT_NOTIFY || type == XCB_MAP_NOTIFY) {
-        findTopLevel();
-        stackBar();
-    }
-}
-
-void ReservedStrip::handleRoot(const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7f) != XCB_CONFIGURE_NOTIFY)
-        return;
-    const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-    const bool dockMoved = change.window == topLevel_;
-    const bool slippedBetween = change.window != bar_ && change.above_sibling == topLevel_;
-    if (dockMoved || slippedBetween)
-        stackBar();
-}
-
-void ReservedStrip::findTopLevel() {
-    topLevel_ = window_;
-    while (true) {
-        const auto tree = owned(
-            xcb_query_tree_reply(connection_.raw(), xcb_query_tree(connection_.raw(), topLevel_), nullptr));
-        if (!tree || tree->parent == tree->root || tree->parent == XCB_WINDOW_NONE)
-            return;
-        topLevel_ = tree->parent;
-    }
-}
-
-void ReservedStrip::setBarLifted(bool lifted) {
-    barIsLifted_ = lifted;
-    if (!lifted) {
-        stackBar();
-        return;
-    }
-    const std::uint32_t mode = XCB_STACK_MODE_ABOVE;
-    xcb_configure_window(connection_.raw(), bar_, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
-}
-
-void ReservedStrip::stackBar() const {
-    if (barIsLifted_)
-        return;
-    const std::uint32_t values[] = {topLevel_, XCB_STACK_MODE_ABOVE};
-    xcb_configure_window(connection_.raw(), bar_, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
-                         values);
+    shown_ = shown_ || (event.response_type & 0x7f) == XCB_MAP_NOTIFY;
 }
 
 }  // namespace velmo::x11

@@ -10,11 +10,10 @@ namespace velmo::x11 {
 
 /// Keeps the menu bar's strip free of other windows. A window manager reserves space only for windows
 /// that it manages, and keeps some clicks on those to itself; so the bar is not managed, and a dock
-/// window that is lies hidden right beneath it. The bar follows the dock in the stacking order: above
-/// ordinary windows, below one that fills the screen.
+/// window that is lies hidden beneath it.
 class ReservedStrip {
 public:
-    ReservedStrip(Connection& connection, xcb_window_t bar);
+    explicit ReservedStrip(Connection& connection);
     ~ReservedStrip();
     ReservedStrip(const ReservedStrip&) = delete;
     ReservedStrip& operator=(const ReservedStrip&) = delete;
@@ -25,28 +24,20 @@ public:
     /// Asks for the window to be shown, again and again for a while: a window manager that is just starting
     /// loses requests.
     void show();
-    /// A lifted bar is above everything, also above a window that fills the screen.
-    void setBarLifted(bool lifted);
+    /// The dock window.
+    xcb_window_t window() const { return window_; }
 
 private:
     void configure() const;
     void handleOwn(const xcb_generic_event_t& event);
-    void handleRoot(const xcb_generic_event_t& event);
-    void findTopLevel();
-    void stackBar() const;
 
     Connection& connection_;
-    xcb_window_t bar_;
     xcb_window_t window_;
-    /// The dock window, or the frame that a window manager has put around it.
-    xcb_window_t topLevel_;
     PixelRect area_;
     bool shown_ = false;
-    bool barIsLifted_ = false;
     int attempts_ = 0;
     std::shared_ptr<Timer> nextAttempt_;
     Registration events_;
-    Registration rootEvents_;
     Lifetime lifetime_;
 };
 

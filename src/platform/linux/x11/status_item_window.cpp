@@ -35,6 +35,9 @@ EventType releaseTypeOf(EventType press) {
     }
 }
 
+/// A toggle's: two pictures, each with and without a highlight.
+constexpr std::size_t mostLooks = 4;
+
 }  // namespace
 
 StatusItemWindow::StatusItemWindow(MenuBar& bar, double length)
@@ -97,6 +100,7 @@ void StatusItemWindow::setFont(const Font& font) {
 }
 
 void StatusItemWindow::appearanceChanged() {
+    looks_.clear();
     measureTitle();
     needsDisplay_ = true;
 }
@@ -188,13 +192,27 @@ void StatusItemWindow::displayIfNeeded() {
         xcb_clear_area(connection_.raw(), 0, window(), 0, 0, 0, 0);
         return;
     }
-    Canvas canvas(width, height);
+    const Look look = {image_, title_, font_, pressedButton_ != 0 || highlighted_, width, height};
+    const auto known = std::find_if(looks_.begin(), looks_.end(),
+                                    [&look](const auto& candidate) { return candidate.first == look; });
+    if (known != looks_.end()) {
+        bar_.painting().setBackground(window(), known->second);
+        return;
+    }
+    if (looks_.size() == mostLooks)
+        looks_.pop_front();
+    looks_.emplace_back(look, draw(look));
+    bar_.painting().setBackground(window(), looks_.back().second);
+}
+
+Pixmap StatusItemWindow::draw(const Look& look) const {
+    Canvas canvas(look.width, look.height);
     bar_.drawBackground(canvas);
-    if (pressedButton_ != 0 || highlighted_)
+    if (look.highlighted)
         bar_.drawHighlight(canvas,
                            length_ == variableLength ? spacing_.highlightWidth(contentWidth()) : length_);
     drawContent(canvas);
-    bar_.painting().setBackground(window(), bar_.painting().upload(canvas));
+    return bar_.painting().upload(canvas);
 }
 
 void StatusItemWindow::drawContent(Canvas& canvas) const {

@@ -7,12 +7,15 @@
 #include "linux/x11/bar_item.h"
 #include "linux/x11/hover_tool_tip.h"
 #include "linux/x11/modifiers.h"
+#include "linux/x11/painting.h"
 #include "status_bar.h"
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -58,11 +61,25 @@ protected:
     void resized() override { needsDisplay_ = true; }
 
 private:
+    /// What it depends on how the item looks in the present appearance.
+    struct Look {
+        std::optional<Image> image;
+        std::string title;
+        Font font;
+        bool highlighted = false;
+        /// Pixels.
+        int width = 0;
+        int height = 0;
+
+        bool operator==(const Look&) const = default;
+    };
+
     void setNeedsDisplay();
     /// Of what the item shows, in points.
     double contentWidth() const;
     TextAttributes titleAttributes() const;
     void measureTitle();
+    Pixmap draw(const Look& look) const;
     void drawContent(Canvas& canvas) const;
     void setHighlighted(bool highlighted);
     void handle(const xcb_generic_event_t& event);
@@ -82,6 +99,8 @@ private:
     int titleWidth_ = 0;
     bool enabled_ = true;
     bool needsDisplay_ = true;
+    /// Drawn already, the oldest first: a click shows the same few again and again.
+    std::deque<std::pair<Look, Pixmap>> looks_;
     std::string toolTipText_;
     HoverToolTip toolTip_;
     std::function<void()> action_;

@@ -1,5 +1,6 @@
 #include "toolkit_services.h"
 
+#include "linux/x11/keyboard_extension.h"
 #include "linux/x11/reply.h"
 #include "linux/x11/selection.h"
 #include "linux/x11/top_window.h"
@@ -40,6 +41,13 @@ ToolkitServices::ToolkitServices(MenuBar& bar, Events& events, FileUserDefaults&
         if (change.selection == connection_.atoms().netWmCmSelection)
             compositingListeners_.notify();
     });
+    screenChanges_ = bar.screens().onChange([this] { barListeners_.notify(); });
+    settingsChanges_ = bar.settings().onChange([this] { barListeners_.notify(); });
+}
+
+Point ToolkitServices::barEnd() const {
+    const auto screen = bar_.screens().primary();
+    return bar_.screens().toScreen(screen.x + screen.width, screen.y);
 }
 
 Rect ToolkitServices::toPixels(const Rect& rect) const {
@@ -67,6 +75,10 @@ bool ToolkitServices::isComposited() const {
 Registration ToolkitServices::keepAbove(WindowNumber window) {
     auto kept = std::make_shared<TopWindow>(connection_, static_cast<xcb_window_t>(window));
     return Registration([kept]() mutable { kept.reset(); });
+}
+
+void ToolkitServices::spareButtonStates(xcb_connection_t* connection) {
+    selectKeyStates(connection);
 }
 
 void ToolkitServices::declareShadow(WindowNumber window, const Size& size, double margin) {

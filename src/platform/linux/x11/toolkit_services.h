@@ -20,12 +20,17 @@ public:
     Events& events() override { return events_; }
     Rect toPixels(const Rect& rect) const override;
     Rect visibleFrame(const Point& place) const override;
+    Point barEnd() const override;
+    Registration onBarChange(std::function<void()> listener) override {
+        return barListeners_.add(std::move(listener));
+    }
     void updateBar() override;
     bool isComposited() const override;
     Registration onCompositingChange(std::function<void()> listener) override {
         return compositingListeners_.add(std::move(listener));
     }
     Registration keepAbove(WindowNumber window) override;
+    void spareButtonStates(xcb_connection_t* connection) override;
     void declareShadow(WindowNumber window, const Size& size, double margin) override;
     void activate(WindowNumber window) override;
     void takeKeyboard(WindowNumber window) override;
@@ -46,7 +51,10 @@ private:
     xcb_window_t keyboardTaker_ = XCB_WINDOW_NONE;
     xcb_window_t formerOwner_ = XCB_WINDOW_NONE;
     Listeners compositingListeners_;
+    Listeners barListeners_;
     Registration selectionChanges_;
+    Registration screenChanges_;
+    Registration settingsChanges_;
     /// The time of the last press before the keyboard was taken, wherever it was.
     std::optional<std::uint32_t> pressBeforeTaking_;
 };

@@ -1,30 +1,22 @@
 #include "top_window.h"
 
+#include "linux/x11/managed_windows.h"
 #include "linux/x11/reply.h"
-
-#include <xcb/xcb_icccm.h>
+#include "linux/x11/window_tree.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstring>
 #include <iterator>
-#include <optional>
-#include <span>
 
 namespace velmo::x11 {
 
 namespace {
 
-/// A window that raises itself whenever it is covered is left above after so many times in this time.
+/// How often in which time, and how long nothing is done after that.
 constexpr int mostRaises = 10;
 constexpr std::chrono::seconds countTime{1};
+constexpr Seconds restTime = 3;
 /// Until a window manager has marked what it has just shown.
 constexpr Seconds markingTime = 0.1;
-
-/// A frame has the window in it, or one more window between.
-constexpr int frameDepth = 2;
-/// Beside what a frame is drawn with; more are not asked.
-constexpr std::size_t mostChildren = 16;
 
 struct Candidate {
     xcb_window_t window;
@@ -32,80 +24,20 @@ struct Candidate {
     xcb_get_geometry_cookie_t geometry;
 };
 
-/// A child of the root window, with its border.
-std::optional<PixelRect> areaFrom(xcb_connection_t* connection, xcb_get_geometry_cookie_t cookie) {
-    const auto reply = owned(xcb_get_geometry_reply(connection, cookie, nullptr));
-    if (!reply)
-        return std::nullopt;
-    return PixelRect{reply->x, reply->y, reply->width + 2 * reply->border_width,
-                     reply->height + 2 * reply->border_width};
-}
-
-bool overlap(const PixelRect& one, const PixelRect& other) {
-    return one.x < other.x + other.width && other.x < one.x + one.width && one.y < other.y + other.height &&
-           other.y < one.y + one.height;
-}
-
-/// Knows what the window manager manages: windows that it has marked, what holds a marked one, and the frames
-/// that it made. A menu of its own holds nobody's window.
-class Manager {
-public:
-    explicit Manager(const Connection& connection)
-        : connection_(connection), resourceMask_(xcb_get_setup(connection.raw())->resource_id_mask) {
-        const auto& atoms = connection.atoms();
-        const auto value = connection.property(connection.root(), atoms.netSupportingWmCheck, XCB_ATOM_WINDOW,
-                                               sizeof(xcb_window_t));
-        if (value.size() == sizeof(xcb_window_t))
-            std::memcpy(&window_, value.data(), sizeof(xcb_window_t));
-    }
-
-    bool manages(xcb_window_t window, int depth = frameDepth) const {
-        if (isMarked(window))
-            return true;
-        if (depth == 0)
-            return false;
-        const auto tree = owned(
-            xcb_query_tree_reply(connection_.raw(), xcb_query_tree(connection_.raw(), window), nullptr));
-        if (!tree)
-            return false;
-        const std::span children(xcb_query_tree_children(tree.get()),
-                                 static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
-        const auto isAnothers = [this](xcb_window_t child) { return !made(child); };
-        if (made(window) && std::any_of(children.begin(), children.end(), isAnothers))
-            return true;
-        const auto asked = children.first(std::min(children.size(), mostChildren));
-        return std::any_of(asked.begin(), asked.end(),
-                           [&](xcb_window_t child) { return manages(child, depth - 1); });
-    }
-
-private:
-    bool made(xcb_window_t window) const {
-        return window_ != XCB_WINDOW_NONE && (window & ~resourceMask_) == (window_ & ~resourceMask_);
-    }
-    bool isMarked(xcb_window_t window) const {
-        const auto name = connection_.atoms().wmState;
-        // Managers leave it on windows that they let go.
-        std::uint32_t state = XCB_ICCCM_WM_STATE_WITHDRAWN;
-        const auto value = connection_.property(window, name, name, sizeof state);
-        if (value.size() == sizeof state)
-            std::memcpy(&state, value.data(), sizeof state);
-        return state != XCB_ICCCM_WM_STATE_WITHDRAWN;
-    }
-
-    const Connection& connection_;
-    std::uint32_t resourceMask_;
-    xcb_window_t window_ = XCB_WINDOW_NONE;
-};
-
 }  // namespace
 
-TopWindow::TopWindow(Connection& connection, xcb_window_t window)
-    : connection_(connection), window_(window), checking_(connection.loop(), [this] { check(); }) {
+TopWindow::TopWindow(Connection& connection, xcb_window_t window, xcb_window_t beneath)
+    : connection_(connection),
+      window_(window),
+      beneath_(beneath),
+      checking_(connection.loop(), [this] { check(); }) {
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 
 TopWindow::~TopWindow() {
     endSecondLook();
+    if (nextAttempt_)
+        nextAttempt_->invalidate();
 }
 
 void TopWindow::handle(const xcb_generic_event_t& event) {
@@ -120,12 +52,7 @@ void TopWindow::handle(const xcb_generic_event_t& event) {
 
 /// The highest first.
 std::vector<xcb_window_t> TopWindow::windowsAbove() const {
-    xcb_connection_t* raw = connection_.raw();
-    const auto tree = owned(xcb_query_tree_reply(raw, xcb_query_tree(raw, connection_.root()), nullptr));
-    if (!tree)
-        return {};
-    const std::span windows(xcb_query_tree_children(tree.get()),
-                            static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
+    const auto windows = childrenOf(connection_, connection_.root());
     const auto place = std::find(windows.begin(), windows.end(), window_);
     return place == windows.end() ? std::vector<xcb_window_t>()
                                   : std::vector(windows.rbegin(), std::make_reverse_iterator(place + 1));
@@ -144,14 +71,14 @@ std::vector<xcb_window_t> TopWindow::windowsOver() const {
     for (const auto window : above) {
         candidates.push_back({window, xcb_get_window_attributes(raw, window), xcb_get_geometry(raw, window)});
     }
-    const auto own = areaFrom(raw, ownGeometry);
+    const auto own = areaFrom(connection_, ownGeometry);
     std::vector<xcb_window_t> over;
     for (const auto& candidate : candidates) {
         const auto attributes = owned(xcb_get_window_attributes_reply(raw, candidate.attributes, nullptr));
-        const auto area = areaFrom(raw, candidate.geometry);
+        const auto area = areaFrom(connection_, candidate.geometry);
         const bool isSeen = attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
                             attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
-        if (isSeen && own && area && overlap(*own, *area))
+        if (isSeen && own && area && own->overlaps(*area))
             over.push_back(candidate.window);
     }
     return over;
@@ -173,9 +100,10 @@ bool TopWindow::rise() {
     const auto over = windowsOver();
     if (over.empty())
         return true;
-    const Manager manager(connection_);
-    const auto highest =
-        std::find_if(over.begin(), over.end(), [&](xcb_window_t window) { return manager.manages(window); });
+    const ManagedWindows managed(connection_);
+    const auto highest = std::find_if(over.begin(), over.end(), [&](xcb_window_t window) {
+        return window == beneath_ || managed.contain(window);
+    });
     if (highest == over.end())
         return false;
     if (!mayRaise())
@@ -187,15 +115,22 @@ bool TopWindow::rise() {
 }
 
 bool TopWindow::mayRaise() {
+    if (nextAttempt_)
+        return false;
     const auto now = std::chrono::steady_clock::now();
     if (now - countBegin_ > countTime) {
         countBegin_ = now;
-        raises_ = 0;
+        raisesLeft_ = mostRaises;
     }
-    if (++raises_ <= mostRaises)
+    if (raisesLeft_-- > 0)
         return true;
-    // For good: a flicker that goes on is worse.
-    events_ = {};
+    // A flicker that goes on is worse.
+    nextAttempt_ = connection_.loop().schedule(restTime, [this] {
+        nextAttempt_.reset();
+        countBegin_ = std::chrono::steady_clock::now();
+        raisesLeft_ = 1;
+        check();
+    });
     return false;
 }
 

@@ -12,12 +12,17 @@ namespace velmo::x11 {
 
 /// Keeps a window that no window manager knows above those that one manages, which are raised and shown over
 /// it as the user goes on. What nobody manages stays where it is: menus, notifications, a locked screen.
+/// One that raises itself whenever it is covered is left above, but for an attempt from time to time.
 class TopWindow {
 public:
-    TopWindow(Connection& connection, xcb_window_t window);
+    /// `beneath` is a child of the root window that it lies above whether somebody manages that one or not.
+    TopWindow(Connection& connection, xcb_window_t window, xcb_window_t beneath = XCB_WINDOW_NONE);
     ~TopWindow();
     TopWindow(const TopWindow&) = delete;
     TopWindow& operator=(const TopWindow&) = delete;
+
+    /// Looks at the order of the windows soon.
+    void look() { checking_.request(); }
 
 private:
     void handle(const xcb_generic_event_t& event);
@@ -31,11 +36,14 @@ private:
 
     Connection& connection_;
     xcb_window_t window_;
-    /// Of the raises that are counted.
+    xcb_window_t beneath_;
+    /// Since when raises are counted, and how many more there may be.
     std::chrono::steady_clock::time_point countBegin_;
-    int raises_ = 0;
+    int raisesLeft_ = 0;
     PostedOnce checking_;
     std::shared_ptr<Timer> secondLook_;
+    /// While it rests.
+    std::shared_ptr<Timer> nextAttempt_;
     Registration events_;
 };
 

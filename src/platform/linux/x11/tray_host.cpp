@@ -2,6 +2,8 @@
 
 #include "linux/x11/selection.h"
 
+#include <xcb/xfixes.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -28,7 +30,15 @@ TrayHost::TrayHost(MenuBar& bar)
       // In a later turn, because it is the icon itself that notices its end.
       removeEnded_(connection_.loop(),
                    [this] { std::erase_if(icons_, [](const auto& icon) { return icon->hasEnded(); }); }),
-      appearanceChanges_(bar.settings().onChange([this] { publishAppearance(); })) {}
+      appearanceChanges_(bar.settings().onChange([this] { publishAppearance(); })),
+      selectionEvents_(connection_.onExtension(
+          xcb_xfixes_id, [this](const xcb_generic_event_t& event) { selectionChanged(event); })) {
+    xcb_xfixes_select_selection_input(connection_.raw(), connection_.root(),
+                                      connection_.atoms().netSystemTraySelection,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+}
 
 TrayHost::~TrayHost() {
     close();
@@ -63,6 +73,8 @@ void TrayHost::open() {
 void TrayHost::close() {
     icons_.clear();
     events_ = {};
+    if (window_ == XCB_WINDOW_NONE)
+        return;
     xcb_destroy_window(connection_.raw(), window_);
     window_ = XCB_WINDOW_NONE;
 }
@@ -82,7 +94,8 @@ void TrayHost::publishAppearance() const {
 void TrayHost::handle(const xcb_generic_event_t& event) {
     const auto type = event.response_type & 0x7f;
     if (type == XCB_SELECTION_CLEAR) {
-        standBack();
+        // Another program has become the tray, and gets the icons.
+        close();
         return;
     }
     const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
@@ -91,24 +104,12 @@ void TrayHost::handle(const xcb_generic_event_t& event) {
         dock(message.data.data32[2]);
 }
 
-/// Another program has become the tray. It gets the icons, and we take the part again when it ends.
-void TrayHost::standBack() {
-    close();
-    while (!acquire()) {
-        const auto rival = selectionOwner(connection_, connection_.atoms().netSystemTraySelection);
-        if (rival == XCB_WINDOW_NONE)
-            continue;
-        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        xcb_change_window_attributes(connection_.raw(), rival, XCB_CW_EVENT_MASK, &mask);
-        rivalEvents_ = connection_.onWindow(rival, [this](const xcb_generic_event_t& event) {
-            if ((event.response_type & 0x7f) == XCB_DESTROY_NOTIFY)
-                standBack();
-        });
-        // It may have gone before we listened.
-        if (selectionOwner(connection_, connection_.atoms().netSystemTraySelection) == rival)
-            return;
-    }
-    rivalEvents_ = {};
+/// We are the tray wherever nobody else is.
+void TrayHost::selectionChanged(const xcb_generic_event_t& event) {
+    const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+    if (window_ == XCB_WINDOW_NONE && change.owner == XCB_WINDOW_NONE &&
+        change.selection == connection_.atoms().netSystemTraySelection)
+        acquire();
 }
 
 void TrayHost::dock(xcb_window_t client) {
@@ -118,7 +119,8 @@ void TrayHost::dock(xcb_window_t client) {
     const auto facts = TrayIcon::examine(connection_, client);
     if (!facts)
         return;
-    auto icon = std::make_unique<TrayIcon>(bar_, *facts, bar_.identityFor(facts->application));
+    auto icon =
+        std::make_unique<TrayIcon>(bar_, *facts, bar_.identityFor(facts->application, facts->formerIdentity));
     icon->setOnEnd([this] { removeEnded_.request(); });
     icons_.push_back(std::move(icon));
 }

@@ -26,7 +26,7 @@ private:
     void close();
     void publishAppearance() const;
     void handle(const xcb_generic_event_t& event);
-    void standBack();
+    void selectionChanged(const xcb_generic_event_t& event);
     void dock(xcb_window_t client);
 
     MenuBar& bar_;
@@ -37,8 +37,8 @@ private:
     PostedOnce removeEnded_;
     Registration appearanceChanges_;
     Registration events_;
-    /// Of the program that is the tray in our place.
-    Registration rivalEvents_;
+    /// Tells also of the end of a program that is the tray in our place.
+    Registration selectionEvents_;
 };
 
 }  // namespace velmo::x11

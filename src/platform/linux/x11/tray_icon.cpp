@@ -1,14 +1,14 @@
 #include "tray_icon.h"
 
 #include "linux/cut_text.h"
-#include "linux/process/linux_process_info.h"
-#include "linux/x11/client_process.h"
 #include "linux/x11/reply.h"
 
 #include <xcb/composite.h>
 #include <xcb/xfixes.h>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace velmo::x11 {
@@ -18,25 +18,12 @@ namespace {
 constexpr std::uint32_t embeddedNotify = 0;
 constexpr std::uint32_t embedVersion = 0;
 constexpr std::uint32_t mappedFlag = 1;
-/// A client that insists on a size of its own is answered at most once in this time.
-constexpr Seconds sizeCorrectionPause = 0.25;
-
-/// The two texts of WM_CLASS, which stay the same from start to start: at most so many characters of them.
-constexpr std::size_t longestName = 128;
-
-std::string applicationName(const Connection& connection, xcb_window_t client) {
-    auto text = connection.textProperty(client, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
-    while (!text.empty() && text.back() == '\0')
-        text.pop_back();
-    text.resize(std::min(text.size(), longestName));
-    for (char& character : text) {
-        if (character == '\0')
-            character = '.';
-        else if (character < ' ' || character > '~')
-            character = '?';
-    }
-    return text;
-}
+// What programs do without end costs them more than us.
+constexpr Seconds paintingPause = 0.01;
+constexpr Seconds readingPause = 0.1;
+constexpr Seconds correctionPause = 0.25;
+/// In a second, from one client. The next second nobody listens to it.
+constexpr int mostEvents = 500;
 
 /// Bytes, as for items of the session's bus.
 constexpr std::size_t longestTitle = 500;
@@ -56,8 +43,8 @@ std::string fromLatin1(std::string_view text) {
     return result;
 }
 
-void selectEvents(const Connection& connection, xcb_window_t client, std::uint32_t mask) {
-    xcb_change_window_attributes(connection.raw(), client, XCB_CW_EVENT_MASK, &mask);
+void selectEvents(const Connection& connection, xcb_window_t window, std::uint32_t mask) {
+    xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);
 }
 
 /// Puts the window into our save-set, or takes it out: the server gives it back to the root window when our
@@ -70,51 +57,26 @@ void setSaved(const Connection& connection, xcb_window_t client, bool saved) {
 
 }  // namespace
 
-std::optional<TrayIcon::Facts> TrayIcon::examine(const Connection& connection, xcb_window_t client) {
-    if (client == XCB_WINDOW_NONE || client == connection.root() || connection.isOurs(client))
-        return std::nullopt;
-    xcb_connection_t* raw = connection.raw();
-    // Listening begins before the first question: who dies after its answer is heard of.
-    selectEvents(connection, client, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
-    const auto attributesCookie = xcb_get_window_attributes(raw, client);
-    const auto geometryCookie = xcb_get_geometry(raw, client);
-    const auto attributes = owned(xcb_get_window_attributes_reply(raw, attributesCookie, nullptr));
-    const auto geometry = owned(xcb_get_geometry_reply(raw, geometryCookie, nullptr));
-    if (!attributes || !geometry || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT ||
-        geometry->root != connection.root()) {
-        selectEvents(connection, client, XCB_EVENT_MASK_NO_EVENT);
-        return std::nullopt;
-    }
-
-    Facts facts;
-    facts.client = client;
-    facts.depth = geometry->depth;
-    facts.visual = attributes->visual;
-    facts.processIdentifier = processOfClient(connection, client);
-    if (facts.processIdentifier)
-        facts.ownerName = processName(*facts.processIdentifier);
-    facts.application = applicationName(connection, client);
-    if (facts.application.empty())
-        facts.application = facts.ownerName.value_or("unknown");
-    return facts;
-}
-
 TrayIcon::TrayIcon(MenuBar& bar, const Facts& facts, const std::string& identity)
     : BarItem(bar.connection(), bar.window()),
       bar_(bar),
       spacing_(bar.itemSpacing()),
       facts_(facts),
       composited_(facts.depth != bar.connection().screen().root_depth),
-      painting_(connection_.loop(), [this] { paint(); }),
-      embeddingInfo_(connection_.loop(), [this] { readEmbeddingInfo(); }),
-      title_(connection_.loop(), [this] { readTitle(); }) {
+      painting_(connection_.loop(), paintingPause, [this] { paint(); }),
+      embeddingInfo_(connection_.loop(), readingPause, [this] { readEmbeddingInfo(); }),
+      title_(connection_.loop(), readingPause, [this] { readTitle(); }),
+      sizeCorrection_(connection_.loop(), correctionPause, [this] { tellSize(); }),
+      mapping_(connection_.loop(), correctionPause, [this] { mapClient(); }) {
     setIdentity(identity);
     events_ = connection_.onWindow(facts_.client, [this](const auto& event) { handle(event); });
+    requests_ = connection_.onWindow(window(), [this](const auto& event) { handleRequest(event); });
     damageEvents_ = connection_.onExtension(xcb_damage_id, [this](const xcb_generic_event_t& event) {
         const auto& damage = reinterpret_cast<const xcb_damage_notify_event_t&>(event);
         if (damage.damage == damage_)
-            painting_.request();
+            damaged();
     });
+    listen(true);
     embed();
     bar_.addItem(*this);
 }
@@ -134,26 +96,27 @@ TrayIcon::~TrayIcon() {
 void TrayIcon::embed() {
     xcb_connection_t* raw = connection_.raw();
     setSaved(connection_, facts_.client, true);
-    if (composited_) {
-        xcb_composite_redirect_window(raw, facts_.client, XCB_COMPOSITE_REDIRECT_MANUAL);
-        damage_ = connection_.newId();
-        xcb_damage_create(raw, damage_, facts_.client, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
-    }
     const PixelRect area = clientArea();
     xcb_reparent_window(raw, facts_.client, window(), static_cast<std::int16_t>(area.x),
                         static_cast<std::int16_t>(area.y));
+    // Not before, as a compositing manager has what lies in the root window redirected, and nobody else can.
+    xcb_composite_redirect_window(raw, facts_.client, redirection());
+    if (composited_) {
+        damage_ = connection_.newId();
+        xcb_damage_create(raw, damage_, facts_.client, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+    }
     placeClient();
     const auto& atoms = connection_.atoms();
+    connection_.setText(facts_.client, atoms.velmoItem, identity(), atoms.utf8String);
     connection_.sendMessage(facts_.client, XCB_EVENT_MASK_NO_EVENT, facts_.client, atoms.xembed,
                             {XCB_CURRENT_TIME, embeddedNotify, 0, window(), embedVersion});
     readTitle();
     readEmbeddingInfo();
 }
 
-/// Leaves no trace on a window that goes on without us.
+/// Leaves nothing on a window that goes on without us, but for the name by which we know it again.
 void TrayIcon::release() const {
-    if (composited_)
-        xcb_composite_unredirect_window(connection_.raw(), facts_.client, XCB_COMPOSITE_REDIRECT_MANUAL);
+    xcb_composite_unredirect_window(connection_.raw(), facts_.client, redirection());
     setSaved(connection_, facts_.client, false);
     selectEvents(connection_, facts_.client, XCB_EVENT_MASK_NO_EVENT);
 }
@@ -169,22 +132,31 @@ void TrayIcon::placeClient() {
                          values);
 }
 
-void TrayIcon::appearanceChanged() {
+void TrayIcon::resized() {
     if (ended_)
         return;
     placeClient();
-    painting_.request();
+    damaged();
+}
+
+void TrayIcon::appearanceChanged() {
+    resized();
+    if (composited_ || ended_)
+        return;
+    // The client's background may be that of the bar; what it has drawn over that, it is asked to draw anew.
+    xcb_clear_area(connection_.raw(), 0, window(), 0, 0, 0, 0);
+    xcb_clear_area(connection_.raw(), 1, facts_.client, 0, 0, 0, 0);
 }
 
 void TrayIcon::moved() {
     if (unpainted_)
-        painting_.request();
+        paint();
 }
 
 std::optional<BarItem::Content> TrayIcon::content() const {
     if (!place() || ended_)
         return std::nullopt;
-    return Content{facts_.client, facts_.visual, composited_, clientArea(), XCB_PIXMAP_NONE};
+    return Content{facts_.client, facts_.visual, true, clientArea(), XCB_PIXMAP_NONE};
 }
 
 WindowListEntry TrayIcon::describe() const {
@@ -194,6 +166,45 @@ WindowListEntry TrayIcon::describe() const {
     entry.ownerName = facts_.ownerName;
     entry.name = titleText_;
     return entry;
+}
+
+/// What the client asks for in its place in the bar, we are asked for.
+void TrayIcon::listen(bool listening) const {
+    selectEvents(connection_, facts_.client,
+                 listening ? clientEvents : std::uint32_t{XCB_EVENT_MASK_NO_EVENT});
+    selectEvents(connection_, window(),
+                 listening ? XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT : XCB_EVENT_MASK_NO_EVENT);
+}
+
+bool TrayIcon::isBearable() {
+    const Date now = connection_.loop().now();
+    if (std::abs(now - countedSince_) > 1) {
+        countedSince_ = now;
+        eventCount_ = 0;
+    }
+    if (++eventCount_ == mostEvents) {
+        listen(false);
+        connection_.loop().schedule(1, lifetime_.guard([this] { listenAgain(); }));
+    }
+    return eventCount_ < mostEvents;
+}
+
+void TrayIcon::listenAgain() {
+    if (ended_)
+        return;
+    listen(true);
+    // Nobody has told what it has done meanwhile.
+    const auto cookie = xcb_query_tree(connection_.raw(), facts_.client);
+    const auto tree = owned(xcb_query_tree_reply(connection_.raw(), cookie, nullptr));
+    if (!tree || tree->parent != window()) {
+        release();
+        end();
+        return;
+    }
+    placeClient();
+    embeddingInfo_.request();
+    title_.request();
+    damaged();
 }
 
 void TrayIcon::handle(const xcb_generic_event_t& event) {
@@ -207,11 +218,25 @@ void TrayIcon::handle(const xcb_generic_event_t& event) {
                 end();
             }
             break;
-        case XCB_CONFIGURE_NOTIFY:
-            keepSize(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
+        default:
+            if (isBearable())
+                handleChange(event);
             break;
+    }
+}
+
+void TrayIcon::handleChange(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7f) {
+        case XCB_CONFIGURE_NOTIFY: {
+            const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+            if (PixelRect{change.x, change.y, change.width, change.height} == clientArea())
+                damaged();
+            else
+                sizeCorrection_.request();
+            break;
+        }
         case XCB_MAP_NOTIFY:
-            painting_.request();
+            damaged();
             break;
         case XCB_PROPERTY_NOTIFY: {
             const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
@@ -224,6 +249,23 @@ void TrayIcon::handle(const xcb_generic_event_t& event) {
         default:
             break;
     }
+}
+
+void TrayIcon::handleRequest(const xcb_generic_event_t& event) {
+    if (!isBearable())
+        return;
+    const auto type = event.response_type & 0x7f;
+    if (type == XCB_CONFIGURE_REQUEST &&
+        reinterpret_cast<const xcb_configure_request_event_t&>(event).window == facts_.client)
+        sizeCorrection_.request();
+    else if (type == XCB_MAP_REQUEST &&
+             reinterpret_cast<const xcb_map_request_event_t&>(event).window == facts_.client)
+        mapping_.request();
+}
+
+void TrayIcon::mapClient() {
+    if (wantsToBeShown_ && !ended_)
+        xcb_map_window(connection_.raw(), facts_.client);
 }
 
 /// A client without embedding information wants to be seen.
@@ -240,7 +282,7 @@ void TrayIcon::readEmbeddingInfo() {
         wantsToBeShown_ = (values[1] & mappedFlag) != 0;
     }
     if (wantsToBeShown_)
-        xcb_map_window(connection_.raw(), facts_.client);
+        mapClient();
     else
         xcb_unmap_window(connection_.raw(), facts_.client);
     bar_.setNeedsLayout();
@@ -256,23 +298,35 @@ void TrayIcon::readTitle() {
     titleText_ = title.empty() ? std::nullopt : std::optional<std::string>(cutText(title, longestTitle));
 }
 
-void TrayIcon::keepSize(const xcb_configure_notify_event_t& change) {
-    const PixelRect area = clientArea();
-    if (PixelRect{change.x, change.y, change.width, change.height} == area) {
-        painting_.request();
-        return;
-    }
-    if (sizeCorrection_ && sizeCorrection_->isValid())
+/// A client that asks for a size is told which one it has; one that took it gets its own back.
+void TrayIcon::tellSize() {
+    if (ended_)
         return;
     placeClient();
-    sizeCorrection_ =
-        connection_.loop().schedule(sizeCorrectionPause, lifetime_.guard([this] { placeClient(); }));
+    const PixelRect area = clientArea();
+    const PixelRect onRoot = bar_.onRoot(place().value_or(PixelRect{}));
+    xcb_configure_notify_event_t notice{};
+    notice.response_type = XCB_CONFIGURE_NOTIFY;
+    notice.event = facts_.client;
+    notice.window = facts_.client;
+    notice.x =
+        static_cast<std::int16_t>(std::max<int>(onRoot.x + area.x, std::numeric_limits<std::int16_t>::min()));
+    notice.y = static_cast<std::int16_t>(onRoot.y + area.y);
+    notice.width = static_cast<std::uint16_t>(area.width);
+    notice.height = static_cast<std::uint16_t>(area.height);
+    xcb_send_event(connection_.raw(), 0, facts_.client, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&notice));
+}
+
+void TrayIcon::damaged() {
+    unpainted_ = composited_ && !ended_;
+    if (unpainted_)
+        painting_.request();
 }
 
 void TrayIcon::paint() {
-    unpainted_ = composited_ && !ended_;
     // Off the screen nobody looks; the next report of damage waits for this one to be answered.
-    if (!unpainted_ || !place() || place()->x + place()->width <= 0)
+    if (!unpainted_ || ended_ || !place() || place()->x + place()->width <= 0)
         return;
     unpainted_ = false;
     xcb_connection_t* raw = connection_.raw();
@@ -280,9 +334,9 @@ void TrayIcon::paint() {
     const xcb_pixmap_t content = connection_.newId();
     xcb_composite_name_window_pixmap(raw, facts_.client, content);
     const auto& painting = bar_.painting();
-    painting.setBackground(window(),
-                           painting.overlay(bar_.backgroundTile(), place()->width, place()->height, content,
-                                            painting.formatOf(facts_.visual), clientArea()));
+    painting.setBackground(
+        window(), painting.overlay(bar_.backgroundTile(), place()->width, place()->height,
+                                   {content, painting.formatOf(facts_.visual), clientArea(), facts_.client}));
     xcb_free_pixmap(raw, content);
 }
 
@@ -291,9 +345,8 @@ void TrayIcon::end() {
         return;
     // What still comes is about a window of somebody else.
     events_ = {};
+    requests_ = {};
     damageEvents_ = {};
-    if (sizeCorrection_)
-        sizeCorrection_->invalidate();
     bar_.setNeedsLayout();
     if (onEnd_)
         onEnd_();

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "lifetime.h"
+#include "linux/event_loop/paced_work.h"
 #include "linux/x11/menu_bar.h"
 #include "linux/x11/tray_slot.h"
 
+#include <xcb/composite.h>
 #include <xcb/damage.h>
 
 #include <functional>
@@ -22,6 +24,8 @@ public:
         xcb_visualid_t visual = 0;
         /// Names the program, the same at each of its starts.
         std::string application;
+        /// The identity that the icon had when it was in the bar before. Empty where it was not.
+        std::string formerIdentity;
         std::optional<std::int32_t> processIdentifier;
         std::optional<std::string> ownerName;
     };
@@ -45,19 +49,35 @@ public:
     WindowListEntry describe() const override;
 
 protected:
-    void resized() override { appearanceChanged(); }
+    void resized() override;
     void moved() override;
 
 private:
+    /// What is selected on a client.
+    static constexpr std::uint32_t clientEvents =
+        XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+
     void embed();
     void handle(const xcb_generic_event_t& event);
+    void handleChange(const xcb_generic_event_t& event);
+    void handleRequest(const xcb_generic_event_t& event);
+    /// False where the client has to be left alone for a while.
+    bool isBearable();
+    void listen(bool listening) const;
+    void listenAgain();
     void readEmbeddingInfo();
     void readTitle();
     void placeClient();
-    void keepSize(const xcb_configure_notify_event_t& change);
+    void tellSize();
+    void mapClient();
+    void damaged();
     void paint();
     void release() const;
     void end();
+    /// What the client draws, we draw ourselves, or the server does; it is kept wherever the icon lies.
+    std::uint8_t redirection() const {
+        return composited_ ? XCB_COMPOSITE_REDIRECT_MANUAL : XCB_COMPOSITE_REDIRECT_AUTOMATIC;
+    }
     PixelRect clientArea() const { return trayIconArea(bar_.appearance(), spacing_); }
 
     MenuBar& bar_;
@@ -72,12 +92,17 @@ private:
     xcb_damage_damage_t damage_ = 0;
     /// The content has changed since it was painted last.
     bool unpainted_ = false;
-    PostedOnce painting_;
-    PostedOnce embeddingInfo_;
-    PostedOnce title_;
-    std::shared_ptr<Timer> sizeCorrection_;
+    /// Events that the client has caused in the present second.
+    int eventCount_ = 0;
+    Date countedSince_ = 0;
+    PacedWork painting_;
+    PacedWork embeddingInfo_;
+    PacedWork title_;
+    PacedWork sizeCorrection_;
+    PacedWork mapping_;
     std::function<void()> onEnd_;
     Registration events_;
+    Registration requests_;
     Registration damageEvents_;
     Lifetime lifetime_;
 };

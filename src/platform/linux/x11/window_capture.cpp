@@ -52,6 +52,12 @@ WindowCapture::WindowCapture(MenuBar& bar)
       pass_(connection_.loop(), [this] { takePictures(); }) {}
 
 bool WindowCapture::preflightAccess() const {
+    // A server that has once given a picture away goes on doing so.
+    hasAccess_ = hasAccess_ || picturesAreGivenAway();
+    return hasAccess_;
+}
+
+bool WindowCapture::picturesAreGivenAway() const {
     xcb_connection_t* raw = connection_.raw();
     const xcb_pixmap_t pixmap = connection_.newId();
     xcb_composite_name_window_pixmap(raw, bar_.window(), pixmap);

@@ -38,6 +38,7 @@ private:
         std::optional<ItemShot> shot = {};
     };
 
+    bool picturesAreGivenAway() const;
     bool isOnScreen(const BarItem& item) const;
     WindowNumbers shareableWindows(bool onScreenOnly) const;
     std::optional<ItemShot> shotFor(const Request& request) const;
@@ -45,6 +46,7 @@ private:
     void takePictures();
 
     MenuBar& bar_;
+    mutable bool hasAccess_ = false;
     Connection& connection_;
     ImageReader reader_;
     std::deque<Request> requests_;

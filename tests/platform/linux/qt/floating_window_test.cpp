@@ -22,10 +22,13 @@ public:
     std::optional<double> declaredMargin;
 
     HostedLoop& loop() override { return loop_; }
+    void spareButtonStates(xcb_connection_t* /*connection*/) override {}
     LocalEvents& localEvents() override { return localEvents_; }
     Events& events() override { return desktop_.events(); }
     Rect toPixels(const Rect& rect) const override { return rect; }
     Rect visibleFrame(const Point& /*place*/) const override { return {0, 0, 800, 800}; }
+    Point barEnd() const override { return {800, 800}; }
+    Registration onBarChange(std::function<void()> /*listener*/) override { return {}; }
     void updateBar() override {}
     bool isComposited() const override { return composited; }
     Registration onCompositingChange(std::function<void()> /*listener*/) override { return {}; }

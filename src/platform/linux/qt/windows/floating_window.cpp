@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmo {
 
@@ -22,7 +23,7 @@ constexpr qreal shadowOpacity = 0.3;
 }  // namespace
 
 FloatingWindow::FloatingWindow(ToolkitHost& host, const Traits& traits)
-    : host_(host), traits_(traits), content_(host.loop(), this) {
+    : host_(host), traits_(traits), content_(host.loop(), this), screenChanges_([this] { followBar(); }) {
     Qt::WindowFlags flags =
         Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowStaysOnTopHint;
     if (!traits.takesKeyboard)
@@ -37,6 +38,12 @@ FloatingWindow::FloatingWindow(ToolkitHost& host, const Traits& traits)
         if (isVisible())
             showAt(corner_);
     });
+    barChanges_ = host.onBarChange([this] { followBar(); });
+}
+
+void FloatingWindow::followBar() const {
+    if (isVisible() && onBarChange_)
+        onBarChange_();
 }
 
 QSize FloatingWindow::contentSize() const {
@@ -84,7 +91,15 @@ void FloatingWindow::showAt(const QPointF& pixel) {
     const bool hadKeyboard = isVisible() && host_.hasKeyboard(number());
     const bool isAnother = matchScreen();
     const int margin = shadowMargin();
-    setGeometry(QRect(fromPixels(pixel).toPoint(), contentSize()).adjusted(-margin, -margin, margin, margin));
+    const QRect place =
+        QRect(fromPixels(pixel).toPoint(), contentSize()).adjusted(-margin, -margin, margin, margin);
+    const qreal formerRatio = std::exchange(ratio_, devicePixelRatioF());
+    if (ratio_ != formerRatio) {
+        // In another scale the same size is one of other pixels, of which the toolkit takes no notice.
+        setGeometry(place.adjusted(0, 0, 1, 1));
+        repaint();
+    }
+    setGeometry(place);
     content_.setGeometry(body());
     declareShadow();
     show();

@@ -2,9 +2,13 @@
 
 #include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
+#include "linux/qt/windows/screen_changes.h"
 #include "linux/toolkit/toolkit_host.h"
 
 #include <QWidget>
+
+#include <functional>
+#include <utility>
 
 namespace velmo {
 
@@ -27,6 +31,9 @@ public:
     /// The upper left corner, less the shadow, in pixels of the root window; as large as the content wants.
     void showAt(const QPointF& pixel);
     WindowNumber number() const;
+    /// For a window that hangs below the bar: called while it is shown, when the bar has another place or
+    /// scale.
+    void setOnBarChange(std::function<void()> handler) { onBarChange_ = std::move(handler); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -37,6 +44,7 @@ private:
     QSize contentSize() const;
     /// True where the window was made anew, which hides it.
     bool matchScreen();
+    void followBar() const;
     void declareShadow();
     int shadowMargin() const;
     QRect body() const;
@@ -47,7 +55,12 @@ private:
     ViewHost content_;
     /// Pixels of the root window.
     QPointF corner_;
+    /// Pixels for one of the toolkit's units when the window was placed.
+    qreal ratio_ = 0;
     bool isTranslucent_ = false;
+    std::function<void()> onBarChange_;
+    ScreenChanges screenChanges_;
+    Registration barChanges_;
     Registration compositingChanges_;
     Registration above_;
 };

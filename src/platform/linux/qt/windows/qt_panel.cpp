@@ -1,6 +1,7 @@
 #include "qt_panel.h"
 
 #include "linux/local_events.h"
+#include "linux/qt/windows/hanging_frame.h"
 
 namespace velmo {
 
@@ -11,17 +12,33 @@ QtPanel::QtPanel(ToolkitHost& host, const PanelConfiguration& configuration)
     window_.setAccessibleName(
         QString::fromUtf8(configuration.accessibilityLabel.data(),
                           static_cast<qsizetype>(configuration.accessibilityLabel.size())));
+    window_.setOnBarChange([this] { followBar(); });
 }
 
 void QtPanel::setFrame(const Rect& frame) {
-    const Rect pixels = host_.toPixels(frame);
-    corner_ = {pixels.x, pixels.y};
+    frame_ = frame;
+    top_ = {frame.midX(), frame.maxY()};
+    barEnd_ = host_.barEnd();
     if (window_.isVisible())
-        window_.showAt(corner_);
+        show();
+}
+
+void QtPanel::show() {
+    const Rect pixels = host_.toPixels(frame_);
+    window_.showAt({pixels.x, pixels.y});
+}
+
+/// It hangs below the same item, in the size that its content has by now.
+void QtPanel::followBar() {
+    const Point end = host_.barEnd();
+    top_ = {top_.x + end.x - barEnd_.x, top_.y + end.y - barEnd_.y};
+    barEnd_ = end;
+    frame_ = hangingFrame(top_.x, top_.y, window_.fittingSize(), host_.visibleFrame(top_));
+    show();
 }
 
 void QtPanel::orderFrontRegardless() {
-    window_.showAt(corner_);
+    show();
     shown_ = host_.localEvents().addPanel();
 }
 

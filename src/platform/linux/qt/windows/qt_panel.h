@@ -19,10 +19,17 @@ public:
     WindowNumber windowNumber() const override { return window_.number(); }
 
 private:
+    void show();
+    void followBar();
+
     ToolkitHost& host_;
     FloatingWindow window_;
-    /// Pixels of the root window.
-    QPointF corner_;
+    /// Points, origin at the bottom left of the primary screen.
+    Rect frame_;
+    /// The middle of its upper edge as long as the screen has room for it there, and the end of the bar, in
+    /// the same points.
+    Point top_;
+    Point barEnd_;
     Registration shown_;
 };
 

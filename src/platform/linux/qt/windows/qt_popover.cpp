@@ -2,18 +2,16 @@
 
 #include "linux/local_events.h"
 #include "linux/qt/windows/await_server.h"
+#include "linux/qt/windows/hanging_frame.h"
 
 #include <QKeyEvent>
-
-#include <algorithm>
 
 namespace velmo {
 
 namespace {
 
-/// Points between the anchor and the popover, and between the popover and the screen's edges.
+/// Points between the anchor and the popover.
 constexpr double anchorGap = 6;
-constexpr double edgeGap = 8;
 
 constexpr EventMask presses =
     maskOf(EventType::leftMouseDown) | maskOf(EventType::rightMouseDown) | maskOf(EventType::otherMouseDown);
@@ -43,6 +41,7 @@ QtPopover::QtPopover(ToolkitHost& host)
     : host_(host), window_(host, {.takesKeyboard = true}), keys_(std::make_unique<Keys>(*this)) {
     window_.setWindowTitle(QStringLiteral("Velmo.Popover"));
     window_.installEventFilter(keys_.get());
+    window_.setOnBarChange([this] { followBar(); });
 }
 
 QtPopover::~QtPopover() {
@@ -64,6 +63,7 @@ void QtPopover::show(const Rect& rect, StatusBarButton& button, RectEdge /*prefe
     // The bar lies at the top of its screen: there is room below it and nowhere else.
     anchor_ = {frame->x + rect.x, frame->maxY() - rect.y - rect.height, rect.width, rect.height};
     anchorWindow_ = button.windowNumber();
+    barEnd_ = host_.barEnd();
     // So that the first Tab leads to the first control.
     window_.setFocus();
     place();
@@ -74,14 +74,19 @@ void QtPopover::show(const Rect& rect, StatusBarButton& button, RectEdge /*prefe
 }
 
 void QtPopover::place() {
-    const Size size = window_.fittingSize();
     const Rect screen = host_.visibleFrame({anchor_.midX(), anchor_.midY()});
-    double x = anchor_.midX() - size.width / 2;
-    x = std::min(x, screen.maxX() - size.width - edgeGap);
-    x = std::max(x, screen.minX() + edgeGap);
-    const double top = anchor_.minY() - anchorGap;
-    const Rect pixels = host_.toPixels({x, top - size.height, size.width, size.height});
+    const Rect frame =
+        hangingFrame(anchor_.midX(), anchor_.minY() - anchorGap, window_.fittingSize(), screen);
+    const Rect pixels = host_.toPixels(frame);
     window_.showAt({pixels.x, pixels.y});
+}
+
+void QtPopover::followBar() {
+    const Point end = host_.barEnd();
+    anchor_.x += end.x - barEnd_.x;
+    anchor_.y += end.y - barEnd_.y;
+    barEnd_ = end;
+    place();
 }
 
 void QtPopover::watch() {

@@ -27,6 +27,7 @@ private:
     class Keys;
 
     void place();
+    void followBar();
     void watch();
     bool leavesClosingToAnchor(const Event& press) const;
 
@@ -35,6 +36,8 @@ private:
     PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
     /// Points, origin at the bottom left of the primary screen.
     Rect anchor_;
+    /// Where the bar ended then.
+    Point barEnd_;
     WindowNumber anchorWindow_ = 0;
     std::function<void()> onClose_;
     std::vector<std::unique_ptr<EventMonitor>> monitors_;

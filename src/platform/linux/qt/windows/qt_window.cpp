@@ -4,6 +4,7 @@
 #include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
 #include "linux/qt/windows/await_server.h"
+#include "linux/qt/windows/screen_changes.h"
 
 #include <QAccessible>
 #include <QCloseEvent>
@@ -12,6 +13,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -46,8 +48,17 @@ public:
     }
     void setContent(const View& content) {
         host_.setContent(content);
-        const QSizeF size = host_.fittingSize();
-        setFixedSize(static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height())));
+        setFixedSize(fittingSize());
+    }
+    void followScale() {
+        const qreal formerRatio = std::exchange(ratio_, devicePixelRatioF());
+        if (ratio_ == formerRatio)
+            return;
+        // In another scale the same size is one of other pixels, of which the toolkit takes no notice.
+        const QSize size = fittingSize();
+        setFixedSize(size + QSize(1, 1));
+        repaint();
+        setFixedSize(size);
     }
 
 protected:
@@ -81,8 +92,16 @@ protected:
     }
 
 private:
+    QSize fittingSize() const {
+        const QSizeF size = host_.fittingSize();
+        return {static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height()))};
+    }
+
     QtWindow& owner_;
     ViewHost host_;
+    /// Pixels for one of the toolkit's units.
+    qreal ratio_ = devicePixelRatioF();
+    ScreenChanges screenChanges_{[this] { followScale(); }};
     QTimer resting_;
 };
 
@@ -118,8 +137,18 @@ void QtWindow::center() {
     if (const auto* screen = QGuiApplication::primaryScreen()) {
         const QRect area = screen->availableGeometry();
         unmovedPlace_ = area.center() - QPoint(widget_->width() / 2, widget_->height() / 2);
+        isPlaced_ = false;
         widget_->move(*unmovedPlace_);
     }
+}
+
+/// On a screen that has gone meanwhile, nobody would find it.
+bool QtWindow::canBeFoundAt(const QPoint& corner) const {
+    const QRect topEdge(corner, QSize(widget_->width(), 1));
+    const auto screens = QGuiApplication::screens();
+    return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
+        return screen->geometry().intersected(topEdge).width() >= leastTitle;
+    });
 }
 
 void QtWindow::setFrameAutosaveName(const std::string& name) {
@@ -128,14 +157,10 @@ void QtWindow::setFrameAutosaveName(const std::string& name) {
     if (!place)
         return;
     const QPoint corner = fromPixels({place->x, place->y}).toPoint();
-    // On a screen that has gone meanwhile, nobody would find it.
-    const QRect topEdge(corner, QSize(widget_->width(), 1));
-    for (const auto* screen : QGuiApplication::screens()) {
-        if (screen->geometry().intersected(topEdge).width() < leastTitle)
-            continue;
-        widget_->move(corner);
-        unmovedPlace_.reset();
-    }
+    if (!canBeFoundAt(corner))
+        return;
+    widget_->move(corner);
+    unmovedPlace_.reset();
 }
 
 /// Only the user's choice is worth remembering: the middle is elsewhere on another screen.
@@ -155,6 +180,8 @@ void QtWindow::rememberPlace() {
 
 void QtWindow::makeKeyAndOrderFront() {
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
+    if (!canBeFoundAt(widget_->pos()))
+        center();
     widget_->show();
     widget_->raise();
     // The window manager has to know the window before it is asked to bring it to the front.

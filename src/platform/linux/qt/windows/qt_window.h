@@ -31,6 +31,7 @@ public:
 private:
     class Widget;
 
+    bool canBeFoundAt(const QPoint& corner) const;
     void rememberPlace();
 
     ToolkitHost& host_;

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace velmo::desktop {
+
+/// How long it takes from the release of the button on the toggle until the last icon is at its place, beside
+/// a program that does nothing but move as many windows, and beside xfce4-panel's arrow for hidden icons.
+void compareReveals();
+
+}  // namespace velmo::desktop

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "linux/x11/connection.h"
+
+#include <cstdint>
+
+namespace velmo::x11 {
+
+/// Knows what the window manager of the moment manages: windows that it has marked, what holds a marked one,
+/// and the frames that it made. A menu of its own holds nobody's window.
+class ManagedWindows {
+public:
+    explicit ManagedWindows(const Connection& connection);
+
+    /// Of a child of the root window.
+    bool contain(xcb_window_t window) const;
+
+private:
+    bool contain(xcb_window_t window, int depth) const;
+    bool managerMade(xcb_window_t window) const;
+    bool isMarked(xcb_window_t window) const;
+
+    const Connection& connection_;
+    std::uint32_t resourceMask_;
+    xcb_window_t managersWindow_ = XCB_WINDOW_NONE;
+};
+
+}  // namespace velmo::x11

@@ -1,0 +1,53 @@
+#include "window_tree.h"
+
+#include "linux/x11/reply.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace velmo::x11 {
+
+namespace {
+
+constexpr std::uint32_t mostManaged = 1024;
+
+}  // namespace
+
+std::vector<xcb_window_t> childrenOf(const Connection& connection, xcb_window_t window) {
+    const auto tree =
+        owned(xcb_query_tree_reply(connection.raw(), xcb_query_tree(connection.raw(), window), nullptr));
+    if (!tree)
+        return {};
+    const auto* begin = xcb_query_tree_children(tree.get());
+    return {begin, begin + xcb_query_tree_children_length(tree.get())};
+}
+
+xcb_window_t topLevelOf(const Connection& connection, xcb_window_t window) {
+    while (true) {
+        const auto tree =
+            owned(xcb_query_tree_reply(connection.raw(), xcb_query_tree(connection.raw(), window), nullptr));
+        if (!tree || tree->parent == tree->root || tree->parent == XCB_WINDOW_NONE)
+            return window;
+        window = tree->parent;
+    }
+}
+
+std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry_cookie_t cookie) {
+    const auto reply = owned(xcb_get_geometry_reply(connection.raw(), cookie, nullptr));
+    if (!reply)
+        return std::nullopt;
+    return PixelRect{reply->x, reply->y, reply->width + 2 * reply->border_width,
+                     reply->height + 2 * reply->border_width};
+}
+
+std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection) {
+    const auto value = connection.property(connection.root(), connection.atoms().netClientList,
+                                           XCB_ATOM_WINDOW, mostManaged * sizeof(xcb_window_t));
+    std::vector<xcb_window_t> windows(value.size() / sizeof(xcb_window_t));
+    if (!windows.empty())
+        std::memcpy(windows.data(), value.data(), windows.size() * sizeof(xcb_window_t));
+    std::erase_if(windows, [&](xcb_window_t window) { return connection.isOurs(window); });
+    return windows;
+}
+
+}  // namespace velmo::x11

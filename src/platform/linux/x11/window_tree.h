@@ -1,0 +1,20 @@
+#pragma once
+
+#include "linux/x11/connection.h"
+#include "linux/x11/pixel_rect.h"
+
+#include <optional>
+#include <vector>
+
+namespace velmo::x11 {
+
+/// The lowest first. Empty where the window is gone.
+std::vector<xcb_window_t> childrenOf(const Connection& connection, xcb_window_t window);
+/// The child of the root window that is the window or holds it. The window itself where it is gone.
+xcb_window_t topLevelOf(const Connection& connection, xcb_window_t window);
+/// Of a child of the root window, with its border. Nothing where it is gone.
+std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry_cookie_t cookie);
+/// Windows of other connections that a window manager says it manages. Their programs may have ended since.
+std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection);
+
+}  // namespace velmo::x11

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <map>
+#include <string>
+
+namespace velmo::desktop {
+
+/// Proportional memory (PSS) of a process and of all that it has started, in kilobytes.
+long memoryOf(pid_t process);
+
+/// How often a process and all that it has started go to sleep, over all of their threads: as often as
+/// something wakes them. What takes a thread's turn away is not counted.
+class SleepCounter {
+public:
+    /// Counts from now on: all threads, or those of a name.
+    explicit SleepCounter(pid_t process, std::string thread = {});
+    long count() const;
+
+private:
+    std::map<pid_t, long> sleepsByThread() const;
+
+    pid_t process_;
+    std::string thread_;
+    std::map<pid_t, long> before_;
+};
+
+}  // namespace velmo::desktop

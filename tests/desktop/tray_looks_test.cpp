@@ -1,0 +1,296 @@
+#include "film.h"
+#include "icon_pixels.h"
+#include "panel_window_session.h"
+#include "tray_client.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <thread>
+
+namespace velmo::desktop {
+
+namespace {
+
+using Look = TrayClient::Look;
+
+constexpr std::array<Look, 4> looks = {Look::opaque, Look::parentRelative, Look::translucent, Look::shaped};
+constexpr std::array<std::uint32_t, 4> firstColors = {0xc01020, 0x10a020, 0x2040e0, 0xc0a010};
+constexpr std::array<std::uint32_t, 4> otherColors = {0x10b0b0, 0xb010b0, 0xe07010, 0x305010};
+constexpr std::uint32_t white = 0xffffff;
+
+bool isInside(int column, int row) {
+    const auto within = [](int place) {
+        return place >= TrayClient::margin && place < TrayClient::side - TrayClient::margin;
+    };
+    return within(column) && within(row);
+}
+
+/// What is seen of an icon, in pixels of its window, before that background.
+std::uint32_t expectedPixel(Look look, std::uint32_t color, int column, int row, std::uint32_t background) {
+    const bool isInIcon = column >= 0 && row >= 0 && column < TrayClient::side && row < TrayClient::side;
+    const bool isSmall = look == Look::parentRelative || look == Look::shaped;
+    if (!isInIcon || (isSmall && !isInside(column, row)))
+        return background;
+    if (look != Look::translucent)
+        return color;
+    const auto half = [&](int shift) { return ((color >> shift & 0xff) * 0x80 / 255) << shift; };
+    return over(0x80U << 24 | half(16) | half(8) | half(0), background);
+}
+
+bool isNear(std::uint32_t one, std::uint32_t other, int tolerance) {
+    for (const int shift : {0, 8, 16}) {
+        if (std::abs(static_cast<int>(one >> shift & 0xff) - static_cast<int>(other >> shift & 0xff)) >
+            tolerance)
+            return false;
+    }
+    return true;
+}
+
+/// An icon of each look, hidden left of the divider, and one that is always shown.
+class LooksSession : public PanelWindowSession {
+protected:
+    void start(const std::string& screen, const std::string& clickAction = "revealInMenuBar") {
+        startServer(screen);
+        writeDefaults({{"autoRehide", false},
+                       {"hideOnClickOutside", false},
+                       {"clickAction", clickAction},
+                       {"statusItemOrder",
+                        {"Velmo.Toggle", "shown.Icon", "Velmo.Divider", "icon0.Icon", "icon1.Icon",
+                         "icon2.Icon", "icon3.Icon"}}});
+    }
+    void TearDown() override {
+        client_.reset();
+        PanelWindowSession::TearDown();
+    }
+
+    void startIcons() {
+        startVelmo();
+        // A compositing manager has begun its work with the windows that it has found.
+        std::this_thread::sleep_for(milliseconds(300));
+        client_ = std::make_unique<TrayClient>(environment_.at("DISPLAY"));
+        for (std::size_t index = 0; index < looks.size(); ++index) {
+            icons_[index] =
+                client_->makeIcon("icon" + std::to_string(index), looks[index], firstColors[index]);
+            client_->dock(icons_[index]);
+        }
+        shown_ = client_->makeIcon("shown", Look::opaque, 0x808080);
+        client_->dock(shown_);
+        for (const auto icon : icons_)
+            ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+        ASSERT_TRUE(eventually([&] { return isOnScreen(shown_); }));
+        // What follows a docking has come to its end.
+        std::this_thread::sleep_for(milliseconds(300));
+    }
+    void paintAll(const std::array<std::uint32_t, 4>& colors) {
+        for (std::size_t index = 0; index < icons_.size(); ++index)
+            client_->setColor(icons_[index], colors[index]);
+    }
+    void toggleTo(bool isRevealed) {
+        click(toggle());
+        ASSERT_TRUE(eventually([&] {
+            return std::all_of(icons_.begin(), icons_.end(),
+                               [&](auto icon) { return isRevealed ? isOnScreen(icon) : isHidden(icon); });
+        }));
+    }
+    /// Of the slot and what it shows, the first place that is not as it should be. Empty where there is none.
+    std::string faultOf(std::size_t index, std::uint32_t color, std::uint32_t background,
+                        int tolerance = 1) const {
+        const auto place = *x().area(icons_[index]);
+        const Area slot = {place.x - 4, place.y - 2, place.width + 8, place.height + 4};
+        const auto pixels = x().pixels(slot);
+        for (int row = 0; row < slot.height; ++row) {
+            for (int column = 0; column < slot.width; ++column) {
+                const auto seen = pixels[static_cast<std::size_t>(row * slot.width + column)];
+                const auto wanted = expectedPixel(looks[index], color, column - 4, row - 2, background);
+                if (!isNear(seen, wanted, tolerance)) {
+                    std::ostringstream text;
+                    text << "icon " << index << " at " << column - 4 << ' ' << row - 2 << ": " << std::hex
+                         << seen << ", not " << wanted;
+                    return text.str();
+                }
+            }
+        }
+        return {};
+    }
+    void expectSeen(const std::array<std::uint32_t, 4>& colors, std::uint32_t background, int tolerance = 1) {
+        for (std::size_t index = 0; index < icons_.size(); ++index) {
+            EXPECT_TRUE(
+                eventually([&] { return faultOf(index, colors[index], background, tolerance).empty(); },
+                           milliseconds(3000)))
+                << faultOf(index, colors[index], background, tolerance);
+        }
+    }
+    /// The bar from the left edge of the screen to the toggle.
+    Area leftOfToggle() const { return {0, 0, x().area(toggle())->x, 26}; }
+
+    std::unique_ptr<TrayClient> client_;
+    std::array<xcb_window_t, 4> icons_{};
+    xcb_window_t shown_ = XCB_WINDOW_NONE;
+};
+
+class TrayLooks : public LooksSession, public testing::WithParamInterface<bool> {
+protected:
+    void startBeside(const std::string& clickAction = "revealInMenuBar") {
+        start("1280x720x24", clickAction);
+        if (GetParam())
+            startCompositingManager();
+        startIcons();
+    }
+    /// Until the screen shows what the bar does.
+    static void settle() { std::this_thread::sleep_for(milliseconds(GetParam() ? 300 : 100)); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooks, testing::Bool(), [](const auto& suite) {
+    return std::string(suite.param ? "WithACompositingManager" : "WithNoCompositingManager");
+});
+
+TEST_P(TrayLooks, AreThoseThatProgramsHaveDrawn) {
+    startBeside();
+    toggleTo(true);
+    expectSeen(firstColors, lightBar);
+    paintAll(otherColors);
+    expectSeen(otherColors, lightBar);
+    toggleTo(false);
+    toggleTo(true);
+    expectSeen(otherColors, lightBar);
+}
+
+TEST_P(TrayLooks, HaveTheNewBackgroundBehindThemWhenTheDesktopBecomesDark) {
+    const auto settings = home_ / "xsettingsd.conf";
+    const auto write = [&](const std::string& theme) {
+        std::ofstream(settings) << "Net/ThemeName \"" << theme << "\"\n";
+    };
+    write("Adwaita");
+    startBeside();
+    const auto manager = run({"xsettingsd", "-c", settings});
+    toggleTo(true);
+    expectSeen(firstColors, lightBar);
+    settle();
+    write("Adwaita-dark");
+    manager.signal(SIGHUP);
+    expectSeen(firstColors, darkBar);
+    toggleTo(false);
+    // Seen by nobody, it changes as well.
+    write("Adwaita");
+    manager.signal(SIGHUP);
+    ASSERT_TRUE(eventually([&] { return x().pixel(600, 5) == lightBar; }));
+    toggleTo(true);
+    expectSeen(firstColors, lightBar);
+}
+
+TEST_P(TrayLooks, OfFormerTimesAreNotSeenWhenIconsComeBack) {
+    startBeside();
+    toggleTo(true);
+    expectSeen(firstColors, lightBar);
+    auto present = otherColors;
+    auto former = firstColors;
+    for (int round = 0; round < 6; ++round) {
+        toggleTo(false);
+        paintAll(present);
+        settle();
+        std::set<std::uint32_t> stale = {white, 0};
+        for (std::size_t index = 0; index < looks.size(); ++index)
+            stale.insert(expectedPixel(looks[index], former[index], 10, 10, lightBar));
+        Film film(environment_.at("DISPLAY"), leftOfToggle());
+        toggleTo(true);
+        expectSeen(present, lightBar);
+        settle();
+        for (const auto& frame : film.frames()) {
+            const auto found =
+                std::find_if(frame.begin(), frame.end(), [&](auto pixel) { return stale.contains(pixel); });
+            EXPECT_EQ(found, frame.end()) << "round " << round << ", " << std::hex << *found;
+        }
+        std::swap(present, former);
+    }
+}
+
+TEST_P(TrayLooks, AreNeverAbsentForAMomentWhileIconsMove) {
+    startBeside();
+    std::size_t looked = 0;
+    for (int round = 0; round < 8; ++round) {
+        settle();
+        const auto before = x().pixels(leftOfToggle());
+        Film film(environment_.at("DISPLAY"), leftOfToggle());
+        toggleTo(round % 2 == 0);
+        settle();
+        settle();
+        const auto& frames = film.frames();
+        const auto after = x().pixels(leftOfToggle());
+        ASSERT_NE(before, after);
+        looked += frames.size();
+        for (const auto& frame : frames) {
+            for (std::size_t index = 0; index < frame.size(); ++index) {
+                ASSERT_TRUE(frame[index] == before[index] || frame[index] == after[index])
+                    << "round " << round << ", column "
+                    << index % static_cast<std::size_t>(leftOfToggle().width) << ": " << std::hex
+                    << frame[index] << ", before " << before[index] << ", after " << after[index];
+            }
+        }
+    }
+    EXPECT_GE(looked, 16U);
+}
+
+TEST_P(TrayLooks, AreNotDrawnAnewForEachMove) {
+    startBeside();
+    toggleTo(true);
+    settle();
+    const int exposures = client_->exposures();
+    for (const bool isRevealed : {false, true, false, true}) {
+        toggleTo(isRevealed);
+        settle();
+    }
+    EXPECT_EQ(client_->exposures(), exposures) << "what programs have drawn is kept";
+}
+
+TEST_P(TrayLooks, AreTheSameInThePanel) {
+    startBeside("showPanel");
+    for (const auto& colors : {firstColors, otherColors}) {
+        paintAll(colors);
+        // Pictures that were taken before are old by then.
+        std::this_thread::sleep_for(milliseconds(2500));
+        openPanelWindow();
+        const auto count = [&](std::uint32_t color) {
+            auto area = panel().value_or(Area{0, 0, 1, 1});
+            // Its shadow goes beyond the screen.
+            area.width = std::min(area.width, 1280 - area.x);
+            const auto pixels = x().pixels(area);
+            return std::count(pixels.begin(), pixels.end(), color);
+        };
+        constexpr long whole = TrayClient::side * TrayClient::side;
+        constexpr long square = whole / 4;
+        EXPECT_TRUE(eventually([&] { return count(colors[0]) == whole; })) << count(colors[0]);
+        EXPECT_TRUE(eventually([&] { return count(colors[1]) == square; })) << count(colors[1]);
+        EXPECT_TRUE(eventually([&] { return count(colors[3]) == square; })) << count(colors[3]);
+        EXPECT_EQ(count(colors[2]), 0) << "it is half transparent";
+        const auto& others = colors == firstColors ? otherColors : firstColors;
+        for (const auto color : others)
+            EXPECT_EQ(count(color), 0);
+        EXPECT_EQ(count(0), 0);
+        xdotool({"key", "Escape"});
+        ASSERT_TRUE(eventually([&] { return !panel(); }));
+    }
+}
+
+class TrayLooksOnDeepScreens : public LooksSession, public testing::WithParamInterface<int> {};
+
+INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooksOnDeepScreens, testing::Values(16, 30),
+                         [](const auto& suite) { return "Of" + std::to_string(suite.param) + "Bits"; });
+
+TEST_P(TrayLooksOnDeepScreens, AreThoseThatProgramsHaveDrawn) {
+    start("1280x720x" + std::to_string(GetParam()));
+    startIcons();
+    toggleTo(true);
+    expectSeen(firstColors, lightBar, 9);
+    toggleTo(false);
+    paintAll(otherColors);
+    toggleTo(true);
+    expectSeen(otherColors, lightBar, 9);
+}
+
+}  // namespace
+
+}  // namespace velmo::desktop

@@ -1,0 +1,279 @@
+#include "window_managers.h"
+
+#include "desktop_session.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+namespace velmo::desktop {
+
+namespace {
+
+constexpr int barHeight = 26;
+
+/// What the bar is beside a window manager, and what reaches it past one.
+class BarUnder : public DesktopSession, public testing::WithParamInterface<std::string> {
+protected:
+    void SetUp() override {
+        DesktopSession::SetUp();
+        startServer();
+    }
+    void start(const nlohmann::json& defaults = {{"autoRehide", false}, {"hideOnClickOutside", false}}) {
+        startWindowManagerNamed(GetParam());
+        writeDefaults(defaults);
+        startVelmo();
+    }
+    /// The topmost child of the root window at that place is the bar.
+    bool barIsOnTopAt(int pointX, int pointY) const { return topAt(pointX, pointY) == bar(); }
+    xcb_window_t topAt(int pointX, int pointY) const {
+        xcb_window_t top = XCB_WINDOW_NONE;
+        for (const auto window : x().children(x().root())) {
+            const auto area = x().area(window);
+            if (area && x().isViewable(window) && pointX >= area->x && pointX < area->x + area->width &&
+                pointY >= area->y && pointY < area->y + area->height)
+                top = window;
+        }
+        return top;
+    }
+    bool barStaysOnTopAt(int pointX, int pointY) const {
+        return eventually([&] { return barIsOnTopAt(pointX, pointY); }) &&
+               stays([&] { return barIsOnTopAt(pointX, pointY); }, milliseconds(300));
+    }
+    bool isLeftTo(xcb_window_t window) const {
+        const auto fills = [&] {
+            const auto area = x().area(window);
+            return area && area->height > 700 && x().isViewable(window) && !barIsOnTopAt(300, 13);
+        };
+        return eventually(fills) && stays(fills, milliseconds(300));
+    }
+    std::vector<xcb_window_t> seenWindows() const {
+        auto windows = x().children(x().root());
+        std::erase_if(windows, [&](xcb_window_t window) { return !x().isViewable(window); });
+        return windows;
+    }
+    void change(xcb_window_t window, const std::string& states) const {
+        outputOf({"wmctrl", "-i", "-r", std::to_string(window), "-b", states}, environment_);
+    }
+    std::uint32_t activeWindow() const {
+        const auto active = x().cardinals(x().root(), "_NET_ACTIVE_WINDOW");
+        return active.empty() ? 0 : active.front();
+    }
+    void activate(xcb_window_t window) const {
+        xdotool({"windowactivate", std::to_string(window)});
+        ASSERT_TRUE(eventually([&] { return activeWindow() == window; }));
+    }
+    xcb_window_t startActiveWindow(const std::string& title = "Ordinary") {
+        const auto window = startOrdinaryWindow(title);
+        activate(window);
+        return window;
+    }
+    /// How often the order or the places of windows change in a second.
+    int changesOfWindows() const {
+        const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        const std::uint32_t none = 0;
+        xcb_change_window_attributes(x().raw(), x().root(), XCB_CW_EVENT_MASK, &mask);
+        int count = 0;
+        stays(
+            [&] {
+                x().exists(x().root());
+                while (auto* event = xcb_poll_for_event(x().raw())) {
+                    count += (event->response_type & 0x7f) == XCB_CONFIGURE_NOTIFY ? 1 : 0;
+                    std::free(event);
+                }
+                return true;
+            },
+            milliseconds(1000));
+        xcb_change_window_attributes(x().raw(), x().root(), XCB_CW_EVENT_MASK, &none);
+        return count;
+    }
+    void expectStripToItself(xcb_window_t window) const {
+        change(window, "add,maximized_vert,maximized_horz");
+        const auto isMaximized = [&] {
+            const auto area = *x().area(window);
+            return area.width > 1200 && area.y >= barHeight && area.y + area.height > 650;
+        };
+        EXPECT_TRUE(eventually(isMaximized)) << x().area(window)->y;
+        EXPECT_TRUE(barStaysOnTopAt(640, 13));
+    }
+    void expectDragAndClickWork(xcb_window_t icon) const {
+        superDrag(icon, farLeft);
+        ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+        click(toggle());
+        EXPECT_TRUE(eventually([&] { return isOnScreen(icon); }));
+        click(toggle());
+        EXPECT_TRUE(eventually([&] { return isHidden(icon); }));
+    }
+    std::string nextWindowManager() const {
+        const auto& names = windowManagerNames;
+        const auto next = std::find(names.begin(), names.end(), GetParam()) + 1;
+        return next == names.end() ? names.front() : *next;
+    }
+};
+
+TEST_P(BarUnder, HasItsStripToItself) {
+    start();
+    expectStripToItself(startActiveWindow());
+}
+
+TEST_P(BarUnder, LiesAboveAllWindowsButOneThatFillsTheScreen) {
+    start();
+    const auto window = startActiveWindow();
+    change(window, "add,above");
+    xdotool({"windowmove", std::to_string(window), "200", "5"});
+    xdotool({"windowraise", std::to_string(window)});
+    EXPECT_TRUE(barStaysOnTopAt(300, 13));
+    change(window, "remove,above");
+    EXPECT_TRUE(barStaysOnTopAt(300, 13));
+    change(window, "add,fullscreen");
+    EXPECT_TRUE(isLeftTo(window));
+    EXPECT_EQ(changesOfWindows(), 0);
+    EXPECT_EQ(activeWindow(), window);
+    change(window, "remove,fullscreen");
+    EXPECT_TRUE(barStaysOnTopAt(300, 13));
+    EXPECT_EQ(changesOfWindows(), 0);
+}
+
+TEST_P(BarUnder, ComesBackWhenTheUserTurnsFromAWindowThatFillsTheScreen) {
+    start();
+    const auto other = startActiveWindow("Other");
+    const auto window = startActiveWindow("Film");
+    change(window, "add,fullscreen");
+    EXPECT_TRUE(isLeftTo(window));
+    activate(other);
+    EXPECT_TRUE(barStaysOnTopAt(300, 13));
+    activate(window);
+    // One window manager has ended the full screen.
+    change(window, "add,fullscreen");
+    EXPECT_TRUE(isLeftTo(window));
+    activate(other);
+    change(other, "add,fullscreen");
+    EXPECT_TRUE(isLeftTo(other));
+    xcb_kill_client(x().raw(), other);
+    ASSERT_TRUE(eventually([&] { return !x().exists(other); }));
+    xcb_kill_client(x().raw(), window);
+    ASSERT_TRUE(eventually([&] { return !x().exists(window); }));
+    EXPECT_TRUE(barStaysOnTopAt(300, 13));
+}
+
+TEST_P(BarUnder, CastsNoShadow) {
+    constexpr std::uint32_t sky = 0x9db7d6;
+    const xcb_window_t desk = xcb_generate_id(x().raw());
+    const std::uint32_t values[] = {sky, 1};
+    xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, desk, x().root(), 0, 0, 1280, 720, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
+    xcb_map_window(x().raw(), desk);
+    start();
+    const std::uint32_t lowest = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(x().raw(), desk, XCB_CONFIG_WINDOW_STACK_MODE, &lowest);
+    const auto isSky = [&] { return x().pixel(640, barHeight + 2) == sky; };
+    EXPECT_TRUE(eventually([&] { return isSky() && x().pixel(640, 13) == lightBar; }));
+    EXPECT_TRUE(stays(isSky, milliseconds(300)));
+}
+
+TEST_P(BarUnder, LeavesMenusOfProgramsAboveIt) {
+    start();
+    const auto window = startActiveWindow();
+    const xcb_window_t menu = xcb_generate_id(x().raw());
+    const std::uint32_t unmanaged = 1;
+    xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, menu, x().root(), 200, 5, 100, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                      &unmanaged);
+    xcb_map_window(x().raw(), menu);
+    ASSERT_TRUE(x().isViewable(menu));
+    EXPECT_TRUE(stays([&] { return topAt(250, 13) == menu; }, milliseconds(300)));
+    change(window, "add,above");
+    xdotool({"windowraise", std::to_string(window)});
+    EXPECT_TRUE(stays([&] { return topAt(250, 13) == menu; }, milliseconds(300)));
+    EXPECT_TRUE(barIsOnTopAt(400, 13));
+}
+
+TEST_P(BarUnder, IsThereOnEveryWorkspace) {
+    start();
+    startActiveWindow();
+    const auto workspace = [&] { return x().cardinals(x().root(), "_NET_CURRENT_DESKTOP").front(); };
+    const auto former = workspace();
+    if (GetParam() == "i3")
+        outputOf({"i3-msg", "workspace", "2"}, environment_);
+    else
+        outputOf({"wmctrl", "-s", "1"}, environment_);
+    ASSERT_TRUE(eventually([&] { return workspace() != former; }));
+    EXPECT_TRUE(barStaysOnTopAt(640, 13));
+    EXPECT_TRUE(isOnScreen(toggle()));
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+    expectStripToItself(startActiveWindow("Second"));
+}
+
+TEST_P(BarUnder, HidesAndRevealsAndTakesNoFocus) {
+    start({{"autoRehide", false},
+           {"hideOnClickOutside", false},
+           {"alwaysHiddenEnabled", true},
+           {"statusItemOrder",
+            {"Velmo.Toggle", "Velmo.Divider", "Velmo.AlwaysHiddenDivider", "parcellite.Parcellite"}}});
+    const auto window = startActiveWindow();
+    const auto hidden = startTrayProgram("gxkb", "Gxkb");
+    superDrag(hidden, farLeft);
+    const auto alwaysHidden = startTrayProgram("parcellite", "Parcellite");
+    ASSERT_TRUE(eventually([&] { return isHidden(hidden) && isHidden(alwaysHidden); }));
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return isOnScreen(hidden); }));
+    EXPECT_TRUE(isHidden(alwaysHidden));
+    clickHolding("Alt_L", toggle());
+    EXPECT_TRUE(eventually([&] { return isOnScreen(alwaysHidden); }));
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return isHidden(hidden) && isHidden(alwaysHidden); }));
+    EXPECT_EQ(activeWindow(), window);
+}
+
+TEST_P(BarUnder, ADragWithSuperOpensNoMenuOfTheWindowManager) {
+    start();
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    ASSERT_TRUE(barStaysOnTopAt(640, 13));
+    const auto before = seenWindows();
+    const auto isNew = [&](xcb_window_t window) {
+        return std::find(before.begin(), before.end(), window) == before.end();
+    };
+    const auto nothingHasOpened = [&] {
+        const auto windows = seenWindows();
+        return std::none_of(windows.begin(), windows.end(), isNew);
+    };
+    const auto place = *x().area(icon);
+    // As slowly as a hand at least.
+    xdotool({"mousemove", std::to_string(place.midX()), "13", "keydown", "Super_L", "mousedown", "1", "sleep",
+             "0.1", "mousemove", std::to_string(farLeft), "13", "sleep", "0.1", "mouseup", "1", "keyup",
+             "Super_L"});
+    ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
+    EXPECT_TRUE(stays(nothingHasOpened, milliseconds(300)));
+}
+
+TEST_P(BarUnder, StaysWhenAnotherWindowManagerTakesOver) {
+    start();
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    replaceWindowManager(GetParam(), nextWindowManager());
+    const auto window = startActiveWindow();
+    expectStripToItself(window);
+    change(window, "add,fullscreen");
+    EXPECT_TRUE(isLeftTo(window));
+    change(window, "remove,fullscreen");
+    EXPECT_TRUE(barStaysOnTopAt(640, 13));
+    expectDragAndClickWork(icon);
+}
+
+TEST_P(BarUnder, StaysWhenTheWindowManagerCrashesAndComesBack) {
+    start();
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    crashWindowManager();
+    EXPECT_TRUE(barStaysOnTopAt(640, 13));
+    startWindowManagerNamed(GetParam());
+    expectStripToItself(startActiveWindow());
+    expectDragAndClickWork(icon);
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, BarUnder, windowManagers,
+                         [](const auto& manager) { return manager.param; });
+
+}  // namespace
+
+}  // namespace velmo::desktop
