@@ -307,6 +307,7 @@ struct Flood {
     void (*act)(TrayClient& program, xcb_window_t window, std::uint32_t number) = nullptr;
     /// Of a processor, with debug code on a busy machine.
     int mostPercent = 5;
+    int atOnce = 100;
 };
 
 void resize(TrayClient& program, xcb_window_t window, std::uint32_t number) {
@@ -357,8 +358,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Flood{"Flags", TrayClient::Look::opaque, false, flipFlags},
                     Flood{"Titles", TrayClient::Look::opaque, false, rename},
                     Flood{"Drawings", TrayClient::Look::translucent, false, clear},
-                    Flood{"Dockings", TrayClient::Look::opaque, false, dockAgain, 25},
-                    Flood{"DockingsOfNobody", TrayClient::Look::opaque, false, dockNobody, 25}),
+                    Flood{"Dockings", TrayClient::Look::opaque, false, dockAgain, 25, 10},
+                    Flood{"DockingsOfNobody", TrayClient::Look::opaque, false, dockNobody, 25, 10}),
     [](const auto& suite) { return suite.param.name; });
 
 TEST_P(TrayFlood, CostsLittleAndMovesNobody) {
@@ -374,7 +375,7 @@ TEST_P(TrayFlood, CostsLittleAndMovesNobody) {
     std::atomic<std::uint32_t> number = 0;
     {
         const Beside flood(Beside::Times::untilTheEnd, [&] {
-            for (int count = 0; count < 100; ++count)
+            for (int count = 0; count < param.atOnce; ++count)
                 param.act(*program, window, number++);
             // The server has done that much. It has others to serve, too.
             program->x().exists(window);
