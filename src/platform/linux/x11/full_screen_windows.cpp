@@ -14,8 +14,11 @@ namespace {
 
 /// Until a window manager has written down what it has just done.
 constexpr Seconds writingTime = 0.1;
+/// Whoever moves windows without end is not looked after at each step.
+constexpr Seconds lookingPause = 0.05;
 /// More are not read.
 constexpr std::uint32_t mostStates = 32;
+constexpr std::size_t mostFullScreenClients = 16;
 
 bool hasState(const Connection& connection, xcb_get_property_cookie_t cookie, xcb_atom_t state) {
     const auto reply = owned(xcb_get_property_reply(connection.raw(), cookie, nullptr));
@@ -39,7 +42,7 @@ FullScreenWindows::FullScreenWindows(Connection& connection, xcb_window_t dock,
     : connection_(connection),
       dock_(dock),
       onChange_(std::move(onChange)),
-      looking_(connection.loop(), [this] { look(); }) {
+      looking_(connection.loop(), lookingPause, [this] { look(); }) {
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 
@@ -103,6 +106,7 @@ std::vector<xcb_window_t> FullScreenWindows::fullScreenClients() const {
     auto cookie = cookies.begin();
     std::erase_if(
         clients, [&](xcb_window_t) { return !hasState(connection_, *cookie++, atoms.netWmStateFullscreen); });
+    clients.resize(std::min(clients.size(), mostFullScreenClients));
     return clients;
 }
 
