@@ -134,7 +134,7 @@ TEST_F(TopWindows, LieAboveWhatIsMarkedOnlyAfterItWasShown) {
     show(panel_);
     const auto other = makeWindow({0, 0, 500, 300});
     show(other);
-    turnUntil([] { return false; }, milliseconds(100));
+    turnUntil([] { return false; }, milliseconds(40));
     ASSERT_TRUE(areStacked({other, panel_}));
     setState(other, 1);
     x().exists(other);
@@ -150,7 +150,7 @@ TEST_F(TopWindows, LieAboveWhatIsMarkedOnlyAfterItWasShownAboveOthers) {
     raise(known);
     show(late);
     raise(late);
-    turnUntil([] { return false; }, milliseconds(100));
+    turnUntil([] { return false; }, milliseconds(40));
     ASSERT_TRUE(areStacked({late, panel_, known}));
     setState(late, 1);
     x().exists(late);

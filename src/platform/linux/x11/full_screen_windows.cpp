@@ -14,8 +14,6 @@ namespace {
 
 /// Until a window manager has written down what it has just done.
 constexpr Seconds writingTime = 0.1;
-/// Whoever moves windows without end is not looked after at each step.
-constexpr Seconds lookingPause = 0.05;
 /// More are not read.
 constexpr std::uint32_t mostStates = 32;
 constexpr std::size_t mostFullScreenClients = 16;
@@ -42,7 +40,7 @@ FullScreenWindows::FullScreenWindows(Connection& connection, xcb_window_t dock,
     : connection_(connection),
       dock_(dock),
       onChange_(std::move(onChange)),
-      looking_(connection.loop(), lookingPause, [this] { look(); }) {
+      looking_(connection.loop(), [this] { look(); }) {
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 

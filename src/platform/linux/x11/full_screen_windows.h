@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/event_loop/paced_work.h"
+#include "linux/event_loop/posted_once.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/pixel_rect.h"
 #include "run_loop.h"
@@ -43,7 +43,7 @@ private:
     std::function<void()> onChange_;
     PixelRect area_;
     bool coverArea_ = false;
-    PacedWork looking_;
+    PostedOnce looking_;
     std::shared_ptr<Timer> secondLook_;
     Registration events_;
 };

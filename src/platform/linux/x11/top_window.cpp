@@ -18,9 +18,6 @@ constexpr Seconds restTime = 3;
 /// Until a window manager has marked what it has just shown.
 constexpr Seconds markingTime = 0.1;
 
-/// Whoever moves windows without end is not answered at each step.
-constexpr Seconds checkingPause = 0.05;
-
 struct Candidate {
     xcb_window_t window;
     xcb_get_window_attributes_cookie_t attributes;
@@ -33,7 +30,7 @@ TopWindow::TopWindow(Connection& connection, xcb_window_t window, xcb_window_t b
     : connection_(connection),
       window_(window),
       beneath_(beneath),
-      checking_(connection.loop(), checkingPause, [this] { check(); }) {
+      checking_(connection.loop(), [this] { check(); }) {
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 

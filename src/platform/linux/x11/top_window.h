@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/event_loop/paced_work.h"
+#include "linux/event_loop/posted_once.h"
 #include "linux/x11/connection.h"
 #include "run_loop.h"
 
@@ -40,7 +40,7 @@ private:
     /// Since when raises are counted, and how many more there may be.
     std::chrono::steady_clock::time_point countBegin_;
     int raisesLeft_ = 0;
-    PacedWork checking_;
+    PostedOnce checking_;
     std::shared_ptr<Timer> secondLook_;
     /// While it rests.
     std::shared_ptr<Timer> nextAttempt_;
