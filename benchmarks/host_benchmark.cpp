@@ -56,7 +56,7 @@ double timeToFirstIcon(const Host& host) {
 
 }  // namespace
 
-void compareHosts() {
+bool compareHosts() {
     const auto hosts = installedHosts();
     std::vector<std::vector<double>> times(hosts.size());
     for (int round = 0; round < starts; ++round) {
@@ -77,6 +77,7 @@ void compareHosts() {
     std::printf("%-12s %34s %26s %18s\n", "", "start to first icon", "memory, 10 icons", "wakeups a minute");
     double firstTime = 0;
     double firstMemory = 0;
+    bool kept = true;
     for (std::size_t index = 0; index < hosts.size(); ++index) {
         const auto process = resting[index]->process->id();
         const long wakeups = sleeps[index].count();
@@ -90,7 +91,16 @@ void compareHosts() {
                     hosts[index].name.c_str(), time, percentile95(times[index]), time / firstTime, memory,
                     memory / firstMemory, wakeups);
         std::fflush(stdout);
+        const auto& name = hosts[index].name;
+        if (index == 0) {
+            kept = isAtMost("wakeups", static_cast<double>(wakeups), 0);
+            continue;
+        }
+        kept = isAtMost("our time to the first icon, of its", firstTime / time, 1) && kept;
+        if (name == "xfce4-panel" || name == "lxqt-panel")
+            kept = isAtMost("our memory, of its", firstMemory / memory, 0.5) && kept;
     }
+    return kept;
 }
 
 }  // namespace velmo::desktop

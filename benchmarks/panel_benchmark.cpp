@@ -195,7 +195,7 @@ void measure(int icons, Trigger trigger) {
 
 }  // namespace
 
-void comparePanels() {
+bool comparePanels() {
     std::printf("\n%-15s %10s", "panel", "by");
     for (const char* when : {"first time", "later"})
         std::printf(" %12s %12s %12s %12s", when, "95th", "painted", "work");
@@ -204,6 +204,7 @@ void comparePanels() {
         for (const auto trigger : {Trigger::shortcut, Trigger::click})
             measure(icons, trigger);
     }
+    return true;
 }
 
 }  // namespace velmo::desktop

@@ -212,7 +212,8 @@ void print(const char* what, const std::vector<double>& times, const std::vector
 
 }  // namespace
 
-void compareReveals() {
+bool compareReveals() {
+    bool kept = true;
     const auto xfce = hostNamed("xfce4-panel");
     std::printf("\nfrom the release of the button to the last icon at its place (median)\n");
     for (const int icons : {10, 50, 200}) {
@@ -229,7 +230,12 @@ void compareReveals() {
             std::printf("\n");
             std::fflush(stdout);
         }
+        const double ours = median(figures[0].reveals);
+        kept = isAtMost("as many times the bare program's", ours / median(figures[1].reveals), 2) && kept;
+        if (xfce)
+            kept = isAtMost("the same of xfce4-panel's", ours / median(figures[2].reveals), 1.0 / 3) && kept;
     }
+    return kept;
 }
 
 }  // namespace velmo::desktop

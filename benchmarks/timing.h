@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -23,6 +24,13 @@ inline void waitFor(const std::function<bool()>& condition, const char* what) {
             throw std::runtime_error(std::string("waited in vain for ") + what);
         std::this_thread::sleep_for(std::chrono::microseconds(100));
     }
+}
+
+/// Says whether a figure is what was promised; false where it is not.
+inline bool isAtMost(const std::string& what, double value, double bound) {
+    std::printf("  %s: %.2f, promised %.2f at most%s\n", what.c_str(), value, bound,
+                value <= bound ? "" : "  <-- NOT KEPT");
+    return value <= bound;
 }
 
 inline double median(std::vector<double> values) {

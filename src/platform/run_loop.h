@@ -33,7 +33,7 @@ public:
 
     /// The time of day.
     virtual Date now() const = 0;
-    /// Runs the work in a later turn of the loop, after everything posted before it.
+    /// Runs the work once what runs now has returned, after everything posted before it.
     virtual void post(std::function<void()> work) = 0;
     /// Runs the work once, not before `interval` seconds of the monotonic clock have passed.
     virtual std::shared_ptr<Timer> schedule(Seconds interval, std::function<void()> work) = 0;

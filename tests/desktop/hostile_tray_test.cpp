@@ -13,6 +13,8 @@ namespace velmo::desktop {
 namespace {
 
 constexpr std::uint32_t goodColor = 0x20a060;
+/// Half transparent, over the bar.
+constexpr std::uint32_t goodColorInBar = 0x8bcbac;
 
 /// A good icon in the X11 tray, and bad ones beside it.
 class HostileTray : public HostileSession {
@@ -39,7 +41,7 @@ protected:
     bool isGoodIconSeen() const {
         const auto place = x().area(icon_);
         return place && isOnScreen(icon_) && place->y < 26 &&
-               x().pixel(place->midX(), place->midY()) != lightBar;
+               x().pixel(place->midX(), place->midY()) == goodColorInBar;
     }
     /// The good icon is where it was, and looks as it did; of the bad ones nothing is left.
     void expectGoodIconAlone() {
@@ -105,7 +107,7 @@ TEST_F(HostileTray, ProgramsThatDieBeforeDuringAndAfterDocking) {
     expectGoodIconAlone();
 }
 
-TEST_F(HostileTray, WindowsOfOddSizesHaveThatOfAnIcon) {
+TEST_F(HostileTray, WindowsOfOddSizesAndPlacesHaveThoseOfAnIcon) {
     for (const bool isUnmanaged : {false, true}) {
         for (const std::uint32_t size : {1U, 4000U}) {
             TrayClient program(display());
@@ -115,6 +117,9 @@ TEST_F(HostileTray, WindowsOfOddSizesHaveThatOfAnIcon) {
             configure(program.x(), window, size, size);
             program.dock(window);
             const Area place = {place_.x - 30, place_.y, place_.width, place_.height};
+            EXPECT_TRUE(eventually([&] { return isDocked(window) && x().area(window) == place; })) << size;
+            xcb_reparent_window(program.x().raw(), window, x().parent(window), 400, 300);
+            program.x().exists(window);
             EXPECT_TRUE(eventually([&] { return isDocked(window) && x().area(window) == place; })) << size;
             configure(program.x(), window, size, 5001 - size);
             const std::uint32_t values[] = {static_cast<std::uint32_t>(-40), 17, 9};
@@ -235,6 +240,11 @@ TEST_F(HostileTray, LiesInProperties) {
         liar("_VELMO_ITEM", "UTF8_STRING", 8, "good.Icon");
         liar("_VELMO_ITEM", "UTF8_STRING", 8, "liar.Icon#99999999999999999999999");
         liar("_VELMO_ITEM", "UTF8_STRING", 8, "liar.Icon#18446744073709551615");
+        liar("_VELMO_ITEM", "UTF8_STRING", 8, "liar.Icon#" + std::string(60000, '0') + "900");
+        liar("_VELMO_ITEM", "UTF8_STRING", 8, "liar.Icon#0901");
+        liar("_VELMO_ITEM", "UTF8_STRING", 8, "liar.Icon#902 ");
+        liar("_VELMO_ITEM", "UTF8_STRING", 8, "liar.Icon#1001");
+        liar("_VELMO_ITEM", "UTF8_STRING", 8, "liar.Icon#1000");
         EXPECT_EQ(x().area(icon_), place_);
         expectResponsive("liars are there");
     }
@@ -243,6 +253,12 @@ TEST_F(HostileTray, LiesInProperties) {
     for (const auto* name : {"Velmo.Toggle", "good.Icon", "Velmo.Divider"})
         EXPECT_EQ(std::count(order.begin(), order.end(), name), 1) << name;
     EXPECT_EQ(order.front(), "Velmo.Toggle");
+    EXPECT_EQ(std::count(order.begin(), order.end(), "liar.Icon#1000"), 1) << "so many there may be";
+    for (const auto& identity : order) {
+        EXPECT_LE(identity.size(), 128U);
+        for (const auto* number : {"900", "901", "902", "1001"})
+            EXPECT_EQ(identity.find(number), std::string::npos) << identity;
+    }
     expectGoodIconAlone();
 }
 
@@ -291,6 +307,7 @@ struct Flood {
     void (*act)(TrayClient& program, xcb_window_t window, std::uint32_t number) = nullptr;
     /// Of a processor, with debug code on a busy machine.
     int mostPercent = 5;
+    int atOnce = 100;
 };
 
 void resize(TrayClient& program, xcb_window_t window, std::uint32_t number) {
@@ -324,6 +341,11 @@ void dockAgain(TrayClient& program, xcb_window_t window, std::uint32_t /*number*
     program.dock(window);
 }
 
+/// Each time another window that does not exist.
+void dockNobody(TrayClient& program, xcb_window_t /*window*/, std::uint32_t number) {
+    program.dock(0x1f000000 + number);
+}
+
 class TrayFlood : public HostileTray, public testing::WithParamInterface<Flood> {};
 
 INSTANTIATE_TEST_SUITE_P(
@@ -336,7 +358,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Flood{"Flags", TrayClient::Look::opaque, false, flipFlags},
                     Flood{"Titles", TrayClient::Look::opaque, false, rename},
                     Flood{"Drawings", TrayClient::Look::translucent, false, clear},
-                    Flood{"Dockings", TrayClient::Look::opaque, false, dockAgain, 60}),
+                    Flood{"Dockings", TrayClient::Look::opaque, false, dockAgain, 25, 10},
+                    Flood{"DockingsOfNobody", TrayClient::Look::opaque, false, dockNobody, 25, 10}),
     [](const auto& suite) { return suite.param.name; });
 
 TEST_P(TrayFlood, CostsLittleAndMovesNobody) {
@@ -352,7 +375,7 @@ TEST_P(TrayFlood, CostsLittleAndMovesNobody) {
     std::atomic<std::uint32_t> number = 0;
     {
         const Beside flood(Beside::Times::untilTheEnd, [&] {
-            for (int count = 0; count < 100; ++count)
+            for (int count = 0; count < param.atOnce; ++count)
                 param.act(*program, window, number++);
             // The server has done that much. It has others to serve, too.
             program->x().exists(window);

@@ -179,6 +179,7 @@ TEST_F(MenuBarWindow, FollowsTheDesktopsSettingsLive) {
     };
     write("Adwaita", 96);
     const auto manager = run({"xsettingsd", "-c", settings});
+    ASSERT_TRUE(eventually([&] { return x().selectionOwner("_XSETTINGS_S0") != XCB_WINDOW_NONE; }));
     startVelmo();
     ASSERT_TRUE(eventually([&] { return x().pixel(640, 5) == lightBar; }));
     const auto colors = [&] {

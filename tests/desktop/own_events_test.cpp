@@ -5,6 +5,8 @@
 #include "linux/x11/key_events.h"
 #include "linux/x11/panel_keys.h"
 
+#include <xcb/xtest.h>
+
 #include <cstdlib>
 #include <vector>
 
@@ -74,6 +76,19 @@ protected:
         return count;
     }
 
+    /// Presses and releases, with so many other events just before that, all before the bar looks.
+    void clickAfterEvents(const Area& area, int count) {
+        xcb_connection_t* raw = x().raw();
+        xcb_test_fake_input(raw, XCB_MOTION_NOTIFY, 0, 0, x().root(), static_cast<std::int16_t>(area.midX()),
+                            static_cast<std::int16_t>(area.midY()), 0);
+        for (int number = 0; number < count; ++number)
+            xcb_change_property(raw, XCB_PROP_MODE_REPLACE, x().root(), XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                                0, nullptr);
+        xcb_test_fake_input(raw, XCB_BUTTON_PRESS, 1, 0, XCB_WINDOW_NONE, 0, 0, 0);
+        xcb_test_fake_input(raw, XCB_BUTTON_RELEASE, 1, 0, XCB_WINDOW_NONE, 0, 0, 0);
+        x().exists(x().root());
+    }
+
     void focus(xcb_window_t window) const {
         xcb_set_input_focus(x().raw(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
         xcb_flush(x().raw());
@@ -118,6 +133,16 @@ protected:
     std::unique_ptr<x11::PanelKeys> panelKeys_;
     std::vector<Event> seen_;
 };
+
+TEST_F(OwnEvents, PressOnOneOfOurItemsIsNoneElsewhereHoweverManyEventsCameBefore) {
+    start();
+    const auto item = bar_->makeStatusItem(30);
+    turnFor(milliseconds(60));
+    const auto own = areaOnScreen(*bar_->items().back());
+    for (int count = 90; count < 110; ++count)
+        EXPECT_EQ(globalPressesDuring([&] { clickAfterEvents(own, count); }), 0) << count << " events before";
+    EXPECT_EQ(globalPressesDuring([&] { clickAfterEvents({600, 400, 2, 2}, 99); }), 1);
+}
 
 TEST_F(OwnEvents, PressesInTheToolkitsWindowsAreNotGlobal) {
     startWindowManager();

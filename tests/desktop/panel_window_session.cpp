@@ -1,5 +1,7 @@
 #include "panel_window_session.h"
 
+#include <xcb/composite.h>
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -93,6 +95,25 @@ void PanelWindowSession::startCompositingManager() {
         run({"picom", "--config", "/dev/null", "--backend", "xrender", "--shadow", "--shadow-radius", "40",
              "--shadow-opacity", "0.9", "--shadow-exclude", "y = 0"}));
     ASSERT_TRUE(eventually([&] { return x().selectionOwner(compositingSelection) != XCB_WINDOW_NONE; }));
+    // It is at work once a window is redirected and drawn.
+    constexpr std::uint32_t color = 0x13579b;
+    const xcb_window_t probe = makeWindow({600, 600, 8, 8}, color);
+    EXPECT_TRUE(eventually([&] { return isRedirected(probe) && x().pixel(604, 604) == color; }));
+    xcb_destroy_window(x().raw(), probe);
+    EXPECT_TRUE(eventually([&] { return x().pixel(604, 604) != color; }));
+}
+
+/// Only what is redirected has a pixmap of its own.
+bool PanelWindowSession::isRedirected(xcb_window_t window) const {
+    xcb_connection_t* raw = x().raw();
+    std::free(xcb_composite_query_version_reply(raw, xcb_composite_query_version(raw, 0, 4), nullptr));
+    const xcb_pixmap_t pixmap = xcb_generate_id(raw);
+    auto* error = xcb_request_check(raw, xcb_composite_name_window_pixmap_checked(raw, window, pixmap));
+    const bool isRedirected = error == nullptr;
+    std::free(error);
+    if (isRedirected)
+        xcb_free_pixmap(raw, pixmap);
+    return isRedirected;
 }
 
 void PanelWindowSession::stopCompositingManager() {

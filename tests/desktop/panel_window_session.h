@@ -35,10 +35,13 @@ protected:
     bool isAbove(xcb_window_t upper, xcb_window_t lower) const;
 
     void startBeside(const std::vector<std::string>& command) { beside_.push_back(run(command)); }
+    /// Waits until it does its work.
     void startCompositingManager();
     void stopCompositingManager();
 
 private:
+    bool isRedirected(xcb_window_t window) const;
+
     std::vector<ChildProcess> beside_;
     std::optional<ChildProcess> compositingManager_;
 };

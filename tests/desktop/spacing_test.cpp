@@ -105,6 +105,7 @@ TEST_F(Spacing, PressedItemIsHighlightedAsFarAsItMay) {
     ASSERT_TRUE(turnUntil([&] { return x().windowTitled("Test.Item").has_value(); }));
     const auto area = *x().area(*x().windowTitled("Test.Item"));
     ASSERT_EQ(area.width, 31);
+    ASSERT_TRUE(turnUntil([&] { return x().pixel(area.x, area.y + 12) == lightBar; }));
     movePointer(area.midX(), area.midY());
     xdotool({"mousedown", "1"});
     const auto pixel = [&](int column) { return x().pixel(area.x + column, area.y + 12); };

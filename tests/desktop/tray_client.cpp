@@ -113,7 +113,8 @@ void TrayClient::draw(xcb_window_t window, const Icon& icon) const {
     const std::uint32_t pixel = pixelOf(icon);
     xcb_change_gc(x_.raw(), icon.context, XCB_GC_FOREGROUND, &pixel);
     const auto inset = static_cast<std::int16_t>(icon.look == Look::parentRelative ? margin : 0);
-    const auto length = static_cast<std::uint16_t>(side - 2 * inset);
+    // Else to the edges, wherever they are.
+    const auto length = static_cast<std::uint16_t>(inset > 0 ? side - 2 * inset : 1000);
     const xcb_rectangle_t square = {inset, inset, length, length};
     xcb_poly_fill_rectangle(x_.raw(), window, icon.context, 1, &square);
     xcb_flush(x_.raw());

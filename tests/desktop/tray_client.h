@@ -28,7 +28,7 @@ public:
         /// Opaque, but only a smaller square is there.
         shaped
     };
-    /// Pixels of an icon's window, and of the square in its middle.
+    /// Pixels of an icon's window at first, and around the square in its middle then.
     static constexpr int side = 20;
     static constexpr int margin = 5;
 

@@ -7,9 +7,11 @@
 #include <array>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <set>
 #include <sstream>
 #include <thread>
+#include <vector>
 
 namespace velmo::desktop {
 
@@ -30,8 +32,9 @@ bool isInside(int column, int row) {
 }
 
 /// What is seen of an icon, in pixels of its window, before that background.
-std::uint32_t expectedPixel(Look look, std::uint32_t color, int column, int row, std::uint32_t background) {
-    const bool isInIcon = column >= 0 && row >= 0 && column < TrayClient::side && row < TrayClient::side;
+std::uint32_t expectedPixel(Look look, std::uint32_t color, int column, int row, std::uint32_t background,
+                            int side = TrayClient::side) {
+    const bool isInIcon = column >= 0 && row >= 0 && column < side && row < side;
     const bool isSmall = look == Look::parentRelative || look == Look::shaped;
     if (!isInIcon || (isSmall && !isInside(column, row)))
         return background;
@@ -48,6 +51,16 @@ bool isNear(std::uint32_t one, std::uint32_t other, int tolerance) {
             return false;
     }
     return true;
+}
+
+/// The background, wherever that fills most.
+std::uint32_t mostFrequent(const std::vector<std::uint32_t>& pixels) {
+    std::map<std::uint32_t, int> counts;
+    for (const auto pixel : pixels)
+        ++counts[pixel];
+    return std::max_element(counts.begin(), counts.end(),
+                            [](const auto& one, const auto& other) { return one.second < other.second; })
+        ->first;
 }
 
 /// An icon of each look, hidden left of the divider, and one that is always shown.
@@ -69,8 +82,6 @@ protected:
 
     void startIcons() {
         startVelmo();
-        // A compositing manager has begun its work with the windows that it has found.
-        std::this_thread::sleep_for(milliseconds(300));
         client_ = std::make_unique<TrayClient>(environment_.at("DISPLAY"));
         for (std::size_t index = 0; index < looks.size(); ++index) {
             icons_[index] =
@@ -105,7 +116,8 @@ protected:
         for (int row = 0; row < slot.height; ++row) {
             for (int column = 0; column < slot.width; ++column) {
                 const auto seen = pixels[static_cast<std::size_t>(row * slot.width + column)];
-                const auto wanted = expectedPixel(looks[index], color, column - 4, row - 2, background);
+                const auto wanted =
+                    expectedPixel(looks[index], color, column - 4, row - 2, background, place.width);
                 if (!isNear(seen, wanted, tolerance)) {
                     std::ostringstream text;
                     text << "icon " << index << " at " << column - 4 << ' ' << row - 2 << ": " << std::hex
@@ -139,6 +151,12 @@ protected:
         if (GetParam())
             startCompositingManager();
         startIcons();
+    }
+    std::vector<std::uint32_t> panelPixels() const {
+        auto area = panel().value_or(Area{0, 0, 1, 1});
+        // Its shadow goes beyond the screen.
+        area.width = std::min(area.width, 1280 - area.x);
+        return x().pixels(area);
     }
     /// Until the screen shows what the bar does.
     static void settle() { std::this_thread::sleep_for(milliseconds(GetParam() ? 300 : 100)); }
@@ -254,17 +272,21 @@ TEST_P(TrayLooks, AreTheSameInThePanel) {
         std::this_thread::sleep_for(milliseconds(2500));
         openPanelWindow();
         const auto count = [&](std::uint32_t color) {
-            auto area = panel().value_or(Area{0, 0, 1, 1});
-            // Its shadow goes beyond the screen.
-            area.width = std::min(area.width, 1280 - area.x);
-            const auto pixels = x().pixels(area);
+            const auto pixels = panelPixels();
             return std::count(pixels.begin(), pixels.end(), color);
+        };
+        const auto countTranslucent = [&] {
+            const auto pixels = panelPixels();
+            const auto wanted = expectedPixel(Look::translucent, colors[2], 0, 0, mostFrequent(pixels));
+            return std::count_if(pixels.begin(), pixels.end(),
+                                 [&](auto pixel) { return isNear(pixel, wanted, 1); });
         };
         constexpr long whole = TrayClient::side * TrayClient::side;
         constexpr long square = whole / 4;
         EXPECT_TRUE(eventually([&] { return count(colors[0]) == whole; })) << count(colors[0]);
         EXPECT_TRUE(eventually([&] { return count(colors[1]) == square; })) << count(colors[1]);
         EXPECT_TRUE(eventually([&] { return count(colors[3]) == square; })) << count(colors[3]);
+        EXPECT_TRUE(eventually([&] { return countTranslucent() == whole; })) << countTranslucent();
         EXPECT_EQ(count(colors[2]), 0) << "it is half transparent";
         const auto& others = colors == firstColors ? otherColors : firstColors;
         for (const auto color : others)
@@ -273,6 +295,49 @@ TEST_P(TrayLooks, AreTheSameInThePanel) {
         xdotool({"key", "Escape"});
         ASSERT_TRUE(eventually([&] { return !panel(); }));
     }
+}
+
+TEST_P(TrayLooks, AreTheirOwnOnceTheyAreGivenBack) {
+    startBeside();
+    makeWindow({0, 0, 40, 40}, white);
+    stopVelmo();
+    const auto icon = icons_[2];
+    ASSERT_TRUE(eventually([&] { return x().parent(icon) == x().root(); }));
+    ASSERT_TRUE(eventually([&] { return x().pixel(10, 10) == white; }));
+    // No window manager puts a frame around it.
+    const std::uint32_t yes = 1;
+    xcb_change_window_attributes(client_->x().raw(), icon, XCB_CW_OVERRIDE_REDIRECT, &yes);
+    xcb_map_window(client_->x().raw(), icon);
+    ASSERT_TRUE(client_->x().isViewable(icon));
+    ASSERT_EQ(x().area(icon), (Area{0, 0, TrayClient::side, TrayClient::side}));
+    if (GetParam()) {
+        const auto wanted = expectedPixel(Look::translucent, firstColors[2], 10, 10, white);
+        EXPECT_TRUE(eventually([&] { return isNear(x().pixel(10, 10), wanted, 1); }))
+            << std::hex << x().pixel(10, 10) << ", not " << wanted;
+    } else {
+        EXPECT_TRUE(eventually([&] { return x().pixel(10, 10) != white; }));
+    }
+}
+
+class TrayLooksInScale : public LooksSession, public testing::WithParamInterface<int> {};
+
+INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooksInScale, testing::Values(144, 192),
+                         [](const auto& suite) { return "Of" + std::to_string(suite.param) + "Dpi"; });
+
+TEST_P(TrayLooksInScale, AreThoseThatProgramsHaveDrawn) {
+    start("1280x720x24");
+    addToResources("Xft.dpi: " + std::to_string(GetParam()) + "\n");
+    startIcons();
+    for (const auto icon : icons_)
+        EXPECT_EQ(x().area(icon)->width, TrayClient::side * GetParam() / 96);
+    toggleTo(true);
+    expectSeen(firstColors, lightBar);
+    paintAll(otherColors);
+    expectSeen(otherColors, lightBar);
+    toggleTo(false);
+    paintAll(firstColors);
+    toggleTo(true);
+    expectSeen(firstColors, lightBar);
 }
 
 class TrayLooksOnDeepScreens : public LooksSession, public testing::WithParamInterface<int> {};

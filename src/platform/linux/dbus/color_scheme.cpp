@@ -62,9 +62,14 @@ void ColorScheme::told(sd_bus_message* message) {
 void ColorScheme::take(MessageReader& reader) {
     std::optional<std::int64_t> scheme;
     reader.variant([&] { scheme = reader.integer(); });
-    if (scheme)
-        onChange_(scheme == darkScheme || scheme == lightScheme ? std::optional(scheme == darkScheme)
-                                                                : std::nullopt);
+    if (!scheme)
+        return;
+    std::optional<bool> dark;
+    if (*scheme == darkScheme)
+        dark = true;
+    else if (*scheme == lightScheme)
+        dark = false;
+    onChange_(dark);
 }
 
 }  // namespace velmo::dbus

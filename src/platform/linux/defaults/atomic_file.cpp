@@ -18,7 +18,7 @@ namespace {
 constexpr const char* scratchMark = ".next-";
 
 /// So often a file that is being written may be taken for what a killed process has left.
-constexpr int mostReplacements = 3;
+constexpr int mostReplacements = 20;
 
 std::error_code lastError() {
     return {errno, std::generic_category()};

@@ -255,8 +255,24 @@ void Connection::sync() const {
     owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 
+void Connection::afterArrivedEvents(std::function<void()> work) {
+    while (auto event = owned(xcb_poll_for_queued_event(connection_)))
+        arrived_.push_back({std::move(event), nullptr});
+    arrived_.push_back({nullptr, std::move(work)});
+    moreEvents_.request();
+}
+
 void Connection::readEvents() {
     for (int count = 0; count < eventsATurn; ++count) {
+        if (!arrived_.empty()) {
+            const auto next = std::move(arrived_.front());
+            arrived_.pop_front();
+            if (next.event)
+                dispatch(*next.event);
+            else
+                next.work();
+            continue;
+        }
         auto event = owned(xcb_poll_for_event(connection_));
         if (!event) {
             // Sending may read as well; what it has read lies in memory, where no descriptor tells of it.

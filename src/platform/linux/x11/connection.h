@@ -4,9 +4,11 @@
 #include "linux/event_loop/posted_once.h"
 #include "linux/registration.h"
 #include "linux/x11/atoms.h"
+#include "linux/x11/reply.h"
 
 #include <xcb/xcb.h>
 
+#include <deque>
 #include <functional>
 #include <list>
 #include <map>
@@ -63,6 +65,9 @@ public:
                      const std::vector<std::uint32_t>& data) const;
     /// Waits until the server has done everything asked so far.
     void sync() const;
+    /// Does the work once all events that came before the last reply have been handed to those who wait for
+    /// them.
+    void afterArrivedEvents(std::function<void()> work);
 
 private:
     struct Entry {
@@ -70,6 +75,11 @@ private:
         bool ended = false;
     };
     using Entries = std::list<std::shared_ptr<Entry>>;
+    /// An event, or work that follows those before it.
+    struct Arrived {
+        Owned<xcb_generic_event_t> event;
+        std::function<void()> work;
+    };
     struct Extension {
         std::uint8_t firstEvent = 0;
         Entries handlers;
@@ -91,6 +101,7 @@ private:
     /// By major opcode.
     std::map<std::uint8_t, Extension> extensions_;
     Entries keyboardHandlers_;
+    std::deque<Arrived> arrived_;
     std::function<void()> onLost_;
     bool lost_ = false;
     PostedOnce moreEvents_;

@@ -16,6 +16,7 @@ namespace {
 constexpr Seconds writingTime = 0.1;
 /// More are not read.
 constexpr std::uint32_t mostStates = 32;
+constexpr std::size_t mostFullScreenClients = 16;
 
 bool hasState(const Connection& connection, xcb_get_property_cookie_t cookie, xcb_atom_t state) {
     const auto reply = owned(xcb_get_property_reply(connection.raw(), cookie, nullptr));
@@ -103,6 +104,7 @@ std::vector<xcb_window_t> FullScreenWindows::fullScreenClients() const {
     auto cookie = cookies.begin();
     std::erase_if(
         clients, [&](xcb_window_t) { return !hasState(connection_, *cookie++, atoms.netWmStateFullscreen); });
+    clients.resize(std::min(clients.size(), mostFullScreenClients));
     return clients;
 }
 

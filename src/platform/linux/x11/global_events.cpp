@@ -108,9 +108,9 @@ void GlobalEvents::handle(const xcb_generic_event_t& event) {
     if (!pointer || bar_.toolkit().isMenuOpen() || isToolkitWindow(connection_, pointer->child))
         return;
     report->modifierFlags = bar_.modifiers().flags(pointer->mask);
-    // The press on one of our items, if that is what it was, has arrived with the answer at the latest: it is
-    // known in the next turn. Where the pointer is by now does not tell, it may have gone on.
-    connection_.loop().post(lifetime_.guard([this, report = *report, time = press.time] {
+    // The press on one of our items, if that is what it was, has arrived with the answer at the latest. Where
+    // the pointer is by now does not tell, it may have gone on.
+    connection_.afterArrivedEvents(lifetime_.guard([this, report = *report, time = press.time] {
         if (bar_.localEvents().wasPressedAt(time))
             return;
         bar_.localEvents().notePressElsewhere(time);

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <string_view>
 #include <utility>
 
 namespace velmo::x11 {
@@ -23,20 +22,20 @@ constexpr item_placement::Memory remembered = {500, 50};
 
 /// Before the number of an item where others have the same name.
 constexpr char numberMark = '#';
+/// The highest that another program's window may bring along.
+constexpr std::size_t highestNumber = 1000;
 
-/// Which of those with the name the identity stands for, 0 where it is another's. The first one has no
-/// number.
-std::size_t numberAmong(const std::string& name, std::string_view identity) {
-    if (!identity.starts_with(name))
-        return 0;
-    identity.remove_prefix(name.size());
-    if (identity.empty())
-        return 1;
-    std::size_t number = 0;
-    const char* end = identity.data() + identity.size();
-    const bool isNumber = identity.front() == numberMark &&
-                          std::from_chars(identity.data() + 1, end, number).ptr == end && number >= 2;
-    return isNumber ? number : 0;
+std::string numbered(const std::string& name, std::size_t number) {
+    return number == 1 ? name : name + numberMark + std::to_string(number);
+}
+
+/// Which of those with the name the identity stands for, 0 where it is another's, or written as we do not
+/// write it. The first one has no number.
+std::size_t numberAmong(const std::string& name, const std::string& identity) {
+    std::size_t number = 1;
+    if (identity.size() > name.size() + 1)
+        std::from_chars(identity.data() + name.size() + 1, identity.data() + identity.size(), number);
+    return number > 0 && identity == numbered(name, number) ? number : 0;
 }
 
 xcb_window_t makeBarWindow(Connection& connection) {
@@ -88,7 +87,9 @@ std::string MenuBar::nextItemName() {
 std::string MenuBar::identityFor(const std::string& application, const std::string& former) const {
     const std::string name = item_placement::isOwnName(application) ? "other." + application : application;
     const auto isFormer = [&](const auto* item) { return item->identity() == former && !item->hasEnded(); };
-    if (numberAmong(name, former) > 0 && std::none_of(items_.begin(), items_.end(), isFormer))
+    const auto formerNumber = numberAmong(name, former);
+    if (formerNumber > 0 && formerNumber <= highestNumber &&
+        std::none_of(items_.begin(), items_.end(), isFormer))
         return former;
     // So many items leave one of these numbers free.
     std::vector<char> isTaken(items_.size() + 2);
@@ -99,7 +100,7 @@ std::string MenuBar::identityFor(const std::string& application, const std::stri
     }
     isTaken[0] = 1;
     const auto number = std::find(isTaken.begin(), isTaken.end(), 0) - isTaken.begin();
-    return number == 1 ? name : name + numberMark + std::to_string(number);
+    return numbered(name, static_cast<std::size_t>(number));
 }
 
 void MenuBar::addItem(BarItem& item) {

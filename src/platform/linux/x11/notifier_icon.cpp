@@ -199,6 +199,7 @@ void NotifierIcon::showMenu() {
 
 void NotifierIcon::change() {
     iconIsKnown_ = false;
+    unpainted_ = true;
     painting_.request();
 }
 

@@ -15,6 +15,9 @@ constexpr std::uint32_t requestDock = 0;
 constexpr std::uint32_t horizontal = 0;
 /// More than anybody has; a program gone wild ends here.
 constexpr std::size_t mostIcons = 1000;
+/// The server and the system are asked much about each window, while clicks wait.
+constexpr int dockingsAtOnce = 8;
+constexpr Seconds dockingPause = 0.01;
 
 /// Red, green and blue as the tray protocol has them.
 void append(std::vector<std::uint32_t>& values, const Color& color) {
@@ -27,6 +30,7 @@ void append(std::vector<std::uint32_t>& values, const Color& color) {
 TrayHost::TrayHost(MenuBar& bar)
     : bar_(bar),
       connection_(bar.connection()),
+      docking_(connection_.loop(), dockingPause, [this] { dockSome(); }),
       // In a later turn, because it is the icon itself that notices its end.
       removeEnded_(connection_.loop(),
                    [this] { std::erase_if(icons_, [](const auto& icon) { return icon->hasEnded(); }); }),
@@ -72,6 +76,7 @@ void TrayHost::open() {
 /// Gives the icons back. Programs notice by the window that the tray has gone.
 void TrayHost::close() {
     icons_.clear();
+    waiting_.clear();
     events_ = {};
     if (window_ == XCB_WINDOW_NONE)
         return;
@@ -101,7 +106,7 @@ void TrayHost::handle(const xcb_generic_event_t& event) {
     const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
     if (type == XCB_CLIENT_MESSAGE && message.format == 32 &&
         message.type == connection_.atoms().netSystemTrayOpcode && message.data.data32[1] == requestDock)
-        dock(message.data.data32[2]);
+        requestDocking(message.data.data32[2]);
 }
 
 /// We are the tray wherever nobody else is.
@@ -112,10 +117,26 @@ void TrayHost::selectionChanged(const xcb_generic_event_t& event) {
         acquire();
 }
 
-void TrayHost::dock(xcb_window_t client) {
+void TrayHost::requestDocking(xcb_window_t client) {
     const auto same = [client](const auto& icon) { return icon->client() == client && !icon->hasEnded(); };
-    if (icons_.size() >= mostIcons || std::any_of(icons_.begin(), icons_.end(), same))
+    if (icons_.size() + waiting_.size() >= mostIcons || std::any_of(icons_.begin(), icons_.end(), same) ||
+        std::find(waiting_.begin(), waiting_.end(), client) != waiting_.end())
         return;
+    waiting_.push_back(client);
+    docking_.request();
+}
+
+void TrayHost::dockSome() {
+    for (int count = 0; count < dockingsAtOnce && !waiting_.empty(); ++count) {
+        const xcb_window_t client = waiting_.front();
+        waiting_.pop_front();
+        dock(client);
+    }
+    if (!waiting_.empty())
+        docking_.request();
+}
+
+void TrayHost::dock(xcb_window_t client) {
     const auto facts = TrayIcon::examine(connection_, client);
     if (!facts)
         return;

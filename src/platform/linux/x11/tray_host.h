@@ -1,8 +1,10 @@
 #pragma once
 
+#include "linux/event_loop/paced_work.h"
 #include "linux/x11/menu_bar.h"
 #include "linux/x11/tray_icon.h"
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,6 +29,8 @@ private:
     void publishAppearance() const;
     void handle(const xcb_generic_event_t& event);
     void selectionChanged(const xcb_generic_event_t& event);
+    void requestDocking(xcb_window_t client);
+    void dockSome();
     void dock(xcb_window_t client);
 
     MenuBar& bar_;
@@ -34,6 +38,9 @@ private:
     /// None while another program is the tray.
     xcb_window_t window_ = XCB_WINDOW_NONE;
     std::vector<std::unique_ptr<TrayIcon>> icons_;
+    /// Windows that are to be docked.
+    std::deque<xcb_window_t> waiting_;
+    PacedWork docking_;
     PostedOnce removeEnded_;
     Registration appearanceChanges_;
     Registration events_;

@@ -84,8 +84,11 @@ TrayIcon::TrayIcon(MenuBar& bar, const Facts& facts, const std::string& identity
 TrayIcon::~TrayIcon() {
     bar_.removeItem(*this);
     if (!ended_) {
-        // Else the window would be destroyed together with the one around it.
         xcb_unmap_window(connection_.raw(), facts_.client);
+        // Not after, as a compositing manager gets what comes to the root window redirected only once we
+        // have let go of it.
+        unredirect();
+        // Else the window would be destroyed together with the one around it.
         xcb_reparent_window(connection_.raw(), facts_.client, connection_.root(), 0, 0);
         release();
     }
@@ -114,9 +117,12 @@ void TrayIcon::embed() {
     readEmbeddingInfo();
 }
 
+void TrayIcon::unredirect() const {
+    xcb_composite_unredirect_window(connection_.raw(), facts_.client, redirection());
+}
+
 /// Leaves nothing on a window that goes on without us, but for the name by which we know it again.
 void TrayIcon::release() const {
-    xcb_composite_unredirect_window(connection_.raw(), facts_.client, redirection());
     setSaved(connection_, facts_.client, false);
     selectEvents(connection_, facts_.client, XCB_EVENT_MASK_NO_EVENT);
 }
@@ -197,6 +203,7 @@ void TrayIcon::listenAgain() {
     const auto cookie = xcb_query_tree(connection_.raw(), facts_.client);
     const auto tree = owned(xcb_query_tree_reply(connection_.raw(), cookie, nullptr));
     if (!tree || tree->parent != window()) {
+        unredirect();
         release();
         end();
         return;
@@ -214,8 +221,11 @@ void TrayIcon::handle(const xcb_generic_event_t& event) {
             break;
         case XCB_REPARENT_NOTIFY:
             if (reinterpret_cast<const xcb_reparent_notify_event_t&>(event).parent != window()) {
+                unredirect();
                 release();
                 end();
+            } else if (isBearable()) {
+                handleChange(event);
             }
             break;
         default:
@@ -232,6 +242,13 @@ void TrayIcon::handleChange(const xcb_generic_event_t& event) {
             if (PixelRect{change.x, change.y, change.width, change.height} == clientArea())
                 damaged();
             else
+                sizeCorrection_.request();
+            break;
+        }
+        case XCB_REPARENT_NOTIFY: {
+            const auto& change = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
+            const PixelRect area = clientArea();
+            if (change.x != area.x || change.y != area.y)
                 sizeCorrection_.request();
             break;
         }

@@ -72,6 +72,7 @@ private:
     void mapClient();
     void damaged();
     void paint();
+    void unredirect() const;
     void release() const;
     void end();
     /// What the client draws, we draw ourselves, or the server does; it is kept wherever the icon lies.

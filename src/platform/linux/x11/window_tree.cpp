@@ -10,6 +10,8 @@ namespace velmo::x11 {
 namespace {
 
 constexpr std::uint32_t mostManaged = 1024;
+/// No window manager puts a window into more frames.
+constexpr int deepest = 8;
 
 }  // namespace
 
@@ -23,13 +25,14 @@ std::vector<xcb_window_t> childrenOf(const Connection& connection, xcb_window_t 
 }
 
 xcb_window_t topLevelOf(const Connection& connection, xcb_window_t window) {
-    while (true) {
+    for (int depth = 0; depth < deepest; ++depth) {
         const auto tree =
             owned(xcb_query_tree_reply(connection.raw(), xcb_query_tree(connection.raw(), window), nullptr));
         if (!tree || tree->parent == tree->root || tree->parent == XCB_WINDOW_NONE)
             return window;
         window = tree->parent;
     }
+    return window;
 }
 
 std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry_cookie_t cookie) {

@@ -19,7 +19,7 @@ ScreenChanges::ScreenChanges(const std::function<void()>& changed) {
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, &ScreenChanges::noteChange);
 }
 
-void ScreenChanges::watch(QScreen* screen) {
+void ScreenChanges::watch(QScreen* screen) const {
     connect(screen, &QScreen::geometryChanged, this, &ScreenChanges::noteChange);
     connect(screen, &QScreen::logicalDotsPerInchChanged, this, &ScreenChanges::noteChange);
 }

@@ -17,7 +17,7 @@ public:
     explicit ScreenChanges(const std::function<void()>& changed);
 
 private:
-    void watch(QScreen* screen);
+    void watch(QScreen* screen) const;
     void noteChange() { report_.start(); }
 
     QTimer report_;
