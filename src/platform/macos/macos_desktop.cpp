@@ -37,7 +37,7 @@ struct MacosDesktop::Services {
     macos::MacosScreenCapture screenCapture;
     macos::MacosAccessibility accessibility;
     macos::MacosEventPoster eventPoster;
-    macos::MacosWindowFactory windows;
+    macos::MacosWindowFactory windows{runLoop};
     macos::MacosWorkspace workspace;
     macos::MacosDates dates;
     macos::MacosLoginService loginService;

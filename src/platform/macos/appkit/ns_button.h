@@ -1,26 +1,51 @@
 #pragma once
 
-#include "ns_event.h"
-#include "ns_font.h"
+#include "ns_control.h"
 #include "ns_image.h"
-#include "ns_view.h"
 
 namespace velmo::macos {
 
-class NSControl : public ClassOf<NSControl, "NSControl", NSView> {
-public:
-    void setEnabled(bool enabled) const { send<void, "setEnabled:">(enabled); }
-    void setFont(const NSFont& font) const { send<void, "setFont:">(font); }
-    /// Not retained.
-    void setTarget(const Object& target) const { send<void, "setTarget:">(target); }
-    void setAction(Selector action) const { send<void, "setAction:">(action); }
-    void sendActionOn(NSEventMask mask) const { send<NSInteger, "sendActionOn:">(mask); }
-};
+enum class NSButtonType : NSUInteger { radio = 4, momentaryPushIn = 7 };
+enum class NSBezelStyle : NSUInteger { push = 1 };
+enum class NSCellImagePosition : NSUInteger { noImage = 0, imageOnly = 1 };
+
+template <>
+inline constexpr std::string_view frameworkName<NSButtonType> = "NSButtonType";
+template <>
+inline constexpr std::string_view frameworkName<NSBezelStyle> = "NSBezelStyle";
+template <>
+inline constexpr std::string_view frameworkName<NSCellImagePosition> = "NSCellImagePosition";
 
 class NSButton : public ClassOf<NSButton, "NSButton", NSControl> {
 public:
+    static NSButton create() { return make<"initWithFrame:">(CGRect{}); }
+
     void setTitle(const NSString& title) const { send<void, "setTitle:">(title); }
     void setImage(const NSImage& image) const { send<void, "setImage:">(image); }
+    void setImagePosition(NSCellImagePosition position) const { send<void, "setImagePosition:">(position); }
+    /// Of title and template image where there is no border.
+    void setContentTintColor(const NSColor& color) const { send<void, "setContentTintColor:">(color); }
+    void setButtonType(NSButtonType type) const { send<void, "setButtonType:">(type); }
+    void setBezelStyle(NSBezelStyle style) const { send<void, "setBezelStyle:">(style); }
+    void setBordered(bool bordered) const { send<void, "setBordered:">(bordered); }
+    /// It draws nothing and can be pressed all the same.
+    void setTransparent(bool transparent) const { send<void, "setTransparent:">(transparent); }
+    /// 0: off, 1: on.
+    NSInteger state() const { return send<NSInteger, "state">(); }
+    void setState(NSInteger state) const { send<void, "setState:">(state); }
+    void setKeyEquivalent(const NSString& characters) const { send<void, "setKeyEquivalent:">(characters); }
+    void setKeyEquivalentModifierMask(NSEventModifierFlags flags) const {
+        send<void, "setKeyEquivalentModifierMask:">(flags);
+    }
+};
+
+class NSSwitch : public ClassOf<NSSwitch, "NSSwitch", NSControl> {
+public:
+    static NSSwitch create() { return make<"initWithFrame:">(CGRect{}); }
+
+    /// 0: off, 1: on.
+    NSInteger state() const { return send<NSInteger, "state">(); }
+    void setState(NSInteger state) const { send<void, "setState:">(state); }
 };
 
 }  // namespace velmo::macos

@@ -15,6 +15,8 @@ extern const Id NSFontTextStyleHeadline;
 extern const Id NSFontTextStyleCallout;
 extern const Id NSFontTextStyleCaption1;
 extern const Id NSFontTextStyleCaption2;
+extern const Id NSFontAttributeName;
+extern const Id NSForegroundColorAttributeName;
 }
 
 inline constexpr Global<"NSFontWeightRegular", double, &NSFontWeightRegular> regularWeight;
@@ -26,6 +28,10 @@ inline constexpr Global<"NSFontTextStyleHeadline", NSString, &NSFontTextStyleHea
 inline constexpr Global<"NSFontTextStyleCallout", NSString, &NSFontTextStyleCallout> calloutStyle;
 inline constexpr Global<"NSFontTextStyleCaption1", NSString, &NSFontTextStyleCaption1> captionStyle;
 inline constexpr Global<"NSFontTextStyleCaption2", NSString, &NSFontTextStyleCaption2> caption2Style;
+// Keys of a text's attributes.
+inline constexpr Global<"NSFontAttributeName", NSString, &NSFontAttributeName> fontAttribute;
+inline constexpr Global<"NSForegroundColorAttributeName", NSString, &NSForegroundColorAttributeName>
+    colorAttribute;
 
 class NSFont : public ClassOf<NSFont, "NSFont", NSObject> {
 public:
@@ -45,6 +51,9 @@ public:
     static CGFloat systemFontSize() { return sendToClass<CGFloat, "systemFontSize">(); }
 
     CGFloat pointSize() const { return send<CGFloat, "pointSize">(); }
+    /// From a line's baseline to its top.
+    CGFloat ascender() const { return send<CGFloat, "ascender">(); }
+    CGFloat capHeight() const { return send<CGFloat, "capHeight">(); }
 };
 
 }  // namespace velmo::macos

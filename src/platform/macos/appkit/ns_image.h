@@ -20,6 +20,8 @@ public:
     /// Of a CGImage.
     static NSImage with(Id image, const CGSize& size) { return make<"initWithCGImage:size:">(image, size); }
 
+    /// Points.
+    CGSize size() const { return send<CGSize, "size">(); }
     NSImage withConfiguration(const NSImageSymbolConfiguration& configuration) const {
         return send<NSImage, "imageWithSymbolConfiguration:">(configuration);
     }

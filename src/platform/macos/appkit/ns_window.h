@@ -1,17 +1,61 @@
 #pragma once
 
+#include "ns_color.h"
 #include "ns_screen.h"
 
 namespace velmo::macos {
 
+class NSView;
+
+enum class NSWindowStyleMask : NSUInteger {};
+enum class NSBackingStoreType : NSUInteger { buffered = 2 };
+
+template <>
+inline constexpr std::string_view frameworkName<NSWindowStyleMask> = "NSWindowStyleMask";
+template <>
+inline constexpr std::string_view frameworkName<NSBackingStoreType> = "NSBackingStoreType";
+
 class NSWindow : public ClassOf<NSWindow, "NSWindow", NSObject> {
 public:
+    static NSWindow with(const CGRect& content, NSWindowStyleMask mask) {
+        return make<"initWithContentRect:styleMask:backing:defer:">(content, mask,
+                                                                    NSBackingStoreType::buffered, true);
+    }
+
     CGRect convertRectToScreen(const CGRect& rect) const {
         return send<CGRect, "convertRectToScreen:">(rect);
     }
     NSInteger windowNumber() const { return send<NSInteger, "windowNumber">(); }
     /// None while the window lies on no screen.
     NSScreen screen() const { return send<NSScreen, "screen">(); }
+    bool isVisible() const { return send<bool, "isVisible">(); }
+
+    void setContentView(const NSView& view) const;
+    void setContentSize(const CGSize& size) const { send<void, "setContentSize:">(size); }
+    void setFrame(const CGRect& frame) const { send<void, "setFrame:display:">(frame, true); }
+    void setStyleMask(NSWindowStyleMask mask) const { send<void, "setStyleMask:">(mask); }
+    void setTitle(const NSString& title) const { send<void, "setTitle:">(title); }
+    void setAccessibilityLabel(const NSString& text) const { send<void, "setAccessibilityLabel:">(text); }
+    /// True: closing it gives up a reference that nobody here has.
+    void setReleasedWhenClosed(bool released) const { send<void, "setReleasedWhenClosed:">(released); }
+    /// Not retained.
+    void setDelegate(const Object& delegate) const { send<void, "setDelegate:">(delegate); }
+    /// Tab goes through the controls as they lie.
+    void setAutorecalculatesKeyViewLoop(bool recalculates) const {
+        send<void, "setAutorecalculatesKeyViewLoop:">(recalculates);
+    }
+    void center() const { send<void, "center">(); }
+    /// The window takes the remembered frame, if there is one, and remembers its frame from now on.
+    void setFrameAutosaveName(const NSString& name) const { send<bool, "setFrameAutosaveName:">(name); }
+
+    void makeKeyAndOrderFront() const { send<void, "makeKeyAndOrderFront:">(Object()); }
+    void orderFrontRegardless() const { send<void, "orderFrontRegardless">(); }
+    void orderOut() const { send<void, "orderOut:">(Object()); }
+    void close() const { send<void, "close">(); }
+
+    void setBackgroundColor(const NSColor& color) const { send<void, "setBackgroundColor:">(color); }
+    void setOpaque(bool opaque) const { send<void, "setOpaque:">(opaque); }
+    void setHasShadow(bool hasShadow) const { send<void, "setHasShadow:">(hasShadow); }
 };
 
 }  // namespace velmo::macos

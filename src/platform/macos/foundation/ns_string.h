@@ -17,6 +17,8 @@ public:
     static NSString from(const std::string& text);
     /// UTF-8. Empty for none.
     std::string text() const;
+    /// UTF-16 units.
+    NSUInteger length() const { return send<NSUInteger, "length">(); }
 };
 
 }  // namespace velmo::macos

@@ -67,8 +67,12 @@ void addApplication() {
 }
 
 bool reopenApplication(bool hasVisibleWindows) {
+    const NSApplication application = NSApplication::shared();
+    const auto delegate =
+        system().hasDisplay ? Message<"NSApplication", false, "delegate", Object>::send(application.get())
+                            : Object::share(system().applicationDelegate);
     return Message<"NSApplicationDelegate", false, "applicationShouldHandleReopen:hasVisibleWindows:", bool,
-                   Object, bool>::send(system().applicationDelegate, system().application, hasVisibleWindows);
+                   Object, bool>::send(delegate.get(), application, hasVisibleWindows);
 }
 
 }  // namespace velmo::macos::doubles

@@ -100,8 +100,12 @@ struct DoubleSystem {
     /// The last one is the one that the user works on.
     std::vector<Object> screens;
 
-    /// True: GNUstep's own application is used.
+    /// True: GNUstep's own application and windows are used.
     bool hasDisplay = false;
+    /// By the view or the window.
+    std::map<Id, std::string> accessibilityLabels;
+    /// Each with the button of a status item.
+    std::vector<Object> barWindows;
     Object application;
     Id applicationDelegate = nullptr;
     std::int64_t activationPolicy = 0;

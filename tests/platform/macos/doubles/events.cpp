@@ -3,6 +3,7 @@
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/call_block.h"
 #include "platform/macos/doubles/double_system.h"
+#include "platform/macos/doubles/method_without_display.h"
 #include "platform/macos/doubles/record_class.h"
 
 #include <gtest/gtest.h>
@@ -70,7 +71,7 @@ NSInteger eventNumber(const NSObject& event) {
 
 void addEvents() {
     const RawClass events = metaclassOf(classNamed<"NSEvent">());
-    setMethod<"mouseLocation", &mouseLocation>(events);
+    setMethodWithoutDisplay<"mouseLocation", &mouseLocation>(events);
     setMethod<"addGlobalMonitorForEventsMatchingMask:handler:", &addGlobalMonitor>(events);
     setMethod<"addLocalMonitorForEventsMatchingMask:handler:", &addLocalMonitor>(events);
     setMethod<"removeMonitor:", &removeMonitor>(events);

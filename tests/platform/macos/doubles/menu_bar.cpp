@@ -3,7 +3,9 @@
 #include "macos/appkit/ns_status_bar.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/array_of.h"
+#include "platform/macos/doubles/display.h"
 #include "platform/macos/doubles/double_system.h"
+#include "platform/macos/doubles/method_without_display.h"
 #include "platform/macos/doubles/record_class.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +27,7 @@ NSObject statusItem(const NSObject& /*bar*/, CGFloat length) {
     setMember(item, "length", length);
     setMember(item, "isVisible", 1);
     if (system().givesButtons)
-        setMember(item, "button", makeRecord("VelmoButtonDouble"));
+        setMember(item, "button", system().hasDisplay ? makeShownButton() : makeRecord("VelmoButtonDouble"));
     system().statusItems.push_back(item);
     return Object::share<NSObject>(item.get());
 }
@@ -173,7 +175,7 @@ void addMenus() {
     setMethod<"addItem:", &addItem>(menu);
     setMethod<"popUpMenuPositioningItem:atLocation:inView:", &popUpMenu>(menu);
     objc_registerClassPair(menu);
-    setMethod<"init", &initMenu>(classNamed<"NSMenu">());
+    setMethodWithoutDisplay<"init", &initMenu>(classNamed<"NSMenu">());
 }
 
 }  // namespace
@@ -188,6 +190,10 @@ void addMenuBar() {
 }
 
 void click(const Object& button) {
+    if (system().hasDisplay) {
+        Message<"NSButton", false, "performClick:", void, Object>::send(button.get(), Object());
+        return;
+    }
     const auto target = reinterpret_cast<Id>(static_cast<std::uintptr_t>(numberMember(button, "target")));
     const auto action =
         reinterpret_cast<Selector>(static_cast<std::uintptr_t>(numberMember(button, "action")));

@@ -7,6 +7,7 @@
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/application.h"
 #include "platform/macos/doubles/calendar_methods.h"
+#include "platform/macos/doubles/display.h"
 #include "platform/macos/doubles/double_system.h"
 #include "platform/macos/doubles/menu_bar.h"
 
@@ -111,6 +112,7 @@ void addMissingMethods() {
         addScreenCapture();
         addMenuBar();
         addApplication();
+        addDisplay();
         return true;
     }();
     static_cast<void>(isDone);

@@ -3,6 +3,7 @@
 #include "macos/appkit/ns_font.h"
 #include "macos/appkit/ns_image.h"
 #include "platform/macos/doubles/added_method.h"
+#include "platform/macos/doubles/display.h"
 #include "platform/macos/doubles/double_system.h"
 #include "platform/macos/doubles/record_class.h"
 
@@ -25,6 +26,8 @@ namespace {
 NSObject symbolImage(const NSObject& /*imageClass*/, const NSString& name, const NSString& description) {
     if (name.text() == "unknown")
         return {};
+    if (system().hasDisplay)
+        return shownSymbol(name, 13);
     const Object image = makeRecord("VelmoSymbolDouble");
     setMember(image, "symbol", name);
     setMember(image, "description", description);
@@ -45,14 +48,22 @@ NSObject symbolConfiguration(const NSObject& /*configurationClass*/, CGFloat poi
     return Object::share<NSObject>(configuration.get());
 }
 NSObject drawnImage(const NSObject& /*imageClass*/, const CGSize& size, bool flipped, void* handler) {
+    system().drawingHandlers.push_back(_Block_copy(handler));
+    if (system().hasDisplay)
+        return shownDrawing(size, handler);
     const Object image = makeRecord("VelmoSymbolDouble");
     setMember(image, "width", size.width);
     setMember(image, "height", size.height);
     setMember(image, "isFlipped", flipped ? 1 : 0);
-    system().drawingHandlers.push_back(_Block_copy(handler));
     return Object::share<NSObject>(image.get());
 }
 NSObject initWithImage(const NSObject& image, Id bitmap, const CGSize& size) {
+    if (system().hasDisplay) {
+        Object::adopt(image.get());
+        Object shown = shownBitmap(size);
+        Object(shown).leave();
+        return Object::share<NSObject>(shown.get());
+    }
     const Object made = makeRecord("VelmoSymbolDouble");
     setMember(made, "colour", numberMember(Object::share(bitmap), "colour"));
     setMember(made, "width", size.width);
@@ -70,6 +81,8 @@ void setDescription(const NSObject& image, const NSString& text) {
 }
 
 NSObject fontRecord(const char* kind, CGFloat size, CGFloat weight) {
+    if (system().hasDisplay)
+        return shownFont(kind, size, weight);
     const Object font = makeRecord("VelmoFontDouble");
     setMember(font, "kind", NSString::from(kind));
     setMember(font, "size", size);
@@ -77,7 +90,10 @@ NSObject fontRecord(const char* kind, CGFloat size, CGFloat weight) {
     return Object::share<NSObject>(font.get());
 }
 NSObject preferredFont(const NSObject& /*fontClass*/, const NSString& style, const Object& /*options*/) {
-    return fontRecord(style.text().c_str(), style.text() == "caption1" ? 10 : 13, 0);
+    const bool isHeadline = style.text() == "headline";
+    const bool isCaption = style.text().starts_with("caption");
+    const CGFloat weight = isHeadline && system().hasDisplay ? NSFontWeightBold : 0;
+    return fontRecord(style.text().c_str(), isCaption ? 10 : 13, weight);
 }
 NSObject systemFont(const NSObject& /*fontClass*/, CGFloat size, CGFloat weight) {
     return fontRecord("system", size, weight);

@@ -4,6 +4,7 @@
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/array_of.h"
 #include "platform/macos/doubles/double_system.h"
+#include "platform/macos/doubles/method_without_display.h"
 #include "platform/macos/doubles/record_class.h"
 
 namespace velmo::macos {
@@ -45,8 +46,8 @@ void addScreens() {
     setMethod<"backingScaleFactor", &screenScale>(screen);
     setMethod<"isKindOfClass:", &isScreen>(screen);
     objc_registerClassPair(screen);
-    setMethod<"screens", &screens>(metaclassOf(classNamed<"NSScreen">()));
-    setMethod<"mainScreen", &mainScreen>(metaclassOf(classNamed<"NSScreen">()));
+    setMethodWithoutDisplay<"screens", &screens>(metaclassOf(classNamed<"NSScreen">()));
+    setMethodWithoutDisplay<"mainScreen", &mainScreen>(metaclassOf(classNamed<"NSScreen">()));
 }
 
 Object makeScreen(const Screen& screen) {

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "macos/core_graphics/cg_rect.h"
+#include "macos/foundation/ns_string.h"
+
+namespace velmo::macos {
+
+enum class NSLineBreakMode : NSUInteger { wordWrapping = 0, truncatingTail = 4 };
+
+template <>
+inline constexpr std::string_view frameworkName<NSLineBreakMode> = "NSLineBreakMode";
+
+class NSCell : public ClassOf<NSCell, "NSCell", NSObject> {
+public:
+    void setWraps(bool wraps) const { send<void, "setWraps:">(wraps); }
+    void setLineBreakMode(NSLineBreakMode mode) const { send<void, "setLineBreakMode:">(mode); }
+    /// What it wants where it is offered that much.
+    CGSize cellSizeForBounds(const CGRect& bounds) const {
+        return send<CGSize, "cellSizeForBounds:">(bounds);
+    }
+};
+
+}  // namespace velmo::macos

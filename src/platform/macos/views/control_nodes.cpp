@@ -1,0 +1,139 @@
+#include "control_nodes.h"
+
+#include "control_layout.h"
+#include "leaf_nodes.h"
+#include "macos/desktop/font_from.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace velmo::macos {
+namespace {
+
+/// Points between a symbol and its text.
+constexpr double symbolGap = 8;
+constexpr double usualSliderWidth = 160;
+
+}  // namespace
+
+ToggleNode::ToggleNode(const NSView& surface) : RowNode(surface) {
+    control_.setControlSize(NSControlSize::small);
+    surface.addSubview(control_);
+}
+
+ToggleNode::~ToggleNode() {
+    control_.removeFromSuperview();
+}
+
+void ToggleNode::used() {
+    // Copies: the handler may end this node.
+    const auto onChange = content<Toggle>().onChange;
+    const auto reassert = reassert_;
+    const bool isOn = control_.state() != 0;
+    if (onChange)
+        onChange(isOn);
+    reassert();
+}
+
+void ToggleNode::apply(const ViewContext& context) {
+    const auto& toggle = content<Toggle>();
+    reassert_ = context.reassert;
+    showTitle(toggle.title, context);
+    describe(control_, context.accessibilityLabel.empty() ? toggle.title : context.accessibilityLabel,
+             context.help);
+    control_.setEnabled(context.isEnabled);
+    control_.setState(toggle.isOn ? 1 : 0);
+}
+
+Size ToggleNode::controlSize(double /*width*/) const {
+    return naturalSize(control_);
+}
+
+void ToggleNode::placeControl(const Rect& area) {
+    placeAligned(control_, area);
+}
+
+SliderNode::SliderNode(const NSView& surface) : ViewNode(surface) {
+    surface.addSubview(control_);
+}
+
+SliderNode::~SliderNode() {
+    control_.removeFromSuperview();
+}
+
+void SliderNode::used() {
+    const auto& slider = content<Slider>();
+    // Copies: the handler may end this node.
+    const auto onChange = slider.onChange;
+    const auto reassert = reassert_;
+    const double step = slider.step > 0 ? slider.step : 1;
+    const double steps = std::round((control_.doubleValue() - slider.minimum) / step);
+    const double value = std::clamp(slider.minimum + steps * step, slider.minimum, slider.maximum);
+    // A drag comes here for each point.
+    if (onChange && value != slider.value)
+        onChange(value);
+    reassert();
+}
+
+void SliderNode::apply(const ViewContext& context) {
+    const auto& slider = content<Slider>();
+    reassert_ = context.reassert;
+    describe(control_, context.accessibilityLabel, context.help);
+    control_.setEnabled(context.isEnabled);
+    control_.setMinValue(slider.minimum);
+    control_.setMaxValue(slider.maximum);
+    control_.setDoubleValue(slider.value);
+}
+
+Size SliderNode::contentSize(const Size& offer) const {
+    return {std::min(usualSliderWidth, offer.width), naturalSize(control_).height};
+}
+
+void SliderNode::placeContent(const Rect& area) {
+    placeAligned(control_, area);
+}
+
+void LabeledContentNode::apply(const ViewContext& context) {
+    showTitle(content<LabeledContent>().title, context);
+    ViewContext inner = context.forChildren(Axis::horizontal);
+    inner.color = {ColorRole::secondary};
+    children_.update(view().children, inner, surface());
+}
+
+Size LabeledContentNode::controlSize(double width) const {
+    return children_.empty() ? Size{} : children_[0].sizeThatFits({width, unlimited});
+}
+
+void LabeledContentNode::placeControl(const Rect& area) {
+    if (!children_.empty())
+        children_[0].place(area);
+}
+
+void LabelNode::apply(const ViewContext& context) {
+    const Image& image = content<Label>().image;
+    image_.display(imageIn(image, context), {ColorRole::accent}, false);
+    describe(image_.view(), image.accessibilityDescription, {});
+    children_.update(view().children, context.forChildren(Axis::horizontal), surface());
+}
+
+double LabelNode::textLeft() const {
+    return std::ceil(image_.naturalSize().width) + symbolGap;
+}
+
+Size LabelNode::contentSize(const Size& offer) const {
+    const Size text =
+        children_.empty() ? Size{} : children_[0].sizeThatFits({offer.width - textLeft(), unlimited});
+    return {textLeft() + text.width, std::max(text.height, image_.naturalSize().height)};
+}
+
+void LabelNode::placeContent(const Rect& area) {
+    const Size symbol = image_.naturalSize();
+    image_.place({area.x, area.y + (area.height - symbol.height) / 2, symbol.width, symbol.height});
+    if (children_.empty())
+        return;
+    const Size text = children_[0].sizeThatFits({area.width - textLeft(), unlimited});
+    children_[0].place(
+        {area.x + textLeft(), area.y + (area.height - text.height) / 2, text.width, text.height});
+}
+
+}  // namespace velmo::macos

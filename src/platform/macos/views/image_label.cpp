@@ -1,0 +1,44 @@
+#include "image_label.h"
+
+#include "macos/desktop/color_from.h"
+#include "macos/desktop/font_from.h"
+#include "macos/desktop/image_from.h"
+
+namespace velmo::macos {
+
+ImageLabel::ImageLabel(const NSView& surface) {
+    surface.addSubview(view_);
+}
+
+ImageLabel::~ImageLabel() {
+    view_.removeFromSuperview();
+}
+
+void ImageLabel::display(const Image& image, const SemanticColor& color, bool isResizable) {
+    view_.setImageScaling(isResizable ? NSImageScaling::axesIndependently
+                                      : NSImageScaling::proportionallyDown);
+    view_.setContentTintColor(colorFrom(color.role));
+    view_.setAlphaValue(color.opacity);
+    if (image == image_)
+        return;
+    image_ = image;
+    const NSImage made = imageFrom(image);
+    const CGSize size = made.size();
+    size_ = {size.width, size.height};
+    view_.setImage(made);
+}
+
+void ImageLabel::place(const Rect& area) {
+    view_.setFrame(cgRect(area));
+}
+
+Image imageIn(const Image& image, const ViewContext& context) {
+    Image result = image;
+    if (auto* symbol = std::get_if<Symbol>(&result.content); symbol != nullptr && symbol->pointSize <= 0) {
+        symbol->pointSize = context.font.size ? *context.font.size : fontFrom(context.font).pointSize();
+        symbol->weight = context.font.weight.value_or(symbol->weight);
+    }
+    return result;
+}
+
+}  // namespace velmo::macos

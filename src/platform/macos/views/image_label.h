@@ -1,0 +1,35 @@
+#pragma once
+
+#include "macos/appkit/ns_image_view.h"
+#include "view_content.h"
+#include "view_context.h"
+
+#include <optional>
+
+namespace velmo::macos {
+
+/// A picture on a surface.
+class ImageLabel {
+public:
+    explicit ImageLabel(const NSView& surface);
+    ~ImageLabel();
+    ImageLabel(const ImageLabel&) = delete;
+    ImageLabel& operator=(const ImageLabel&) = delete;
+
+    void display(const Image& image, const SemanticColor& color, bool isResizable);
+    Size naturalSize() const { return size_; }
+    /// Points on the surface.
+    void place(const Rect& area);
+
+    const NSView& view() const { return view_; }
+
+private:
+    NSImageView view_ = NSImageView::create();
+    std::optional<Image> image_;
+    Size size_;
+};
+
+/// The image with the size and weight that the font around it has, where it names none.
+Image imageIn(const Image& image, const ViewContext& context);
+
+}  // namespace velmo::macos

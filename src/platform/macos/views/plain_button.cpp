@@ -1,0 +1,49 @@
+#include "plain_button.h"
+
+#include "macos/objc/super_message.h"
+
+#include <utility>
+
+namespace velmo::macos {
+
+PlainButton::PlainButton(std::function<void()> onPressChange) : onPressChange_(std::move(onPressChange)) {
+    button().setButtonType(NSButtonType::momentaryPushIn);
+    button().setBordered(false);
+    button().setTransparent(true);
+    button().setTitle(NSString::from(""));
+    button().addSubview(surface());
+}
+
+PlainButton::~PlainButton() {
+    surface().removeFromSuperview();
+    button().removeFromSuperview();
+}
+
+void PlainButton::place(const Rect& area) {
+    button().setFrame(cgRect(area));
+    surface().setFrame({{0, 0}, {area.width, area.height}});
+}
+
+void PlainButton::setPressed(bool pressed) {
+    isPressed_ = pressed;
+    onPressChange_();
+}
+
+void PlainButton::mouseDown(const NSEvent& event) {
+    // Held here, because the action may end this.
+    const NSButton self = button();
+    auto release = lifetime_.guard([this] { setPressed(false); });
+    setPressed(true);
+    // Follows the mouse until its button is let go, and sends the action.
+    SuperMessage<NSButton, "mouseDown:", void, NSEvent>::send(self, event);
+    release();
+}
+
+/// What lies on it would take the clicks otherwise.
+NSView PlainButton::hitTest(const CGPoint& point) {
+    if (button().isHidden() || !rectOf(button().frame()).contains({point.x, point.y}))
+        return {};
+    return button();
+}
+
+}  // namespace velmo::macos

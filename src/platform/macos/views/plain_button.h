@@ -1,0 +1,42 @@
+#pragma once
+
+#include "lifetime.h"
+#include "macos/appkit/ns_button.h"
+#include "macos/objc/instance.h"
+#include "surface_view.h"
+
+#include <functional>
+
+namespace velmo::macos {
+
+/// A button of the system without a look: what is to be seen lies on its surface.
+class PlainButton {
+public:
+    /// Told when it comes to look pressed, and when it does so no longer.
+    explicit PlainButton(std::function<void()> onPressChange);
+    ~PlainButton();
+    PlainButton(const PlainButton&) = delete;
+    PlainButton& operator=(const PlainButton&) = delete;
+
+    const NSButton& button() const { return instance_.object(); }
+    const NSView& surface() const { return surface_.view(); }
+    bool isPressed() const { return isPressed_; }
+    void place(const Rect& area);
+
+private:
+    void mouseDown(const NSEvent& event);
+    NSView hitTest(const CGPoint& point);
+    void setPressed(bool pressed);
+
+    using Class = Subclass<PlainButton, "VelmoPlainButton", NSButton,
+                           Method<"mouseDown:", &PlainButton::mouseDown, "NSResponder">,
+                           Method<"hitTest:", &PlainButton::hitTest, "NSView">>;
+
+    Instance<PlainButton, Class, NSButton> instance_{*this};
+    SurfaceView surface_;
+    std::function<void()> onPressChange_;
+    bool isPressed_ = false;
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo::macos

@@ -1,0 +1,41 @@
+#include "macos_window.h"
+
+namespace velmo::macos {
+
+MacosWindow::MacosWindow(RunLoop& loop, const View& content)
+    : loop_(loop), window_(NSWindow::with({}, NSWindowStyleMask{window_style::titled})), host_(loop) {
+    // The reference that closing would give up is ours.
+    window_.setReleasedWhenClosed(false);
+    window_.setDelegate(delegate_.object());
+    window_.setAutorecalculatesKeyViewLoop(true);
+    window_.setContentView(host_.view());
+    setContent(content);
+}
+
+MacosWindow::~MacosWindow() {
+    window_.setDelegate(Object());
+    window_.close();
+}
+
+void MacosWindow::setContent(const View& content) {
+    host_.setContent(content);
+    const Size size = host_.fittingSize();
+    const CGRect area = host_.view().frame();
+    if (area.size.width == size.width && area.size.height == size.height)
+        return;
+    window_.setContentSize({size.width, size.height});
+    host_.place({0, 0, size.width, size.height});
+}
+
+void MacosWindow::willClose(const NSNotification& /*notification*/) {
+    // Later: the owner may end the window, which is still at closing.
+    loop_.post(lifetime_.guard([this] { closed(); }));
+}
+
+void MacosWindow::closed() const {
+    // A copy: the owner may end the window. It may have been opened once more by now.
+    if (const auto handler = onClose_; handler && !isVisible())
+        handler();
+}
+
+}  // namespace velmo::macos

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "macos/appkit/ns_window.h"
+#include "macos/foundation/ns_notification_center.h"
+#include "macos/objc/instance.h"
+#include "macos/views/view_host.h"
+#include "window.h"
+
+namespace velmo::macos {
+
+class MacosWindow : public Window {
+public:
+    MacosWindow(RunLoop& loop, const View& content);
+    ~MacosWindow() override;
+    MacosWindow(const MacosWindow&) = delete;
+    MacosWindow& operator=(const MacosWindow&) = delete;
+
+    void setContent(const View& content) override;
+    void setTitle(const std::string& title) override { window_.setTitle(NSString::from(title)); }
+    void setStyleMask(std::uint64_t mask) override { window_.setStyleMask(NSWindowStyleMask{mask}); }
+    /// Windows live as long as their owners want them, closed or not.
+    void setReleasedWhenClosed(bool /*released*/) override {}
+    void center() override { window_.center(); }
+    void setFrameAutosaveName(const std::string& name) override {
+        window_.setFrameAutosaveName(NSString::from(name));
+    }
+    void makeKeyAndOrderFront() override { window_.makeKeyAndOrderFront(); }
+    bool isVisible() const override { return window_.isVisible(); }
+    void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }
+
+private:
+    void willClose(const NSNotification& notification);
+    void closed() const;
+
+    using Class = Subclass<MacosWindow, "VelmoWindowDelegate", NSObject,
+                           Method<"windowWillClose:", &MacosWindow::willClose, "NSWindowDelegate">>;
+
+    RunLoop& loop_;
+    NSWindow window_;
+    ViewHost host_;
+    std::function<void()> onClose_;
+    Instance<MacosWindow, Class, NSObject> delegate_{*this};
+    Lifetime lifetime_;
+};
+
+}  // namespace velmo::macos

@@ -1,0 +1,85 @@
+#include "dates.h"
+#include "macos/appkit/ns_box.h"
+#include "macos/appkit/ns_text_field.h"
+#include "macos/services/macos_dates.h"
+#include "platform/macos/display/program_display_test.h"
+
+namespace velmo::macos {
+namespace {
+
+class CalendarDisplayTest : public ProgramDisplayTest {
+protected:
+    CalendarDisplayTest() {
+        defaults().setBool(true, NSString::from("hasCompletedFirstLaunch"));
+        defaults().setBool(true, NSString::from("clockEnabled"));
+    }
+
+    /// The content of the one popover; none while there is none.
+    static NSView calendar() {
+        const auto windows =
+            Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
+        for (const NSWindow& window : windows.all<NSWindow>()) {
+            if (!window.isVisible())
+                continue;
+            for (const NSTextField& label : allBelow<NSTextField>(contentOf(window))) {
+                if (label.stringValue().text().starts_with("Week "))
+                    return contentOf(window);
+            }
+        }
+        return {};
+    }
+};
+
+TEST_F(CalendarDisplayTest, OpensUnderTheClockAndTurnsItsMonths) {
+    run([&](const Platform& platform) {
+        click("Velmo.Clock");
+        const NSView content = calendar();
+        ASSERT_TRUE(content);
+        const auto month = [&](int distance) {
+            const auto& current = platform.dates.currentCalendar();
+            const Date now = platform.runLoop.now();
+            return platform.dates.formatted(*current.dateByAdding(CalendarUnit::month, distance, now),
+                                            DateStyle::monthAndYear);
+        };
+        EXPECT_TRUE(shows(content, month(0)));
+        picture("calendar");
+        const auto next = named<NSButton>(content, "Next month");
+        ASSERT_TRUE(next);
+        press(next);
+        EXPECT_TRUE(shows(content, month(1)));
+        EXPECT_FALSE(shows(content, month(0)));
+        clickInto(named<NSButton>(content, "Previous month"));
+        EXPECT_TRUE(shows(content, month(0)));
+        clickInto(named<NSButton>(content, "Previous month"));
+        EXPECT_TRUE(shows(content, month(-1)));
+        const auto today = named<NSButton>(content, "Today");
+        ASSERT_TRUE(today);
+        press(today);
+        EXPECT_TRUE(shows(content, month(0)));
+    });
+}
+
+TEST_F(CalendarDisplayTest, ClosesWithTheNextClickOnTheClock) {
+    run([&](const Platform& /*platform*/) {
+        click("Velmo.Clock");
+        EXPECT_TRUE(calendar());
+        click("Velmo.Clock");
+        EXPECT_FALSE(calendar());
+        click("Velmo.Clock");
+        EXPECT_TRUE(calendar());
+    });
+}
+
+TEST_F(CalendarDisplayTest, ShowsTheTimeAsItGoesOn) {
+    run([&](const Platform& platform) {
+        click("Velmo.Clock");
+        const NSView content = calendar();
+        ASSERT_TRUE(content);
+        const auto time = [&] { return platform.dates.formatted(platform.runLoop.now(), DateStyle::time); };
+        const std::string first = time();
+        EXPECT_TRUE(runUntil([&] { return time() != first && shows(content, time()); }));
+    });
+}
+
+}  // namespace
+}  // namespace velmo::macos

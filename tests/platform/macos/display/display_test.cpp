@@ -1,0 +1,127 @@
+#include "platform/macos/display/display_test.h"
+
+#include "macos/foundation/ns_date.h"
+#include "platform/macos/doubles/menu_bar.h"
+
+#include <chrono>
+#include <cstdlib>
+
+namespace velmo::macos {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+void turn() {
+    const AutoreleasePool pool;
+    const NSApplication application = NSApplication::shared();
+    const NSDate soon = Message<"NSDate", true, "dateWithTimeIntervalSinceNow:", NSDate, double>::send(
+        NSDate::classObject(), 0.01);
+    const NSEvent event =
+        Message<"NSApplication", false, "nextEventMatchingMask:untilDate:inMode:dequeue:", NSEvent,
+                NSUInteger, NSDate, NSString, bool>::send(application.get(), ~NSUInteger{0}, soon,
+                                                          NSString::from("NSDefaultRunLoopMode"), true);
+    if (!event)
+        return;
+    if (const NSEvent passed = doubles::tellLocalMonitors(event))
+        Message<"NSApplication", false, "sendEvent:", void, NSEvent>::send(application.get(), passed);
+}
+
+NSEvent mouseEvent(NSUInteger type, const CGPoint& point, const NSWindow& window) {
+    return Message<"NSEvent", true,
+                   "mouseEventWithType:location:modifierFlags:timestamp:windowNumber:context:eventNumber:"
+                   "clickCount:pressure:",
+                   NSEvent, NSUInteger, CGPoint, NSUInteger, double, NSInteger, Object, NSInteger, NSInteger,
+                   float>::send(NSEvent::classObject(), type, point, NSUInteger{0}, 0.0,
+                                window.windowNumber(), Object(), NSInteger{1}, NSInteger{1}, 1.0F);
+}
+
+}  // namespace
+
+DisplayTest::DisplayTest() {
+    system.hasDisplay = true;
+    NSApplication::shared();
+}
+
+DisplayTest::~DisplayTest() {
+    for (const Object& window : system.barWindows)
+        Message<"NSWindow", false, "close", void>::send(window.get());
+}
+
+bool DisplayTest::runUntil(const std::function<bool()>& condition) {
+    const auto limit = Clock::now() + std::chrono::seconds(8);
+    while (!condition()) {
+        if (Clock::now() > limit)
+            return false;
+        turn();
+    }
+    return true;
+}
+
+void DisplayTest::runFor(double seconds) {
+    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+    runUntil([end] { return Clock::now() >= end; });
+}
+
+NSWindow DisplayTest::windowTitled(const std::string& title) {
+    const auto windows =
+        Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
+    for (const NSWindow& window : windows.all<NSWindow>()) {
+        if (Message<"NSWindow", false, "title", NSString>::send(window.get()).text() == title)
+            return window;
+    }
+    return {};
+}
+
+NSView DisplayTest::contentOf(const NSWindow& window) {
+    return Message<"NSWindow", false, "contentView", NSView>::send(window.get());
+}
+
+std::vector<NSView> DisplayTest::viewsBelow(const NSView& view) {
+    std::vector<NSView> found;
+    const auto subviews = Message<"NSView", false, "subviews", NSArray>::send(view.get());
+    for (const NSView& one : subviews.all<NSView>()) {
+        if (one.isHidden())
+            continue;
+        found.push_back(one);
+        const auto inner = viewsBelow(one);
+        found.insert(found.end(), inner.begin(), inner.end());
+    }
+    return found;
+}
+
+bool DisplayTest::shows(const NSView& view, const std::string& text) {
+    for (const NSControl& control : allBelow<NSControl>(view)) {
+        if (control.stringValue().text() == text)
+            return true;
+    }
+    return false;
+}
+
+void DisplayTest::press(const NSControl& control) {
+    Message<"NSControl", false, "performClick:", void, Object>::send(control.get(), Object());
+    runFor(0.05);
+}
+
+void DisplayTest::clickInto(const NSView& view) {
+    const CGRect area = view.convertRectTo(view.bounds(), NSView());
+    const CGPoint middle{area.origin.x + area.size.width / 2, area.origin.y + area.size.height / 2};
+    const NSWindow window = view.window();
+    const auto post = [&](EventType type) {
+        Message<"NSApplication", false, "postEvent:atStart:", void, NSEvent, bool>::send(
+            NSApplication::shared().get(), mouseEvent(static_cast<NSUInteger>(type), middle, window), false);
+    };
+    post(EventType::leftMouseDown);
+    post(EventType::leftMouseUp);
+    runFor(0.1);
+}
+
+void DisplayTest::picture(const std::string& name) {
+    const char* folder = std::getenv("VELMO_PICTURES");
+    if (folder == nullptr)
+        return;
+    runFor(0.5);
+    const std::string command = "import -window root '" + std::string(folder) + '/' + name + ".png'";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+}
+
+}  // namespace velmo::macos

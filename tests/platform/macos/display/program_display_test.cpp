@@ -1,0 +1,54 @@
+#include "platform/macos/display/program_display_test.h"
+
+#include "app/run_application.h"
+#include "event.h"
+#include "macos/macos_desktop.h"
+#include "platform/macos/doubles/array_of.h"
+#include "platform/macos/doubles/menu_bar.h"
+#include "platform/macos/doubles/record_class.h"
+
+namespace velmo::macos {
+
+ProgramDisplayTest::ProgramDisplayTest() {
+    forgetSettings();
+    system.windowList = doubles::arrayOf({});
+}
+
+ProgramDisplayTest::~ProgramDisplayTest() {
+    forgetSettings();
+}
+
+void ProgramDisplayTest::forgetSettings() {
+    for (const char* key :
+         {"hasCompletedFirstLaunch", "autoRehide", "rehideDelay", "hideOnClickOutside", "showOnHover",
+          "showOnScroll", "alwaysHiddenEnabled", "refreshPanelOnOpen", "clockEnabled", "clockFormat",
+          "clickAction", "toggleIconStyle", "hotkey", "panelHotkey"})
+        defaults().removeObject(NSString::from(key));
+}
+
+void ProgramDisplayTest::run(const std::function<void(const Platform&)>& function) {
+    const MacosDesktop desktop;
+    system.whileApplicationRuns = [&] { function(desktop.platform()); };
+    runApplication(desktop.platform());
+}
+
+NSButton ProgramDisplayTest::buttonOf(const std::string& item) const {
+    for (const Object& one : system.statusItems) {
+        if (as<NSString>(doubles::member(one, "autosaveName")).text() == item)
+            return as<NSButton>(doubles::member(one, "button"));
+    }
+    return {};
+}
+
+void ProgramDisplayTest::click(const std::string& item) {
+    system.currentEvent = doubles::makeEvent({.type = EventType::leftMouseUp});
+    doubles::click(buttonOf(item));
+    system.currentEvent = {};
+    runFor(0.2);
+}
+
+std::string ProgramDisplayTest::textFor(const char* key) {
+    return defaults().stringForKey(NSString::from(key)).text();
+}
+
+}  // namespace velmo::macos

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "macos/foundation/ns_user_defaults.h"
+#include "platform.h"
+#include "platform/macos/display/display_test.h"
+
+namespace velmo::macos {
+
+/// The whole program with the windows, views and controls of GNUstep.
+class ProgramDisplayTest : public DisplayTest {
+protected:
+    ProgramDisplayTest();
+    ~ProgramDisplayTest() override;
+
+    /// Runs the program, and the function while it does.
+    void run(const std::function<void(const Platform&)>& function);
+    NSButton buttonOf(const std::string& item) const;
+    void click(const std::string& item);
+
+    static NSUserDefaults defaults() { return NSUserDefaults::standard(); }
+    static bool isOn(const char* key) { return defaults().boolForKey(NSString::from(key)); }
+    static std::string textFor(const char* key);
+
+private:
+    static void forgetSettings();
+};
+
+}  // namespace velmo::macos

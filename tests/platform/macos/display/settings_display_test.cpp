@@ -1,0 +1,243 @@
+#include "macos/appkit/ns_pop_up_button.h"
+#include "macos/appkit/ns_scroll_view.h"
+#include "macos/appkit/ns_slider.h"
+#include "macos/appkit/ns_tab_view.h"
+#include "macos/appkit/ns_text_field.h"
+#include "platform/macos/display/program_display_test.h"
+#include "platform/macos/doubles/application.h"
+#include "platform/macos/doubles/menu_bar.h"
+
+namespace velmo::macos {
+namespace {
+
+class SettingsDisplayTest : public ProgramDisplayTest {
+protected:
+    /// Runs the program for the first time, which opens the settings, and the function.
+    void runSettings(const std::function<void()>& function) {
+        run([&](const Platform& /*platform*/) {
+            window_ = windowTitled("Velmo Settings");
+            ASSERT_TRUE(window_);
+            runFor(0.1);
+            function();
+        });
+    }
+    NSTabView tabs() const { return allBelow<NSTabView>(contentOf(window_)).front(); }
+    /// As a click on the tab does.
+    NSView open(int tab) const {
+        tabs().selectTabViewItemAtIndex(tab);
+        runFor(0.2);
+        return page();
+    }
+    NSView page() const {
+        return Message<"NSTabViewItem", false, "view", NSView>::send(tabs().selectedTabViewItem().get());
+    }
+    NSButton buttonTitled(const std::string& title) const {
+        for (const NSButton& button : allBelow<NSButton>(page())) {
+            if (Message<"NSButton", false, "title", NSString>::send(button.get()).text() == title)
+                return button;
+        }
+        return {};
+    }
+    /// Uses a switch that stands for a setting, and uses it once more.
+    void expectToSwitch(const std::string& title, const char* key) {
+        const auto control = named<NSSwitch>(page(), title);
+        ASSERT_TRUE(control) << title;
+        const bool before = isOn(key);
+        EXPECT_EQ(control.state() != 0, before) << title;
+        press(control);
+        EXPECT_EQ(isOn(key), !before) << title;
+        EXPECT_EQ(control.state() != 0, !before) << title;
+        press(control);
+        EXPECT_EQ(isOn(key), before) << title;
+    }
+    static void choose(const NSPopUpButton& button, int index) {
+        button.selectItemAtIndex(index);
+        Message<"NSControl", false, "sendAction:to:", bool, Selector, Object>::send(
+            button.get(), Message<"NSControl", false, "action", Selector>::send(button.get()),
+            Message<"NSControl", false, "target", Object>::send(button.get()));
+        runFor(0.1);
+    }
+
+    NSWindow window_;
+};
+
+TEST_F(SettingsDisplayTest, OpenOnTheFirstLaunchInTheirSizeOnTheFirstTab) {
+    runSettings([&] {
+        EXPECT_TRUE(isOn("hasCompletedFirstLaunch"));
+        EXPECT_TRUE(window_.isVisible());
+        const CGRect content = contentOf(window_).frame();
+        EXPECT_EQ(content.size.width, 540);
+        EXPECT_EQ(content.size.height, 500);
+        std::vector<std::string> labels;
+        const auto items = Message<"NSTabView", false, "tabViewItems", NSArray>::send(tabs().get());
+        for (const NSTabViewItem& item : items.all<NSTabViewItem>())
+            labels.push_back(Message<"NSTabViewItem", false, "label", NSString>::send(item.get()).text());
+        EXPECT_EQ(labels, (std::vector<std::string>{"General", "Hiding", "Clock", "Panel", "Spacing"}));
+        EXPECT_TRUE(shows(page(), "How to use Velmo"));
+        picture("settings-general");
+    });
+}
+
+TEST_F(SettingsDisplayTest, OpenOnceMoreInTheSameWindow) {
+    runSettings([&] {
+        window_.close();
+        runFor(0.2);
+        EXPECT_FALSE(window_.isVisible());
+        EXPECT_FALSE(doubles::reopenApplication(false));
+        EXPECT_TRUE(window_.isVisible());
+        EXPECT_EQ(windowTitled("Velmo Settings"), window_);
+    });
+}
+
+TEST_F(SettingsDisplayTest, ChooseIconAndClickOnTheGeneralTab) {
+    runSettings([&] {
+        const auto icon = named<NSPopUpButton>(page(), "Icon");
+        ASSERT_TRUE(icon);
+        EXPECT_EQ(icon.indexOfSelectedItem(), 0);
+        choose(icon, 2);
+        EXPECT_EQ(textFor("toggleIconStyle"), "dot");
+        EXPECT_EQ(icon.indexOfSelectedItem(), 2);
+        press(buttonTitled("Open the hidden items panel"));
+        EXPECT_EQ(textFor("clickAction"), "showPanel");
+        EXPECT_EQ(buttonTitled("Open the hidden items panel").state(), 1);
+        EXPECT_EQ(buttonTitled("Reveal items in the menu bar").state(), 0);
+    });
+}
+
+TEST_F(SettingsDisplayTest, LaunchAtLoginAsTheSystemSays) {
+    runSettings([&] {
+        const auto login = named<NSSwitch>(page(), "Launch at login");
+        ASSERT_TRUE(login);
+        press(login);
+        EXPECT_EQ(system.loginCalls, std::vector<std::string>{"register"});
+        EXPECT_EQ(login.state(), 1);
+        system.loginError = "Not now.";
+        press(login);
+        // It shows what is, and not what was done to it.
+        EXPECT_EQ(login.state(), 1);
+        EXPECT_TRUE(shows(page(), "Not now."));
+    });
+}
+
+TEST_F(SettingsDisplayTest, SwitchAndSlideOnTheHidingTab) {
+    runSettings([&] {
+        const NSView page = open(1);
+        expectToSwitch("Hide items again automatically", "autoRehide");
+        expectToSwitch("Hide when clicking outside the menu bar", "hideOnClickOutside");
+        expectToSwitch("Show hidden items when hovering over the toggle", "showOnHover");
+        expectToSwitch("Show or hide by scrolling on the menu bar", "showOnScroll");
+        expectToSwitch("Enable an always-hidden section", "alwaysHiddenEnabled");
+        const auto delay = named<NSSlider>(page, "After");
+        ASSERT_TRUE(delay);
+        delay.setDoubleValue(11.6);
+        Message<"NSControl", false, "sendAction:to:", bool, Selector, Object>::send(
+            delay.get(), Message<"NSControl", false, "action", Selector>::send(delay.get()),
+            Message<"NSControl", false, "target", Object>::send(delay.get()));
+        runFor(0.1);
+        EXPECT_EQ(defaults().doubleForKey(NSString::from("rehideDelay")), 12);
+        EXPECT_EQ(delay.doubleValue(), 12);
+        EXPECT_TRUE(shows(page, "12 s"));
+        picture("settings-hiding");
+    });
+}
+
+TEST_F(SettingsDisplayTest, RecordAndRemoveAShortcut) {
+    runSettings([&] {
+        const NSView page = open(1);
+        const auto record = named<NSButton>(page, "Show or hide items, Record Shortcut");
+        ASSERT_TRUE(record);
+        press(record);
+        EXPECT_TRUE(buttonTitled("Press keys… (Esc cancels)"));
+        const NSEvent key = doubles::makeEvent({.type = EventType::keyDown,
+                                                .modifierFlags = modifier::command,
+                                                .keyCode = 40,
+                                                .charactersIgnoringModifiers = "k"});
+        EXPECT_FALSE(doubles::tellLocalMonitors(key));
+        runFor(0.1);
+        EXPECT_TRUE(buttonTitled("⌘K"));
+        ASSERT_EQ(system.hotKeys.size(), 1U);
+        const auto remove = named<NSButton>(page, "Show or hide items, Remove shortcut");
+        ASSERT_TRUE(remove);
+        press(remove);
+        EXPECT_TRUE(system.hotKeys.empty());
+        EXPECT_FALSE(buttonTitled("⌘K"));
+    });
+}
+
+TEST_F(SettingsDisplayTest, EditThePatternOnTheClockTab) {
+    runSettings([&] {
+        const NSView page = open(2);
+        expectToSwitch("Show a clock and calendar in the menu bar", "clockEnabled");
+        const auto pattern = named<NSTextField>(page, "Pattern");
+        const auto preset = named<NSPopUpButton>(page, "Preset");
+        ASSERT_TRUE(pattern);
+        ASSERT_TRUE(preset);
+        choose(preset, 1);
+        EXPECT_EQ(pattern.stringValue().text(), textFor("clockFormat"));
+        pattern.setStringValue(NSString::from("'It is' yyyy"));
+        const auto delegate = Message<"NSTextField", false, "delegate", Object>::send(pattern.get());
+        Message<"NSTextFieldDelegate", false, "controlTextDidChange:", void, Object>::send(delegate.get(),
+                                                                                           Object());
+        runFor(0.1);
+        EXPECT_EQ(textFor("clockFormat"), "'It is' yyyy");
+        // The last one stands for patterns of the user's own.
+        const auto last = Message<"NSPopUpButton", false, "numberOfItems", NSInteger>::send(preset.get()) - 1;
+        EXPECT_EQ(preset.indexOfSelectedItem(), last);
+        bool isPreviewed = false;
+        for (const NSTextField& label : allBelow<NSTextField>(page))
+            isPreviewed = isPreviewed || label.stringValue().text().starts_with("It is 20");
+        EXPECT_TRUE(isPreviewed);
+        picture("settings-clock");
+        press(buttonTitled("System Clock Options…"));
+        EXPECT_EQ(system.openedAddresses.size(), 1U);
+    });
+}
+
+TEST_F(SettingsDisplayTest, AskForPermissionsOnThePanelTab) {
+    runSettings([&] {
+        const NSView page = open(3);
+        expectToSwitch("Refresh the pictures when opening the panel", "refreshPanelOnOpen");
+        picture("settings-panel");
+        const auto grant = named<NSButton>(page, "Accessibility, Grant…");
+        ASSERT_TRUE(grant);
+        const auto prompts = system.trustPrompts;
+        press(grant);
+        EXPECT_GT(system.trustPrompts.size(), prompts.size());
+        system.isTrusted = true;
+        EXPECT_TRUE(runUntil(
+            [&] { return static_cast<bool>(named<NSButton>(page, "Accessibility, Open Settings")); }));
+        press(named<NSButton>(page, "Accessibility, Open Settings"));
+        EXPECT_EQ(system.openedAddresses.size(), 1U);
+    });
+}
+
+TEST_F(SettingsDisplayTest, ChooseASpacingAndLogOut) {
+    runSettings([&] {
+        open(4);
+        press(buttonTitled("Compact"));
+        EXPECT_FALSE(system.preferences.empty());
+        EXPECT_EQ(buttonTitled("Compact").state(), 1);
+        EXPECT_EQ(buttonTitled("System default").state(), 0);
+        EXPECT_TRUE(shows(page(), "About a third more icons fit."));
+        picture("settings-spacing");
+        press(buttonTitled("Log Out…"));
+        EXPECT_EQ(system.scripts.back(), "executed");
+    });
+}
+
+TEST_F(SettingsDisplayTest, LetNoControlOrTextLieOutsideOfItsPage) {
+    runSettings([&] {
+        for (int tab = 0; tab < 5; ++tab) {
+            const NSView document = allBelow<NSScrollView>(open(tab)).front();
+            const double width = document.bounds().size.width;
+            for (const NSControl& control : allBelow<NSControl>(document)) {
+                const CGRect area = control.convertRectTo(control.bounds(), document);
+                EXPECT_GE(area.origin.x, 0) << tab;
+                EXPECT_LE(area.origin.x + area.size.width, width) << tab << control.stringValue().text();
+            }
+        }
+    });
+}
+
+}  // namespace
+}  // namespace velmo::macos

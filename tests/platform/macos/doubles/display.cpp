@@ -1,0 +1,191 @@
+#include "platform/macos/doubles/display.h"
+
+#include "macos/appkit/ns_application.h"
+#include "macos/appkit/ns_bezier_path.h"
+#include "macos/appkit/ns_button.h"
+#include "macos/appkit/ns_image_view.h"
+#include "macos/appkit/ns_panel.h"
+#include "platform/macos/doubles/added_method.h"
+#include "platform/macos/doubles/call_block.h"
+#include "platform/macos/doubles/double_system.h"
+#include "platform/macos/doubles/record_class.h"
+
+namespace velmo::macos::doubles {
+namespace {
+
+// Views.
+
+void setWantsLayer(const NSView& /*view*/, bool /*wants*/) {}
+CALayer layer(const NSView& /*view*/) {
+    return {};
+}
+CGRect sameRect(const NSView& /*view*/, const CGRect& rect) {
+    return rect;
+}
+CGSize controlSize(const NSControl& control) {
+    return control.cell().cellSizeForBounds({{0, 0}, {1e5, 1e5}});
+}
+CGSize switchSize(const NSSwitch& /*control*/) {
+    return {38, 20};
+}
+CGSize sliderSize(const NSControl& /*control*/) {
+    return {-1, 20};
+}
+void setAccessibilityLabel(const NSObject& view, const NSString& text) {
+    system().accessibilityLabels[view.get()] = text.text();
+}
+void setSize(const NSControl& /*control*/, NSControlSize /*size*/) {}
+void setTint(const NSControl& /*control*/, const NSColor& /*color*/) {}
+void setAlpha(const NSView& /*view*/, CGFloat /*alpha*/) {}
+void addArea(const NSView& /*view*/, const Object& area) {
+    system().trackingAreas.push_back(area);
+}
+void removeArea(const NSView& /*view*/, const Object& area) {
+    std::erase_if(system().trackingAreas, [&](const Object& other) { return other == area; });
+}
+void setStyleMask(const NSWindow& /*window*/, NSWindowStyleMask /*mask*/) {}
+void setAnimation(const NSWindow& /*window*/, NSWindowAnimationBehavior /*behavior*/) {}
+
+// Colours.
+
+NSColor accent(const NSObject& /*colorClass*/) {
+    return Message<"NSColor", true, "colorWithCalibratedRed:green:blue:alpha:", NSColor, CGFloat, CGFloat,
+                   CGFloat, CGFloat>::send(NSColor::classObject(), 0.0, 0.48, 1.0, 1.0);
+}
+
+// Pictures.
+
+NSImage emptyImage(const CGSize& size) {
+    return Message<"NSImage", false, "initWithSize:", NSImage, CGSize>::send(
+        Message<"NSImage", true, "alloc", NSImage>::send(NSImage::classObject()).leave(), size);
+}
+NSImage painted(const CGSize& size, const std::function<void()>& paint) {
+    const NSImage image = emptyImage(size);
+    Message<"NSImage", false, "lockFocus", void>::send(image.get());
+    paint();
+    Message<"NSImage", false, "unlockFocus", void>::send(image.get());
+    return image;
+}
+NSImage configuredSymbol(const NSImage& /*image*/, const NSObject& configuration) {
+    return shownSymbol(NSString(), numberMember(configuration, "pointSize"));
+}
+
+void setShownTemplate(const NSImage& /*image*/, bool /*isTemplate*/) {}
+void setShownDescription(const NSImage& /*image*/, const NSString& /*text*/) {}
+
+Implementation& ownRun() {
+    static Implementation original = nullptr;
+    return original;
+}
+Implementation& ownCurrentEvent() {
+    static Implementation original = nullptr;
+    return original;
+}
+
+/// The test's function in place of the loop, if there is one.
+void runApplication(const NSApplication& application) {
+    if (!system().whileApplicationRuns) {
+        reinterpret_cast<void (*)(Id, Selector)>(ownRun())(application.get(), selectorNamed<"run">());
+        return;
+    }
+    Message<"NSApplication", false, "finishLaunching", void>::send(application.get());
+    const auto delegate = Message<"NSApplication", false, "delegate", Object>::send(application.get());
+    Message<"NSApplicationDelegate", false, "applicationDidFinishLaunching:", void, Object>::send(
+        delegate.get(), Object());
+    system().whileApplicationRuns();
+}
+NSEvent shownCurrentEvent(const NSApplication& application) {
+    if (system().currentEvent)
+        return Object::share<NSEvent>(system().currentEvent.get());
+    return Object::share<NSEvent>(reinterpret_cast<Id (*)(Id, Selector)>(ownCurrentEvent())(
+        application.get(), selectorNamed<"currentEvent">()));
+}
+bool setPolicy(const NSApplication& /*application*/, NSInteger policy) {
+    system().activationPolicy = policy;
+    return true;
+}
+
+void addViews() {
+    const RawClass view = classNamed<"NSView">();
+    setMethod<"setWantsLayer:", &setWantsLayer>(view);
+    setMethod<"layer", &layer>(view);
+    setMethod<"frameForAlignmentRect:", &sameRect>(view);
+    setMethod<"alignmentRectForFrame:", &sameRect>(view);
+    setMethod<"setAccessibilityLabel:", &setAccessibilityLabel>(view);
+    setMethod<"setAlphaValue:", &setAlpha>(view);
+    setMethod<"addTrackingArea:", &addArea>(view);
+    setMethod<"removeTrackingArea:", &removeArea>(view);
+    setMethod<"intrinsicContentSize", &controlSize>(classNamed<"NSControl">());
+    setMethod<"setControlSize:", &setSize>(classNamed<"NSControl">());
+    setMethod<"intrinsicContentSize", &switchSize>(classNamed<"NSSwitch">());
+    setMethod<"intrinsicContentSize", &sliderSize>(classNamed<"NSSlider">());
+    setMethod<"setContentTintColor:", &setTint>(classNamed<"NSButton">());
+    setMethod<"setContentTintColor:", &setTint>(classNamed<"NSImageView">());
+    const RawClass window = classNamed<"NSWindow">();
+    setMethod<"setStyleMask:", &setStyleMask>(window);
+    setMethod<"setAnimationBehavior:", &setAnimation>(window);
+    setMethod<"setAccessibilityLabel:", &setAccessibilityLabel>(window);
+    setMethod<"controlAccentColor", &accent>(metaclassOf(classNamed<"NSColor">()));
+    setMethod<"imageWithSymbolConfiguration:", &configuredSymbol>(classNamed<"NSImage">());
+    setMethod<"setTemplate:", &setShownTemplate>(classNamed<"NSImage">());
+    setMethod<"setAccessibilityDescription:", &setShownDescription>(classNamed<"NSImage">());
+}
+
+}  // namespace
+
+void addDisplay() {
+    addViews();
+    const RawClass application = classNamed<"NSApplication">();
+    ownRun() = class_getMethodImplementation(application, selectorNamed<"run">());
+    ownCurrentEvent() = class_getMethodImplementation(application, selectorNamed<"currentEvent">());
+    setMethod<"run", &runApplication>(application);
+    setMethod<"currentEvent", &shownCurrentEvent>(application);
+    setMethod<"setActivationPolicy:", &setPolicy>(application);
+}
+
+Object makeShownButton() {
+    constexpr double width = 30;
+    const double right = 1240 - 40 * static_cast<double>(system().barWindows.size());
+    const NSWindow window = NSWindow::with({{right - width, 776}, {width, 22}}, NSWindowStyleMask{});
+    window.setReleasedWhenClosed(false);
+    const NSButton button = NSButton::create();
+    window.setContentView(button);
+    window.orderFrontRegardless();
+    system().barWindows.push_back(window);
+    return button;
+}
+
+NSImage shownSymbol(const NSString& /*name*/, CGFloat pointSize) {
+    return painted({pointSize + 3, pointSize + 3}, [&] {
+        const NSBezierPath path = NSBezierPath::create();
+        path.setWindingRule(NSWindingRule::evenOdd);
+        path.appendOval({{1, 1}, {pointSize + 1, pointSize + 1}});
+        path.appendOval({{2.5, 2.5}, {pointSize - 2, pointSize - 2}});
+        NSColor::label().setFill();
+        path.fill();
+    });
+}
+
+NSImage shownDrawing(const CGSize& size, void* handler) {
+    return painted(size, [&] { callBlock<RawBool>(handler, CGRect{{0, 0}, size}); });
+}
+
+NSImage shownBitmap(const CGSize& size) {
+    return painted(size, [&] {
+        const NSBezierPath path = NSBezierPath::create();
+        path.appendRoundedRect({{0, 0}, size}, 3, 3);
+        NSColor::systemGreen().setFill();
+        path.fill();
+    });
+}
+
+NSFont shownFont(const std::string& kind, CGFloat size, CGFloat weight) {
+    const Id fonts = NSFont::classObject();
+    if (kind == "monospaced")
+        return Message<"NSFont", true, "userFixedPitchFontOfSize:", NSFont, CGFloat>::send(fonts, size);
+    if (weight >= NSFontWeightBold)
+        return Message<"NSFont", true, "boldSystemFontOfSize:", NSFont, CGFloat>::send(fonts, size);
+    return Message<"NSFont", true, "systemFontOfSize:", NSFont, CGFloat>::send(fonts, size);
+}
+
+}  // namespace velmo::macos::doubles
