@@ -14,7 +14,7 @@ import mach_o
 
 ARCHITECTURES = {"arm64", "x86_64"}
 MINIMUM_SYSTEM = "14.0"
-FRAMEWORKS = {"AppKit", "ApplicationServices", "Carbon", "CoreFoundation", "CoreGraphics", "Foundation",
+FRAMEWORKS = {"AppKit", "ApplicationServices", "Carbon", "CoreFoundation", "CoreGraphics", "Foundation", "QuartzCore",
               "ScreenCaptureKit", "ServiceManagement"}
 LIBRARIES = ({f"/System/Library/Frameworks/{name}.framework/Versions/A/{name}" for name in FRAMEWORKS} |
              {"/usr/lib/libobjc.A.dylib", "/usr/lib/libSystem.B.dylib"})

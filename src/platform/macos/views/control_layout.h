@@ -4,9 +4,15 @@
 
 namespace velmo::macos {
 
+/// In points on its surface. A frame that stays costs no drawing.
+inline void place(const NSView& view, const Rect& frame) {
+    if (rectOf(view.frame()) != frame)
+        view.setFrame(cgRect(frame));
+}
+
 /// What is to be seen of the view gets that area, in points on its surface.
 inline void placeAligned(const NSView& view, const Rect& area) {
-    view.setFrame(view.frameForAlignmentRect(cgRect(area)));
+    place(view, rectOf(view.frameForAlignmentRect(cgRect(area))));
 }
 
 /// What is to be seen of it wants that much.

@@ -1,5 +1,7 @@
 #include "form_nodes.h"
 
+#include "control_layout.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -45,11 +47,11 @@ Size FormNode::contentSize(const Size& offer) const {
 }
 
 void FormNode::placeContent(const Rect& area) {
-    area_.setFrame(cgRect(area));
+    macos::place(area_, area);
     // Whether a scroll bar takes some of the width shows once the height is known.
-    document_.view().setFrame({{0, 0}, {area.width, std::max(heightFor(area.width), area.height)}});
+    macos::place(document_.view(), {0, 0, area.width, std::ceil(heightFor(area.width))});
     const double width = area_.contentSize().width;
-    document_.view().setFrame({{0, 0}, {width, std::max(std::ceil(heightFor(width)), area.height)}});
+    macos::place(document_.view(), {0, 0, width, std::ceil(heightFor(width))});
     double y = formMargin;
     for (const auto& section : sections_) {
         const double sectionWidth = width - 2 * formMargin;
@@ -118,7 +120,7 @@ void SectionNode::placeContent(const Rect& area) {
 }
 
 void SectionNode::placeRows(const Rect& area) {
-    group_.setFrame(cgRect(area));
+    macos::place(group_, area);
     const double innerWidth = area.width - 2 * rowSidePadding;
     double y = area.y;
     for (std::size_t index = 0; index < rows_.size(); ++index) {
@@ -130,7 +132,7 @@ void SectionNode::placeRows(const Rect& area) {
         row.place({area.x + rowSidePadding, y + (height - size.height) / 2, size.width, size.height});
         y += height;
         if (index < lines_.size())
-            lines_[index].setFrame({{area.x + rowSidePadding, std::round(y)}, {innerWidth, 1}});
+            macos::place(lines_[index], {area.x + rowSidePadding, std::round(y), innerWidth, 1});
     }
 }
 

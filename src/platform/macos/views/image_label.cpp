@@ -1,5 +1,6 @@
 #include "image_label.h"
 
+#include "control_layout.h"
 #include "macos/desktop/color_from.h"
 #include "macos/desktop/font_from.h"
 #include "macos/desktop/image_from.h"
@@ -29,7 +30,7 @@ void ImageLabel::display(const Image& image, const SemanticColor& color, bool is
 }
 
 void ImageLabel::place(const Rect& area) {
-    view_.setFrame(cgRect(area));
+    macos::place(view_, area);
 }
 
 Image imageIn(const Image& image, const ViewContext& context) {

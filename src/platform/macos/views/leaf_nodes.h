@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control_layout.h"
 #include "image_label.h"
 #include "macos/appkit/ns_box.h"
 #include "text_label.h"
@@ -39,7 +40,7 @@ public:
 protected:
     void apply(const ViewContext& context) override { axis_ = context.axis; }
     Size contentSize(const Size& offer) const override;
-    void placeContent(const Rect& area) override { line_.setFrame(cgRect(area)); }
+    void placeContent(const Rect& area) override { macos::place(line_, area); }
     NSView lowestContent() const override { return line_; }
     bool contentExpands(Axis direction) const override { return direction != axis_; }
 

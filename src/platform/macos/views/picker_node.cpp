@@ -145,7 +145,7 @@ Size PickerNode::Options::sizeThatFits(double width) const {
 }
 
 void PickerNode::Options::place(const Rect& area) {
-    surface_.view().setFrame(cgRect(area));
+    macos::place(surface_.view(), area);
     double y = 0;
     for (const auto& row : rows_) {
         const double height = row->sizeThatFits(area.width).height;

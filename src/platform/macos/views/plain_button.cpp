@@ -1,5 +1,6 @@
 #include "plain_button.h"
 
+#include "control_layout.h"
 #include "macos/objc/super_message.h"
 
 #include <utility>
@@ -20,8 +21,8 @@ PlainButton::~PlainButton() {
 }
 
 void PlainButton::place(const Rect& area) {
-    button().setFrame(cgRect(area));
-    surface().setFrame({{0, 0}, {area.width, area.height}});
+    macos::place(button(), area);
+    macos::place(surface(), {0, 0, area.width, area.height});
 }
 
 void PlainButton::setPressed(bool pressed) {

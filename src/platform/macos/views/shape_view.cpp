@@ -1,5 +1,6 @@
 #include "shape_view.h"
 
+#include "control_layout.h"
 #include "macos/appkit/ns_bezier_path.h"
 #include "macos/desktop/color_from.h"
 
@@ -26,7 +27,7 @@ void ShapeView::display(const Background& background) {
 }
 
 void ShapeView::place(const Rect& area) {
-    instance_.object().setFrame(cgRect(area));
+    macos::place(instance_.object(), area);
 }
 
 void ShapeView::draw(const CGRect& /*dirty*/) {

@@ -1,5 +1,7 @@
 #include "tab_view_node.h"
 
+#include "control_layout.h"
+
 #include <algorithm>
 
 namespace velmo::macos {
@@ -93,7 +95,7 @@ Size TabViewNode::contentSize(const Size& offer) const {
 }
 
 void TabViewNode::placeContent(const Rect& area) {
-    tabs_.setFrame(cgRect(area));
+    macos::place(tabs_, area);
     const std::size_t index = chosen();
     if (index >= pages_.size() || pages_[index]->nodes.empty())
         return;

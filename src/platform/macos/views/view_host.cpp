@@ -1,5 +1,7 @@
 #include "view_host.h"
 
+#include "control_layout.h"
+
 #include <utility>
 
 namespace velmo::macos {
@@ -34,7 +36,7 @@ Size ViewHost::fittingSize() const {
 }
 
 void ViewHost::place(const Rect& area) {
-    surface_.view().setFrame(cgRect(area));
+    macos::place(surface_.view(), area);
     layOut();
 }
 
@@ -42,6 +44,8 @@ void ViewHost::layOut() {
     if (root_.empty())
         return;
     const Rect room = rectOf(surface_.view().bounds());
+    if (room.width <= 0 || room.height <= 0)
+        return;
     Size size = root_[0].sizeThatFits({room.width, room.height});
     if (root_[0].expands(Axis::horizontal))
         size.width = room.width;

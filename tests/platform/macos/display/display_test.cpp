@@ -97,7 +97,21 @@ bool DisplayTest::shows(const NSView& view, const std::string& text) {
     return false;
 }
 
+void DisplayTest::use(const NSControl& control) {
+    const auto action = Message<"NSControl", false, "action", Selector>::send(control.get());
+    const auto target = Message<"NSControl", false, "target", Object>::send(control.get());
+    Message<"NSControl", false, "sendAction:to:", bool, Selector, Object>::send(control.get(), action,
+                                                                                target);
+    runFor(0.05);
+}
+
 void DisplayTest::press(const NSControl& control) {
+    // GNUstep's switches cannot be clicked.
+    if (const auto toggle = as<NSSwitch>(control)) {
+        toggle.setState(toggle.state() == 0 ? 1 : 0);
+        use(toggle);
+        return;
+    }
     Message<"NSControl", false, "performClick:", void, Object>::send(control.get(), Object());
     runFor(0.05);
 }
@@ -119,7 +133,13 @@ void DisplayTest::picture(const std::string& name) {
     const char* folder = std::getenv("VELMO_PICTURES");
     if (folder == nullptr)
         return;
-    runFor(0.5);
+    runFor(0.3);
+    // GNUstep draws what has changed over what lies on it.
+    const auto windows =
+        Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
+    for (const NSWindow& window : windows.all<NSWindow>())
+        Message<"NSWindow", false, "display", void>::send(window.get());
+    runFor(0.2);
     const std::string command = "import -window root '" + std::string(folder) + '/' + name + ".png'";
     EXPECT_EQ(std::system(command.c_str()), 0);
 }

@@ -49,6 +49,8 @@ protected:
         return {};
     }
     static void press(const NSControl& control);
+    /// Makes a control tell that the user has changed it.
+    static void use(const NSControl& control);
     /// Presses and lets go of the left mouse button in the middle of a view, through the application.
     static void clickInto(const NSView& view);
     /// Where VELMO_PICTURES names a folder, a picture of the screen goes there.

@@ -20,8 +20,11 @@ void setMethodOf(RawClass owner, Selector selector, Result (* /*function*/)(Self
             return toReturned(
                 function(Object::share<std::remove_cvref_t<Self>>(self), fromRaw<Arguments>(arguments)...));
     };
-    class_replaceMethod(owner, selector, reinterpret_cast<Implementation>(thunk),
-                        methodEncoding<Result, std::remove_cvref_t<Arguments>...>().c_str());
+    const auto code = reinterpret_cast<Implementation>(thunk);
+    const std::string encoding = methodEncoding<Result, std::remove_cvref_t<Arguments>...>();
+    // The GNU runtime would replace what the class only inherits where that comes from.
+    if (!class_addMethod(owner, selector, code, encoding.c_str()))
+        class_replaceMethod(owner, selector, code, encoding.c_str());
 }
 
 /// Gives a class a method, or another one in its place, that does what the function does with the receiver

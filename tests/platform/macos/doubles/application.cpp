@@ -68,9 +68,9 @@ void addApplication() {
 
 bool reopenApplication(bool hasVisibleWindows) {
     const NSApplication application = NSApplication::shared();
-    const auto delegate =
-        system().hasDisplay ? Message<"NSApplication", false, "delegate", Object>::send(application.get())
-                            : Object::share(system().applicationDelegate);
+    const auto delegate = system().hasDisplay
+                              ? Message<"NSApplication", false, "delegate", Object>::send(application.get())
+                              : Object::share(system().applicationDelegate);
     return Message<"NSApplicationDelegate", false, "applicationShouldHandleReopen:hasVisibleWindows:", bool,
                    Object, bool>::send(delegate.get(), application, hasVisibleWindows);
 }

@@ -5,10 +5,13 @@
 #include "macos/appkit/ns_button.h"
 #include "macos/appkit/ns_image_view.h"
 #include "macos/appkit/ns_panel.h"
+#include "macos/appkit/ns_popover.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/call_block.h"
 #include "platform/macos/doubles/double_system.h"
 #include "platform/macos/doubles/record_class.h"
+
+#include <cmath>
 
 namespace velmo::macos::doubles {
 namespace {
@@ -24,6 +27,55 @@ CGRect sameRect(const NSView& /*view*/, const CGRect& rect) {
 }
 CGSize controlSize(const NSControl& control) {
     return control.cell().cellSizeForBounds({{0, 0}, {1e5, 1e5}});
+}
+Implementation& unwrappedCellSize() {
+    static Implementation original = nullptr;
+    return original;
+}
+/// GNUstep's text cells do not tell how high they are where they are narrow.
+CGSize textCellSize(const NSCell& cell, const CGRect& bounds) {
+    const auto size = reinterpret_cast<CGSize (*)(Id, Selector, CGRect)>(unwrappedCellSize())(
+        cell.get(), selectorNamed<"cellSizeForBounds:">(), CGRect{{0, 0}, {1e5, 1e5}});
+    const bool wraps = Message<"NSCell", false, "lineBreakMode", NSUInteger>::send(cell.get()) == 0;
+    if (size.width <= bounds.size.width || !wraps)
+        return size;
+    // About as many lines as words fill.
+    const double lines = std::ceil(1.1 * size.width / bounds.size.width);
+    return {bounds.size.width, lines * size.height};
+}
+/// GNUstep's themes have no look for switches.
+void drawSwitch(const NSSwitch& control, const CGRect& /*dirty*/) {
+    const auto round = [](const NSColor& color, const CGRect& area) {
+        const NSBezierPath path = NSBezierPath::create();
+        path.appendRoundedRect(area, area.size.height / 2, area.size.height / 2);
+        color.setFill();
+        path.fill();
+    };
+    const CGSize size = control.bounds().size;
+    const bool isOn = control.state() != 0;
+    round(isOn ? NSColor::controlAccent() : NSColor::black().withAlpha(0.3), {{0, 0}, size});
+    round(NSColor::white(),
+          {{isOn ? size.width - size.height + 1 : 1, 1}, {size.height - 2, size.height - 2}});
+}
+// GNUstep's popovers neither say that they are shown nor close.
+
+NSWindow popoverWindow(const NSPopover& popover) {
+    const auto controller =
+        Message<"NSPopover", false, "contentViewController", NSViewController>::send(popover.get());
+    return Message<"NSViewController", false, "view", NSView>::send(controller.get()).window();
+}
+bool isPopoverShown(const NSPopover& popover) {
+    return popoverWindow(popover).isVisible();
+}
+void closePopover(const NSPopover& popover) {
+    if (!isPopoverShown(popover))
+        return;
+    popoverWindow(popover).orderOut();
+    const auto delegate = Message<"NSPopover", false, "delegate", Object>::send(popover.get());
+    Message<"NSPopoverDelegate", false, "popoverDidClose:", void, Object>::send(delegate.get(), Object());
+}
+void performClosePopover(const NSPopover& popover, const Object& /*sender*/) {
+    closePopover(popover);
 }
 CGSize switchSize(const NSSwitch& /*control*/) {
     return {38, 20};
@@ -48,6 +100,11 @@ void setAnimation(const NSWindow& /*window*/, NSWindowAnimationBehavior /*behavi
 
 // Colours.
 
+/// GNUstep's named colours have no opacity.
+NSColor label(const NSObject& /*colorClass*/) {
+    return Message<"NSColor", true, "colorWithCalibratedWhite:alpha:", NSColor, CGFloat, CGFloat>::send(
+        NSColor::classObject(), 0.0, 1.0);
+}
 NSColor accent(const NSObject& /*colorClass*/) {
     return Message<"NSColor", true, "colorWithCalibratedRed:green:blue:alpha:", NSColor, CGFloat, CGFloat,
                    CGFloat, CGFloat>::send(NSColor::classObject(), 0.0, 0.48, 1.0, 1.0);
@@ -117,6 +174,14 @@ void addViews() {
     setMethod<"removeTrackingArea:", &removeArea>(view);
     setMethod<"intrinsicContentSize", &controlSize>(classNamed<"NSControl">());
     setMethod<"setControlSize:", &setSize>(classNamed<"NSControl">());
+    const RawClass textCell = classNamed<"NSTextFieldCell">();
+    unwrappedCellSize() = class_getMethodImplementation(textCell, selectorNamed<"cellSizeForBounds:">());
+    setMethod<"cellSizeForBounds:", &textCellSize>(textCell);
+    setMethod<"drawRect:", &drawSwitch>(classNamed<"NSSwitch">());
+    const RawClass popover = classNamed<"NSPopover">();
+    setMethod<"isShown", &isPopoverShown>(popover);
+    setMethod<"close", &closePopover>(popover);
+    setMethod<"performClose:", &performClosePopover>(popover);
     setMethod<"intrinsicContentSize", &switchSize>(classNamed<"NSSwitch">());
     setMethod<"intrinsicContentSize", &sliderSize>(classNamed<"NSSlider">());
     setMethod<"setContentTintColor:", &setTint>(classNamed<"NSButton">());
@@ -126,6 +191,7 @@ void addViews() {
     setMethod<"setAnimationBehavior:", &setAnimation>(window);
     setMethod<"setAccessibilityLabel:", &setAccessibilityLabel>(window);
     setMethod<"controlAccentColor", &accent>(metaclassOf(classNamed<"NSColor">()));
+    setMethod<"labelColor", &label>(metaclassOf(classNamed<"NSColor">()));
     setMethod<"imageWithSymbolConfiguration:", &configuredSymbol>(classNamed<"NSImage">());
     setMethod<"setTemplate:", &setShownTemplate>(classNamed<"NSImage">());
     setMethod<"setAccessibilityDescription:", &setShownDescription>(classNamed<"NSImage">());
