@@ -27,6 +27,8 @@
 #include "linux/x11/window_capture.h"
 #include "linux/x11/window_list.h"
 
+#include <utility>
+
 namespace velmo {
 
 namespace {
@@ -107,7 +109,11 @@ bool LinuxDesktop::Services::build() {
                                                  *keyEvents);
     // Before what the toolkit shows is laid out anew.
     toolkit.setAppearance(settings->appearance());
-    settingsChanges = settings->onChange([this] { toolkit.setAppearance(settings->appearance()); });
+    settingsChanges = settings->onChange([this, scale = settings->appearance().scale]() mutable {
+        toolkit.setAppearance(settings->appearance());
+        if (std::exchange(scale, settings->appearance().scale) != settings->appearance().scale)
+            toolkit.closeMenus();
+    });
     screenChanges = screens->onChange([this] { toolkit.closeMenus(); });
     toolkitServices = std::make_unique<x11::ToolkitServices>(*bar, *events, *userDefaults);
     toolkit.setHost(toolkitServices.get());
