@@ -1,5 +1,7 @@
 #include "icons_session.h"
 
+#include <xcb/xtest.h>
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -39,6 +41,27 @@ protected:
         // Away from the toggle, whose tooltip would follow. Nothing is hidden while the pointer is in the
         // bar.
         movePointer(farLeft, barMiddle);
+    }
+    /// And releases a key by its place.
+    void press(int keycode) const {
+        for (const auto type : {XCB_KEY_PRESS, XCB_KEY_RELEASE})
+            xcb_test_fake_input(x().raw(), type, static_cast<std::uint8_t>(keycode), XCB_CURRENT_TIME,
+                                XCB_WINDOW_NONE, 0, 0, 0);
+        ASSERT_TRUE(x().exists(bar()));
+    }
+    /// How many windows of the bar lie below the item's.
+    std::ptrdiff_t windowsBelow(const std::string& name) const {
+        const auto windows = x().children(bar());
+        return std::find(windows.begin(), windows.end(), itemNamed(name)) - windows.begin();
+    }
+    /// The bar's window for it.
+    xcb_window_t itemNamed(const std::string& name) const {
+        const auto place = areaOf(name);
+        for (const auto window : x().children(bar())) {
+            if (x().area(window) == place)
+                return window;
+        }
+        return XCB_WINDOW_NONE;
     }
     bool isAsBefore() const { return items() == before_; }
     void expectStaysAsBefore() const {
@@ -88,6 +111,38 @@ TEST_F(Reordering, EscapePutsTheItemBackWhereAnotherProgramHasAShortcutWithIt) {
     release();
     xdotool({"key", "super+Escape"});
     EXPECT_TRUE(eventually([&] { return eventsGot(XCB_KEY_PRESS) == 1; })) << "theirs again";
+}
+
+/// Which keys are Escape is the user's choice.
+TEST_F(Reordering, EscapeIsTheKeyThatTypesItWhereverThatIs) {
+    constexpr int capsLockCode = 66;
+    start({{"autoRehide", false}, {"clickAction", "showPanel"}});
+    const auto setOptions = [&](const std::string& option) {
+        const std::vector<std::string> command = {"setxkbmap", "-option", "", "-option", option};
+        outputOf(command, environment_);
+    };
+    setOptions("caps:swapescape");
+    const auto before = items();
+    drag("two", 36);
+    press(escapeCode);
+    EXPECT_TRUE(stays([&] { return items() != before; }, moment)) << "the other key locks";
+    press(escapeCode);
+    press(capsLockCode);
+    EXPECT_TRUE(eventually([&] { return items() == before; })) << testing::PrintToString(names());
+    release();
+    openPanelWindow();
+    press(capsLockCode);
+    EXPECT_TRUE(eventually([&] { return !panelWindow(); }));
+    setOptions("caps:escape");
+    for (const int key : {int(escapeCode), capsLockCode}) {
+        openPanelWindow();
+        press(key);
+        EXPECT_TRUE(eventually([&] { return !panelWindow(); })) << key;
+        drag("two", 36);
+        press(key);
+        EXPECT_TRUE(eventually([&] { return items() == before; })) << key;
+        release();
+    }
 }
 
 TEST_F(Reordering, EscapeThatIsHeldOnIsNobodyElsesUntilItIsReleased) {
@@ -230,6 +285,24 @@ TEST_F(Reordering, DividerThatIsDraggedDividesAnew) {
     click(toggle());
     EXPECT_TRUE(eventually([&] { return dividerIsExpanded() && isHidden(icon("four")); }));
     EXPECT_TRUE(isOnScreen(icon("three")));
+}
+
+/// Above the others while it moves, below ours afterwards, where it costs clicks on those no time.
+TEST_F(Reordering, IconIsAboveOthersOnlyWhileItIsDragged) {
+    startRevealed();
+    const auto ours = [&] { return std::min({windowsBelow("Toggle"), windowsBelow("Divider")}); };
+    EXPECT_LT(windowsBelow("one"), ours());
+    drag("one", -10);
+    EXPECT_TRUE(eventually(
+        [&] { return windowsBelow("one") > std::max(windowsBelow("Toggle"), windowsBelow("two")); }));
+    release();
+    EXPECT_TRUE(eventually([&] { return isAsBefore(); }));
+    EXPECT_LT(windowsBelow("one"), ours());
+    drag("one", -60);
+    xdotool({"key", "Escape"});
+    EXPECT_TRUE(eventually([&] { return isAsBefore(); }));
+    EXPECT_LT(windowsBelow("one"), ours());
+    release();
 }
 
 TEST_F(Reordering, GoesToTheLastPlaceBeyondEitherEnd) {

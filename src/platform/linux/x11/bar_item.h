@@ -56,6 +56,8 @@ public:
     const std::optional<PixelRect>& place() const { return place_; }
     /// True where the item is shown and the point, in pixels of its window, lies inside it.
     bool contains(int x, int y) const;
+    /// Called before a layout moves the item there, while the server still serves everybody.
+    virtual void willMove(const PixelRect& /*place*/) {}
     /// Moves the window there and shows it, or hides it.
     void setPlace(const std::optional<PixelRect>& place);
 

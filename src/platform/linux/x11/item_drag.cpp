@@ -13,9 +13,6 @@ namespace {
 /// A hand is not perfectly still while it clicks. Points.
 constexpr double dragThreshold = 3;
 
-/// As a virtual key code.
-constexpr std::uint32_t keyThatPutsBack = 53;
-
 }  // namespace
 
 ItemDrag::ItemDrag(MenuBar& bar, Modifiers& modifiers, const Keyboard& keyboard)
@@ -95,16 +92,12 @@ void ItemDrag::begin(const xcb_button_press_event_t& event) {
 }
 
 void ItemDrag::move(const xcb_motion_notify_event_t& event) {
-    const auto* item = bar_.taken();
-    if (!item)
+    if (!bar_.taken())
         return;
     if (!moving_ && std::abs(event.event_x - startX_) < bar_.appearance().pixels(dragThreshold))
         return;
-    if (!std::exchange(moving_, true)) {
-        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-        xcb_configure_window(connection_.raw(), item->window(), XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    if (!std::exchange(moving_, true))
         takeKeyboard();
-    }
     bar_.dragTo(event.event_x - offsetInItem_);
 }
 
@@ -124,7 +117,7 @@ void ItemDrag::giveKeyboardBack() {
 }
 
 void ItemDrag::keyPressed(xcb_keycode_t key) {
-    if (!bar_.taken() || key != keyboard_.keycodeOf(keyThatPutsBack))
+    if (!bar_.taken() || !keyboard_.isEscape(key))
         return;
     // The rest of the key is nobody else's either.
     heldEscape_ = key;

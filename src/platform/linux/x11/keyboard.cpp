@@ -4,6 +4,8 @@
 #include "linux/x11/reply.h"
 #include "linux/x11/virtual_keys.h"
 
+#include <xkbcommon/xkbcommon-keysyms.h>
+
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -11,6 +13,24 @@
 namespace velmo::x11 {
 
 namespace {
+
+/// As a virtual key code.
+constexpr std::uint16_t escapeCode = 53;
+
+/// That type it without a modifier, in the first layout.
+std::vector<xcb_keycode_t> keysThatType(xcb_connection_t* connection, xcb_keysym_t symbol) {
+    const auto* setup = xcb_get_setup(connection);
+    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    const auto reply = owned(xcb_get_keyboard_mapping_reply(
+        connection, xcb_get_keyboard_mapping(connection, setup->min_keycode, count), nullptr));
+    std::vector<xcb_keycode_t> found;
+    for (int key = 0; reply && reply->keysyms_per_keycode > 0 && key < count; ++key) {
+        const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
+        if (symbols[key * reply->keysyms_per_keycode] == symbol)
+            found.push_back(static_cast<xcb_keycode_t>(setup->min_keycode + key));
+    }
+    return found;
+}
 
 std::string_view textOf(const xcb_xkb_key_name_t& name) {
     return {name.name, static_cast<std::size_t>(std::find(name.name, name.name + 4, '\0') - name.name)};
@@ -40,11 +60,26 @@ void Keyboard::read() {
         if (const auto code = virtualKeyCodeOf(textOf(lists.keyNames[index])))
             keycodes.emplace(*code, static_cast<xcb_keycode_t>(reply->firstKey + index));
     }
-    if (std::exchange(keycodes_, std::move(keycodes)) != keycodes_)
+    auto escapeKeys = keysThatType(raw, XKB_KEY_Escape);
+    const auto usual = keycodes.find(escapeCode);
+    if (escapeKeys.empty() && usual != keycodes.end())
+        escapeKeys.push_back(usual->second);
+    if (!escapeKeys.empty())
+        keycodes[escapeCode] = escapeKeys.front();
+    const bool isSame = keycodes == keycodes_ && escapeKeys == escapeKeys_;
+    keycodes_ = std::move(keycodes);
+    escapeKeys_ = std::move(escapeKeys);
+    if (!isSame)
         listeners_.notify();
 }
 
+bool Keyboard::isEscape(xcb_keycode_t key) const {
+    return std::find(escapeKeys_.begin(), escapeKeys_.end(), key) != escapeKeys_.end();
+}
+
 std::optional<std::uint16_t> Keyboard::virtualKeyOf(xcb_keycode_t key) const {
+    if (isEscape(key))
+        return escapeCode;
     const auto found = std::find_if(keycodes_.begin(), keycodes_.end(),
                                     [key](const auto& entry) { return entry.second == key; });
     return found == keycodes_.end() ? std::nullopt : std::optional(static_cast<std::uint16_t>(found->first));

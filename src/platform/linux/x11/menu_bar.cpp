@@ -1,5 +1,6 @@
 #include "menu_bar.h"
 
+#include "linux/x11/server_grab.h"
 #include "linux/x11/status_item_window.h"
 
 #include <xcb/composite.h>
@@ -105,13 +106,17 @@ std::string MenuBar::identityFor(const std::string& application, const std::stri
 
 void MenuBar::addItem(BarItem& item) {
     items_.push_back(&item);
-    if (!item.isOurs()) {
-        // The server looks for the window under the pointer from the top down, at each move: it is ours that
-        // is clicked when many move.
-        const std::uint32_t below = XCB_STACK_MODE_BELOW;
-        xcb_configure_window(connection().raw(), item.window(), XCB_CONFIG_WINDOW_STACK_MODE, &below);
-    }
+    stackAtRest(item);
     setNeedsLayout();
+}
+
+/// The server looks for the window under the pointer from the top down, at each move: it is ours that is
+/// clicked when many move.
+void MenuBar::stackAtRest(const BarItem& item) const {
+    if (item.isOurs())
+        return;
+    const std::uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(connection().raw(), item.window(), XCB_CONFIG_WINDOW_STACK_MODE, &below);
 }
 
 void MenuBar::removeItem(BarItem& item) {
@@ -240,21 +245,32 @@ void MenuBar::layOut() {
     for (const auto* item : shown)
         lengths.push_back(widthOf(*item));
     const auto lefts = layOutStatusItems(rightEdge(), lengths);
-    // Nobody sees, or pictures, a bar in which some have moved and others have not.
-    xcb_grab_server(connection().raw());
+    std::vector<PixelRect> places;
+    places.reserve(shown.size());
     for (std::size_t index = 0; index < shown.size(); ++index) {
         const int x = shown[index] == dragged ? draggedX_ : static_cast<int>(lefts[index]);
-        shown[index]->setPlace(PixelRect{x, 0, static_cast<int>(lengths[index]), area_.height});
+        places.push_back({x, 0, static_cast<int>(lengths[index]), area_.height});
     }
+    moveItems(shown, places);
+    // The server moves the items while we draw those of ours that have changed.
+    for (auto* item : items_)
+        item->displayIfNeeded();
+}
+
+/// In one step: nobody sees, or pictures, a bar in which some have moved and others have not.
+void MenuBar::moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places) {
+    // What takes longer comes first, as everybody waits for the step itself.
+    for (std::size_t index = 0; index < shown.size(); ++index) {
+        if (shown[index]->place() != places[index])
+            shown[index]->willMove(places[index]);
+    }
+    const ServerGrab grab(connection());
+    for (std::size_t index = 0; index < shown.size(); ++index)
+        shown[index]->setPlace(places[index]);
     for (auto* item : items_) {
         if (!item->isShown())
             item->setPlace(std::nullopt);
     }
-    xcb_ungrab_server(connection().raw());
-    // The server moves the items while we draw those of ours that have changed.
-    xcb_flush(connection().raw());
-    for (auto* item : items_)
-        item->displayIfNeeded();
 }
 
 PixelRect MenuBar::shownArea(const BarItem& item) const {
@@ -287,9 +303,14 @@ void MenuBar::take(BarItem& item) {
 }
 
 void MenuBar::dragTo(int x) {
-    isDragging_ = true;
+    if (!std::exchange(isDragging_, true)) {
+        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(connection().raw(), taken_->window(), XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    }
     draggedX_ = x;
-    layOut();
+    if (const auto place = taken_->place())
+        taken_->setPlace(PixelRect{x, place->y, place->width, place->height});
+    setNeedsLayout();
 }
 
 void MenuBar::drop() {
@@ -306,8 +327,9 @@ void MenuBar::putBack() {
 }
 
 void MenuBar::letGo() {
+    if (std::exchange(isDragging_, false))
+        stackAtRest(*taken_);
     taken_ = nullptr;
-    isDragging_ = false;
     setNeedsLayout();
     letGo_.notify();
 }

@@ -99,8 +99,8 @@ public:
     /// Begins a drag. The item stays where it is until `dragTo`; if it leaves the bar, nothing is taken.
     void take(BarItem& item);
     BarItem* taken() const { return taken_; }
-    /// The taken item's left edge is at `x`, in pixels of the bar, and the others make room where it would be
-    /// dropped.
+    /// The taken item's left edge is at `x`, in pixels of the bar, at once and above the others, which make
+    /// room in the next layout where it would be dropped.
     void dragTo(int x);
     /// Ends the drag; an item that was dragged has its place in the order where it is.
     void drop();
@@ -119,6 +119,8 @@ private:
     void settle();
     void makeTile();
     void layOut();
+    void moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places);
+    void stackAtRest(const BarItem& item) const;
     void placeNewItems();
     void letGo();
     int widthOf(const BarItem& item) const;

@@ -77,7 +77,7 @@ std::optional<BarItem::Content> NotifierIcon::content() const {
     auto content = BarItem::content();
     if (!content)
         return std::nullopt;
-    updateIcon();
+    updateIcon(place()->width, place()->height);
     content->pixmap = icon_.id();
     return content;
 }
@@ -207,6 +207,11 @@ bool NotifierIcon::isOffScreen() const {
     return !place() || place()->x + place()->width <= 0;
 }
 
+void NotifierIcon::willMove(const PixelRect& place) {
+    if (place.x + place.width > 0)
+        updateIcon(place.width, place.height);
+}
+
 /// It is painted before it can be seen as it was.
 void NotifierIcon::moved() {
     if (unpainted_ && !isOffScreen())
@@ -222,7 +227,7 @@ void NotifierIcon::paint() {
             pressedButton_ = 0;
         return;
     }
-    updateIcon();
+    updateIcon(place()->width, place()->height);
     const auto& painting = bar_.painting();
     const bool isHighlighted = pressedButton_ != 0 || menuIsOpen_;
     const Pixmap highlighted = isHighlighted ? highlight() : Pixmap();
@@ -232,11 +237,13 @@ void NotifierIcon::paint() {
                          {icon_.id(), painting.alphaFormat(), {0, 0, place()->width, place()->height}}));
 }
 
-void NotifierIcon::updateIcon() const {
-    if (iconIsKnown_)
+void NotifierIcon::updateIcon(int width, int height) const {
+    const std::pair size(width, height);
+    if (iconIsKnown_ && iconSize_ == size)
         return;
     iconIsKnown_ = true;
-    Canvas canvas(place()->width, place()->height);
+    iconSize_ = size;
+    Canvas canvas(width, height);
     drawIcon(canvas);
     icon_ = bar_.painting().uploadAlpha(canvas);
 }

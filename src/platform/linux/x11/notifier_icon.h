@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -30,9 +31,10 @@ public:
     void appearanceChanged() override { change(); }
     std::optional<Content> content() const override;
     WindowListEntry describe() const override;
+    void willMove(const PixelRect& place) override;
 
 protected:
-    void resized() override { change(); }
+    void resized() override { unpainted_ = true; }
     void moved() override;
 
 private:
@@ -49,7 +51,8 @@ private:
     void change();
     void paint();
     void drawIcon(Canvas& canvas) const;
-    void updateIcon() const;
+    /// Draws the icon if it has changed, or is to have another size.
+    void updateIcon(int width, int height) const;
     Pixmap highlight() const;
     std::string toolTip() const;
 
@@ -68,6 +71,8 @@ private:
     /// The icon alone, for those who picture it, who may be the first to want it.
     mutable Pixmap icon_;
     mutable bool iconIsKnown_ = false;
+    /// Pixels.
+    mutable std::pair<int, int> iconSize_;
     bool unpainted_ = false;
     PostedOnce painting_;
     HoverToolTip toolTip_;
