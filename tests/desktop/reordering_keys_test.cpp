@@ -2,6 +2,7 @@
 
 #include <xcb/xtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace velmo::desktop {
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::uint16_t superModifier = XCB_MOD_MASK_4;
 constexpr xcb_keycode_t escapeCode = 9;
+constexpr xcb_keycode_t superCode = 133;
 
 class ReorderingKeys : public ReorderingSession {
 protected:
@@ -19,6 +21,27 @@ protected:
             xcb_test_fake_input(x().raw(), type, static_cast<std::uint8_t>(keycode), XCB_CURRENT_TIME,
                                 XCB_WINDOW_NONE, 0, 0, 0);
         ASSERT_TRUE(x().exists(bar()));
+    }
+    /// The keys that windows and grabs of the test's own have got since this was asked last, by their places.
+    std::vector<int> keysGot() const {
+        std::vector<int> got;
+        x().exists(x().root());
+        while (auto* event = xcb_poll_for_event(x().raw())) {
+            if ((event->response_type & 0x7f) == XCB_KEY_PRESS)
+                got.push_back(reinterpret_cast<const xcb_key_press_event_t*>(event)->detail);
+            std::free(event);
+        }
+        return got;
+    }
+    /// All that it types, in any layout and with any modifier.
+    std::vector<xcb_keysym_t> symbolsOf(int key) const {
+        auto* const reply = xcb_get_keyboard_mapping_reply(
+            x().raw(), xcb_get_keyboard_mapping(x().raw(), static_cast<xcb_keycode_t>(key), 1), nullptr);
+        const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply);
+        std::vector<xcb_keysym_t> found(symbols, symbols + reply->keysyms_per_keycode);
+        std::free(reply);
+        std::erase(found, XCB_NO_SYMBOL);
+        return found;
     }
 };
 
@@ -133,6 +156,52 @@ TEST_F(ReorderingKeys, WorksWithoutEscapeWhereAnotherProgramKeepsTheKeyboard) {
     release();
     EXPECT_TRUE(become({"Toggle", "one", "three", "two", "Divider", "four"}));
     EXPECT_GT(eventsGot(XCB_KEY_PRESS), 0) << "they keep it";
+}
+
+TEST_F(ReorderingKeys, NobodyElseGetsAKeyOnTopOfSuper) {
+    startRevealed();
+    const auto window = makeWindow({100, 300, 200, 200}, 0x203040);
+    giveKeyboardTo(window);
+    keysGot();
+    take("two");
+    release();
+    EXPECT_EQ(keysGot(), std::vector<int>{superCode}) << "for a press";
+    drag("two", 36);
+    release();
+    EXPECT_TRUE(become({"Toggle", "two", "one", "Divider", "three", "four"}));
+    EXPECT_EQ(keysGot(), std::vector<int>{superCode}) << "for a drag";
+}
+
+/// As window managers do that open a menu when Super comes and goes without another key.
+TEST_F(ReorderingKeys, WhoeverKeepsSuperGetsAKeyWithoutMeaningAsSoonAsTheItemMoves) {
+    startRevealed();
+    outputOf({"setxkbmap", "-layout", "us,de"}, environment_);
+    xcb_grab_key(x().raw(), 0, x().root(), XCB_MOD_MASK_ANY, superCode, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    std::vector<int> used;
+    for (int round = 0; round < 2; ++round) {
+        keysGot();
+        take("two");
+        moveTo(areaOf("two").midX() - 2);
+        EXPECT_TRUE(stays([&] { return areaOf("two") == before_[2].area; }, moment));
+        EXPECT_EQ(keysGot(), std::vector<int>{superCode}) << "a press is none";
+        for (const int by : {-10, -20, -30})
+            moveTo(before_[2].area.midX() + by);
+        ASSERT_TRUE(eventually([&] { return areaOf("two").x == before_[2].area.x - 30; }));
+        const auto got = keysGot();
+        ASSERT_EQ(got.size(), 1U) << testing::PrintToString(got);
+        EXPECT_EQ(symbolsOf(got.front()), std::vector<xcb_keysym_t>{});
+        EXPECT_EQ(std::count(used.begin(), used.end(), got.front()), 0);
+        moveTo(before_[2].area.midX());
+        release();
+        expectStaysAsBefore();
+        // From now on it types something.
+        used.push_back(got.front());
+        const xcb_keysym_t symbol = 'x';
+        xcb_change_keyboard_mapping(x().raw(), 1, static_cast<xcb_keycode_t>(got.front()), 1, &symbol);
+        ASSERT_TRUE(eventually([&] { return !symbolsOf(got.front()).empty(); }));
+        ASSERT_TRUE(isAsBefore());
+    }
 }
 
 TEST_F(ReorderingKeys, KeyboardIsFreeOnceTheDraggedItemHasEnded) {

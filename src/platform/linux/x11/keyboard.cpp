@@ -17,19 +17,31 @@ namespace {
 /// As a virtual key code.
 constexpr std::uint16_t escapeCode = 53;
 
-/// That type it without a modifier, in the first layout.
-std::vector<xcb_keycode_t> keysThatType(xcb_connection_t* connection, xcb_keysym_t symbol) {
+/// What a key types: with no modifier in the first layout, then with others and in others.
+struct KeyMeaning {
+    xcb_keycode_t key = 0;
+    std::vector<xcb_keysym_t> symbols;
+
+    bool isPlainly(xcb_keysym_t symbol) const { return !symbols.empty() && symbols.front() == symbol; }
+    bool isNothing() const {
+        return std::all_of(symbols.begin(), symbols.end(),
+                           [](xcb_keysym_t symbol) { return symbol == XCB_NO_SYMBOL; });
+    }
+};
+
+/// Of all keys. None where the server does not tell.
+std::vector<KeyMeaning> meaningsOfKeys(xcb_connection_t* connection) {
     const auto* setup = xcb_get_setup(connection);
     const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
     const auto reply = owned(xcb_get_keyboard_mapping_reply(
         connection, xcb_get_keyboard_mapping(connection, setup->min_keycode, count), nullptr));
-    std::vector<xcb_keycode_t> found;
-    for (int key = 0; reply && reply->keysyms_per_keycode > 0 && key < count; ++key) {
-        const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
-        if (symbols[key * reply->keysyms_per_keycode] == symbol)
-            found.push_back(static_cast<xcb_keycode_t>(setup->min_keycode + key));
+    std::vector<KeyMeaning> keys;
+    for (int index = 0; reply && index < count; ++index) {
+        const int perKey = reply->keysyms_per_keycode;
+        const auto* first = xcb_get_keyboard_mapping_keysyms(reply.get()) + index * perKey;
+        keys.push_back({static_cast<xcb_keycode_t>(setup->min_keycode + index), {first, first + perKey}});
     }
-    return found;
+    return keys;
 }
 
 std::string_view textOf(const xcb_xkb_key_name_t& name) {
@@ -60,7 +72,15 @@ void Keyboard::read() {
         if (const auto code = virtualKeyCodeOf(textOf(lists.keyNames[index])))
             keycodes.emplace(*code, static_cast<xcb_keycode_t>(reply->firstKey + index));
     }
-    auto escapeKeys = keysThatType(raw, XKB_KEY_Escape);
+    std::vector<xcb_keycode_t> escapeKeys;
+    meaninglessKey_.reset();
+    for (const auto& meaning : meaningsOfKeys(raw)) {
+        if (meaning.isPlainly(XKB_KEY_Escape))
+            escapeKeys.push_back(meaning.key);
+        // The last one is the least likely to be found on a keyboard.
+        if (meaning.isNothing())
+            meaninglessKey_ = meaning.key;
+    }
     const auto usual = keycodes.find(escapeCode);
     if (escapeKeys.empty() && usual != keycodes.end())
         escapeKeys.push_back(usual->second);

@@ -26,6 +26,9 @@ public:
     const std::vector<xcb_keycode_t>& escapeKeys() const { return escapeKeys_; }
     bool isEscape(xcb_keycode_t key) const;
 
+    /// One to which no layout gives a meaning. Absent where all have one.
+    std::optional<xcb_keycode_t> meaninglessKey() const { return meaninglessKey_; }
+
     /// The other way round. Absent for keys that have none, the modifiers among them.
     std::optional<std::uint16_t> virtualKeyOf(xcb_keycode_t key) const;
 
@@ -38,6 +41,7 @@ private:
     Connection& connection_;
     std::unordered_map<std::uint32_t, xcb_keycode_t> keycodes_;
     std::vector<xcb_keycode_t> escapeKeys_;
+    std::optional<xcb_keycode_t> meaninglessKey_;
     Listeners listeners_;
     PostedOnce reading_;
     Registration changes_;
