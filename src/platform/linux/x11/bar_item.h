@@ -28,6 +28,8 @@ public:
     virtual bool hasEnded() const { return false; }
     /// Pixels that the item wants at present.
     virtual int preferredWidth() const = 0;
+    /// Pixels that it can do with in a crowded bar; no more than preferred.
+    virtual int leastWidth() const { return preferredWidth(); }
     /// The colours, the scale or the bar's height have changed; a layout follows.
     virtual void appearanceChanged() = 0;
     /// Called after each layout.

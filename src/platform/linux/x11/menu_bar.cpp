@@ -1,5 +1,6 @@
 #include "menu_bar.h"
 
+#include "linux/bar/fitting_widths.h"
 #include "linux/x11/server_grab.h"
 #include "linux/x11/status_item_window.h"
 
@@ -15,6 +16,8 @@ namespace {
 
 /// Longer than any item that is looked at, in points.
 constexpr double longItem = 500;
+/// By how much items become narrower at a time, in points.
+constexpr double narrowingStep = 2;
 /// Pixels. The bar looks the same everywhere, but servers copy a background tile by tile, and narrow ones
 /// slowly.
 constexpr int tileWidth = 256;
@@ -196,6 +199,22 @@ int MenuBar::widthOf(const BarItem& item) const {
     return waits ? place->width : item.preferredWidth();
 }
 
+/// Where there are too many, the toggle stays where the next click expects it.
+std::vector<int> MenuBar::widthsOf(const std::vector<BarItem*>& items) const {
+    const auto toggle = std::find_if(items.begin(), items.end(), [](const auto* item) {
+        return item_placement::isToggle(item->identity());
+    });
+    std::vector<ItemWidth> wanted;
+    wanted.reserve(items.size());
+    for (auto item = items.begin(); item != items.end(); ++item) {
+        const int preferred = widthOf(**item);
+        const bool yields = toggle == items.end() || item > toggle;
+        wanted.push_back({preferred, yields ? std::min((*item)->leastWidth(), preferred) : preferred});
+    }
+    const auto& scaled = appearance();
+    return fittingWidths(wanted, {rightEdge(), scaled.pixels(longItem), scaled.pixels(narrowingStep)});
+}
+
 /// Gives items that the order does not know a place in it.
 void MenuBar::placeNewItems() {
     const auto known = order_.rightToLeft().size();
@@ -240,16 +259,13 @@ void MenuBar::layOut() {
         std::erase(shown, taken_);
         shown.insert(shown.begin() + static_cast<std::ptrdiff_t>(dropIndex()), taken_);
     }
-    std::vector<double> lengths;
-    lengths.reserve(shown.size());
-    for (const auto* item : shown)
-        lengths.push_back(widthOf(*item));
-    const auto lefts = layOutStatusItems(rightEdge(), lengths);
+    const auto widths = widthsOf(shown);
+    const auto lefts = layOutStatusItems(rightEdge(), {widths.begin(), widths.end()});
     std::vector<PixelRect> places;
     places.reserve(shown.size());
     for (std::size_t index = 0; index < shown.size(); ++index) {
         const int x = shown[index] == dragged ? draggedX_ : static_cast<int>(lefts[index]);
-        places.push_back({x, 0, static_cast<int>(lengths[index]), area_.height});
+        places.push_back({x, 0, widths[index], area_.height});
     }
     moveItems(shown, places);
     // The server moves the items while we draw those of ours that have changed.
@@ -335,8 +351,9 @@ void MenuBar::letGo() {
 }
 
 std::size_t MenuBar::dropIndex() const {
-    return item_placement::dropIndex(placedItems(taken_), {taken_->identity(), draggedX_, widthOf(*taken_)},
-                                     rightEdge(), appearance().pixels(longItem));
+    const int width = taken_->place() ? taken_->place()->width : widthOf(*taken_);
+    return item_placement::dropIndex(placedItems(taken_), {taken_->identity(), draggedX_, width}, rightEdge(),
+                                     appearance().pixels(longItem));
 }
 
 }  // namespace velmo::x11

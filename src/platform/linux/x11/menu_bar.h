@@ -124,6 +124,8 @@ private:
     void placeNewItems();
     void letGo();
     int widthOf(const BarItem& item) const;
+    /// Of those items, from right to left.
+    std::vector<int> widthsOf(const std::vector<BarItem*>& items) const;
     std::size_t dropIndex() const;
     /// From right to left.
     std::vector<BarItem*> shownItems() const;

@@ -73,12 +73,22 @@ int NotifierIcon::preferredWidth() const {
     return traySlotWidth(bar_.appearance(), spacing_);
 }
 
+int NotifierIcon::leastWidth() const {
+    return leastTraySlotWidth(bar_.appearance(), spacing_);
+}
+
+PixelRect NotifierIcon::iconArea() const {
+    const int width = preferredWidth();
+    return {(place()->width - width) / 2, 0, width, place()->height};
+}
+
 std::optional<BarItem::Content> NotifierIcon::content() const {
     auto content = BarItem::content();
     if (!content)
         return std::nullopt;
-    updateIcon(place()->width, place()->height);
+    updateIcon(place()->height);
     content->pixmap = icon_.id();
+    content->area = iconArea();
     return content;
 }
 
@@ -209,7 +219,7 @@ bool NotifierIcon::isOffScreen() const {
 
 void NotifierIcon::willMove(const PixelRect& place) {
     if (place.x + place.width > 0)
-        updateIcon(place.width, place.height);
+        updateIcon(place.height);
 }
 
 /// It is painted before it can be seen as it was.
@@ -227,23 +237,20 @@ void NotifierIcon::paint() {
             pressedButton_ = 0;
         return;
     }
-    updateIcon(place()->width, place()->height);
+    updateIcon(place()->height);
     const auto& painting = bar_.painting();
     const bool isHighlighted = pressedButton_ != 0 || menuIsOpen_;
     const Pixmap highlighted = isHighlighted ? highlight() : Pixmap();
     painting.setBackground(
-        window(),
-        painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), place()->width, place()->height,
-                         {icon_.id(), painting.alphaFormat(), {0, 0, place()->width, place()->height}}));
+        window(), painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), place()->width,
+                                   place()->height, {icon_.id(), painting.alphaFormat(), iconArea()}));
 }
 
-void NotifierIcon::updateIcon(int width, int height) const {
-    const std::pair size(width, height);
-    if (iconIsKnown_ && iconSize_ == size)
+void NotifierIcon::updateIcon(int height) const {
+    if (iconIsKnown_)
         return;
     iconIsKnown_ = true;
-    iconSize_ = size;
-    Canvas canvas(width, height);
+    Canvas canvas(preferredWidth(), height);
     drawIcon(canvas);
     icon_ = bar_.painting().uploadAlpha(canvas);
 }
@@ -273,7 +280,7 @@ void NotifierIcon::drawIcon(Canvas& canvas) const {
     }
     if (const auto& overlay = item_.overlay()) {
         const Size size = imageSize(*overlay);
-        const PixelRect area = trayIconArea(appearance, spacing_);
+        const PixelRect area = trayIconArea(appearance, canvas.width());
         canvas.drawImage(*overlay, area.x + area.width - size.width, area.y + area.height - size.height,
                          exact, appearance.text());
     }

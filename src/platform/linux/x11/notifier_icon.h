@@ -28,6 +28,7 @@ public:
     bool isOurs() const override { return false; }
     bool isShown() const override;
     int preferredWidth() const override;
+    int leastWidth() const override;
     void appearanceChanged() override { change(); }
     std::optional<Content> content() const override;
     WindowListEntry describe() const override;
@@ -51,8 +52,10 @@ private:
     void change();
     void paint();
     void drawIcon(Canvas& canvas) const;
-    /// Draws the icon if it has changed, or is to have another size.
-    void updateIcon(int width, int height) const;
+    /// Draws the icon if it has changed. It has the same size in every width.
+    void updateIcon(int height) const;
+    /// What the drawn icon covers, in pixels of the window: beyond its edges, where the bar is crowded.
+    PixelRect iconArea() const;
     Pixmap highlight() const;
     std::string toolTip() const;
 
@@ -72,7 +75,6 @@ private:
     mutable Pixmap icon_;
     mutable bool iconIsKnown_ = false;
     /// Pixels.
-    mutable std::pair<int, int> iconSize_;
     bool unpainted_ = false;
     PostedOnce painting_;
     HoverToolTip toolTip_;
