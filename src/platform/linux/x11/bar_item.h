@@ -50,6 +50,16 @@ public:
     };
     /// Absent while the item is not shown, or not drawn yet.
     virtual std::optional<Content> content() const;
+    /// What is said of the item to those who do not see it.
+    struct Label {
+        std::string name;
+        std::string description;
+    };
+    virtual Label label() const;
+    /// As if the button were pressed on it and let go. False where only the pointer can do that.
+    virtual bool click(xcb_button_t /*button*/) { return false; }
+    /// True where a click with the second button may open one.
+    virtual bool hasMenu() const { return false; }
     /// As other programs may see it. Bounds and place are the bar's business.
     virtual WindowListEntry describe() const = 0;
 

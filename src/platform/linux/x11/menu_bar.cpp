@@ -271,6 +271,7 @@ void MenuBar::layOut() {
     // The server moves the items while we draw those of ours that have changed.
     for (auto* item : items_)
         item->displayIfNeeded();
+    tellOfChange();
 }
 
 /// In one step: nobody sees, or pictures, a bar in which some have moved and others have not.

@@ -89,6 +89,11 @@ public:
 
     // For those who look at the whole.
     const std::vector<BarItem*>& items() const { return items_; }
+    const PixelRect& area() const { return area_; }
+    /// Called after items have come or gone, or are in other places, or have other names.
+    Registration onChange(std::function<void()> listener) { return changes_.add(std::move(listener)); }
+    /// An item has another name.
+    void tellOfChange() const { changes_.notify(); }
     /// What others are told of an item's place, and what its picture shows, in pixels of its window: our own
     /// items as a whole, of others the middle of the bar, beyond which nothing of theirs is.
     PixelRect shownArea(const BarItem& item) const;
@@ -147,6 +152,7 @@ private:
     bool isDragging_ = false;
     int draggedX_ = 0;
     Listeners letGo_;
+    Listeners changes_;
     int unnamedItems_ = 0;
     bool needsLayout_ = false;
     PostedOnce layout_;

@@ -59,6 +59,7 @@ void NotifierIcon::follow() {
         connection_.setText(window(), XCB_ATOM_WM_NAME, title, connection_.atoms().utf8String);
         connection_.setText(window(), connection_.atoms().netWmName, title, connection_.atoms().utf8String);
     }
+    bar_.tellOfChange();
     if (isShown() == isShown_)
         return;
     isShown_ = isShown();
@@ -90,6 +91,12 @@ std::optional<BarItem::Content> NotifierIcon::content() const {
     content->pixmap = icon_.id();
     content->area = iconArea();
     return content;
+}
+
+bool NotifierIcon::click(xcb_button_t button) {
+    const PixelRect area = bar_.onRoot(*place());
+    clicked(button, area.x + area.width / 2, area.y + area.height / 2);
+    return true;
 }
 
 WindowListEntry NotifierIcon::describe() const {

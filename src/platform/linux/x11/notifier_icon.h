@@ -31,6 +31,8 @@ public:
     int leastWidth() const override;
     void appearanceChanged() override { change(); }
     std::optional<Content> content() const override;
+    bool click(xcb_button_t button) override;
+    bool hasMenu() const override { return true; }
     WindowListEntry describe() const override;
     void willMove(const PixelRect& place) override;
 

@@ -277,8 +277,10 @@ void TrayIcon::showOrHide() {
 }
 
 void TrayIcon::readTitle() {
-    if (!ended_)
-        facts_.title = IconTitleQuestion(connection_, facts_.client).answer();
+    if (ended_)
+        return;
+    facts_.title = IconTitleQuestion(connection_, facts_.client).answer();
+    bar_.tellOfChange();
 }
 
 /// A client that asks for a size is told which one it has; one that took it gets its own back.
