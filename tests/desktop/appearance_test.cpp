@@ -13,7 +13,10 @@ namespace {
 
 constexpr std::uint32_t colorOfBusIcon = 0xff0000;
 constexpr std::uint32_t lightPanel = 0xfafafc;
+constexpr std::uint32_t darkPanel = 0x2c2c30;
 constexpr std::uint32_t lightSettings = 0xf3f3f5;
+/// Longer than a window waits until it takes its place for the one where the user wants it.
+constexpr milliseconds restsAfter{600};
 
 /// A desktop whose settings change while Velmo runs.
 class AppearanceSession : public IconsSession {
@@ -104,6 +107,11 @@ protected:
         const double slack = 0.06;
         return std::abs(area.width - former.width * scale) <= former.width * scale * slack &&
                std::abs(area.height - former.height * scale) <= former.height * scale * slack;
+    }
+    bool remembersPlace() const {
+        const auto defaults = readDefaults();
+        return std::any_of(defaults.items().begin(), defaults.items().end(),
+                           [](const auto& entry) { return entry.key().starts_with("windowPlace."); });
     }
     /// Each corner of it, and not what was painted in another scale.
     bool isPainted(const Area& window, std::uint32_t background, double scale) const {
@@ -206,6 +214,38 @@ TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenSettings) {
         })) << scale
             << ": " << areaOfWindow("Velmo Settings").width << " x " << areaOfWindow("Velmo Settings").height
             << " after " << former.width << " x " << former.height;
+        // What the user has not moved stays in the middle, whatever that is when they are opened again.
+        EXPECT_TRUE(stays([&] { return !remembersPlace(); }, restsAfter)) << scale;
+    }
+    const auto area = areaOfWindow("Velmo Settings");
+    xdotool({"windowmove", std::to_string(*shown("Velmo Settings")), std::to_string(area.x + 300),
+             std::to_string(area.y + 100)});
+    EXPECT_TRUE(eventually([&] { return remembersPlace(); })) << "moved by the user";
+}
+
+TEST_F(AppearanceSession, MenusStayInAnotherLookAndCloseInAnotherScale) {
+    start();
+    click(toggle(), rightButton);
+    ASSERT_TRUE(eventually([&] { return menuIsOpen(); }));
+    set("Adwaita-dark", 1);
+    ASSERT_TRUE(eventually([&] { return x().pixel(640, 5) == darkBar; }));
+    EXPECT_TRUE(stays([&] { return menuIsOpen(); }, moment));
+    set("Adwaita-dark", 2);
+    EXPECT_TRUE(eventually([&] { return !menuIsOpen(); }));
+    EXPECT_TRUE(eventually([&] { return barHasScale(2); }));
+}
+
+TEST_F(AppearanceSession, LightAndDarkAreFollowedByTheOpenCalendar) {
+    start({{"clockEnabled", true},
+           {"clockFormat", "HH:mm"},
+           {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}});
+    click(*x().windowTitled("Velmo.Clock"));
+    ASSERT_TRUE(eventually([&] { return areaOfWindow("Velmo.Popover").width > 100; }));
+    const auto former = areaOfWindow("Velmo.Popover");
+    for (const bool dark : {false, true, false}) {
+        set(dark ? "Adwaita-dark" : "Adwaita", 1);
+        EXPECT_TRUE(eventually([&] { return isPainted(former, dark ? darkPanel : lightPanel, 1); })) << dark;
+        EXPECT_EQ(areaOfWindow("Velmo.Popover"), former);
     }
 }
 
@@ -222,7 +262,7 @@ TEST_F(AppearanceSession, LightAndDarkAreFollowedByAllThatIsOpen) {
         std::uint32_t settings;
     };
     const Look light = {"Adwaita", lightBar, lightPanel, lightSettings};
-    const Look dark = {"Adwaita-dark", darkBar, 0x2c2c30, 0x232326};
+    const Look dark = {"Adwaita-dark", darkBar, darkPanel, 0x232326};
     for (const auto& look : {light, dark, light}) {
         set(look.theme, 1);
         EXPECT_TRUE(eventually([&] { return x().pixel(640, 5) == look.bar; })) << look.theme;

@@ -12,7 +12,7 @@
 namespace velmo::desktop {
 
 /// Milliseconds in which Velmo answers, whatever others do.
-constexpr double responsive = 300;
+constexpr double responsive = 100;
 
 /// Programs that mean harm, and what becomes of Velmo.
 class HostileSession : public SessionBusDesktop {

@@ -395,6 +395,43 @@ TEST_P(TrayFlood, CostsLittleAndMovesNobody) {
     expectGoodIconAlone();
 }
 
+TEST_F(HostileTray, ManyIconsOfOneProgramThatAskForSizesCostLittle) {
+    auto program = std::make_unique<TrayClient>(display());
+    std::vector<xcb_window_t> windows;
+    for (int number = 0; number < 200; ++number) {
+        windows.push_back(program->makeIcon("flood"));
+        program->dock(windows.back());
+    }
+    ASSERT_TRUE(eventually([&] {
+        return std::all_of(windows.begin(), windows.end(), [&](auto window) { return isDocked(window); });
+    }));
+    ASSERT_TRUE(eventually([&] { return knowsPlaceOf("flood.Icon#200"); }));
+    std::atomic<std::uint32_t> number = 0;
+    {
+        const Beside flood(Beside::Times::untilTheEnd, [&] {
+            for (int count = 0; count < 100; ++count) {
+                const auto current = number++;
+                resize(*program, windows[current % windows.size()], current / windows.size());
+            }
+            program->x().exists(windows.front());
+            std::this_thread::sleep_for(milliseconds(1));
+        });
+        expectResponsive("many icons change");
+        const int percent = load();
+        std::printf("Sizes of many icons cost %d percent of a processor\n", percent);
+        EXPECT_LT(percent, 25);
+    }
+    // Those that nobody has listened to are heard again.
+    EXPECT_TRUE(eventually([&] {
+        return std::all_of(windows.begin(), windows.end(), [&](auto window) {
+            const auto area = x().area(window);
+            return area && area->width == place_.width && area->y == place_.y;
+        });
+    }));
+    program.reset();
+    expectGoodIconAlone();
+}
+
 }  // namespace
 
 }  // namespace velmo::desktop

@@ -76,6 +76,86 @@ TEST_F(ManyTrayIcons, EachHaveAPlaceAndKeepItWhenVelmoIsKilled) {
     EXPECT_EQ(fromRightToLeft(), order);
 }
 
+TEST_F(ManyTrayIcons, StandCloserWhereTheyAreTooManyAndAreAllReached) {
+    startServer();
+    writeDefaults({{"autoRehide", false}, {"hideOnClickOutside", false}});
+    startVelmo();
+    client_ = std::make_unique<TrayClient>(environment_.at("DISPLAY"));
+    const auto dockUntil = [&](std::size_t enough) {
+        for (auto number = icons_.size(); number < enough; ++number) {
+            icons_.push_back(
+                client_->makeIcon("icon" + std::to_string(number), TrayClient::Look(number % 4), 0x204060));
+            client_->dock(icons_.back());
+        }
+    };
+    const auto standAt = [&](int distance) {
+        const auto order = fromRightToLeft();
+        return std::all_of(order.begin() + 1, order.end(), [&](const auto& icon) {
+            return isWhole(icon) && x().area(*(&icon - 1))->x - x().area(icon)->x == distance;
+        });
+    };
+    const auto place = x().area(toggle());
+    dockUntil(41);
+    EXPECT_TRUE(eventually([&] { return standAt(30); }));
+    dockUntil(42);
+    EXPECT_TRUE(eventually([&] { return standAt(28); }));
+    std::this_thread::sleep_for(milliseconds(300));
+    const int exposures = client_->exposures();
+    dockUntil(61);
+    EXPECT_TRUE(eventually([&] { return standAt(20); })) << "side by side";
+    dockUntil(103);
+    EXPECT_TRUE(eventually([&] { return standAt(12); }));
+    std::this_thread::sleep_for(milliseconds(300));
+    EXPECT_EQ(client_->exposures() - exposures, 103 - 42) << "who is there already is not drawn anew";
+    EXPECT_EQ(x().area(toggle()), place);
+    for (const auto icon : icons_) {
+        const auto area = *x().area(icon);
+        EXPECT_NE(x().pixel(area.midX(), area.midY()), lightBar);
+    }
+    while (icons_.size() > 41) {
+        client_->destroy(icons_.back());
+        icons_.pop_back();
+    }
+    EXPECT_TRUE(eventually([&] { return standAt(30); }));
+}
+
+TEST_F(ManyTrayIcons, StandCloserOnlyWhileTheyAreRevealed) {
+    startServer();
+    std::vector<std::string> order = {"clock.Icon", "Velmo.Toggle", "Velmo.Divider"};
+    for (int number = 0; number < 60; ++number)
+        order.push_back("icon" + std::to_string(number) + ".Icon");
+    order.insert(order.begin() + 2, "seen.Icon");
+    writeDefaults({{"autoRehide", false}, {"hideOnClickOutside", false}, {"statusItemOrder", order}});
+    startVelmo();
+    client_ = std::make_unique<TrayClient>(environment_.at("DISPLAY"));
+    const auto dock = [&](const std::string& name) {
+        const auto icon = client_->makeIcon(name, TrayClient::Look::translucent, 0x204060);
+        client_->dock(icon);
+        return icon;
+    };
+    const auto rightmost = dock("clock");
+    const auto seen = dock("seen");
+    for (int number = 0; number < 60; ++number)
+        icons_.push_back(dock("icon" + std::to_string(number)));
+    const auto seenWidth = [&] { return x().area(x().parent(seen)).value_or(Area{}).width; };
+    ASSERT_TRUE(eventually([&] {
+        return std::all_of(icons_.begin(), icons_.end(), [&](auto icon) { return isHidden(icon); }) &&
+               isOnScreen(seen) && isOnScreen(rightmost);
+    }));
+    EXPECT_EQ(seenWidth(), 30);
+    const auto places = std::pair(x().area(toggle()), x().area(rightmost));
+    for (int round = 0; round < 2; ++round) {
+        click(toggle());
+        EXPECT_TRUE(eventually([&] {
+            return std::all_of(icons_.begin(), icons_.end(), [&](auto icon) { return isWhole(icon); });
+        }));
+        EXPECT_EQ(seenWidth(), 18);
+        EXPECT_EQ(std::pair(x().area(toggle()), x().area(rightmost)), places) << "where the next click goes";
+        click(toggle());
+        EXPECT_TRUE(eventually([&] { return seenWidth() == 30; }));
+    }
+}
+
 TEST_F(ManyTrayIcons, BeyondTheRoomOfTheBarLieLeftOfTheScreenAndCostNoClick) {
     startServer();
     writeDefaults({{"autoRehide", false}, {"hideOnClickOutside", false}});
@@ -85,14 +165,14 @@ TEST_F(ManyTrayIcons, BeyondTheRoomOfTheBarLieLeftOfTheScreenAndCostNoClick) {
         return;
     const auto order = fromRightToLeft();
     const auto seen = std::count_if(order.begin(), order.end(), [&](auto icon) { return isWhole(icon); });
-    EXPECT_EQ(seen, 41) << "as many as there is room for";
+    EXPECT_EQ(seen, 103) << "as many as there is room for";
     EXPECT_TRUE(isOnScreen(toggle()));
     click(toggle());
     EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
     // The first of those that are too many comes in when another leaves.
     client_->destroy(order.front());
     std::erase(icons_, order.front());
-    EXPECT_TRUE(eventually([&] { return isWhole(order[41]); }));
+    EXPECT_TRUE(eventually([&] { return isWhole(order[103]); }));
 }
 
 TEST_F(ManyTrayIcons, MoveInOneStep) {

@@ -42,8 +42,8 @@ protected:
         program_.reset();
     }
 
-    const x11::BarItem* item() const {
-        for (const auto* item : bar_->items()) {
+    x11::BarItem* item() const {
+        for (auto* item : bar_->items()) {
             if (!item->isOurs())
                 return item;
         }
@@ -85,6 +85,19 @@ TEST_F(NotifierIcons, OffTheScreenAreNotDrawnUntilTheyAreRevealed) {
     divider_->setLength(shortLength);
     ASSERT_TRUE(turnUntil([&] { return !isOffScreen(); }));
     EXPECT_EQ(colorOnScreen(), 0x0000ffU) << "from the first moment";
+}
+
+TEST_F(NotifierIcons, AreDrawnBeforeTheyComeOnTheScreen) {
+    changeIcon(0xff0000ff);
+    const auto place = *item()->place();
+    const auto requestsFor = [&](int left) {
+        const unsigned before = requests();
+        item()->willMove({left, place.y, place.width, place.height});
+        return requests() - before - 1;
+    };
+    EXPECT_EQ(requestsFor(-place.width), 0U) << "still beyond the edge";
+    EXPECT_GT(requestsFor(100), 0U);
+    EXPECT_EQ(requestsFor(100), 0U) << "once";
 }
 
 TEST_F(NotifierIcons, OffTheScreenArePicturedAsTheyAreNow) {

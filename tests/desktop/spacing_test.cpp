@@ -27,19 +27,17 @@ protected:
         return icon;
     }
     int widthOf(xcb_window_t icon) const { return areaOnScreen(*itemOf(icon)).width; }
-    /// Icons that find room in the bar, each docked with that spacing.
+    /// Icons that find room in the bar without standing closer, each docked with that spacing.
     int iconsThatFit(std::optional<std::int64_t> points) {
         setSpacing(points);
         std::vector<xcb_window_t> icons;
+        int width = 0;
         while (true) {
             icons.push_back(dockIcon());
             turnUntil([&] { return itemOf(icons.back())->place().has_value(); });
-            // Each lies left of the ones before it, as all are of one program.
-            int left = 0;
-            for (const auto icon : icons)
-                left = std::min(left, itemOf(icon)->place()->x);
-            if (left < 0)
+            if (widthOf(icons.front()) < width)
                 break;
+            width = widthOf(icons.front());
         }
         for (const auto icon : icons)
             xcb_destroy_window(x().raw(), icon);

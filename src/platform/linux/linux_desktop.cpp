@@ -2,6 +2,7 @@
 
 #include "linux/application/linux_application.h"
 #include "linux/dates/linux_dates.h"
+#include "linux/dbus/assistance.h"
 #include "linux/dbus/color_scheme.h"
 #include "linux/defaults/file_global_preferences.h"
 #include "linux/defaults/file_user_defaults.h"
@@ -13,6 +14,7 @@
 #include "linux/text/lazy_text_renderer.h"
 #include "linux/toolkit/lazy_toolkit.h"
 #include "linux/workspace/linux_workspace.h"
+#include "linux/x11/accessible_items.h"
 #include "linux/x11/global_events.h"
 #include "linux/x11/hot_keys.h"
 #include "linux/x11/item_drag.h"
@@ -26,6 +28,8 @@
 #include "linux/x11/tray_host.h"
 #include "linux/x11/window_capture.h"
 #include "linux/x11/window_list.h"
+
+#include <utility>
 
 namespace velmo {
 
@@ -65,6 +69,8 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
     std::unique_ptr<x11::NotifierTray> notifierTray;
     std::unique_ptr<dbus::ColorScheme> colorScheme;
+    std::unique_ptr<dbus::Assistance> assistance;
+    std::unique_ptr<x11::AccessibleItems> accessibleItems;
     LinuxWorkspace workspace{processInfo};
     LinuxDates dates{loop};
     AutostartLoginService loginService{autostartEnvironment(), processInfo};
@@ -107,7 +113,11 @@ bool LinuxDesktop::Services::build() {
                                                  *keyEvents);
     // Before what the toolkit shows is laid out anew.
     toolkit.setAppearance(settings->appearance());
-    settingsChanges = settings->onChange([this] { toolkit.setAppearance(settings->appearance()); });
+    settingsChanges = settings->onChange([this, scale = settings->appearance().scale]() mutable {
+        toolkit.setAppearance(settings->appearance());
+        if (std::exchange(scale, settings->appearance().scale) != settings->appearance().scale)
+            toolkit.closeMenus();
+    });
     screenChanges = screens->onChange([this] { toolkit.closeMenus(); });
     toolkitServices = std::make_unique<x11::ToolkitServices>(*bar, *events, *userDefaults);
     toolkit.setHost(toolkitServices.get());
@@ -118,6 +128,10 @@ bool LinuxDesktop::Services::build() {
     notifierTray->setOnBus([this](const auto& bus) {
         colorScheme = std::make_unique<dbus::ColorScheme>(
             bus, [this](auto prefersDark) { settings->setPrefersDark(prefersDark); });
+        assistance = std::make_unique<dbus::Assistance>(bus, [this] {
+            if (!accessibleItems)
+                accessibleItems = std::make_unique<x11::AccessibleItems>(*bar, *syntheticEvents);
+        });
     });
     notifierTray->start();
     return true;

@@ -58,10 +58,10 @@ public:
 
 private:
     std::string field(char letter, std::size_t length, Date date) const {
-        constexpr int secondsPerDay = 86400;
+        constexpr int dayInSeconds = 86400;
         constexpr int secondsPerHour = 3600;
         const double local = date + calendar_.secondsFromUtc();
-        const int second = static_cast<int>(local - std::floor(local / secondsPerDay) * secondsPerDay);
+        const int second = static_cast<int>(local - std::floor(local / dayInSeconds) * dayInSeconds);
         const int hour = second / secondsPerHour;
         switch (letter) {
             case 'E':

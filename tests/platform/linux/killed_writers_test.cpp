@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -76,6 +77,19 @@ protected:
         close(pipes[0]);
         return written;
     }
+    /// What one number and its text take here, in microseconds.
+    unsigned timeForOne() const {
+        constexpr int rounds = 20;
+        FileUserDefaults defaults(file_);
+        const auto begin = std::chrono::steady_clock::now();
+        for (int round = 0; round < rounds; ++round) {
+            defaults.setObject(textOfWrite(round), textKey);
+            defaults.setDouble(0, numberKey);
+        }
+        const auto time = std::chrono::steady_clock::now() - begin;
+        return static_cast<unsigned>(std::chrono::duration_cast<std::chrono::microseconds>(time).count()) /
+               rounds;
+    }
     std::vector<fs::path> files() const { return {fs::directory_iterator(folder_), {}}; }
 
     fs::path folder_;
@@ -85,11 +99,12 @@ protected:
 TEST_F(KilledWriters, LeaveTheLastWriteOrTheOneThatWasUnderWayWhole) {
     constexpr int kills = 1000;
     constexpr unsigned seed = 20261121;
-    constexpr unsigned longest = 6000;
-    std::printf("seed %u\n", seed);
+    // Half of them get the time for one, however slow the disk is.
+    const unsigned longest = std::max(2 * timeForOne(), 6000U);
+    std::printf("seed %u, up to %u microseconds each\n", seed, longest);
     std::mt19937 random(seed);
     std::uniform_int_distribution<unsigned> microseconds(0, longest);
-    FileUserDefaults(file_).setDouble(0, numberKey);
+    FileUserDefaults(file_).setObject(textOfWrite(0), textKey);
     std::int64_t before = 0;
     std::size_t mostFiles = 1;
     int leftovers = 0;

@@ -47,6 +47,10 @@ std::string_view programOf(std::string_view identity) {
 
 }  // namespace
 
+bool isToggle(const std::string& identity) {
+    return fixedRank(identity) == 0;
+}
+
 bool isOwnName(const std::string& identity) {
     return identity.starts_with("Velmo.");
 }

@@ -16,6 +16,9 @@ void placeApplication(StatusItemOrder& order, const std::string& identity);
 /// Puts a new item of our own at the far left.
 void placeOwnItem(StatusItemOrder& order, const std::string& identity);
 
+/// True for the name of the item that reveals and hides others.
+bool isToggle(const std::string& identity);
+
 /// True for the names of our own items.
 bool isOwnName(const std::string& identity);
 

@@ -59,6 +59,8 @@ inline constexpr double longestTitle = 480;
 /// Side of the square that a program's tray icon gets, and the room on either side of it.
 inline constexpr double trayIconSide = 20;
 inline constexpr double trayIconPadding = 5;
+/// What such an icon can do with in a crowded bar: its middle is seen, and can be clicked.
+inline constexpr double leastIconWidth = 12;
 inline constexpr double highlightRadius = 5;
 inline constexpr double highlightInset = 2;
 }  // namespace bar_metrics

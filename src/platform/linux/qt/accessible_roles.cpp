@@ -1,5 +1,7 @@
 #include "accessible_roles.h"
 
+#include "linux/qt/bar_window.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -75,7 +77,7 @@ private:
 QAccessibleInterface* makeAccessible(const QString& /*className*/, QObject* object) {
     auto* widget = qobject_cast<QWidget*>(object);
     if (!widget)
-        return nullptr;
+        return makeAccessibleOfBar(object);
     if (auto* box = qobject_cast<QComboBox*>(object))
         return new AccessiblePopUp(*box);
     const QVariant role = widget->property("accessibleRole");

@@ -1,6 +1,7 @@
 #include "linux/toolkit/toolkit.h"
 
 #include "linux/qt/accessible_roles.h"
+#include "linux/qt/bar_window.h"
 #include "linux/qt/exported_menu_view.h"
 #include "linux/qt/local_event_filter.h"
 #include "linux/qt/pixels.h"
@@ -22,6 +23,7 @@
 #include <QWidget>
 
 #include <cmath>
+#include <memory>
 
 namespace velmo {
 
@@ -88,6 +90,10 @@ public:
 
     void hideToolTip() override { QToolTip::hideText(); }
 
+    void setAccessibleBar(AccessibleBar* bar) override {
+        bar_ = bar ? std::make_unique<BarWindow>(*bar) : nullptr;
+    }
+
     void confirm(const Confirmation& confirmation, const std::function<void()>& action) override {
         confirmation_.ask(confirmation, action);
     }
@@ -107,6 +113,7 @@ private:
     QtLoop loop_;
     LocalEventFilter localEvents_;
     ConfirmationDialog confirmation_;
+    std::unique_ptr<BarWindow> bar_;
 };
 
 }  // namespace

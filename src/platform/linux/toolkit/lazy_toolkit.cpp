@@ -84,6 +84,11 @@ void LazyToolkit::closeMenus() {
         toolkit_->interrupt();
 }
 
+void LazyToolkit::setAccessibleBar(AccessibleBar* bar) {
+    if (auto* toolkit = bar ? get() : toolkit_.get())
+        toolkit->setAccessibleBar(bar);
+}
+
 void LazyToolkit::confirm(const Confirmation& confirmation, const std::function<void()>& action) {
     if (auto* toolkit = get())
         toolkit->confirm(confirmation, action);

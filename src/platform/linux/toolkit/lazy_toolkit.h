@@ -32,6 +32,7 @@ public:
     void hideToolTip();
     /// Closes what is open for a moment: menus, whosever they are, and tooltips.
     void closeMenus();
+    void setAccessibleBar(AccessibleBar* bar);
     void confirm(const Confirmation& confirmation, const std::function<void()>& action);
     std::unique_ptr<Panel> makePanel(const PanelConfiguration& configuration) override;
     std::unique_ptr<Popover> makePopover() override;

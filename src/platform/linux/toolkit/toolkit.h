@@ -2,6 +2,7 @@
 
 #include "linux/drawing/appearance.h"
 #include "linux/event_loop/hosted_loop.h"
+#include "linux/toolkit/accessible_bar.h"
 #include "linux/toolkit/confirmation.h"
 #include "linux/toolkit/exported_menu.h"
 #include "linux/toolkit/toolkit_host.h"
@@ -29,6 +30,8 @@ public:
     /// The same for a text with markup that is known to be harmless.
     virtual void showRichToolTip(const std::string& markup, int x, int y) = 0;
     virtual void hideToolTip() = 0;
+    /// Tells assistive programs of the bar. Null once it goes.
+    virtual void setAccessibleBar(AccessibleBar* bar) = 0;
     /// Asks the user, and does it where the answer is yes. Returns at once. While a question is open, it
     /// comes to the front instead of another one.
     virtual void confirm(const Confirmation& confirmation, const std::function<void()>& action) = 0;

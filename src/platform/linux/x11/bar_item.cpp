@@ -33,6 +33,12 @@ std::optional<BarItem::Content> BarItem::content() const {
                    XCB_PIXMAP_NONE};
 }
 
+BarItem::Label BarItem::label() const {
+    const auto entry = describe();
+    const auto owner = entry.ownerName.value_or(identity_);
+    return entry.name ? Label{*entry.name, owner} : Label{owner, {}};
+}
+
 bool BarItem::contains(int x, int y) const {
     return place_ && x >= 0 && y >= 0 && x < place_->width && y < place_->height;
 }

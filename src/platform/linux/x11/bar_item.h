@@ -28,6 +28,8 @@ public:
     virtual bool hasEnded() const { return false; }
     /// Pixels that the item wants at present.
     virtual int preferredWidth() const = 0;
+    /// Pixels that it can do with in a crowded bar; no more than preferred.
+    virtual int leastWidth() const { return preferredWidth(); }
     /// The colours, the scale or the bar's height have changed; a layout follows.
     virtual void appearanceChanged() = 0;
     /// Called after each layout.
@@ -48,6 +50,16 @@ public:
     };
     /// Absent while the item is not shown, or not drawn yet.
     virtual std::optional<Content> content() const;
+    /// What is said of the item to those who do not see it.
+    struct Label {
+        std::string name;
+        std::string description;
+    };
+    virtual Label label() const;
+    /// As if the button were pressed on it and let go. False where only the pointer can do that.
+    virtual bool click(xcb_button_t /*button*/) { return false; }
+    /// True where a click with the second button may open one.
+    virtual bool hasMenu() const { return false; }
     /// As other programs may see it. Bounds and place are the bar's business.
     virtual WindowListEntry describe() const = 0;
 
@@ -56,6 +68,8 @@ public:
     const std::optional<PixelRect>& place() const { return place_; }
     /// True where the item is shown and the point, in pixels of its window, lies inside it.
     bool contains(int x, int y) const;
+    /// Called before a layout moves the item there, while the server still serves everybody.
+    virtual void willMove(const PixelRect& /*place*/) {}
     /// Moves the window there and shows it, or hides it.
     void setPlace(const std::optional<PixelRect>& place);
 

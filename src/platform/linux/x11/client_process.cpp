@@ -2,14 +2,22 @@
 
 #include "linux/x11/reply.h"
 
-#include <xcb/res.h>
-
 namespace velmo::x11 {
 
-std::optional<std::int32_t> processOfClient(const Connection& connection, xcb_window_t window) {
+namespace {
+
+xcb_res_query_client_ids_cookie_t askForProcess(xcb_connection_t* connection, xcb_window_t window) {
     const xcb_res_client_id_spec_t question = {window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const auto cookie = xcb_res_query_client_ids(connection.raw(), 1, &question);
-    const auto reply = owned(xcb_res_query_client_ids_reply(connection.raw(), cookie, nullptr));
+    return xcb_res_query_client_ids(connection, 1, &question);
+}
+
+}  // namespace
+
+ProcessQuestion::ProcessQuestion(const Connection& connection, xcb_window_t window)
+    : connection_(connection.raw()), cookie_(askForProcess(connection_, window)) {}
+
+std::optional<std::int32_t> ProcessQuestion::answer() const {
+    const auto reply = owned(xcb_res_query_client_ids_reply(connection_, cookie_, nullptr));
     if (!reply)
         return std::nullopt;
     auto ids = xcb_res_query_client_ids_ids_iterator(reply.get());

@@ -17,6 +17,9 @@ namespace {
 
 constexpr std::uint32_t propertyLimit = 1 << 20;
 constexpr double standardResolution = 96;
+/// Between two looks at settings that change without end: after each, everything may be laid out and drawn
+/// anew.
+constexpr Seconds pauseAfterReading = 0.1;
 
 /// Reads numbers and texts from a property in the byte order of its writer; every value is padded to
 /// four bytes. Past the end it yields nothing.
@@ -187,7 +190,7 @@ Appearance appearanceFrom(const std::map<std::string, XSetting>& settings, const
 }
 
 DesktopSettings::DesktopSettings(Connection& connection)
-    : connection_(connection), reading_(connection.loop(), [this] { read(); }) {
+    : connection_(connection), reading_(connection.loop(), pauseAfterReading, [this] { read(); }) {
     rootEvents_ = connection.onWindow(connection.root(), [this](const xcb_generic_event_t& event) {
         const auto type = event.response_type & 0x7f;
         const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "linux/drawing/appearance.h"
-#include "linux/event_loop/posted_once.h"
+#include "linux/event_loop/paced_work.h"
 #include "linux/listeners.h"
 #include "linux/x11/connection.h"
 
@@ -47,7 +47,7 @@ private:
     std::optional<bool> prefersDark_;
     xcb_window_t manager_ = XCB_WINDOW_NONE;
     Listeners listeners_;
-    PostedOnce reading_;
+    PacedWork reading_;
     Registration rootEvents_;
     Registration managerEvents_;
 };

@@ -1,9 +1,9 @@
 #include "held_modifiers.h"
 
+#include "linux/x11/fake_input.h"
 #include "linux/x11/reply.h"
 
 #include <xcb/xinput.h>
-#include <xcb/xtest.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -23,10 +23,6 @@ bool contains(std::span<const std::uint8_t> keys, xcb_keycode_t key) {
     return (keys[key / 8U] & (1U << (key % 8U))) != 0;
 }
 
-void fake(xcb_connection_t* connection, std::uint8_t type, xcb_keycode_t key) {
-    xcb_test_fake_input(connection, type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-}
-
 }  // namespace
 
 void HeldModifiers::release() {
@@ -34,7 +30,7 @@ void HeldModifiers::release() {
         if (released_.empty())
             before_ = keyboards();
         released_.push_back(key);
-        fake(connection_.raw(), XCB_KEY_RELEASE, key);
+        fakeKey(connection_, XCB_KEY_RELEASE, key);
     }
 }
 
@@ -44,7 +40,7 @@ void HeldModifiers::restore() {
     const auto now = keyboards();
     for (const auto key : std::exchange(released_, {})) {
         if (isStillHeld(key, now))
-            fake(connection_.raw(), XCB_KEY_PRESS, key);
+            fakeKey(connection_, XCB_KEY_PRESS, key);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "item_drag.h"
 
-#include "linux/x11/meaningless_key.h"
+#include "linux/x11/fake_input.h"
 #include "linux/x11/reply.h"
 
 #include <cstdlib>
@@ -12,9 +12,6 @@ namespace {
 
 /// A hand is not perfectly still while it clicks. Points.
 constexpr double dragThreshold = 3;
-
-/// As a virtual key code.
-constexpr std::uint32_t keyThatPutsBack = 53;
 
 }  // namespace
 
@@ -77,8 +74,6 @@ void ItemDrag::pressed(const xcb_button_press_event_t& event) {
 }
 
 void ItemDrag::begin(const xcb_button_press_event_t& event) {
-    // Some window managers open a menu for a Super key that is pressed and released without another.
-    pressMeaninglessKey(connection_);
     // The end of an earlier drag has been lost.
     bar_.putBack();
     // Whatever is open closes. Nobody can keep the item from being taken.
@@ -95,26 +90,28 @@ void ItemDrag::begin(const xcb_button_press_event_t& event) {
 }
 
 void ItemDrag::move(const xcb_motion_notify_event_t& event) {
-    const auto* item = bar_.taken();
-    if (!item)
+    if (!bar_.taken())
         return;
     if (!moving_ && std::abs(event.event_x - startX_) < bar_.appearance().pixels(dragThreshold))
         return;
-    if (!std::exchange(moving_, true)) {
-        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-        xcb_configure_window(connection_.raw(), item->window(), XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    if (!std::exchange(moving_, true))
         takeKeyboard();
-    }
     bar_.dragTo(event.event_x - offsetInItem_);
 }
 
 /// For Escape, whoever has the focus, and whoever else may have a shortcut with it. Where somebody keeps the
-/// keyboard to himself, the drag has to do without.
+/// keyboard to himself, the drag has to do without. That may be a window manager that opens a menu for a
+/// Super key without another: it gets another.
 void ItemDrag::takeKeyboard() {
     const auto cookie = xcb_grab_keyboard(connection_.raw(), 0, bar_.window(), XCB_CURRENT_TIME,
                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const auto reply = owned(xcb_grab_keyboard_reply(connection_.raw(), cookie, nullptr));
     hasKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    const auto key = keyboard_.meaninglessKey();
+    if (hasKeyboard_ || !key || !canFakeInput(connection_))
+        return;
+    for (const std::uint8_t type : {XCB_KEY_PRESS, XCB_KEY_RELEASE})
+        fakeKey(connection_, type, *key);
 }
 
 void ItemDrag::giveKeyboardBack() {
@@ -124,7 +121,7 @@ void ItemDrag::giveKeyboardBack() {
 }
 
 void ItemDrag::keyPressed(xcb_keycode_t key) {
-    if (!bar_.taken() || key != keyboard_.keycodeOf(keyThatPutsBack))
+    if (!bar_.taken() || !keyboard_.isEscape(key))
         return;
     // The rest of the key is nobody else's either.
     heldEscape_ = key;

@@ -1,5 +1,7 @@
 #include "menu_bar.h"
 
+#include "linux/bar/fitting_widths.h"
+#include "linux/x11/server_grab.h"
 #include "linux/x11/status_item_window.h"
 
 #include <xcb/composite.h>
@@ -14,6 +16,8 @@ namespace {
 
 /// Longer than any item that is looked at, in points.
 constexpr double longItem = 500;
+/// By how much items become narrower at a time, in points.
+constexpr double narrowingStep = 2;
 /// Pixels. The bar looks the same everywhere, but servers copy a background tile by tile, and narrow ones
 /// slowly.
 constexpr int tileWidth = 256;
@@ -105,13 +109,17 @@ std::string MenuBar::identityFor(const std::string& application, const std::stri
 
 void MenuBar::addItem(BarItem& item) {
     items_.push_back(&item);
-    if (!item.isOurs()) {
-        // The server looks for the window under the pointer from the top down, at each move: it is ours that
-        // is clicked when many move.
-        const std::uint32_t below = XCB_STACK_MODE_BELOW;
-        xcb_configure_window(connection().raw(), item.window(), XCB_CONFIG_WINDOW_STACK_MODE, &below);
-    }
+    stackAtRest(item);
     setNeedsLayout();
+}
+
+/// The server looks for the window under the pointer from the top down, at each move: it is ours that is
+/// clicked when many move.
+void MenuBar::stackAtRest(const BarItem& item) const {
+    if (item.isOurs())
+        return;
+    const std::uint32_t below = XCB_STACK_MODE_BELOW;
+    xcb_configure_window(connection().raw(), item.window(), XCB_CONFIG_WINDOW_STACK_MODE, &below);
 }
 
 void MenuBar::removeItem(BarItem& item) {
@@ -191,6 +199,22 @@ int MenuBar::widthOf(const BarItem& item) const {
     return waits ? place->width : item.preferredWidth();
 }
 
+/// Where there are too many, the toggle stays where the next click expects it.
+std::vector<int> MenuBar::widthsOf(const std::vector<BarItem*>& items) const {
+    const auto toggle = std::find_if(items.begin(), items.end(), [](const auto* item) {
+        return item_placement::isToggle(item->identity());
+    });
+    std::vector<ItemWidth> wanted;
+    wanted.reserve(items.size());
+    for (auto item = items.begin(); item != items.end(); ++item) {
+        const int preferred = widthOf(**item);
+        const bool yields = toggle == items.end() || item > toggle;
+        wanted.push_back({preferred, yields ? std::min((*item)->leastWidth(), preferred) : preferred});
+    }
+    const auto& scaled = appearance();
+    return fittingWidths(wanted, {rightEdge(), scaled.pixels(longItem), scaled.pixels(narrowingStep)});
+}
+
 /// Gives items that the order does not know a place in it.
 void MenuBar::placeNewItems() {
     const auto known = order_.rightToLeft().size();
@@ -235,26 +259,35 @@ void MenuBar::layOut() {
         std::erase(shown, taken_);
         shown.insert(shown.begin() + static_cast<std::ptrdiff_t>(dropIndex()), taken_);
     }
-    std::vector<double> lengths;
-    lengths.reserve(shown.size());
-    for (const auto* item : shown)
-        lengths.push_back(widthOf(*item));
-    const auto lefts = layOutStatusItems(rightEdge(), lengths);
-    // Nobody sees, or pictures, a bar in which some have moved and others have not.
-    xcb_grab_server(connection().raw());
+    const auto widths = widthsOf(shown);
+    const auto lefts = layOutStatusItems(rightEdge(), {widths.begin(), widths.end()});
+    std::vector<PixelRect> places;
+    places.reserve(shown.size());
     for (std::size_t index = 0; index < shown.size(); ++index) {
         const int x = shown[index] == dragged ? draggedX_ : static_cast<int>(lefts[index]);
-        shown[index]->setPlace(PixelRect{x, 0, static_cast<int>(lengths[index]), area_.height});
+        places.push_back({x, 0, widths[index], area_.height});
     }
+    moveItems(shown, places);
+    // The server moves the items while we draw those of ours that have changed.
+    for (auto* item : items_)
+        item->displayIfNeeded();
+    tellOfChange();
+}
+
+/// In one step: nobody sees, or pictures, a bar in which some have moved and others have not.
+void MenuBar::moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places) {
+    // What takes longer comes first, as everybody waits for the step itself.
+    for (std::size_t index = 0; index < shown.size(); ++index) {
+        if (shown[index]->place() != places[index])
+            shown[index]->willMove(places[index]);
+    }
+    const ServerGrab grab(connection());
+    for (std::size_t index = 0; index < shown.size(); ++index)
+        shown[index]->setPlace(places[index]);
     for (auto* item : items_) {
         if (!item->isShown())
             item->setPlace(std::nullopt);
     }
-    xcb_ungrab_server(connection().raw());
-    // The server moves the items while we draw those of ours that have changed.
-    xcb_flush(connection().raw());
-    for (auto* item : items_)
-        item->displayIfNeeded();
 }
 
 PixelRect MenuBar::shownArea(const BarItem& item) const {
@@ -287,9 +320,14 @@ void MenuBar::take(BarItem& item) {
 }
 
 void MenuBar::dragTo(int x) {
-    isDragging_ = true;
+    if (!std::exchange(isDragging_, true)) {
+        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(connection().raw(), taken_->window(), XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    }
     draggedX_ = x;
-    layOut();
+    if (const auto place = taken_->place())
+        taken_->setPlace(PixelRect{x, place->y, place->width, place->height});
+    setNeedsLayout();
 }
 
 void MenuBar::drop() {
@@ -306,15 +344,17 @@ void MenuBar::putBack() {
 }
 
 void MenuBar::letGo() {
+    if (std::exchange(isDragging_, false))
+        stackAtRest(*taken_);
     taken_ = nullptr;
-    isDragging_ = false;
     setNeedsLayout();
     letGo_.notify();
 }
 
 std::size_t MenuBar::dropIndex() const {
-    return item_placement::dropIndex(placedItems(taken_), {taken_->identity(), draggedX_, widthOf(*taken_)},
-                                     rightEdge(), appearance().pixels(longItem));
+    const int width = taken_->place() ? taken_->place()->width : widthOf(*taken_);
+    return item_placement::dropIndex(placedItems(taken_), {taken_->identity(), draggedX_, width}, rightEdge(),
+                                     appearance().pixels(longItem));
 }
 
 }  // namespace velmo::x11

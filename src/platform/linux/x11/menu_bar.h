@@ -89,6 +89,11 @@ public:
 
     // For those who look at the whole.
     const std::vector<BarItem*>& items() const { return items_; }
+    const PixelRect& area() const { return area_; }
+    /// Called after items have come or gone, or are in other places, or have other names.
+    Registration onChange(std::function<void()> listener) { return changes_.add(std::move(listener)); }
+    /// An item has another name.
+    void tellOfChange() const { changes_.notify(); }
     /// What others are told of an item's place, and what its picture shows, in pixels of its window: our own
     /// items as a whole, of others the middle of the bar, beyond which nothing of theirs is.
     PixelRect shownArea(const BarItem& item) const;
@@ -99,8 +104,8 @@ public:
     /// Begins a drag. The item stays where it is until `dragTo`; if it leaves the bar, nothing is taken.
     void take(BarItem& item);
     BarItem* taken() const { return taken_; }
-    /// The taken item's left edge is at `x`, in pixels of the bar, and the others make room where it would be
-    /// dropped.
+    /// The taken item's left edge is at `x`, in pixels of the bar, at once and above the others, which make
+    /// room in the next layout where it would be dropped.
     void dragTo(int x);
     /// Ends the drag; an item that was dragged has its place in the order where it is.
     void drop();
@@ -119,9 +124,13 @@ private:
     void settle();
     void makeTile();
     void layOut();
+    void moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places);
+    void stackAtRest(const BarItem& item) const;
     void placeNewItems();
     void letGo();
     int widthOf(const BarItem& item) const;
+    /// Of those items, from right to left.
+    std::vector<int> widthsOf(const std::vector<BarItem*>& items) const;
     std::size_t dropIndex() const;
     /// From right to left.
     std::vector<BarItem*> shownItems() const;
@@ -143,6 +152,7 @@ private:
     bool isDragging_ = false;
     int draggedX_ = 0;
     Listeners letGo_;
+    Listeners changes_;
     int unnamedItems_ = 0;
     bool needsLayout_ = false;
     PostedOnce layout_;

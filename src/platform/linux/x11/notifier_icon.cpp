@@ -59,6 +59,7 @@ void NotifierIcon::follow() {
         connection_.setText(window(), XCB_ATOM_WM_NAME, title, connection_.atoms().utf8String);
         connection_.setText(window(), connection_.atoms().netWmName, title, connection_.atoms().utf8String);
     }
+    bar_.tellOfChange();
     if (isShown() == isShown_)
         return;
     isShown_ = isShown();
@@ -73,13 +74,29 @@ int NotifierIcon::preferredWidth() const {
     return traySlotWidth(bar_.appearance(), spacing_);
 }
 
+int NotifierIcon::leastWidth() const {
+    return leastTraySlotWidth(bar_.appearance(), spacing_);
+}
+
+PixelRect NotifierIcon::iconArea() const {
+    const int width = preferredWidth();
+    return {(place()->width - width) / 2, 0, width, place()->height};
+}
+
 std::optional<BarItem::Content> NotifierIcon::content() const {
     auto content = BarItem::content();
     if (!content)
         return std::nullopt;
-    updateIcon();
+    updateIcon(place()->height);
     content->pixmap = icon_.id();
+    content->area = iconArea();
     return content;
+}
+
+bool NotifierIcon::click(xcb_button_t button) {
+    const PixelRect area = bar_.onRoot(*place());
+    clicked(button, area.x + area.width / 2, area.y + area.height / 2);
+    return true;
 }
 
 WindowListEntry NotifierIcon::describe() const {
@@ -207,6 +224,11 @@ bool NotifierIcon::isOffScreen() const {
     return !place() || place()->x + place()->width <= 0;
 }
 
+void NotifierIcon::willMove(const PixelRect& place) {
+    if (place.x + place.width > 0)
+        updateIcon(place.height);
+}
+
 /// It is painted before it can be seen as it was.
 void NotifierIcon::moved() {
     if (unpainted_ && !isOffScreen())
@@ -222,21 +244,20 @@ void NotifierIcon::paint() {
             pressedButton_ = 0;
         return;
     }
-    updateIcon();
+    updateIcon(place()->height);
     const auto& painting = bar_.painting();
     const bool isHighlighted = pressedButton_ != 0 || menuIsOpen_;
     const Pixmap highlighted = isHighlighted ? highlight() : Pixmap();
     painting.setBackground(
-        window(),
-        painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), place()->width, place()->height,
-                         {icon_.id(), painting.alphaFormat(), {0, 0, place()->width, place()->height}}));
+        window(), painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), place()->width,
+                                   place()->height, {icon_.id(), painting.alphaFormat(), iconArea()}));
 }
 
-void NotifierIcon::updateIcon() const {
+void NotifierIcon::updateIcon(int height) const {
     if (iconIsKnown_)
         return;
     iconIsKnown_ = true;
-    Canvas canvas(place()->width, place()->height);
+    Canvas canvas(preferredWidth(), height);
     drawIcon(canvas);
     icon_ = bar_.painting().uploadAlpha(canvas);
 }
@@ -266,7 +287,7 @@ void NotifierIcon::drawIcon(Canvas& canvas) const {
     }
     if (const auto& overlay = item_.overlay()) {
         const Size size = imageSize(*overlay);
-        const PixelRect area = trayIconArea(appearance, spacing_);
+        const PixelRect area = trayIconArea(appearance, canvas.width());
         canvas.drawImage(*overlay, area.x + area.width - size.width, area.y + area.height - size.height,
                          exact, appearance.text());
     }

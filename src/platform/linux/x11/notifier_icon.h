@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -27,12 +28,16 @@ public:
     bool isOurs() const override { return false; }
     bool isShown() const override;
     int preferredWidth() const override;
+    int leastWidth() const override;
     void appearanceChanged() override { change(); }
     std::optional<Content> content() const override;
+    bool click(xcb_button_t button) override;
+    bool hasMenu() const override { return true; }
     WindowListEntry describe() const override;
+    void willMove(const PixelRect& place) override;
 
 protected:
-    void resized() override { change(); }
+    void resized() override { unpainted_ = true; }
     void moved() override;
 
 private:
@@ -49,7 +54,10 @@ private:
     void change();
     void paint();
     void drawIcon(Canvas& canvas) const;
-    void updateIcon() const;
+    /// Draws the icon if it has changed. It has the same size in every width.
+    void updateIcon(int height) const;
+    /// What the drawn icon covers, in pixels of the window: beyond its edges, where the bar is crowded.
+    PixelRect iconArea() const;
     Pixmap highlight() const;
     std::string toolTip() const;
 
@@ -68,6 +76,7 @@ private:
     /// The icon alone, for those who picture it, who may be the first to want it.
     mutable Pixmap icon_;
     mutable bool iconIsKnown_ = false;
+    /// Pixels.
     bool unpainted_ = false;
     PostedOnce painting_;
     HoverToolTip toolTip_;

@@ -5,12 +5,6 @@
 
 namespace velmo::x11 {
 
-namespace {
-
-constexpr std::uint32_t escape = 53;
-
-}  // namespace
-
 PanelKeys::PanelKeys(Connection& connection, Keyboard& keyboard, Modifiers& modifiers, const HotKeys& hotKeys,
                      LocalEvents& localEvents, const KeyEvents& keyEvents)
     : connection_(connection),
@@ -34,25 +28,26 @@ PanelKeys::~PanelKeys() {
 }
 
 /// With no modifier, with each, and with any several of them, less those that hot keys have.
-std::vector<KeyCombination> PanelKeys::combinations(xcb_keycode_t key) const {
+std::vector<KeyCombination> PanelKeys::combinations() const {
     std::vector<KeyCombination> wanted;
-    for (const auto modifiers : modifiers_.combinations()) {
-        if (!hotKeys_.holds({key, modifiers}))
-            wanted.push_back({key, modifiers});
+    for (const auto key : keyboard_.escapeKeys()) {
+        for (const auto modifiers : modifiers_.combinations()) {
+            if (!hotKeys_.holds({key, modifiers}))
+                wanted.push_back({key, modifiers});
+        }
     }
     return wanted;
 }
 
 void PanelKeys::update() {
-    const auto key = keyboard_.keycodeOf(escape);
-    if (!key || !localEvents_.showsPanel() || !localEvents_.isMonitored(EventType::keyDown)) {
+    if (!localEvents_.showsPanel() || !localEvents_.isMonitored(EventType::keyDown)) {
         letGo();
         return;
     }
     if (held_)
         return;
     auto locks = modifiers_.lockCombinations();
-    auto taken = grabKeys(connection_, combinations(*key), locks);
+    auto taken = grabKeys(connection_, combinations(), locks);
     held_ = Held{std::move(taken), std::move(locks)};
 }
 

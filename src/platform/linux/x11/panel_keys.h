@@ -27,7 +27,7 @@ private:
         std::vector<std::uint16_t> locks;
     };
 
-    std::vector<KeyCombination> combinations(xcb_keycode_t key) const;
+    std::vector<KeyCombination> combinations() const;
     void update();
     void letGo();
     void handle(const xcb_generic_event_t& event);

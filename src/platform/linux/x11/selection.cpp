@@ -1,6 +1,7 @@
 #include "selection.h"
 
 #include "linux/x11/reply.h"
+#include "linux/x11/server_grab.h"
 
 namespace velmo::x11 {
 
@@ -13,12 +14,11 @@ xcb_window_t selectionOwner(const Connection& connection, xcb_atom_t selection) 
 bool acquireSelection(const Connection& connection, xcb_atom_t selection, xcb_window_t window) {
     // The server does nothing else between the question and the claim, so that of two that start at once
     // one sees the other.
-    xcb_grab_server(connection.raw());
-    const bool isFree = selectionOwner(connection, selection) == XCB_WINDOW_NONE;
-    if (isFree)
-        xcb_set_selection_owner(connection.raw(), window, selection, XCB_CURRENT_TIME);
-    xcb_ungrab_server(connection.raw());
-    return isFree && selectionOwner(connection, selection) == window;
+    const ServerGrab grab(connection);
+    if (selectionOwner(connection, selection) != XCB_WINDOW_NONE)
+        return false;
+    xcb_set_selection_owner(connection.raw(), window, selection, XCB_CURRENT_TIME);
+    return selectionOwner(connection, selection) == window;
 }
 
 }  // namespace velmo::x11

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 #include <utility>
 
 namespace velmo::x11 {
@@ -228,6 +229,29 @@ void StatusItemWindow::drawContent(Canvas& canvas) const {
     const Size size = imageSize(*image_);
     canvas.drawImage(*image_, middle(canvas.width(), size.width * appearance.scale),
                      middle(canvas.height(), size.height * appearance.scale), appearance, appearance.text());
+}
+
+/// A tooltip says first what the item is, and then what it is for.
+BarItem::Label StatusItemWindow::label() const {
+    constexpr std::string_view dash = " — ";
+    const auto place = toolTipText_.find(dash);
+    const std::string name = toolTipText_.substr(0, place);
+    const std::string purpose =
+        place == std::string::npos ? std::string() : toolTipText_.substr(place + dash.size());
+    return {title_.empty() ? name : title_, purpose};
+}
+
+bool StatusItemWindow::click(xcb_button_t button) {
+    const auto press = pressType(button);
+    if (!press || !enabled_)
+        return true;
+    toolTip_.end();
+    // The action of the press may end the item.
+    auto release = lifetime_.guard(
+        [this, release = releaseTypeOf(*press)] { send({.type = release, .windowNumber = window()}); });
+    send({.type = *press, .windowNumber = window()});
+    release();
+    return true;
 }
 
 WindowListEntry StatusItemWindow::describe() const {

@@ -53,6 +53,9 @@ public:
     bool isShown() const override { return visible_; }
     int preferredWidth() const override;
     void displayIfNeeded() override;
+    Label label() const override;
+    bool click(xcb_button_t button) override;
+    bool hasMenu() const override { return true; }
     WindowListEntry describe() const override;
 
     void appearanceChanged() override;

@@ -1,5 +1,6 @@
 #include "synthetic_events.h"
 
+#include "linux/x11/fake_input.h"
 #include "linux/x11/reply.h"
 
 #include <xcb/xtest.h>
@@ -34,14 +35,8 @@ SyntheticEvents::~SyntheticEvents() {
         lowering_->invalidate();
 }
 
-bool SyntheticEvents::hasExtension() const {
-    // A request of an extension that the server lacks would end the connection.
-    const auto* extension = xcb_get_extension_data(connection_.raw(), &xcb_test_id);
-    return extension && extension->present;
-}
-
 bool SyntheticEvents::isProcessTrusted() const {
-    if (!hasExtension())
+    if (!canFakeInput(connection_))
         return false;
     xcb_connection_t* raw = connection_.raw();
     const auto cookie = xcb_test_get_version(raw, wantedMajor, wantedMinor);
@@ -53,7 +48,7 @@ void SyntheticEvents::postMouseEvent(EventType type, const Point& location) {
     const bool isMove = type == EventType::mouseMoved;
     const bool isPress = type == EventType::leftMouseDown;
     if ((!isMove && !isPress && type != EventType::leftMouseUp) || !std::isfinite(location.x) ||
-        !std::isfinite(location.y) || !hasExtension())
+        !std::isfinite(location.y) || !canFakeInput(connection_))
         return;
     const Point pixel = bar_.screens().toPixels(location);
     const bool isInBar = bar_.contains(pixel);

@@ -28,7 +28,6 @@ public:
     void postMouseEvent(EventType type, const Point& location) override;
 
 private:
-    bool hasExtension() const;
     void movePointer(const Point& pixel) const;
     void press(bool isInBar);
     void release();

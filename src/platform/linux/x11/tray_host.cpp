@@ -15,7 +15,7 @@ constexpr std::uint32_t requestDock = 0;
 constexpr std::uint32_t horizontal = 0;
 /// More than anybody has; a program gone wild ends here.
 constexpr std::size_t mostIcons = 1000;
-/// The server and the system are asked much about each window, while clicks wait.
+/// The server is waited for once for so many, while clicks wait.
 constexpr int dockingsAtOnce = 8;
 constexpr Seconds dockingPause = 0.01;
 
@@ -118,6 +118,8 @@ void TrayHost::selectionChanged(const xcb_generic_event_t& event) {
 }
 
 void TrayHost::requestDocking(xcb_window_t client) {
+    if (client == XCB_WINDOW_NONE || client == connection_.root() || connection_.isOurs(client))
+        return;
     const auto same = [client](const auto& icon) { return icon->client() == client && !icon->hasEnded(); };
     if (icons_.size() + waiting_.size() >= mostIcons || std::any_of(icons_.begin(), icons_.end(), same) ||
         std::find(waiting_.begin(), waiting_.end(), client) != waiting_.end())
@@ -127,21 +129,22 @@ void TrayHost::requestDocking(xcb_window_t client) {
 }
 
 void TrayHost::dockSome() {
+    std::vector<TrayIconQuestions> questions;
     for (int count = 0; count < dockingsAtOnce && !waiting_.empty(); ++count) {
-        const xcb_window_t client = waiting_.front();
+        questions.emplace_back(connection_, waiting_.front());
         waiting_.pop_front();
-        dock(client);
+    }
+    for (const auto& question : questions) {
+        if (const auto facts = question.answer())
+            dock(*facts);
     }
     if (!waiting_.empty())
         docking_.request();
 }
 
-void TrayHost::dock(xcb_window_t client) {
-    const auto facts = TrayIcon::examine(connection_, client);
-    if (!facts)
-        return;
+void TrayHost::dock(const TrayIconFacts& facts) {
     auto icon =
-        std::make_unique<TrayIcon>(bar_, *facts, bar_.identityFor(facts->application, facts->formerIdentity));
+        std::make_unique<TrayIcon>(bar_, facts, bar_.identityFor(facts.application, facts.formerIdentity));
     icon->setOnEnd([this] { removeEnded_.request(); });
     icons_.push_back(std::move(icon));
 }

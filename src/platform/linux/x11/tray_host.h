@@ -6,7 +6,6 @@
 
 #include <deque>
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace velmo::x11 {
@@ -31,7 +30,7 @@ private:
     void selectionChanged(const xcb_generic_event_t& event);
     void requestDocking(xcb_window_t client);
     void dockSome();
-    void dock(xcb_window_t client);
+    void dock(const TrayIconFacts& facts);
 
     MenuBar& bar_;
     Connection& connection_;

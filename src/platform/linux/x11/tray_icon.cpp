@@ -1,6 +1,5 @@
 #include "tray_icon.h"
 
-#include "linux/cut_text.h"
 #include "linux/x11/reply.h"
 
 #include <xcb/composite.h>
@@ -17,31 +16,13 @@ namespace {
 
 constexpr std::uint32_t embeddedNotify = 0;
 constexpr std::uint32_t embedVersion = 0;
-constexpr std::uint32_t mappedFlag = 1;
 // What programs do without end costs them more than us.
 constexpr Seconds paintingPause = 0.01;
 constexpr Seconds readingPause = 0.1;
 constexpr Seconds correctionPause = 0.25;
-/// In a second, from one client. The next second nobody listens to it.
+/// In a second, of one icon. The next second nobody listens to it; what it asks for is done then, at the
+/// server's cost, so that silence for all icons of a program that floods us would slow down everybody.
 constexpr int mostEvents = 500;
-
-/// Bytes, as for items of the session's bus.
-constexpr std::size_t longestTitle = 500;
-
-/// What a property of the type STRING holds, in UTF-8.
-std::string fromLatin1(std::string_view text) {
-    std::string result;
-    for (const char character : text) {
-        const auto code = static_cast<unsigned char>(character);
-        if (code < 0x80) {
-            result += character;
-        } else {
-            result += static_cast<char>(0xc0 | code >> 6);
-            result += static_cast<char>(0x80 | (code & 0x3f));
-        }
-    }
-    return result;
-}
 
 void selectEvents(const Connection& connection, xcb_window_t window, std::uint32_t mask) {
     xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);
@@ -57,7 +38,7 @@ void setSaved(const Connection& connection, xcb_window_t client, bool saved) {
 
 }  // namespace
 
-TrayIcon::TrayIcon(MenuBar& bar, const Facts& facts, const std::string& identity)
+TrayIcon::TrayIcon(MenuBar& bar, const TrayIconFacts& facts, const std::string& identity)
     : BarItem(bar.connection(), bar.window()),
       bar_(bar),
       spacing_(bar.itemSpacing()),
@@ -113,8 +94,7 @@ void TrayIcon::embed() {
     connection_.setText(facts_.client, atoms.velmoItem, identity(), atoms.utf8String);
     connection_.sendMessage(facts_.client, XCB_EVENT_MASK_NO_EVENT, facts_.client, atoms.xembed,
                             {XCB_CURRENT_TIME, embeddedNotify, 0, window(), embedVersion});
-    readTitle();
-    readEmbeddingInfo();
+    showOrHide();
 }
 
 void TrayIcon::unredirect() const {
@@ -170,14 +150,14 @@ WindowListEntry TrayIcon::describe() const {
     entry.number = facts_.client;
     entry.ownerPID = facts_.processIdentifier;
     entry.ownerName = facts_.ownerName;
-    entry.name = titleText_;
+    entry.name = facts_.title;
     return entry;
 }
 
 /// What the client asks for in its place in the bar, we are asked for.
 void TrayIcon::listen(bool listening) const {
     selectEvents(connection_, facts_.client,
-                 listening ? clientEvents : std::uint32_t{XCB_EVENT_MASK_NO_EVENT});
+                 listening ? trayClientEvents : std::uint32_t{XCB_EVENT_MASK_NO_EVENT});
     selectEvents(connection_, window(),
                  listening ? XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT : XCB_EVENT_MASK_NO_EVENT);
 }
@@ -203,9 +183,7 @@ void TrayIcon::listenAgain() {
     const auto cookie = xcb_query_tree(connection_.raw(), facts_.client);
     const auto tree = owned(xcb_query_tree_reply(connection_.raw(), cookie, nullptr));
     if (!tree || tree->parent != window()) {
-        unredirect();
-        release();
-        end();
+        leave();
         return;
     }
     placeClient();
@@ -221,9 +199,7 @@ void TrayIcon::handle(const xcb_generic_event_t& event) {
             break;
         case XCB_REPARENT_NOTIFY:
             if (reinterpret_cast<const xcb_reparent_notify_event_t&>(event).parent != window()) {
-                unredirect();
-                release();
-                end();
+                leave();
             } else if (isBearable()) {
                 handleChange(event);
             }
@@ -281,24 +257,19 @@ void TrayIcon::handleRequest(const xcb_generic_event_t& event) {
 }
 
 void TrayIcon::mapClient() {
-    if (wantsToBeShown_ && !ended_)
+    if (facts_.wantsToBeShown && !ended_)
         xcb_map_window(connection_.raw(), facts_.client);
 }
 
-/// A client without embedding information wants to be seen.
 void TrayIcon::readEmbeddingInfo() {
     if (ended_)
         return;
-    // Some clients give the property another type than its own.
-    const auto cookie = xcb_get_property(connection_.raw(), 0, facts_.client, connection_.atoms().xembedInfo,
-                                         XCB_GET_PROPERTY_TYPE_ANY, 0, 2);
-    const auto reply = owned(xcb_get_property_reply(connection_.raw(), cookie, nullptr));
-    wantsToBeShown_ = true;
-    if (reply && reply->format == 32 && reply->value_len >= 2) {
-        const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-        wantsToBeShown_ = (values[1] & mappedFlag) != 0;
-    }
-    if (wantsToBeShown_)
+    facts_.wantsToBeShown = EmbeddingQuestion(connection_, facts_.client).answer();
+    showOrHide();
+}
+
+void TrayIcon::showOrHide() {
+    if (facts_.wantsToBeShown)
         mapClient();
     else
         xcb_unmap_window(connection_.raw(), facts_.client);
@@ -308,11 +279,8 @@ void TrayIcon::readEmbeddingInfo() {
 void TrayIcon::readTitle() {
     if (ended_)
         return;
-    const auto& atoms = connection_.atoms();
-    auto title = connection_.textProperty(facts_.client, atoms.netWmName, atoms.utf8String);
-    if (title.empty())
-        title = fromLatin1(connection_.textProperty(facts_.client, XCB_ATOM_WM_NAME, XCB_ATOM_STRING));
-    titleText_ = title.empty() ? std::nullopt : std::optional<std::string>(cutText(title, longestTitle));
+    facts_.title = IconTitleQuestion(connection_, facts_.client).answer();
+    bar_.tellOfChange();
 }
 
 /// A client that asks for a size is told which one it has; one that took it gets its own back.
@@ -355,6 +323,13 @@ void TrayIcon::paint() {
         window(), painting.overlay(bar_.backgroundTile(), place()->width, place()->height,
                                    {content, painting.formatOf(facts_.visual), clientArea(), facts_.client}));
     xcb_free_pixmap(raw, content);
+}
+
+/// The program has taken its window elsewhere.
+void TrayIcon::leave() {
+    unredirect();
+    release();
+    end();
 }
 
 void TrayIcon::end() {

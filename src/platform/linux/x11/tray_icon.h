@@ -3,6 +3,7 @@
 #include "lifetime.h"
 #include "linux/event_loop/paced_work.h"
 #include "linux/x11/menu_bar.h"
+#include "linux/x11/tray_icon_facts.h"
 #include "linux/x11/tray_slot.h"
 
 #include <xcb/composite.h>
@@ -18,22 +19,7 @@ namespace velmo::x11 {
 /// Another program's icon window, embedded in a window of the bar.
 class TrayIcon : public BarItem {
 public:
-    struct Facts {
-        xcb_window_t client = XCB_WINDOW_NONE;
-        std::uint8_t depth = 0;
-        xcb_visualid_t visual = 0;
-        /// Names the program, the same at each of its starts.
-        std::string application;
-        /// The identity that the icon had when it was in the bar before. Empty where it was not.
-        std::string formerIdentity;
-        std::optional<std::int32_t> processIdentifier;
-        std::optional<std::string> ownerName;
-    };
-
-    /// What there is to know of a window that wants to be docked. Absent where it is gone or unfit.
-    static std::optional<Facts> examine(const Connection& connection, xcb_window_t client);
-
-    TrayIcon(MenuBar& bar, const Facts& facts, const std::string& identity);
+    TrayIcon(MenuBar& bar, const TrayIconFacts& facts, const std::string& identity);
     ~TrayIcon() override;
 
     xcb_window_t client() const { return facts_.client; }
@@ -41,9 +27,10 @@ public:
     void setOnEnd(std::function<void()> handler) { onEnd_ = std::move(handler); }
 
     bool isOurs() const override { return false; }
-    bool isShown() const override { return wantsToBeShown_ && !ended_; }
+    bool isShown() const override { return facts_.wantsToBeShown && !ended_; }
     bool hasEnded() const override { return ended_; }
     int preferredWidth() const override { return traySlotWidth(bar_.appearance(), spacing_); }
+    int leastWidth() const override { return leastTraySlotWidth(bar_.appearance(), spacing_); }
     void appearanceChanged() override;
     std::optional<Content> content() const override;
     WindowListEntry describe() const override;
@@ -53,10 +40,6 @@ protected:
     void moved() override;
 
 private:
-    /// What is selected on a client.
-    static constexpr std::uint32_t clientEvents =
-        XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-
     void embed();
     void handle(const xcb_generic_event_t& event);
     void handleChange(const xcb_generic_event_t& event);
@@ -66,6 +49,7 @@ private:
     void listen(bool listening) const;
     void listenAgain();
     void readEmbeddingInfo();
+    void showOrHide();
     void readTitle();
     void placeClient();
     void tellSize();
@@ -74,18 +58,19 @@ private:
     void paint();
     void unredirect() const;
     void release() const;
+    void leave();
     void end();
     /// What the client draws, we draw ourselves, or the server does; it is kept wherever the icon lies.
     std::uint8_t redirection() const {
         return composited_ ? XCB_COMPOSITE_REDIRECT_MANUAL : XCB_COMPOSITE_REDIRECT_AUTOMATIC;
     }
-    PixelRect clientArea() const { return trayIconArea(bar_.appearance(), spacing_); }
+    PixelRect clientArea() const {
+        return trayIconArea(bar_.appearance(), place() ? place()->width : preferredWidth());
+    }
 
     MenuBar& bar_;
     ItemSpacing spacing_;
-    Facts facts_;
-    std::optional<std::string> titleText_;
-    bool wantsToBeShown_ = true;
+    TrayIconFacts facts_;
     bool ended_ = false;
     /// We draw the icon's content over the bar's background ourselves, since its window has a visual of
     /// another kind, which the server cannot blend.

@@ -59,6 +59,7 @@ public:
         setFixedSize(size + QSize(1, 1));
         repaint();
         setFixedSize(size);
+        owner_.unitsChanged(formerRatio / ratio_);
     }
 
 protected:
@@ -140,6 +141,20 @@ void QtWindow::center() {
         isPlaced_ = false;
         widget_->move(*unmovedPlace_);
     }
+}
+
+/// What nobody has moved is not moved by that either.
+void QtWindow::unitsChanged(double factor) {
+    if (!unmovedPlace_)
+        return;
+    if (!widget_->isVisible()) {
+        center();
+        return;
+    }
+    const QPointF corner = widget_->screen()->geometry().topLeft();
+    unmovedPlace_ = (corner + (*unmovedPlace_ - corner) * factor).toPoint();
+    // To the pixel, the window manager says where that is.
+    isPlaced_ = false;
 }
 
 /// On a screen that has gone meanwhile, nobody would find it.

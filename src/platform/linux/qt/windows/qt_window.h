@@ -33,6 +33,8 @@ private:
 
     bool canBeFoundAt(const QPoint& corner) const;
     void rememberPlace();
+    /// The toolkit's units are so many times what they were.
+    void unitsChanged(double factor);
 
     ToolkitHost& host_;
     std::string autosaveName_;

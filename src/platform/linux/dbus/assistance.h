@@ -1,0 +1,32 @@
+#pragma once
+
+#include "linux/dbus/bus.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace velmo::dbus {
+
+/// Whether the session says that assistive programs are at work. Nobody is started for that.
+class Assistance {
+public:
+    /// `onStart` is called once, when the session says so first.
+    Assistance(std::shared_ptr<Bus> bus, std::function<void()> onStart);
+
+private:
+    void ownerChanged(const std::string& owner);
+    void ask();
+    void take(sd_bus_message* message);
+
+    std::shared_ptr<Bus> bus_;
+    std::function<void()> onStart_;
+    /// Unique name, empty while nobody knows.
+    std::string owner_;
+    Registration ownerChanges_;
+    Registration askingForOwner_;
+    Registration asking_;
+    Registration changes_;
+};
+
+}  // namespace velmo::dbus
