@@ -79,8 +79,7 @@ NSImage imageFrom(const Image& image) {
     if (const auto* symbol = std::get_if<Symbol>(&image.content))
         return symbolImage(*symbol, description);
     const auto* drawing = std::get_if<Drawing>(&image.content);
-    const NSImage made =
-        drawing != nullptr ? drawnImage(*drawing) : bitmapImage(std::get<Bitmap>(image.content));
+    NSImage made = drawing != nullptr ? drawnImage(*drawing) : bitmapImage(std::get<Bitmap>(image.content));
     made.setTemplate(image.isTemplate);
     made.setAccessibilityDescription(description);
     return made;

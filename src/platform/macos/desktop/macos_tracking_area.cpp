@@ -2,11 +2,13 @@
 
 #include "event_from.h"
 
+#include <utility>
+
 namespace velmo::macos {
 
-MacosTrackingArea::MacosTrackingArea(const NSView& view, const CGRect& rect, TrackingAreaOptions options,
+MacosTrackingArea::MacosTrackingArea(NSView view, const CGRect& rect, TrackingAreaOptions options,
                                      TrackingAreaOwner* owner)
-    : view_(view),
+    : view_(std::move(view)),
       owner_(owner),
       area_(NSTrackingArea::with(rect, static_cast<NSTrackingAreaOptions>(options), instance_.object())) {
     view_.addTrackingArea(area_);

@@ -9,8 +9,7 @@ namespace velmo::macos {
 
 class MacosTrackingArea : public TrackingArea {
 public:
-    MacosTrackingArea(const NSView& view, const CGRect& rect, TrackingAreaOptions options,
-                      TrackingAreaOwner* owner);
+    MacosTrackingArea(NSView view, const CGRect& rect, TrackingAreaOptions options, TrackingAreaOwner* owner);
     ~MacosTrackingArea() override;
     MacosTrackingArea(const MacosTrackingArea&) = delete;
     MacosTrackingArea& operator=(const MacosTrackingArea&) = delete;

@@ -16,7 +16,7 @@ public:
     std::vector<Handle> all() const {
         std::vector<Handle> found;
         for (NSUInteger index = 0; index < count(); ++index) {
-            if (Handle object = as<Handle>(objectAtIndex(index)))
+            if (auto object = as<Handle>(objectAtIndex(index)))
                 found.push_back(std::move(object));
         }
         return found;

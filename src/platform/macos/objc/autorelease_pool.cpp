@@ -15,7 +15,7 @@ public:
 AutoreleasePool::AutoreleasePool() : pool_(NSAutoreleasePool::create().leave()) {}
 
 AutoreleasePool::~AutoreleasePool() {
-    NSAutoreleasePool pool = Object::adopt<NSAutoreleasePool>(pool_);
+    auto pool = Object::adopt<NSAutoreleasePool>(pool_);
     pool.drain();
     pool.leave();
 }

@@ -28,7 +28,7 @@ std::shared_ptr<MacosTimer> MacosTimer::add(std::shared_ptr<MacosTimer> timer) {
     return timer;
 }
 
-void MacosTimer::fire(NSTimer /*timer*/) {
+void MacosTimer::fire(const NSTimer& /*timer*/) {
     if (!isValid())
         return;
     // A copy, because the work may invalidate the timer, and that may be the end of this.

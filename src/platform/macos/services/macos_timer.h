@@ -24,7 +24,7 @@ private:
     MacosTimer(Seconds interval, bool repeats, std::function<void()> work);
 
     static std::shared_ptr<MacosTimer> add(std::shared_ptr<MacosTimer> timer);
-    void fire(NSTimer timer);
+    void fire(const NSTimer& timer);
 
     using Class = Subclass<MacosTimer, "VelmoTimerTarget", NSObject, Method<"fire:", &MacosTimer::fire>>;
 

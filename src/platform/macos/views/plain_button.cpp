@@ -20,7 +20,7 @@ PlainButton::~PlainButton() {
     button().removeFromSuperview();
 }
 
-void PlainButton::place(const Rect& area) {
+void PlainButton::place(const Rect& area) const {
     macos::place(button(), area);
     macos::place(surface(), {0, 0, area.width, area.height});
 }
@@ -41,6 +41,7 @@ void PlainButton::mouseDown(const NSEvent& event) {
 }
 
 /// What lies on it would take the clicks otherwise.
+// NOLINTNEXTLINE(readability-make-member-function-const): methods of a class made here are not.
 NSView PlainButton::hitTest(const CGPoint& point) {
     if (button().isHidden() || !rectOf(button().frame()).contains({point.x, point.y}))
         return {};

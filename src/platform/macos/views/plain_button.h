@@ -21,10 +21,11 @@ public:
     const NSButton& button() const { return instance_.object(); }
     const NSView& surface() const { return surface_.view(); }
     bool isPressed() const { return isPressed_; }
-    void place(const Rect& area);
+    void place(const Rect& area) const;
 
 private:
     void mouseDown(const NSEvent& event);
+    // NOLINTNEXTLINE(readability-make-member-function-const): methods of a class made here are not.
     NSView hitTest(const CGPoint& point);
     void setPressed(bool pressed);
 

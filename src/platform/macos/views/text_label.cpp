@@ -62,7 +62,7 @@ void TextLabel::show(double scale) {
 }
 
 NSAttributedString TextLabel::attributed(const Font& font) const {
-    const NSMutableAttributedString whole = NSMutableAttributedString::create();
+    NSMutableAttributedString whole = NSMutableAttributedString::create();
     for (const TextRun& run : text_.runs) {
         const NSMutableDictionary attributes = NSMutableDictionary::create();
         attributes.setObject(fontFrom(run.isBold ? bold(font) : font), fontAttribute.value());
