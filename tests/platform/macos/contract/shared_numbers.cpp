@@ -4,6 +4,9 @@
 #include "event.h"
 #include "hot_key_service.h"
 #include "login_service.h"
+#include "macos/appkit/ns_box.h"
+#include "macos/appkit/ns_button.h"
+#include "macos/appkit/ns_image_view.h"
 #include "macos/carbon/hot_keys.h"
 #include "macos/core_graphics/events.h"
 #include "macos/core_graphics/window_list.h"
@@ -88,6 +91,29 @@ Numbers windowNumbers() {
         shared("", "NSVariableStatusItemLength", StatusItem::variableLength)};
 }
 
+Numbers controlNumbers() {
+    return {shared("NSWindowOrderingMode", "Below", NSWindowOrderingMode::below),
+            shared("NSWindowOrderingMode", "Above", NSWindowOrderingMode::above),
+            shared("NSBackingStoreType", "Buffered", NSBackingStoreType::buffered),
+            shared("NSLineBreakMode", "WordWrapping", NSLineBreakMode::wordWrapping),
+            shared("NSLineBreakMode", "TruncatingTail", NSLineBreakMode::truncatingTail),
+            shared("NSControlSize", "Regular", NSControlSize::regular),
+            shared("NSControlSize", "Small", NSControlSize::small),
+            shared("NSButtonType", "Radio", NSButtonType::radio),
+            shared("NSButtonType", "MomentaryPushIn", NSButtonType::momentaryPushIn),
+            shared("NSBezelStyle", "Push", NSBezelStyle::push),
+            shared("NSCellImagePosition", "NoImage", NSCellImagePosition::noImage),
+            shared("NSCellImagePosition", "ImageOnly", NSCellImagePosition::imageOnly),
+            shared("NSImageScaling", "ImageScaleProportionallyDown", NSImageScaling::proportionallyDown),
+            shared("NSImageScaling", "ImageScaleAxesIndependently", NSImageScaling::axesIndependently),
+            shared("NSBoxType", "Primary", NSBoxType::primary),
+            shared("NSBoxType", "Separator", NSBoxType::separator),
+            shared("NSTitlePosition", "NoTitle", NSTitlePosition::noTitle),
+            shared("", "NSPageUpFunctionKey", 0xf72c),
+            shared("", "NSPageDownFunctionKey", 0xf72d),
+            shared("", "NSHomeFunctionKey", 0xf729)};
+}
+
 Numbers serviceNumbers() {
     return {shared("NSApplicationActivationPolicy", "Regular", ActivationPolicy::regular),
             shared("NSApplicationActivationPolicy", "Accessory", ActivationPolicy::accessory),
@@ -115,7 +141,7 @@ Numbers serviceNumbers() {
 
 std::vector<SharedNumber> sharedNumbers() {
     Numbers all;
-    for (const Numbers& some : {eventNumbers(), windowNumbers(), serviceNumbers()})
+    for (const Numbers& some : {eventNumbers(), windowNumbers(), controlNumbers(), serviceNumbers()})
         all.insert(all.end(), some.begin(), some.end());
     return all;
 }

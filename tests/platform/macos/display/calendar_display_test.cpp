@@ -4,6 +4,10 @@
 #include "macos/services/macos_dates.h"
 #include "platform/macos/display/program_display_test.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string>
+
 namespace velmo::macos {
 namespace {
 
@@ -59,6 +63,22 @@ TEST_F(CalendarDisplayTest, OpensUnderTheClockAndTurnsItsMonths) {
         ASSERT_TRUE(today);
         press(today);
         EXPECT_TRUE(shows(content, month(0)));
+    });
+}
+
+TEST_F(CalendarDisplayTest, HasTodayOnACircle) {
+    run([&](const Platform& platform) {
+        click("Velmo.Clock");
+        const int day = platform.dates.currentCalendar().component(CalendarUnit::day, platform.runLoop.now());
+        const auto views = viewsBelow(calendar());
+        const auto number = std::find_if(views.begin(), views.end(), [&](const NSView& view) {
+            return as<NSTextField>(view).stringValue().text() == std::to_string(day);
+        });
+        ASSERT_NE(number, views.end());
+        const CGRect circle = std::prev(number)->frame();
+        EXPECT_EQ(circle.size.width, 26);
+        EXPECT_EQ(circle.size.height, 26);
+        EXPECT_TRUE(rectOf(circle).intersects(rectOf(number->frame())));
     });
 }
 

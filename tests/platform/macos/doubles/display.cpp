@@ -18,6 +18,16 @@ namespace {
 
 // Views.
 
+Implementation& ownPlacedAddition() {
+    static Implementation original = nullptr;
+    return original;
+}
+/// GNUstep has other numbers for above and below.
+void addPlacedSubview(const NSView& view, const NSView& added, NSInteger place, const NSView& neighbour) {
+    reinterpret_cast<void (*)(Id, Selector, Id, unsigned, Id)>(ownPlacedAddition())(
+        view.get(), selectorNamed<"addSubview:positioned:relativeTo:">(), added.get(), place < 0 ? 1 : 0,
+        neighbour.get());
+}
 void setWantsLayer(const NSView& /*view*/, bool /*wants*/) {}
 CALayer layer(const NSView& /*view*/) {
     return {};
@@ -164,6 +174,9 @@ bool setPolicy(const NSApplication& /*application*/, NSInteger policy) {
 
 void addViews() {
     const RawClass view = classNamed<"NSView">();
+    ownPlacedAddition() =
+        class_getMethodImplementation(view, selectorNamed<"addSubview:positioned:relativeTo:">());
+    setMethod<"addSubview:positioned:relativeTo:", &addPlacedSubview>(view);
     setMethod<"setWantsLayer:", &setWantsLayer>(view);
     setMethod<"layer", &layer>(view);
     setMethod<"frameForAlignmentRect:", &sameRect>(view);
