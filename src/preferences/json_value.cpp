@@ -13,7 +13,11 @@ std::optional<double> numberIn(const std::string& text) {
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     double number = 0;
-    return stream >> number ? std::optional(number) : std::nullopt;
+    if (!(stream >> number))
+        return std::nullopt;
+    // What is too small for one is no zero.
+    const bool isZero = text.substr(0, text.find_first_of("eE")).find_first_of("123456789") == std::string::npos;
+    return (number == 0) == isZero ? std::optional(number) : std::nullopt;
 }
 
 }  // namespace

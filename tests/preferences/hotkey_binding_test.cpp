@@ -122,6 +122,8 @@ TEST(HotkeyBinding, TakesWholeNumbersHoweverWritten) {
     EXPECT_EQ(withNumbers("500e-1", "0.0"), (HotkeyBinding{50, 0, ""}));
     EXPECT_FALSE(withNumbers("5.5", "0"));
     EXPECT_FALSE(withNumbers("1e-1", "0"));
+    EXPECT_FALSE(withNumbers("1e-999", "0"));
+    EXPECT_EQ(withNumbers("0e999", "0.0e-999"), (HotkeyBinding{0, 0, ""}));
 }
 
 TEST(HotkeyBinding, RefusesNumbersThatJsonDoesNotKnow) {
