@@ -52,6 +52,7 @@ void HiddenItemsPanelController::show(std::vector<PanelItem> hidden, std::vector
         panel_ = platform_.windows.makePanel(configuration);
     if (!panel_)
         return;
+    panel_->setOnClose(lifetime_.guard([this] { close(); }));
     panel_->setContent(content(std::move(hidden), std::move(alwaysHidden)));
     panel_->setFrame(frameBelow(anchor, panel_->fittingSize(), screen));
     panel_->orderFrontRegardless();

@@ -273,8 +273,9 @@ void DesktopSession::superDrag(xcb_window_t window, int targetX) const {
         const int stepX = place.midX() + (targetX - place.midX()) * step / stepCount;
         steps.insert(steps.end(), {"mousemove", std::to_string(stepX), "13"});
     }
-    steps.insert(steps.end(), {"mouseup", "1", "keyup", "Super_L"});
     xdotool(steps);
+    EXPECT_TRUE(eventually([&] { return x().area(window) != place; })) << "it follows the pointer";
+    xdotool({"mouseup", "1", "keyup", "Super_L"});
 }
 
 xcb_window_t DesktopSession::bar() const {
@@ -289,6 +290,11 @@ xcb_window_t DesktopSession::bar() const {
 
 xcb_window_t DesktopSession::toggle() const {
     return x().windowTitled("Velmo.Toggle").value_or(xcb_window_t{XCB_WINDOW_NONE});
+}
+
+xcb_window_t DesktopSession::activeWindow() const {
+    const auto active = x().cardinals(x().root(), "_NET_ACTIVE_WINDOW");
+    return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
 }
 
 xcb_window_t DesktopSession::divider() const {

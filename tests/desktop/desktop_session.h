@@ -82,13 +82,16 @@ protected:
     void movePointer(int x, int y) const;
     void click(xcb_window_t window, int button = 1) const;
     void clickHolding(const std::string& key, xcb_window_t window) const;
-    /// Drags with Super held, from the middle of the window to (x, 13) in steps.
+    /// Drags with Super held, from the middle of the window to (x, 13) in steps, as slowly as a hand at
+    /// least: the window follows before it is let go.
     void superDrag(xcb_window_t window, int x) const;
 
     XObserver& x() const { return *observer_; }
     ChildProcess& velmo() { return *velmo_; }
     xcb_window_t bar() const;
     xcb_window_t toggle() const;
+    /// As the window manager tells. None where it tells of none.
+    xcb_window_t activeWindow() const;
     xcb_window_t divider() const;
     xcb_window_t alwaysHiddenDivider() const;
     /// The window in the bar with this title. None where there is none.
