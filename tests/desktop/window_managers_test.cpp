@@ -36,9 +36,12 @@ protected:
         }
         return top;
     }
+    /// A window manager may raise a window once more after the bar has come back.
     bool barStaysOnTopAt(int pointX, int pointY) const {
-        return eventually([&] { return barIsOnTopAt(pointX, pointY); }) &&
-               stays([&] { return barIsOnTopAt(pointX, pointY); }, milliseconds(300));
+        return eventually([&] {
+            return barIsOnTopAt(pointX, pointY) &&
+                   stays([&] { return barIsOnTopAt(pointX, pointY); }, milliseconds(300));
+        });
     }
     bool isLeftTo(xcb_window_t window) const {
         const auto fills = [&] {
