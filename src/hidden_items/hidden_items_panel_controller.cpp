@@ -1,6 +1,7 @@
 #include "hidden_items/hidden_items_panel_controller.h"
 
 #include "hidden_items/hidden_items_panel_view.h"
+#include "platform/hanging_frame.h"
 #include "platform/run_loop.h"
 #include "platform/window_factory.h"
 #include "platform/window_server.h"
@@ -12,11 +13,9 @@ namespace velmo {
 
 namespace {
 
-/// Points.
-constexpr double screenMargin = 8;
+/// Points between the toggle and the panel.
 constexpr double anchorDistance = 6;
 
-constexpr std::uint16_t escapeKey = 53;
 constexpr EventMask presses = maskOf(EventType::leftMouseDown) | maskOf(EventType::rightMouseDown);
 
 constexpr PanelConfiguration configuration{
@@ -35,14 +34,6 @@ constexpr PanelConfiguration configuration{
     .accessibilityLabel = "Hidden items",
 };
 
-/// Where the two edges of the screen ask for different things, the left one wins.
-Rect frameBelow(const Rect& anchor, const Size& size, const Screen& screen) {
-    double x = anchor.midX() - size.width / 2;
-    x = std::min(x, screen.visibleFrame.maxX() - size.width - screenMargin);
-    x = std::max(x, screen.visibleFrame.minX() + screenMargin);
-    return {x, anchor.minY() - size.height - anchorDistance, size.width, size.height};
-}
-
 }  // namespace
 
 void HiddenItemsPanelController::show(std::vector<PanelItem> hidden, std::vector<PanelItem> alwaysHidden,
@@ -54,7 +45,8 @@ void HiddenItemsPanelController::show(std::vector<PanelItem> hidden, std::vector
         return;
     panel_->setOnClose(lifetime_.guard([this] { close(); }));
     panel_->setContent(content(std::move(hidden), std::move(alwaysHidden)));
-    panel_->setFrame(frameBelow(anchor, panel_->fittingSize(), screen));
+    panel_->setFrame(hangingFrame(anchor.midX(), anchor.minY() - anchorDistance, panel_->fittingSize(),
+                                  screen.visibleFrame));
     panel_->orderFrontRegardless();
     installMonitors();
 }
@@ -94,7 +86,7 @@ void HiddenItemsPanelController::installMonitors() {
 
 EventDisposition HiddenItemsPanelController::localEvent(const Event& event) {
     if (event.type == EventType::keyDown) {
-        if (event.keyCode != escapeKey)
+        if (event.keyCode != escapeKeyCode)
             return EventDisposition::pass;
         close();
         return EventDisposition::swallow;

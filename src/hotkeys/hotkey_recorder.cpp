@@ -11,7 +11,6 @@ namespace {
 constexpr ModifierFlags recordedModifiers =
     modifier::shift | modifier::control | modifier::option | modifier::command;
 
-constexpr std::uint16_t escape = 53;
 /// Function keys and the keys that move by pages, which may be a shortcut by themselves.
 constexpr std::uint16_t firstBareKey = 96;
 constexpr std::uint16_t lastBareKey = 122;
@@ -55,7 +54,7 @@ void HotkeyRecorder::stop() {
 
 EventDisposition HotkeyRecorder::keyPressed(const Event& event, const Completion& completion) {
     const ModifierFlags modifiers = event.modifierFlags & recordedModifiers;
-    if (event.keyCode != escape) {
+    if (event.keyCode != escapeKeyCode) {
         if (modifiers == 0 && !canBeBare(event.keyCode))
             return EventDisposition::swallow;
         completion(event.keyCode, modifiers, hotkeyDisplay(event));

@@ -44,6 +44,9 @@ inline constexpr ModifierFlags numericPad = 0x200000;
 inline constexpr ModifierFlags function = 0x800000;
 }  // namespace modifier
 
+/// The virtual key code of the Escape key.
+inline constexpr std::uint16_t escapeKeyCode = 53;
+
 /// One input event.
 struct Event {
     EventType type = EventType::leftMouseUp;

@@ -61,6 +61,12 @@ protected:
         moveTo(farLeft, 500);
     }
 
+    void openCalendar() {
+        start(clockDefaults());
+        click(*x().windowTitled("Velmo.Clock"));
+        ASSERT_TRUE(eventually([&] { return areaOfWindow("Velmo.Popover").width > 100; }));
+    }
+
     static int pixels(double points, double scale) { return static_cast<int>(std::lround(points * scale)); }
     /// The area that has that colour on the screen.
     Area areaOfColor(std::uint32_t color) const {
@@ -184,11 +190,7 @@ TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenPanel) {
 }
 
 TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenCalendar) {
-    start({{"clockEnabled", true},
-           {"clockFormat", "HH:mm"},
-           {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}});
-    click(*x().windowTitled("Velmo.Clock"));
-    ASSERT_TRUE(eventually([&] { return areaOfWindow("Velmo.Popover").width > 100; }));
+    openCalendar();
     const auto former = areaOfWindow("Velmo.Popover");
     for (const double scale : scales) {
         set("Adwaita", scale);
@@ -236,11 +238,7 @@ TEST_F(AppearanceSession, MenusStayInAnotherLookAndCloseInAnotherScale) {
 }
 
 TEST_F(AppearanceSession, LightAndDarkAreFollowedByTheOpenCalendar) {
-    start({{"clockEnabled", true},
-           {"clockFormat", "HH:mm"},
-           {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}});
-    click(*x().windowTitled("Velmo.Clock"));
-    ASSERT_TRUE(eventually([&] { return areaOfWindow("Velmo.Popover").width > 100; }));
+    openCalendar();
     const auto former = areaOfWindow("Velmo.Popover");
     for (const bool dark : {false, true, false}) {
         set(dark ? "Adwaita-dark" : "Adwaita", 1);

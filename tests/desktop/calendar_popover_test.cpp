@@ -318,7 +318,7 @@ TEST_F(CalendarOnDesktop, GivesTheKeyboardBackAfterADoubleClickThatOpenedAndClos
     movePointer(place.midX(), place.midY());
     // Nothing of it has been made before, so that the second click comes while the first one opens it.
     xdotool({"click", "--repeat", "2", "--delay", "1", "1"});
-    std::this_thread::sleep_for(milliseconds(700));
+    ASSERT_TRUE(comesToRest());
     ASSERT_TRUE(isClosed());
     EXPECT_EQ(x().inputFocus(), ordinary_);
     const auto other = startOrdinaryWindow("Other", "+700+300");

@@ -1,13 +1,6 @@
-#include "bar_session.h"
-#include "bus_program.h"
-#include "icon_pixels.h"
-#include "tray_client.h"
-
-#include "linux/x11/window_capture.h"
+#include "capture_session.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <map>
 
 namespace velmo::desktop {
 
@@ -15,119 +8,7 @@ namespace {
 
 constexpr std::uint32_t opaque = 0xff000000;
 
-class Capture : public BarSession {
-protected:
-    using Pictures = std::map<xcb_window_t, std::optional<Bitmap>>;
-
-    void start(const std::vector<std::string>& serverOptions = {}, const std::string& resources = {},
-               const std::string& screen = "1280x720x24") {
-        startServer(screen, serverOptions);
-        addToResources(resources);
-        startBar();
-        capture_ = std::make_unique<x11::WindowCapture>(*bar_);
-    }
-    void TearDown() override {
-        capture_.reset();
-        BarSession::TearDown();
-        program_.reset();
-    }
-
-    xcb_window_t dockIcon(std::uint8_t depth) {
-        const auto window = makeIcon(depth, pattern(iconSide, depth));
-        dock(window);
-        return window;
-    }
-
-    void ask(xcb_window_t window, Pictures& pictures,
-             std::optional<CaptureConfiguration> configuration = {}) {
-        if (!configuration) {
-            const auto area = areaOnScreen(*itemOf(window));
-            configuration = CaptureConfiguration{area.width, area.height};
-        }
-        capture_->captureWindow(window, *configuration, [&pictures, window](std::optional<Bitmap> picture) {
-            EXPECT_FALSE(pictures.contains(window)) << "once each";
-            pictures[window] = std::move(picture);
-        });
-    }
-
-    std::optional<Bitmap> picture(xcb_window_t window,
-                                  std::optional<CaptureConfiguration> configuration = {}) {
-        Pictures pictures;
-        ask(window, pictures, configuration);
-        EXPECT_TRUE(turnUntil([&] { return !pictures.empty(); }));
-        return pictures[window];
-    }
-
-    /// The picture of an icon has the pattern in its middle and nothing around it.
-    static void expectPattern(const std::optional<Bitmap>& bitmap, std::uint8_t depth) {
-        ASSERT_TRUE(bitmap);
-        ASSERT_EQ(bitmap->width, 30);
-        ASSERT_EQ(bitmap->height, 22);
-        ASSERT_EQ(bitmap->pixels->size(), 30U * 22 * 4);
-        const auto drawn = pattern(iconSide, depth);
-        for (int y = 0; y < bitmap->height; ++y) {
-            for (int x = 0; x < bitmap->width; ++x) {
-                const bool inside = x >= 5 && x < 25 && y >= 1 && y < 21;
-                const auto index = static_cast<std::size_t>((y - 1) * iconSide + x - 5);
-                ASSERT_EQ(pixelAt(*bitmap, x, y), inside ? drawn[index] : 0) << x << ' ' << y;
-            }
-        }
-    }
-
-    /// The screen shows the picture before the bar.
-    void expectSeen(xcb_window_t window, const Bitmap& bitmap) {
-        const auto area = areaOnScreen(*itemOf(window));
-        ASSERT_EQ(area.width, bitmap.width);
-        ASSERT_EQ(area.height, bitmap.height);
-        for (int y = 0; y < bitmap.height; ++y) {
-            for (int x = 0; x < bitmap.width; ++x) {
-                const auto seen = this->x().pixel(area.x + x, area.y + y);
-                const auto expected = over(pixelAt(bitmap, x, y), 0xf6f6f8);
-                for (int shift = 0; shift < 24; shift += 8) {
-                    const int difference = static_cast<int>((seen >> shift) & 0xff) -
-                                           static_cast<int>((expected >> shift) & 0xff);
-                    ASSERT_LE(std::abs(difference), 1) << x << ' ' << y;
-                }
-            }
-        }
-    }
-
-    /// A program on the bus with a half transparent icon, 20 x 20 pixels of red. Returns the item's window
-    /// once it is drawn.
-    xcb_window_t showBusItem() {
-        startNotifierTray();
-        const std::string path = "/StatusNotifierItem";
-        program_ = std::make_unique<BusProgram>(busAddress());
-        EXPECT_TRUE(turnUntil([&] { return program_->isTaken("org.freedesktop.StatusNotifierWatcher"); }));
-        program_->addItem(path, "translucent");
-        program_->setProperty(path, "IconPixmap", BusProgram::pixmaps({iconSide}, 0x80ff0000));
-        program_->registerItem(path);
-        const auto drawn = [&]() -> const x11::BarItem* {
-            for (const auto* item : bar_->items()) {
-                if (!item->isOurs() && item->identity().ends_with("translucent") && item->content())
-                    return item;
-            }
-            return nullptr;
-        };
-        EXPECT_TRUE(turnUntil([&] { return drawn(); }));
-        return drawn() ? drawn()->window() : xcb_window_t{XCB_WINDOW_NONE};
-    }
-
-    static void expectTranslucentRed(const std::optional<Bitmap>& bitmap) {
-        ASSERT_TRUE(bitmap);
-        ASSERT_EQ(bitmap->width, 30);
-        ASSERT_EQ(bitmap->height, 22);
-        for (int y = 0; y < bitmap->height; ++y) {
-            for (int x = 0; x < bitmap->width; ++x) {
-                const bool inside = x >= 5 && x < 25 && y >= 1 && y < 21;
-                ASSERT_EQ(pixelAt(*bitmap, x, y), inside ? 0x80800000 : 0) << x << ' ' << y;
-            }
-        }
-    }
-
-    std::unique_ptr<x11::WindowCapture> capture_;
-    std::unique_ptr<BusProgram> program_;
-};
+class Capture : public CaptureSession {};
 
 TEST_F(Capture, GivesAnIconAsItsProgramDrewIt) {
     start();
@@ -273,16 +154,6 @@ TEST_F(Capture, IsCutAndNotBlurredWhereTheSizeIsAPixelOff) {
     }
 }
 
-TEST_F(Capture, FailsForWindowsAndSizesThatAreNone) {
-    start();
-    const auto window = dockIcon(24);
-    EXPECT_FALSE(picture(xcb_window_t{0xdeadbeef}, CaptureConfiguration{30, 22}));
-    EXPECT_FALSE(picture(x().root(), CaptureConfiguration{30, 22}));
-    EXPECT_FALSE(picture(window, CaptureConfiguration{0, 22}));
-    EXPECT_FALSE(picture(window, CaptureConfiguration{30, std::int64_t{1} << 40}));
-    EXPECT_TRUE(picture(window, CaptureConfiguration{1, 1}));
-}
-
 TEST_F(Capture, IsHadOfIconsBeyondTheEdgeOfTheScreen) {
     startServer();
     startBar({"Item-0", "desktop_tests", "desktop_tests#2"});
@@ -313,102 +184,6 @@ TEST_F(Capture, LeavesOutWhatIsNotInTheShapeOfAnIcon) {
             ASSERT_EQ(pixelAt(*bitmap, x, y), inside ? 0xff123457 : 0) << x << ' ' << y;
         }
     }
-}
-
-TEST_F(Capture, CompletesInALaterTurn) {
-    start();
-    const auto window = dockIcon(24);
-    Pictures pictures;
-    ask(window, pictures);
-    EXPECT_TRUE(pictures.empty());
-    bool listed = false;
-    capture_->getShareableWindows(true, [&](const auto&) { listed = true; });
-    EXPECT_FALSE(listed);
-    EXPECT_TRUE(turnUntil([&] { return listed && !pictures.empty(); }));
-}
-
-TEST_F(Capture, WindowThatVanishesInTheMiddleCostsOnlyItsPicture) {
-    start();
-    std::vector<xcb_window_t> windows;
-    for (int count = 0; count < 8; ++count)
-        windows.push_back(dockIcon(count % 2 == 0 ? 24 : 32));
-    Pictures pictures;
-    for (const auto window : windows)
-        ask(window, pictures);
-    xcb_destroy_window(x().raw(), windows[2]);
-    xcb_destroy_window(x().raw(), windows[3]);
-    xcb_unmap_window(x().raw(), windows[4]);
-    xcb_unmap_window(x().raw(), windows[5]);
-    x().exists(windows[0]);
-    ASSERT_TRUE(turnUntil([&] { return pictures.size() == windows.size(); }));
-    for (const int index : {0, 1, 6, 7}) {
-        SCOPED_TRACE(index);
-        expectPattern(pictures[windows[static_cast<std::size_t>(index)]], index % 2 == 0 ? 24 : 32);
-    }
-    for (const int index : {2, 3, 4, 5})
-        EXPECT_FALSE(pictures[windows[static_cast<std::size_t>(index)]]) << index;
-    expectPattern(picture(windows[0]), 24);
-}
-
-TEST_F(Capture, FiftyTogetherTakeLessThanFiftyMilliseconds) {
-    start({}, {}, "3840x1080x24");
-    std::vector<xcb_window_t> windows;
-    for (int count = 0; count < 50; ++count)
-        windows.push_back(dockIcon(count % 2 == 0 ? 24 : 32));
-    Pictures pictures;
-    const auto begin = std::chrono::steady_clock::now();
-    for (const auto window : windows)
-        ask(window, pictures, CaptureConfiguration{30, 22});
-    while (pictures.size() < windows.size()) {
-        loop_.turn();
-        loop_.prepareToSleep();
-    }
-    const auto time = std::chrono::steady_clock::now() - begin;
-    RecordProperty("microseconds",
-                   static_cast<int>(std::chrono::duration_cast<std::chrono::microseconds>(time).count()));
-    EXPECT_LT(time, milliseconds(50));
-    const auto taken = std::count_if(pictures.begin(), pictures.end(),
-                                     [](const auto& entry) { return entry.second.has_value(); });
-    EXPECT_EQ(taken, 50);
-}
-
-TEST_F(Capture, ShareableWindowsAreThoseOfTheItems) {
-    start();
-    const auto icon = dockIcon(24);
-    const auto item = bar_->makeStatusItem(30);
-    const auto own = bar_->items().back()->window();
-    const auto divider = bar_->makeStatusItem(10000);
-    const auto hidden = bar_->makeStatusItem(30);
-    const auto beyond = bar_->items().back()->window();
-    const auto list = [&](bool onScreenOnly) {
-        std::optional<ScreenCapture::WindowNumbers> numbers;
-        capture_->getShareableWindows(onScreenOnly, [&](auto result) { numbers = std::move(result); });
-        EXPECT_TRUE(turnUntil([&] { return numbers.has_value(); }));
-        return *numbers;
-    };
-    const auto has = [](const auto& numbers, xcb_window_t window) {
-        return std::count(numbers.begin(), numbers.end(), window) == 1;
-    };
-    EXPECT_TRUE(has(list(true), own));
-    EXPECT_TRUE(has(list(false), own));
-    EXPECT_TRUE(has(list(true), icon));
-    EXPECT_FALSE(has(list(true), beyond));
-    EXPECT_TRUE(has(list(false), beyond));
-    item->setVisible(false);
-    EXPECT_FALSE(has(list(false), own));
-}
-
-TEST_F(Capture, AccessIsWhatTheServerAllows) {
-    start();
-    turnUntil([] { return true; });
-    xcb_unmap_window(x().raw(), bar_->window());
-    x().exists(x().root());
-    EXPECT_FALSE(capture_->preflightAccess()) << "the server refuses";
-    EXPECT_FALSE(capture_->requestAccess());
-    xcb_map_window(x().raw(), bar_->window());
-    x().exists(x().root());
-    EXPECT_TRUE(capture_->preflightAccess()) << "it is asked again";
-    EXPECT_TRUE(capture_->requestAccess());
 }
 
 }  // namespace

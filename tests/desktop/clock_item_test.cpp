@@ -1,7 +1,6 @@
 #include "desktop_session.h"
 #include "process_figures.h"
 
-#include <fstream>
 #include <thread>
 #include <utility>
 
@@ -23,13 +22,6 @@ protected:
                        {"clockFormat", format},
                        {"statusItemOrder", {"Velmo.Clock", "Velmo.Toggle", "Velmo.Divider"}}});
         startVelmo();
-    }
-    std::string processFile(const std::string& name) {
-        std::ifstream stream("/proc/" + std::to_string(velmo().id()) + "/" + name);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    bool hasLoaded(const std::string& library) {
-        return processFile("maps").find(library) != std::string::npos;
     }
     /// Lets it tick, and expects that it wakes for that alone.
     void expectOneWakeupASecond() {
@@ -79,7 +71,7 @@ TEST_F(ClockItem, BarWithoutOneLoadsNothingForItAndSleeps) {
     for (const char* library : {"libicu", "libpango", "velmo-dates", "velmo-text"})
         EXPECT_FALSE(hasLoaded(library)) << library;
     EXPECT_FALSE(x().windowTitled("Velmo.Clock"));
-    std::this_thread::sleep_for(milliseconds(500));
+    ASSERT_TRUE(comesToRest());
     const SleepCounter sleeps(velmo().id());
     std::this_thread::sleep_for(milliseconds(2500));
     EXPECT_EQ(sleeps.count(), 0);
@@ -102,7 +94,7 @@ TEST_F(ClockItem, TicksInItsPlace) {
 TEST_F(ClockItem, WakesOnceASecondAndDrawsNothingNew) {
     start(true, "y");
     ASSERT_TRUE(eventually([&] { return hasLoaded("libpango"); }));
-    std::this_thread::sleep_for(milliseconds(500));
+    ASSERT_TRUE(comesToRest());
     const auto pictureBefore = picture();
     expectOneWakeupASecond();
     EXPECT_EQ(picture(), pictureBefore);
@@ -111,7 +103,7 @@ TEST_F(ClockItem, WakesOnceASecondAndDrawsNothingNew) {
 TEST_F(ClockItem, WakesOnceASecondToShowTheNextOne) {
     start(true);
     ASSERT_TRUE(eventually([&] { return hasLoaded("libpango"); }));
-    std::this_thread::sleep_for(milliseconds(500));
+    ASSERT_TRUE(comesToRest());
     expectOneWakeupASecond();
 }
 
@@ -122,14 +114,14 @@ TEST_F(ClockItem, WakesOnceASecondWithItsCalendarOpen) {
         return window && x().area(*window)->width > 40;
     }));
     // Between two ticks.
-    std::this_thread::sleep_for(milliseconds(400));
+    ASSERT_TRUE(comesToRest());
     click(*x().windowTitled("Velmo.Clock"));
     ASSERT_TRUE(eventually([&] {
         const auto window = x().windowTitled("Velmo.Popover");
         return window && x().isViewable(*window);
     }));
     movePointer(300, 400);
-    std::this_thread::sleep_for(milliseconds(1500));
+    ASSERT_TRUE(comesToRest());
     expectOneBurstASecond();
 }
 
@@ -146,7 +138,7 @@ TEST_F(ClockItem, WakesNoMoreOftenOnceWindowsHaveBeenShown) {
     ASSERT_TRUE(eventually([&] { return !calendar(); }));
     EXPECT_TRUE(hasLoaded("velmo-qt"));
     movePointer(300, 400);
-    std::this_thread::sleep_for(milliseconds(1500));
+    ASSERT_TRUE(comesToRest());
     expectOneWakeupASecond();
 }
 
@@ -155,14 +147,14 @@ TEST_F(ClockItem, WakesOnceASecondAfterTheSettingsWereOpen) {
     start(true);
     ASSERT_TRUE(eventually([&] { return x().windowTitled("Velmo.Clock").has_value(); }));
     // Between two ticks.
-    std::this_thread::sleep_for(milliseconds(400));
+    ASSERT_TRUE(comesToRest());
     outputOf({VELMO_PROGRAM}, environment_);
     const auto settings = [&] { return x().windowTitled("Velmo Settings"); };
     ASSERT_TRUE(eventually([&] { return settings() && x().isViewable(*settings()); }));
     outputOf({"wmctrl", "-i", "-c", std::to_string(*settings())}, environment_);
     ASSERT_TRUE(eventually([&] { return !settings() || !x().isViewable(*settings()); }));
     // What the permissions are is looked at for ever.
-    std::this_thread::sleep_for(milliseconds(1500));
+    ASSERT_TRUE(comesToRest());
     expectOneBurstASecond();
 }
 

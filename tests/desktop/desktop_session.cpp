@@ -1,5 +1,7 @@
 #include "desktop_session.h"
 
+#include "process_figures.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -177,8 +179,18 @@ void DesktopSession::writeDefaults(const nlohmann::json& values) const {
     std::ofstream(defaultsFile()) << complete.dump(2);
 }
 
+nlohmann::json DesktopSession::clockDefaults() {
+    return {{"clockEnabled", true},
+            {"clockFormat", "HH:mm"},
+            {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}};
+}
+
 nlohmann::json DesktopSession::readDefaults() const {
     return nlohmann::json::parse(readFile(defaultsFile()));
+}
+
+std::vector<std::string> DesktopSession::savedOrder() const {
+    return readDefaults().value("statusItemOrder", std::vector<std::string>());
 }
 
 void DesktopSession::startVelmo() {
@@ -194,6 +206,18 @@ void DesktopSession::stopVelmo() {
     EXPECT_EQ(velmo_->wait(milliseconds(5000)), 0);
     EXPECT_EQ(readFile(home_ / "velmo.err"), "") << "Velmo is silent";
     velmo_.reset();
+}
+
+bool DesktopSession::comesToRest(milliseconds quiet) {
+    return eventually([&] {
+        const SleepCounter sleeps(velmo().id());
+        std::this_thread::sleep_for(quiet);
+        return sleeps.count() == 0;
+    });
+}
+
+bool DesktopSession::hasLoaded(const std::string& library) {
+    return readFile("/proc/" + std::to_string(velmo().id()) + "/maps").find(library) != std::string::npos;
 }
 
 ChildProcess DesktopSession::run(const std::vector<std::string>& command,

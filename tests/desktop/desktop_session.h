@@ -58,13 +58,23 @@ protected:
     std::string busAddress() const { return bus_->address(); }
     /// Written before Velmo starts; keys as in the defaults file. Not its first launch, unless they say so.
     void writeDefaults(const nlohmann::json& values) const;
+    /// Defaults with a clock left of the toggle.
+    static nlohmann::json clockDefaults();
     nlohmann::json readDefaults() const;
+    /// Of the items in the bar, by their identities from right to left, as it is written down. Empty where it
+    /// is not yet.
+    std::vector<std::string> savedOrder() const;
     std::filesystem::path defaultsFile() const { return home_ / "config" / "velmo" / "defaults.json"; }
 
     /// Starts Velmo and waits until its toggle can be clicked.
     void startVelmo();
     /// Asks Velmo to end, as the session does, and waits for that.
     void stopVelmo();
+    /// Waits until Velmo has done what it has to: it sleeps, and nothing wakes it for that long. False where
+    /// that does not come.
+    bool comesToRest(milliseconds quiet = milliseconds(300));
+    /// True where Velmo has a file of such a name in its memory.
+    bool hasLoaded(const std::string& library);
     ChildProcess run(const std::vector<std::string>& command, const std::string& errorFile = {}) const;
     /// Starts a program and waits until its icon is in the bar. Returns the icon's window.
     xcb_window_t startTrayProgram(const std::string& command, const std::string& windowClass);

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 
 namespace velmo::desktop {
 
@@ -89,12 +87,8 @@ void HostileSession::TearDown() {
 }
 
 void HostileSession::waitForToolkit() {
-    const std::string maps = "/proc/" + std::to_string(velmo().id()) + "/maps";
-    ASSERT_TRUE(eventually([&] {
-        std::ifstream file(maps);
-        return std::string(std::istreambuf_iterator<char>(file), {}).find("velmo-qt.so") != std::string::npos;
-    }));
-    xdotool({"sleep", "0.5"});
+    ASSERT_TRUE(eventually([&] { return hasLoaded("velmo-qt.so"); }));
+    ASSERT_TRUE(comesToRest());
 }
 
 void HostileSession::letToolTipsGo() const {

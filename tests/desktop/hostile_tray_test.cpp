@@ -29,7 +29,7 @@ protected:
         seen_ = x().pixels(place_);
         good_->dockWithEachTray(1);
         // Bad ones come between it and the divider.
-        std::this_thread::sleep_for(milliseconds(300));
+        ASSERT_TRUE(comesToRest());
         noteWhatIsHeld();
     }
     void TearDown() override {
@@ -68,7 +68,7 @@ protected:
         xcb_change_window_attributes(program.raw(), window, XCB_CW_OVERRIDE_REDIRECT, &yes);
     }
     bool knowsPlaceOf(const std::string& identity) const {
-        const auto order = readDefaults().value("statusItemOrder", std::vector<std::string>());
+        const auto order = savedOrder();
         return std::find(order.begin(), order.end(), identity) != order.end();
     }
     bool isDocked(xcb_window_t icon) const {
@@ -248,8 +248,9 @@ TEST_F(HostileTray, LiesInProperties) {
         EXPECT_EQ(x().area(icon_), place_);
         expectResponsive("liars are there");
     }
-    std::this_thread::sleep_for(milliseconds(2500));
-    const std::vector<std::string> order = readDefaults()["statusItemOrder"];
+    // The last of them.
+    ASSERT_TRUE(eventually([&] { return knowsPlaceOf("liar.Icon#1000"); }));
+    const auto order = savedOrder();
     for (const auto* name : {"Velmo.Toggle", "good.Icon", "Velmo.Divider"})
         EXPECT_EQ(std::count(order.begin(), order.end(), name), 1) << name;
     EXPECT_EQ(order.front(), "Velmo.Toggle");

@@ -44,8 +44,6 @@ protected:
     bool areLaidOut(const Area& monitor, double scale = 1) const;
     /// True where nothing of the item is on the root window, or below the bar's left end.
     bool isUnseen(const std::string& name) const;
-    /// Identities from right to left, as they are written down.
-    std::vector<std::string> savedOrder() const { return readDefaults()["statusItemOrder"]; }
 
     /// Presses the middle of an item with Super held.
     void take(const std::string& name) const;

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
-#include <thread>
 
 namespace velmo::desktop {
 
@@ -66,7 +65,7 @@ TEST_F(ManyTrayIcons, EachHaveAPlaceAndKeepItWhenVelmoIsKilled) {
         EXPECT_EQ(x().area(order[index - 1])->x - x().area(order[index])->x, 30);
     for (const auto icon : icons_)
         EXPECT_TRUE(isOnScreen(icon));
-    std::this_thread::sleep_for(milliseconds(2500));
+    ASSERT_TRUE(eventually([&] { return savedOrder().size() >= icons_.size() + 2; })) << "places are known";
     velmo().signal(SIGKILL);
     velmo().wait(milliseconds(5000));
     for (const auto icon : icons_)
@@ -198,10 +197,10 @@ TEST_F(ManyTrayIcons, MoveInOneStep) {
         // Those that nobody sees are painted when they come back.
         for (const auto icon : icons_)
             client_->setColor(icon, 0x203040 * round);
-        std::this_thread::sleep_for(milliseconds(100));
+        ASSERT_TRUE(comesToRest());
         Film film(environment_.at("DISPLAY"), left);
         toggleTo(true);
-        std::this_thread::sleep_for(milliseconds(300));
+        EXPECT_TRUE(comesToRest());
         const auto& frames = film.frames();
         EXPECT_EQ(frames.size(), 2U) << "no state in between, round " << round;
         EXPECT_EQ(frames.front(), hidden);

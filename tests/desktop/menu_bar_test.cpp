@@ -14,17 +14,7 @@ protected:
         startServer();
     }
 
-    /// The topmost child of the root window at that place is the bar.
-    bool barIsOnTopAt(int pointX, int pointY) const {
-        xcb_window_t top = XCB_WINDOW_NONE;
-        for (const auto window : x().children(x().root())) {
-            const auto area = x().area(window);
-            if (area && x().isViewable(window) && pointX >= area->x && pointX < area->x + area->width &&
-                pointY >= area->y && pointY < area->y + area->height)
-                top = window;
-        }
-        return top == bar();
-    }
+    bool barIsOnTopAt(int pointX, int pointY) const { return x().topAt(pointX, pointY) == bar(); }
 
     void setResource(const std::string& resource) {
         const auto file = home_ / "resources";

@@ -95,7 +95,11 @@ void PanelWindowSession::startCompositingManager() {
         run({"picom", "--config", "/dev/null", "--backend", "xrender", "--shadow", "--shadow-radius", "40",
              "--shadow-opacity", "0.9", "--shadow-exclude", "y = 0"}));
     ASSERT_TRUE(eventually([&] { return x().selectionOwner(compositingSelection) != XCB_WINDOW_NONE; }));
-    // It is at work once a window is redirected and drawn.
+    untilComposited();
+}
+
+/// It is at work, and done with what was there, once a window is redirected and drawn.
+void PanelWindowSession::untilComposited() const {
     constexpr std::uint32_t color = 0x13579b;
     const xcb_window_t probe = makeWindow({600, 600, 8, 8}, color);
     EXPECT_TRUE(eventually([&] { return isRedirected(probe) && x().pixel(604, 604) == color; }));

@@ -38,6 +38,8 @@ protected:
     /// Waits until it does its work.
     void startCompositingManager();
     void stopCompositingManager();
+    /// Waits until the screen shows what windows show.
+    void untilComposited() const;
 
 private:
     bool isRedirected(xcb_window_t window) const;

@@ -232,10 +232,9 @@ TEST_F(Reordering, IconThatComesDuringADragMakesRoomAndStays) {
 }
 
 TEST_F(Reordering, ClockIsMovedAndPassedAsAnyOther) {
-    start({{"autoRehide", false},
-           {"clockEnabled", true},
-           {"clockFormat", "HH:mm"},
-           {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}});
+    auto defaults = clockDefaults();
+    defaults["autoRehide"] = false;
+    start(defaults);
     ASSERT_TRUE(eventually([&] { return areaOf("Clock").width > 20; }));
     ASSERT_EQ(names(), (Names{"Toggle", "Clock", "one", "two", "Divider", "three", "four"}));
     drag("one", areaOf("Clock").width);

@@ -304,9 +304,7 @@ TEST_F(ScreensSession, PanelGoesWithTheBar) {
 
 TEST_F(ScreensSession, CalendarGoesWithTheBar) {
     setMonitors({right, left});
-    writeDefaults({{"clockEnabled", true},
-                   {"clockFormat", "HH:mm"},
-                   {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}});
+    writeDefaults(clockDefaults());
     startVelmo();
     ASSERT_TRUE(eventually([&] { return areaOf("Clock").width > 20; }));
     click(*x().windowTitled("Velmo.Clock"));

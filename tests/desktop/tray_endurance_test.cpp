@@ -79,6 +79,8 @@ TEST_F(TrayEndurance, TenThousandIconsThatComeAndGoLeaveNothing) {
     constexpr int visits = 500;
     /// Kilobytes; fewer than 26 bytes an icon.
     constexpr long noise = 256;
+    /// Longer than it takes until new places are written.
+    constexpr milliseconds writtenAfter(2500);
     const auto visit = [&](int number) {
         Visit program(environment_.at("DISPLAY"), number);
         ASSERT_TRUE(program.dock()) << "visit " << number;
@@ -88,14 +90,14 @@ TEST_F(TrayEndurance, TenThousandIconsThatComeAndGoLeaveNothing) {
     for (int number = 0; number < 50; ++number)
         visit(number);
     ASSERT_TRUE(eventually([&] { return onlyOwnItemsAreLeft(); }));
-    std::this_thread::sleep_for(milliseconds(2500));
+    ASSERT_TRUE(comesToRest(writtenAfter));
     const auto before = resources();
     const long files = openFiles();
     const long held = memory();
     for (int number = 0; number < visits && !HasFatalFailure(); ++number)
         visit(number);
     EXPECT_TRUE(eventually([&] { return onlyOwnItemsAreLeft(); }));
-    std::this_thread::sleep_for(milliseconds(2500));
+    ASSERT_TRUE(comesToRest(writtenAfter));
     EXPECT_EQ(resources(), before);
     EXPECT_EQ(openFiles(), files);
     std::printf("%ld KB more are held\n", memory() - held);

@@ -94,7 +94,7 @@ protected:
             ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
         ASSERT_TRUE(eventually([&] { return isOnScreen(shown_); }));
         // What follows a docking has come to its end.
-        std::this_thread::sleep_for(milliseconds(300));
+        ASSERT_TRUE(comesToRest());
     }
     void paintAll(const std::array<std::uint32_t, 4>& colors) {
         for (std::size_t index = 0; index < icons_.size(); ++index)
@@ -159,7 +159,11 @@ protected:
         return x().pixels(area);
     }
     /// Until the screen shows what the bar does.
-    static void settle() { std::this_thread::sleep_for(milliseconds(GetParam() ? 300 : 100)); }
+    void settle() {
+        EXPECT_TRUE(comesToRest(milliseconds(100)));
+        if (GetParam())
+            untilComposited();
+    }
 };
 
 INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooks, testing::Bool(), [](const auto& suite) {

@@ -142,9 +142,8 @@ TEST_F(TrayPrograms, OfAllKindsShareOneOrderThatIsRemembered) {
     ASSERT_LT(x().area(icon)->x, x().area(xembed)->x) << "the newest stands next to the divider";
     superDrag(icon, x().area(xembed)->midX() + 5);
     EXPECT_TRUE(eventually([&] { return x().area(icon)->x > x().area(xembed)->x; }));
-    const std::vector<std::string> order = readDefaults()["statusItemOrder"];
-    EXPECT_EQ(order, (std::vector<std::string>{"Velmo.Toggle", "qt_tray.qt-tray", "parcellite.Parcellite",
-                                               "Velmo.Divider"}));
+    EXPECT_EQ(savedOrder(), (std::vector<std::string>{"Velmo.Toggle", "qt_tray.qt-tray",
+                                                      "parcellite.Parcellite", "Velmo.Divider"}));
     superDrag(icon, farLeft);
     ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
     program.reset();
@@ -162,7 +161,7 @@ TEST_F(TrayPrograms, TwoItemsOfOneProgramHavePlacesOfTheirOwn) {
     const auto second = programWithItem("same");
     const std::string name = "desktop_tests.same";
     EXPECT_TRUE(eventually([&] {
-        const auto order = readDefaults().value("statusItemOrder", std::vector<std::string>());
+        const auto order = savedOrder();
         return std::count(order.begin(), order.end(), name) == 1 &&
                std::count(order.begin(), order.end(), name + "#2") == 1;
     }));

@@ -70,6 +70,8 @@ protected:
             EXPECT_FALSE(x().isViewable(icon));
         }
     }
+    /// Of all of them.
+    bool isOrderWritten() const { return savedOrder().size() >= icons_.size() + 2; }
     /// The icons and the divider (as 0), from right to left.
     std::vector<xcb_window_t> order() const {
         std::vector<std::pair<int, xcb_window_t>> places;
@@ -105,8 +107,7 @@ TEST_P(TraySurvival, IconsLiveAndReturnToTheirPlacesWheneverVelmoIsKilled) {
     client_->dockWithEachTray(GetParam());
     begin();
     waitUntilDocked();
-    // Until their order is written.
-    std::this_thread::sleep_for(milliseconds(2500));
+    ASSERT_TRUE(eventually([&] { return isOrderWritten(); }));
     auto expected = order();
     xcb_window_t dragged = XCB_WINDOW_NONE;
 
@@ -164,7 +165,7 @@ TEST_P(TrayReturn, AnotherTrayInBetweenLeavesIconsTheirPlaces) {
     client_->dockWithEachTray(GetParam());
     begin();
     waitUntilDocked();
-    std::this_thread::sleep_for(milliseconds(2500));
+    ASSERT_TRUE(eventually([&] { return isOrderWritten(); }));
     const auto expected = order();
     for (int round = 0; round < 4; ++round) {
         kill();

@@ -1,4 +1,4 @@
-#include "desktop_session.h"
+#include "running_session.h"
 #include "tray_client.h"
 
 #include <sys/inotify.h>
@@ -11,15 +11,8 @@ namespace velmo::desktop {
 
 namespace {
 
-class Tray : public DesktopSession {
+class Tray : public RunningSession {
 protected:
-    void SetUp() override {
-        DesktopSession::SetUp();
-        startServer();
-        startWindowManager();
-        startVelmo();
-    }
-
     void setEmbeddingFlags(xcb_window_t window, std::uint32_t flags) const {
         const std::uint32_t info[] = {0, flags};
         const auto atom = x().atom("_XEMBED_INFO");
@@ -44,8 +37,6 @@ protected:
         EXPECT_TRUE(eventually([&] { return x().parent(window) != x().root() && x().isViewable(window); }));
         return window;
     }
-
-    std::vector<std::string> savedOrder() const { return readDefaults()["statusItemOrder"]; }
 };
 
 TEST_F(Tray, IconLeavesWithItsProgram) {

@@ -145,9 +145,7 @@ TEST_P(FeaturesUnder, ThePanelOpensAndHandsAClickOn) {
 }
 
 TEST_P(FeaturesUnder, TheCalendarHasTheKeyboardUntilAClickElsewhere) {
-    start({{"clockEnabled", true},
-           {"clockFormat", "HH:mm"},
-           {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}});
+    start(clockDefaults());
     ASSERT_TRUE(eventually([&] {
         const auto item = shown("Velmo.Clock");
         return item && x().area(*item)->width > 20;

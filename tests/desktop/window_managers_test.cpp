@@ -24,18 +24,7 @@ protected:
         writeDefaults(defaults);
         startVelmo();
     }
-    /// The topmost child of the root window at that place is the bar.
-    bool barIsOnTopAt(int pointX, int pointY) const { return topAt(pointX, pointY) == bar(); }
-    xcb_window_t topAt(int pointX, int pointY) const {
-        xcb_window_t top = XCB_WINDOW_NONE;
-        for (const auto window : x().children(x().root())) {
-            const auto area = x().area(window);
-            if (area && x().isViewable(window) && pointX >= area->x && pointX < area->x + area->width &&
-                pointY >= area->y && pointY < area->y + area->height)
-                top = window;
-        }
-        return top;
-    }
+    bool barIsOnTopAt(int pointX, int pointY) const { return x().topAt(pointX, pointY) == bar(); }
     /// A window manager may raise a window once more after the bar has come back.
     bool barStaysOnTopAt(int pointX, int pointY) const {
         return eventually([&] {
@@ -215,10 +204,10 @@ TEST_P(BarUnder, LeavesMenusOfProgramsAboveIt) {
                       &unmanaged);
     xcb_map_window(x().raw(), menu);
     ASSERT_TRUE(x().isViewable(menu));
-    EXPECT_TRUE(stays([&] { return topAt(250, 13) == menu; }, milliseconds(300)));
+    EXPECT_TRUE(stays([&] { return x().topAt(250, 13) == menu; }, milliseconds(300)));
     change(window, "add,above");
     xdotool({"windowraise", std::to_string(window)});
-    EXPECT_TRUE(stays([&] { return topAt(250, 13) == menu; }, milliseconds(300)));
+    EXPECT_TRUE(stays([&] { return x().topAt(250, 13) == menu; }, milliseconds(300)));
     EXPECT_TRUE(barIsOnTopAt(400, 13));
 }
 

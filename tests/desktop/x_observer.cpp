@@ -115,6 +115,17 @@ std::optional<Area> XObserver::area(xcb_window_t window) const {
     return Area{place->dst_x, place->dst_y, geometry->width, geometry->height};
 }
 
+xcb_window_t XObserver::topAt(int x, int y) const {
+    xcb_window_t top = XCB_WINDOW_NONE;
+    for (const auto window : children(root_)) {
+        const auto place = area(window);
+        if (place && isViewable(window) && x >= place->x && x < place->x + place->width && y >= place->y &&
+            y < place->y + place->height)
+            top = window;
+    }
+    return top;
+}
+
 bool XObserver::isViewable(xcb_window_t window) const {
     const auto cookie = xcb_get_window_attributes(connection_, window);
     const auto attributes = owned(xcb_get_window_attributes_reply(connection_, cookie, nullptr));

@@ -44,6 +44,8 @@ public:
     /// The first window below `ancestor` with this class.
     std::optional<xcb_window_t> windowOfClass(xcb_window_t ancestor, const std::string& name) const;
     std::optional<Area> area(xcb_window_t window) const;
+    /// The child of the root window that is seen at that place. None where there is none.
+    xcb_window_t topAt(int x, int y) const;
     /// True where it and all its ancestors are mapped.
     bool isViewable(xcb_window_t window) const;
     bool exists(xcb_window_t window) const;

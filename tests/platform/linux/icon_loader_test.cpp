@@ -40,6 +40,11 @@ protected:
         return answer.value_or(std::nullopt);
     }
 
+    pid_t processThatLoads(const std::filesystem::path& file) {
+        EXPECT_TRUE(load(request(file)));
+        return icons_->processIdentifier();
+    }
+
     static const Bitmap& bitmapOf(const std::optional<Image>& image) {
         return std::get<Bitmap>(image->content);
     }
@@ -129,8 +134,7 @@ TEST_F(IconLoading, WaitsForNoPipeAndReadsNoDeviceNorHugeFile) {
 
 TEST_F(IconLoading, AnswersAfterItsProcessHasDied) {
     const auto file = write("red.svg", redSquare);
-    ASSERT_TRUE(load(request(file)));
-    const pid_t first = icons_->processIdentifier();
+    const pid_t first = processThatLoads(file);
     ASSERT_GT(first, 0);
     kill(first, SIGKILL);
     EXPECT_TRUE(load(request(file)));
@@ -139,8 +143,7 @@ TEST_F(IconLoading, AnswersAfterItsProcessHasDied) {
 
 TEST_F(IconLoading, AnswersWhereItsProcessHasDiedWithoutNotice) {
     const auto file = write("red.svg", redSquare);
-    ASSERT_TRUE(load(request(file)));
-    const pid_t first = icons_->processIdentifier();
+    const pid_t first = processThatLoads(file);
     ASSERT_GT(first, 0);
     kill(first, SIGKILL);
     siginfo_t ended{};
@@ -150,8 +153,7 @@ TEST_F(IconLoading, AnswersWhereItsProcessHasDiedWithoutNotice) {
 
 TEST_F(IconLoading, AsksAnotherProcessWhereOneHangs) {
     const auto file = write("red.svg", redSquare);
-    ASSERT_TRUE(load(request(file)));
-    const pid_t first = icons_->processIdentifier();
+    const pid_t first = processThatLoads(file);
     ASSERT_GT(first, 0);
     kill(first, SIGSTOP);
     EXPECT_TRUE(load(request(file)));

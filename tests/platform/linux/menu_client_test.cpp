@@ -1,84 +1,13 @@
-#include "linux/status_notifier/menu_client.h"
-
-#include "bus_session.h"
-
-#include <set>
+#include "exported_menus_session.h"
 
 namespace velmo {
 
 namespace {
 
-using desktop::BusProgram;
-using status_notifier::MenuClient;
-using Entry = BusProgram::MenuEntry;
 using Mark = ExportedMenuEntry::Mark;
 using MarkState = ExportedMenuEntry::MarkState;
-using Outcome = MenuClient::Outcome;
 
-constexpr const char* menuInterface = "com.canonical.dbusmenu";
-constexpr std::uint32_t clickTime = 1234;
-
-Entry entry(std::int32_t id, const std::string& label, std::vector<Entry> children = {}) {
-    Entry made{id, {{"label", label}}, std::move(children)};
-    if (!made.children.empty())
-        made.properties["children-display"] = std::string("submenu");
-    return made;
-}
-
-std::size_t count(const ExportedMenuEntry& menu) {
-    std::size_t sum = menu.children.size();
-    for (const auto& child : menu.children)
-        sum += count(child);
-    return sum;
-}
-
-class ExportedMenus : public BusSession {
-protected:
-    void SetUp() override {
-        BusSession::SetUp();
-        startHost();
-        owner_ = program();
-        owner_->addItem("/StatusNotifierItem", "owner");
-        owner_->setMenuPath("/StatusNotifierItem");
-        owner_->registerItem("/StatusNotifierItem");
-        ASSERT_TRUE(untilItems(1));
-    }
-
-    void TearDown() override {
-        menu_.reset();
-        owner_.reset();
-        BusSession::TearDown();
-    }
-
-    void ask(const Entry& root) {
-        owner_->setMenu("/Menu", root);
-        ask();
-    }
-
-    void changeProperty(std::int32_t id, const std::string& name, const std::string& value) {
-        owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [&](auto* message) {
-            return sd_bus_message_append(message, "a(ia{sv})a(ias)", 1, id, 1, name.c_str(), "s",
-                                         value.c_str(), 0);
-        });
-    }
-
-    void ask() {
-        menu_ = std::make_unique<MenuClient>(*items_.front(), 16, "", clickTime);
-        outcome_.reset();
-        menu_->prepare([this](auto outcome) { outcome_ = outcome; });
-    }
-
-    /// The menu, once it can be shown.
-    const ExportedMenuEntry& shown(const Entry& root) {
-        ask(root);
-        EXPECT_TRUE(until([&] { return outcome_ == Outcome::ready; }));
-        return menu_->root();
-    }
-
-    std::unique_ptr<BusProgram> owner_;
-    std::unique_ptr<MenuClient> menu_;
-    std::optional<Outcome> outcome_;
-};
+class ExportedMenus : public ExportedMenusSession {};
 
 TEST_F(ExportedMenus, TellOfEntriesAndSubmenus) {
     const Entry root{
@@ -291,104 +220,6 @@ TEST_F(ExportedMenus, KeepAPictureUntilTheNextOneIsThere) {
     EXPECT_FALSE(blinked);
     changeProperty(1, "icon-name", "no-such-icon");
     EXPECT_TRUE(until([&] { return !menu.children[0].icon; })) << "the next one is none";
-}
-
-TEST_F(ExportedMenus, LoadPicturesHoweverManyThereHaveBeen) {
-    const auto pictured = [](int number) {
-        const std::string file =
-            "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"16\" height=\"16\">"
-            "<rect width=\"16\" height=\"16\" fill=\"rgb(0,0," +
-            std::to_string(number) + ")\"/></svg>";
-        Entry made = entry(number, "Pictured");
-        made.properties["icon-data"] = std::vector<std::uint8_t>(file.begin(), file.end());
-        return made;
-    };
-    const auto& menu = shown({0, {}, {pictured(1)}});
-    constexpr int step = 50;
-    for (int first = 1; first <= 250; first += step) {
-        Entry root{0, {}, {}};
-        for (int number = first; number < first + step; ++number)
-            root.children.push_back(pictured(number));
-        owner_->setMenu("/Menu", root);
-        owner_->tellOfLayout();
-        const int last = first + step - 1;
-        ASSERT_TRUE(until([&] { return menu.children.back().id == last && menu.children.back().icon; }));
-        const auto& pixels = *std::get<Bitmap>(menu.children.back().icon->content).pixels;
-        EXPECT_EQ(pixels[0], last);
-    }
-}
-
-TEST_F(ExportedMenus, AreAskedForAnewWhereMoreChangesThanTheyHaveEntries) {
-    const auto& menu = shown({0, {}, {entry(1, "One"), entry(2, "Two")}});
-    owner_->setMenu("/Menu", {0, {}, {entry(1, "One"), entry(2, "Deux")}});
-    owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [&](auto* message) {
-        sd_bus_message_open_container(message, 'a', "(ia{sv})");
-        for (std::size_t count = 0; count < status_notifier::mostMenuEntries; ++count)
-            sd_bus_message_append(message, "(ia{sv})", 1, 1, "label", "s", "Un");
-        sd_bus_message_append(message, "(ia{sv})", 2, 1, "label", "s", "Deux");
-        sd_bus_message_close_container(message);
-        return sd_bus_message_append(message, "a(ias)", 0);
-    });
-    EXPECT_TRUE(until([&] { return menu.children[0].label == "Un"; }));
-    EXPECT_EQ(menu.children[1].label, "Two");
-    EXPECT_TRUE(until([&] { return menu.children[1].label == "Deux"; }));
-    EXPECT_EQ(owner_->callsOf("GetLayout"), 2);
-}
-
-TEST_F(ExportedMenus, ThatChangeWithoutEndLeaveTheLoopFree) {
-    Entry root{0, {}, {}};
-    for (std::int32_t id = 1; id <= 1000; ++id)
-        root.children.push_back(entry(id, "Entry " + std::to_string(id)));
-    const auto& menu = shown(root);
-    for (int count = 0; count < 30; ++count) {
-        owner_->emit("/Menu", menuInterface, "ItemsPropertiesUpdated", [&](auto* message) {
-            sd_bus_message_open_container(message, 'a', "(ia{sv})");
-            for (int index = 0; index < 40000; ++index)
-                sd_bus_message_append(message, "(ia{sv})", index < 39000 ? 5000 : 1000, 0);
-            sd_bus_message_close_container(message);
-            return sd_bus_message_append(message, "a(ias)", 0);
-        });
-    }
-    owner_->setMenu("/Menu", {0, {}, {entry(1, "The end")}});
-    owner_->tellOfLayout();
-    std::chrono::steady_clock::duration longest{};
-    ASSERT_TRUE(until(
-        [&] {
-            const auto start = std::chrono::steady_clock::now();
-            loop_.turn();
-            longest = std::max(longest, std::chrono::steady_clock::now() - start);
-            return menu.children.size() == 1;
-        },
-        30));
-    EXPECT_LT(longest, std::chrono::milliseconds(50));
-}
-
-TEST_F(ExportedMenus, AreCutWhereTheyHaveTooManyEntries) {
-    Entry root{0, {}, {}};
-    for (std::int32_t id = 1; id <= 10000; ++id)
-        root.children.push_back(entry(id, "Entry " + std::to_string(id)));
-    const auto start = std::chrono::steady_clock::now();
-    const auto& menu = shown(root);
-    EXPECT_EQ(menu.children.size(), status_notifier::mostMenuEntries);
-    EXPECT_EQ(menu.children.back().label, "Entry 1000");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
-}
-
-TEST_F(ExportedMenus, ThatContainThemselvesAreCut) {
-    Entry inner = entry(1, "Again", {entry(2, "Leaf"), entry(0, "Root")});
-    for (int depth = 0; depth < 5; ++depth)
-        inner = entry(1, "Again", {inner, entry(2, "Leaf")});
-    const auto& menu = shown({0, {}, {inner, entry(1, "Again"), entry(3, "Other")}});
-    EXPECT_EQ(count(menu), 3U);
-}
-
-TEST_F(ExportedMenus, AreCutWhereTheyAreTooDeep) {
-    Entry inner = entry(100, "Leaf");
-    // As deep as messages may be.
-    for (std::int32_t id = 99; id > 80; --id)
-        inner = entry(id, "Level", {inner});
-    const auto& menu = shown({0, {}, {inner}});
-    EXPECT_EQ(count(menu), static_cast<std::size_t>(status_notifier::deepestMenu));
 }
 
 TEST_F(ExportedMenus, EndWithTheirProgram) {

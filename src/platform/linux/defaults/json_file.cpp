@@ -9,43 +9,42 @@
 
 namespace velmo {
 
-using Json = nlohmann::json;
-
 JsonFile::JsonFile(std::filesystem::path file) : file_(std::move(file)), writable_(!file_.empty()) {}
 
-Json JsonFile::read() {
+nlohmann::json JsonFile::read() {
     std::error_code error;
     content_.clear();
     if (!std::filesystem::exists(file_, error)) {
         writable_ = !error && !file_.empty();
-        return Json::object();
+        return nlohmann::json::object();
     }
     std::ifstream stream;
     if (std::filesystem::is_regular_file(file_, error))
         stream.open(file_, std::ios::binary);
     writable_ = stream.is_open();
     if (!writable_)
-        return Json::object();
+        return nlohmann::json::object();
     content_.assign(std::istreambuf_iterator<char>(stream), {});
-    Json object = Json::parse(content_, nullptr, false);
+    nlohmann::json object = nlohmann::json::parse(content_, nullptr, false);
     if (object.is_object())
         return object;
     writable_ = setAside();
     content_.clear();
-    return Json::object();
+    return nlohmann::json::object();
 }
 
-Json JsonFile::glance() const {
+nlohmann::json JsonFile::glance() const {
     std::error_code error;
     std::ifstream stream;
     if (std::filesystem::is_regular_file(file_, error))
         stream.open(file_, std::ios::binary);
-    Json object = stream.is_open() ? Json::parse(stream, nullptr, false) : Json();
-    return object.is_object() ? object : Json::object();
+    nlohmann::json object =
+        stream.is_open() ? nlohmann::json::parse(stream, nullptr, false) : nlohmann::json();
+    return object.is_object() ? object : nlohmann::json::object();
 }
 
-void JsonFile::write(const Json& object) {
-    std::string text = object.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+void JsonFile::write(const nlohmann::json& object) {
+    std::string text = object.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
     if (!writable_ || text == content_)
         return;
     if (!replaceFile(file_, text))

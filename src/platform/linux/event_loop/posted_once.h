@@ -8,7 +8,7 @@
 
 namespace velmo {
 
-/// Work that is done once in a later turn of the loop, however often it was asked for before.
+/// Work that is done once, when what runs now has returned, however often it was asked for before.
 class PostedOnce {
 public:
     PostedOnce(RunLoop& loop, std::function<void()> work) : loop_(loop), work_(std::move(work)) {}

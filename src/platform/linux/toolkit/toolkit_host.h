@@ -9,8 +9,6 @@
 #include <optional>
 #include <string>
 
-struct xcb_connection_t;
-
 namespace velmo {
 
 class Events;
@@ -23,8 +21,9 @@ public:
     virtual ~ToolkitHost() = default;
 
     virtual HostedLoop& loop() = 0;
-    /// Has the server leave a toolkit's own connection in peace when a button is pressed somewhere.
-    virtual void spareButtonStates(xcb_connection_t* connection) = 0;
+    /// Has the server leave the toolkit's own connection to it, of the system's own type, in peace when a
+    /// button is pressed somewhere.
+    virtual void spareButtonStates(void* connection) = 0;
     virtual LocalEvents& localEvents() = 0;
     virtual Events& events() = 0;
     /// From points with the origin at the bottom left of the primary screen, y upwards, to pixels of the root

@@ -67,4 +67,29 @@ void BarItem::setPlace(const std::optional<PixelRect>& place) {
     moved();
 }
 
+void BarItem::listenToMouse() {
+    connection_.selectEvents(window_, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                                          XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW);
+    mouseEvents_ = connection_.onWindow(window_, [this](const auto& event) { handle(event); });
+}
+
+void BarItem::handle(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7f) {
+        case XCB_BUTTON_PRESS:
+            pressed(reinterpret_cast<const xcb_button_press_event_t&>(event));
+            break;
+        case XCB_BUTTON_RELEASE:
+            released(reinterpret_cast<const xcb_button_release_event_t&>(event));
+            break;
+        case XCB_ENTER_NOTIFY:
+            pointerEntered();
+            break;
+        case XCB_LEAVE_NOTIFY:
+            pointerLeft();
+            break;
+        default:
+            break;
+    }
+}
+
 }  // namespace velmo::x11

@@ -79,13 +79,22 @@ protected:
     virtual void resized() = 0;
     /// The item has another place.
     virtual void moved() {}
+    /// From now on the following is called for what the mouse does in the window.
+    void listenToMouse();
+    virtual void pressed(const xcb_button_press_event_t& /*event*/) {}
+    virtual void released(const xcb_button_release_event_t& /*event*/) {}
+    virtual void pointerEntered() {}
+    virtual void pointerLeft() {}
 
     Connection& connection_;
 
 private:
+    void handle(const xcb_generic_event_t& event);
+
     std::string identity_;
     xcb_window_t window_;
     std::optional<PixelRect> place_;
+    Registration mouseEvents_;
 };
 
 }  // namespace velmo::x11

@@ -141,9 +141,8 @@ Connection::Connection(xcb_connection_t* connection, int screenNumber, EventLoop
       // Events that arrived together with a reply lie in memory, where no descriptor tells of them.
       beforeSleep_(loop.addBeforeSleep([this] { readEvents(); })) {
     // One mask for all who listen on the root window, since each client has but one there.
-    const std::uint32_t mask =
-        XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(connection_, root(), XCB_CW_EVENT_MASK, &mask);
+    selectEvents(root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY |
+                             XCB_EVENT_MASK_PROPERTY_CHANGE);
     keyboardEvents_ =
         onExtension(xcb_xkb_id, [this](const xcb_generic_event_t& event) { call(keyboardHandlers_, event); });
 }
@@ -173,11 +172,13 @@ bool Connection::isOurs(xcb_window_t window) const {
     return (window & ~setup->resource_id_mask) == setup->resource_id_base;
 }
 
-Registration Connection::add(Entries& entries, Handler handler) {
+Registration Connection::add(Entries& entries, Handler handler, std::function<void()> removed) {
     const auto place = entries.insert(entries.end(), std::make_shared<Entry>(Entry{std::move(handler)}));
-    return Registration([&entries, place] {
+    return Registration([&entries, place, removed = std::move(removed)] {
         (*place)->ended = true;
         entries.erase(place);
+        if (removed)
+            removed();
     });
 }
 
@@ -191,13 +192,9 @@ void Connection::call(const Entries& entries, const xcb_generic_event_t& event) 
 }
 
 Registration Connection::onWindow(xcb_window_t window, Handler handler) {
-    Entries& entries = windowHandlers_[window];
-    const auto place = entries.insert(entries.end(), std::make_shared<Entry>(Entry{std::move(handler)}));
-    return Registration([this, window, place] {
+    return add(windowHandlers_[window], std::move(handler), [this, window] {
         const auto found = windowHandlers_.find(window);
-        (*place)->ended = true;
-        found->second.erase(place);
-        if (found->second.empty())
+        if (found != windowHandlers_.end() && found->second.empty())
             windowHandlers_.erase(found);
     });
 }
@@ -211,6 +208,10 @@ Registration Connection::onExtension(xcb_extension_t& extension, Handler handler
 
 Registration Connection::onKeyboardChange(Handler handler) {
     return add(keyboardHandlers_, std::move(handler));
+}
+
+void Connection::selectEvents(xcb_window_t window, std::uint32_t mask) const {
+    xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &mask);
 }
 
 std::vector<std::uint8_t> Connection::property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type,

@@ -46,6 +46,8 @@ public:
 
     /// Events about a window; several handlers may ask for the same.
     Registration onWindow(xcb_window_t window, Handler handler);
+    /// Which events of the window the server tells this connection of: those of the mask, and no others.
+    void selectEvents(xcb_window_t window, std::uint32_t mask) const;
     /// Events of an extension: core-like ones from its first event on, generic ones of its major opcode.
     Registration onExtension(xcb_extension_t& extension, Handler handler);
     /// Keys or modifiers have changed.
@@ -89,7 +91,8 @@ private:
     void readEvents();
     void dispatch(const xcb_generic_event_t& event);
     void dispatchToExtension(const xcb_generic_event_t& event);
-    static Registration add(Entries& entries, Handler handler);
+    /// `removed` is called after the handler has gone.
+    static Registration add(Entries& entries, Handler handler, std::function<void()> removed = {});
     static void call(const Entries& entries, const xcb_generic_event_t& event);
     void noticeLoss();
 

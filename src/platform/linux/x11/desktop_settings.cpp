@@ -208,8 +208,7 @@ void DesktopSettings::followManager() {
     manager_ = selectionOwner(connection_, connection_.atoms().xsettingsSelection);
     managerEvents_ = {};
     if (manager_ != XCB_WINDOW_NONE) {
-        const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        xcb_change_window_attributes(connection_.raw(), manager_, XCB_CW_EVENT_MASK, &mask);
+        connection_.selectEvents(manager_, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         managerEvents_ = connection_.onWindow(manager_, [this](const xcb_generic_event_t& event) {
             const auto type = event.response_type & 0x7f;
             if (type == XCB_DESTROY_NOTIFY)

@@ -1,5 +1,6 @@
 #include "keyboard.h"
 
+#include "event.h"
 #include "linux/x11/keyboard_extension.h"
 #include "linux/x11/reply.h"
 #include "linux/x11/virtual_keys.h"
@@ -13,9 +14,6 @@
 namespace velmo::x11 {
 
 namespace {
-
-/// As a virtual key code.
-constexpr std::uint16_t escapeCode = 53;
 
 /// What a key types: with no modifier in the first layout, then with others and in others.
 struct KeyMeaning {
@@ -81,11 +79,11 @@ void Keyboard::read() {
         if (meaning.isNothing())
             meaninglessKey_ = meaning.key;
     }
-    const auto usual = keycodes.find(escapeCode);
+    const auto usual = keycodes.find(escapeKeyCode);
     if (escapeKeys.empty() && usual != keycodes.end())
         escapeKeys.push_back(usual->second);
     if (!escapeKeys.empty())
-        keycodes[escapeCode] = escapeKeys.front();
+        keycodes[escapeKeyCode] = escapeKeys.front();
     const bool isSame = keycodes == keycodes_ && escapeKeys == escapeKeys_;
     keycodes_ = std::move(keycodes);
     escapeKeys_ = std::move(escapeKeys);
@@ -99,7 +97,7 @@ bool Keyboard::isEscape(xcb_keycode_t key) const {
 
 std::optional<std::uint16_t> Keyboard::virtualKeyOf(xcb_keycode_t key) const {
     if (isEscape(key))
-        return escapeCode;
+        return escapeKeyCode;
     const auto found = std::find_if(keycodes_.begin(), keycodes_.end(),
                                     [key](const auto& entry) { return entry.second == key; });
     return found == keycodes_.end() ? std::nullopt : std::optional(static_cast<std::uint16_t>(found->first));

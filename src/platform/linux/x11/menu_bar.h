@@ -75,8 +75,8 @@ public:
     std::string identityFor(const std::string& application, const std::string& former = {}) const;
     void addItem(BarItem& item);
     void removeItem(BarItem& item);
-    /// An item's width, visibility or identity has changed. Items are laid out once, in the next turn
-    /// of the loop, or as soon as somebody asks where one is.
+    /// An item's width, visibility or identity has changed. Items are laid out once, when what runs now has
+    /// returned, or as soon as somebody asks where one is.
     void setNeedsLayout();
     void layOutIfNeeded();
     /// The bar as it looks behind an item, over the whole canvas.

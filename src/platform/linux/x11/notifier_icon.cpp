@@ -35,10 +35,7 @@ NotifierIcon::NotifierIcon(MenuBar& bar, status_notifier::Item& item)
       painting_(connection_.loop(), [this] { paint(); }),
       toolTip_(
           bar, *this, [this] { return toolTip(); }, &LazyToolkit::showRichToolTip) {
-    const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
-                               XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
-    xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_EVENT_MASK, &mask);
-    events_ = connection_.onWindow(window(), [this](const auto& event) { handle(event); });
+    listenToMouse();
     setIdentity(bar.identityFor(item.application()));
     follow();
     bar_.addItem(*this);
@@ -107,25 +104,6 @@ WindowListEntry NotifierIcon::describe() const {
     const auto& title = item_.properties().title;
     entry.name = title.empty() ? std::nullopt : std::optional(title);
     return entry;
-}
-
-void NotifierIcon::handle(const xcb_generic_event_t& event) {
-    switch (event.response_type & 0x7f) {
-        case XCB_BUTTON_PRESS:
-            pressed(reinterpret_cast<const xcb_button_press_event_t&>(event));
-            break;
-        case XCB_BUTTON_RELEASE:
-            released(reinterpret_cast<const xcb_button_release_event_t&>(event));
-            break;
-        case XCB_ENTER_NOTIFY:
-            toolTip_.pointerEntered();
-            break;
-        case XCB_LEAVE_NOTIFY:
-            toolTip_.end();
-            break;
-        default:
-            break;
-    }
 }
 
 void NotifierIcon::pressed(const xcb_button_press_event_t& event) {

@@ -41,9 +41,10 @@ protected:
     void moved() override;
 
 private:
-    void handle(const xcb_generic_event_t& event);
-    void pressed(const xcb_button_press_event_t& event);
-    void released(const xcb_button_release_event_t& event);
+    void pressed(const xcb_button_press_event_t& event) override;
+    void released(const xcb_button_release_event_t& event) override;
+    void pointerEntered() override { toolTip_.pointerEntered(); }
+    void pointerLeft() override { toolTip_.end(); }
     void clicked(xcb_button_t button, int x, int y);
     void provideActivationToken();
     void openMenu(int x, int y);
@@ -80,7 +81,6 @@ private:
     bool unpainted_ = false;
     PostedOnce painting_;
     HoverToolTip toolTip_;
-    Registration events_;
     Lifetime lifetime_;
 };
 

@@ -48,10 +48,7 @@ StatusItemWindow::StatusItemWindow(MenuBar& bar, double length)
       length_(length),
       toolTip_(
           bar, *this, [this] { return toolTipText_; }, &LazyToolkit::showToolTip) {
-    const std::uint32_t mask = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
-                               XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW;
-    xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_EVENT_MASK, &mask);
-    events_ = connection_.onWindow(window(), [this](const auto& event) { handle(event); });
+    listenToMouse();
     setIdentity(bar.nextItemName());
     bar_.addItem(*this);
 }
@@ -268,24 +265,9 @@ void StatusItemWindow::setHighlighted(bool highlighted) {
     setNeedsDisplay();
 }
 
-void StatusItemWindow::handle(const xcb_generic_event_t& event) {
-    switch (event.response_type & 0x7f) {
-        case XCB_BUTTON_PRESS:
-            pressed(reinterpret_cast<const xcb_button_press_event_t&>(event));
-            break;
-        case XCB_BUTTON_RELEASE:
-            released(reinterpret_cast<const xcb_button_release_event_t&>(event));
-            break;
-        case XCB_ENTER_NOTIFY:
-            if (!bar_.isLong(*this))
-                toolTip_.pointerEntered();
-            break;
-        case XCB_LEAVE_NOTIFY:
-            toolTip_.end();
-            break;
-        default:
-            break;
-    }
+void StatusItemWindow::pointerEntered() {
+    if (!bar_.isLong(*this))
+        toolTip_.pointerEntered();
 }
 
 void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {

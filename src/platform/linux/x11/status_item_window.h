@@ -64,7 +64,7 @@ protected:
     void resized() override { needsDisplay_ = true; }
 
 private:
-    /// What it depends on how the item looks in the present appearance.
+    /// All that the picture of the item is made from, in the present appearance.
     struct Look {
         std::optional<Image> image;
         std::string title;
@@ -85,9 +85,10 @@ private:
     Pixmap draw(const Look& look) const;
     void drawContent(Canvas& canvas) const;
     void setHighlighted(bool highlighted);
-    void handle(const xcb_generic_event_t& event);
-    void pressed(const xcb_button_press_event_t& event);
-    void released(const xcb_button_release_event_t& event);
+    void pressed(const xcb_button_press_event_t& event) override;
+    void released(const xcb_button_release_event_t& event) override;
+    void pointerEntered() override;
+    void pointerLeft() override { toolTip_.end(); }
     bool isSwallowed(const Event& event);
     void send(const Event& event);
 
@@ -113,7 +114,6 @@ private:
     std::int64_t pressNumber_ = 0;
     /// Its menu is open.
     bool highlighted_ = false;
-    Registration events_;
     Lifetime lifetime_;
 };
 

@@ -77,8 +77,8 @@ Registration ToolkitServices::keepAbove(WindowNumber window) {
     return Registration([kept]() mutable { kept.reset(); });
 }
 
-void ToolkitServices::spareButtonStates(xcb_connection_t* connection) {
-    selectKeyStates(connection);
+void ToolkitServices::spareButtonStates(void* connection) {
+    selectKeyStates(static_cast<xcb_connection_t*>(connection));
 }
 
 void ToolkitServices::declareShadow(WindowNumber window, const Size& size, double margin) {

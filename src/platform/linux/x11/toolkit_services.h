@@ -33,7 +33,7 @@ public:
         return compositingListeners_.add(std::move(listener));
     }
     Registration keepAbove(WindowNumber window) override;
-    void spareButtonStates(xcb_connection_t* connection) override;
+    void spareButtonStates(void* connection) override;
     void declareShadow(WindowNumber window, const Size& size, double margin) override;
     void activate(WindowNumber window) override;
     void takeKeyboard(WindowNumber window) override;

@@ -16,17 +16,14 @@ namespace {
 
 constexpr std::uint32_t embeddedNotify = 0;
 constexpr std::uint32_t embedVersion = 0;
-// What programs do without end costs them more than us.
+/// Between two times that we draw an icon anew, read what its program says of it, and give its window back
+/// the size that it is to have: a program may ask for each of them without end.
 constexpr Seconds paintingPause = 0.01;
 constexpr Seconds readingPause = 0.1;
 constexpr Seconds correctionPause = 0.25;
 /// In a second, of one icon. The next second nobody listens to it; what it asks for is done then, at the
 /// server's cost, so that silence for all icons of a program that floods us would slow down everybody.
 constexpr int mostEvents = 500;
-
-void selectEvents(const Connection& connection, xcb_window_t window, std::uint32_t mask) {
-    xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);
-}
 
 /// Puts the window into our save-set, or takes it out: the server gives it back to the root window when our
 /// connection ends, and keeps it out of sight there.
@@ -104,7 +101,7 @@ void TrayIcon::unredirect() const {
 /// Leaves nothing on a window that goes on without us, but for the name by which we know it again.
 void TrayIcon::release() const {
     setSaved(connection_, facts_.client, false);
-    selectEvents(connection_, facts_.client, XCB_EVENT_MASK_NO_EVENT);
+    connection_.selectEvents(facts_.client, XCB_EVENT_MASK_NO_EVENT);
 }
 
 void TrayIcon::placeClient() {
@@ -156,10 +153,10 @@ WindowListEntry TrayIcon::describe() const {
 
 /// What the client asks for in its place in the bar, we are asked for.
 void TrayIcon::listen(bool listening) const {
-    selectEvents(connection_, facts_.client,
-                 listening ? trayClientEvents : std::uint32_t{XCB_EVENT_MASK_NO_EVENT});
-    selectEvents(connection_, window(),
-                 listening ? XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT : XCB_EVENT_MASK_NO_EVENT);
+    connection_.selectEvents(facts_.client,
+                             listening ? trayClientEvents : std::uint32_t{XCB_EVENT_MASK_NO_EVENT});
+    connection_.selectEvents(window(),
+                             listening ? XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT : XCB_EVENT_MASK_NO_EVENT);
 }
 
 bool TrayIcon::isBearable() {

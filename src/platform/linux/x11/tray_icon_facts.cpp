@@ -25,13 +25,9 @@ std::string applicationName(std::string classes) {
     return classes;
 }
 
-void selectClientEvents(const Connection& connection, xcb_window_t client, std::uint32_t mask) {
-    xcb_change_window_attributes(connection.raw(), client, XCB_CW_EVENT_MASK, &mask);
-}
-
 /// Listening begins before the first question: who dies after its answer is heard of.
 xcb_get_window_attributes_cookie_t listenAndAsk(const Connection& connection, xcb_window_t client) {
-    selectClientEvents(connection, client, trayClientEvents);
+    connection.selectEvents(client, trayClientEvents);
     return xcb_get_window_attributes(connection.raw(), client);
 }
 
@@ -61,7 +57,7 @@ std::optional<TrayIconFacts> TrayIconQuestions::answer() const {
     facts.wantsToBeShown = embedding_.answer();
     if (!attributes || !geometry || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT ||
         geometry->root != connection_.root()) {
-        selectClientEvents(connection_, client_, XCB_EVENT_MASK_NO_EVENT);
+        connection_.selectEvents(client_, XCB_EVENT_MASK_NO_EVENT);
         return std::nullopt;
     }
     facts.depth = geometry->depth;

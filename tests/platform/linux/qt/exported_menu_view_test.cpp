@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <memory>
 #include <string>
 #include <utility>
@@ -285,20 +286,23 @@ TEST_F(ExportedMenuViews, ShowEntriesOfOneIdOnce) {
 TEST_F(ExportedMenuViews, ManyEntriesMayChangeAtOnceWhileTheyAreOpen) {
     constexpr int most = 1000;
     show(numbered(most, "Entry "));
-    // The best of some, since others use the machine, too.
-    auto relabelled = std::chrono::steady_clock::duration::max();
+    // Of this thread: others use the machine, too.
+    const auto processorTime = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    };
     for (const auto* name : {"Other entry ", "Third entry ", "Another entry "}) {
         const auto changed = numbered(most, name);
-        const auto start = std::chrono::steady_clock::now();
+        const auto start = processorTime();
         follow(changed);
-        relabelled = std::min(relabelled, std::chrono::steady_clock::now() - start);
+        EXPECT_LT(processorTime() - start, std::chrono::milliseconds(100));
     }
-    EXPECT_LT(relabelled, std::chrono::milliseconds(100));
     EXPECT_EQ(action(most - 1).text(), QStringLiteral("Another entry 1000"));
     EXPECT_EQ(view_.width(), view_.sizeHint().width()) << "it has been measured";
-    const auto before = std::chrono::steady_clock::now();
+    const auto before = processorTime();
     follow({labelled(most + 1, "Alone")});
-    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(100));
+    EXPECT_LT(processorTime() - before, std::chrono::milliseconds(100));
     EXPECT_EQ(view_.actions().size(), 1);
 }
 

@@ -22,7 +22,7 @@ public:
     std::optional<double> declaredMargin;
 
     HostedLoop& loop() override { return loop_; }
-    void spareButtonStates(xcb_connection_t* /*connection*/) override {}
+    void spareButtonStates(void* /*connection*/) override {}
     LocalEvents& localEvents() override { return localEvents_; }
     Events& events() override { return desktop_.events(); }
     Rect toPixels(const Rect& rect) const override { return rect; }

@@ -45,7 +45,7 @@ FloatingWindow::FloatingWindow(ToolkitHost& host, const Traits& traits)
     });
 }
 
-void FloatingWindow::followBar() const {
+void FloatingWindow::followBar() {
     if (isVisible() && onBarChange_)
         onBarChange_();
 }
@@ -97,13 +97,7 @@ void FloatingWindow::showAt(const QPointF& pixel) {
     const int margin = shadowMargin();
     const QRect place =
         QRect(fromPixels(pixel).toPoint(), contentSize()).adjusted(-margin, -margin, margin, margin);
-    const qreal formerRatio = std::exchange(ratio_, devicePixelRatioF());
-    if (ratio_ != formerRatio) {
-        // In another scale the same size is one of other pixels, of which the toolkit takes no notice.
-        setGeometry(place.adjusted(0, 0, 1, 1));
-        repaint();
-    }
-    setGeometry(place);
+    scale_.resize(*this, [&](int more) { setGeometry(place.adjusted(0, 0, more, more)); });
     content_.setGeometry(body());
     declareShadow();
     show();

@@ -2,6 +2,7 @@
 
 #include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
+#include "linux/qt/windows/scale_follower.h"
 #include "linux/qt/windows/screen_changes.h"
 #include "linux/toolkit/toolkit_host.h"
 
@@ -46,7 +47,7 @@ private:
     QSize contentSize() const;
     /// True where the window was made anew, which hides it.
     bool matchScreen();
-    void followBar() const;
+    void followBar();
     void declareShadow();
     int shadowMargin() const;
     QRect body() const;
@@ -57,8 +58,7 @@ private:
     ViewHost content_;
     /// Pixels of the root window.
     QPointF corner_;
-    /// Pixels for one of the toolkit's units when the window was placed.
-    qreal ratio_ = 0;
+    ScaleFollower scale_;
     bool isTranslucent_ = false;
     std::function<void()> onBarChange_;
     std::function<void()> onBarLeave_;

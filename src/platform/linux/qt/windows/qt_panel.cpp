@@ -1,7 +1,7 @@
 #include "qt_panel.h"
 
+#include "hanging_frame.h"
 #include "linux/local_events.h"
-#include "linux/qt/windows/hanging_frame.h"
 
 namespace velmo {
 

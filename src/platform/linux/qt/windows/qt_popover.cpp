@@ -1,8 +1,8 @@
 #include "qt_popover.h"
 
+#include "hanging_frame.h"
 #include "linux/local_events.h"
 #include "linux/qt/windows/await_server.h"
-#include "linux/qt/windows/hanging_frame.h"
 
 #include <QKeyEvent>
 

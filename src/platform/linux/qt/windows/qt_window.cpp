@@ -4,6 +4,7 @@
 #include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
 #include "linux/qt/windows/await_server.h"
+#include "linux/qt/windows/scale_follower.h"
 #include "linux/qt/windows/screen_changes.h"
 
 #include <QAccessible>
@@ -51,15 +52,10 @@ public:
         setFixedSize(fittingSize());
     }
     void followScale() {
-        const qreal formerRatio = std::exchange(ratio_, devicePixelRatioF());
-        if (ratio_ == formerRatio)
-            return;
-        // In another scale the same size is one of other pixels, of which the toolkit takes no notice.
         const QSize size = fittingSize();
-        setFixedSize(size + QSize(1, 1));
-        repaint();
-        setFixedSize(size);
-        owner_.unitsChanged(formerRatio / ratio_);
+        const qreal factor = scale_.resize(*this, [&](int more) { setFixedSize(size + QSize(more, more)); });
+        if (factor != 1)
+            owner_.unitsChanged(factor);
     }
 
 protected:
@@ -100,8 +96,7 @@ private:
 
     QtWindow& owner_;
     ViewHost host_;
-    /// Pixels for one of the toolkit's units.
-    qreal ratio_ = devicePixelRatioF();
+    ScaleFollower scale_{devicePixelRatioF()};
     ScreenChanges screenChanges_{[this] { followScale(); }};
     QTimer resting_;
 };

@@ -6,8 +6,9 @@
 
 namespace velmo {
 
-/// Of a window that hangs from `top`, in the middle below `midX` as far as the screen leaves room on either
-/// side. Where its two edges ask for different things, the left one wins. Points, y upwards.
+/// The frame of a window that hangs from `top`, in the middle below `midX` as far as the screen leaves room
+/// on either side, less a gap. Where its two edges ask for different things, the left one wins. Points, y
+/// upwards.
 inline Rect hangingFrame(double midX, double top, const Size& size, const Rect& screen) {
     constexpr double edgeGap = 8;
     double x = midX - size.width / 2;
