@@ -120,6 +120,9 @@ protected:
 
 private:
     std::vector<std::string> windowManagerCommand(const std::string& name) const;
+    /// A window manager that has just begun frames windows that it has seen before; those that are made after
+    /// this has returned are none of them.
+    void waitUntilWindowsAreManaged() const;
     /// By which it can be told from others. None where none runs.
     xcb_window_t windowManagersWindow() const;
 
