@@ -212,6 +212,12 @@ TEST_F(BarPlaces, TheScreenIsLeftToAProgramThatIsAsLargeAndWantsNoFrame) {
     set(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {x().atom("_NET_WM_WINDOW_TYPE_NORMAL")});
     hints(window, 2, 0);
     EXPECT_TRUE(goesAway());
+    set(window, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {26, 26, 26, 26});
+    hints(window, 2, 0);
+    EXPECT_TRUE(comesHome()) << "its shadow is as large";
+    set(window, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {0, 0, 0, 0});
+    hints(window, 2, 0);
+    EXPECT_TRUE(goesAway());
     const std::uint32_t values[] = {1280, 719};
     xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);
     x().exists(window);

@@ -300,6 +300,13 @@ void DesktopSession::clickHolding(const std::string& key, xcb_window_t window) c
 }
 
 void DesktopSession::superDrag(xcb_window_t window, int targetX) const {
+    const auto place = x().area(window);
+    superPressAndMove(window, targetX);
+    EXPECT_TRUE(eventually([&] { return x().area(window) != place; })) << "it follows the pointer";
+    releaseSuper();
+}
+
+void DesktopSession::superPressAndMove(xcb_window_t window, int targetX) const {
     const auto place = x().area(window).value_or(Area{});
     std::vector<std::string> steps = {"mousemove",
                                       std::to_string(place.midX()),
@@ -314,7 +321,9 @@ void DesktopSession::superDrag(xcb_window_t window, int targetX) const {
         steps.insert(steps.end(), {"mousemove", std::to_string(stepX), "13"});
     }
     xdotool(steps);
-    EXPECT_TRUE(eventually([&] { return x().area(window) != place; })) << "it follows the pointer";
+}
+
+void DesktopSession::releaseSuper() const {
     xdotool({"mouseup", "1", "keyup", "Super_L"});
 }
 

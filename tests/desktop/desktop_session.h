@@ -95,6 +95,9 @@ protected:
     /// Drags with Super held, from the middle of the window to (x, 13) in steps, as slowly as a hand at
     /// least: the window follows before it is let go.
     void superDrag(xcb_window_t window, int x) const;
+    /// The same up to its last step, waiting for nobody.
+    void superPressAndMove(xcb_window_t window, int x) const;
+    void releaseSuper() const;
 
     XObserver& x() const { return *observer_; }
     ChildProcess& velmo() { return *velmo_; }

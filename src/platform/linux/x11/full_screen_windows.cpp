@@ -25,6 +25,7 @@ constexpr std::size_t mostLikelyClients = 16;
 constexpr std::size_t hintFlags = 0;
 constexpr std::size_t hintFrame = 2;
 constexpr std::uint32_t saysFrame = 1U << 1U;
+constexpr std::uint32_t sides = 4;
 
 std::vector<std::uint32_t> numbersFrom(const Connection& connection, xcb_get_property_cookie_t cookie) {
     const auto reply = owned(xcb_get_property_reply(connection.raw(), cookie, nullptr));
@@ -140,7 +141,8 @@ std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const 
     return clients;
 }
 
-/// What shows icons behind all windows is as large, and has no frame either.
+/// What shows icons behind all windows is as large, and has no frame either. A program that draws its own has
+/// a shadow in its window, without which that is smaller.
 bool FullScreenWindows::isBareProgram(xcb_window_t window) const {
     xcb_connection_t* raw = connection_.raw();
     const auto& atoms = connection_.atoms();
@@ -148,13 +150,17 @@ bool FullScreenWindows::isBareProgram(xcb_window_t window) const {
         xcb_get_property(raw, 0, window, atoms.motifWmHints, atoms.motifWmHints, 0, hintFrame + 1);
     const auto typeCookie =
         xcb_get_property(raw, 0, window, atoms.netWmWindowType, XCB_ATOM_ATOM, 0, mostStates);
+    const auto marginsCookie =
+        xcb_get_property(raw, 0, window, atoms.gtkFrameExtents, XCB_ATOM_CARDINAL, 0, sides);
     const auto hints = numbersFrom(connection_, hintsCookie);
     const auto types = numbersFrom(connection_, typeCookie);
+    const auto margins = numbersFrom(connection_, marginsCookie);
+    const bool hasShadow = std::any_of(margins.begin(), margins.end(), [](auto width) { return width > 0; });
     const auto is = [&](xcb_atom_t type) {
         return std::find(types.begin(), types.end(), type) != types.end();
     };
     return hints.size() > hintFrame && (hints[hintFlags] & saysFrame) != 0 && hints[hintFrame] == 0 &&
-           !is(atoms.netWmWindowTypeDesktop) && !is(atoms.netWmWindowTypeDock);
+           !hasShadow && !is(atoms.netWmWindowTypeDesktop) && !is(atoms.netWmWindowTypeDock);
 }
 
 bool FullScreenWindows::isActive(xcb_window_t window) const {
