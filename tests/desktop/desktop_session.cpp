@@ -92,6 +92,12 @@ void DesktopSession::startSessionBus() {
     environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_->address();
 }
 
+void DesktopSession::startDesktop() {
+    startServer();
+    startWindowManager();
+    startSessionBus();
+}
+
 void DesktopSession::stopServer() {
     observer_.reset();
     server_->end();

@@ -54,6 +54,8 @@ protected:
     void crashWindowManager() const;
     /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
     void startSessionBus();
+    /// A server with a window manager, and a session bus.
+    void startDesktop();
     void stopSessionBus() { bus_->stop(); }
     std::string busAddress() const { return bus_->address(); }
     /// Written before Velmo starts; keys as in the defaults file. Not its first launch, unless they say so.

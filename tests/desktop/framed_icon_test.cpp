@@ -73,6 +73,11 @@ protected:
     bool isInTheBar() const {
         return x().parent(x().parent(icon_)) == bar_->window() && x().isViewable(icon_);
     }
+    /// The icon into a window, on behalf of a program.
+    void put(const XObserver& program, xcb_window_t parent) const {
+        xcb_reparent_window(program.raw(), icon_, parent, 0, 0);
+        program.exists(icon_);
+    }
     bool returns() {
         return turnUntil([&] {
             manager_->letGoWhatIsWithdrawn();
@@ -123,8 +128,7 @@ TEST_F(FramedIcon, ReturnsFromAManagerThatIsKnownByItsMarkOnly) {
     const auto frame = makeParent(unknown);
     mark(icon_);
     x().exists(icon_);
-    xcb_reparent_window(unknown.raw(), icon_, frame, 0, 0);
-    unknown.exists(icon_);
+    put(unknown, frame);
     EXPECT_TRUE(turnUntil([&] { return isInTheBar(); })) << "who does not let go is not waited for";
     EXPECT_TRUE(staysInTheBar());
 }
@@ -155,8 +159,7 @@ TEST_F(FramedIcon, StaysWhenItsProgramHadItElsewhereWhileItDocked) {
     const auto parent = makeParent(x());
     const x11::TrayIconQuestions questions(*connection_, icon_);
     connection_->sync();
-    xcb_reparent_window(x().raw(), icon_, parent, 0, 0);
-    x().exists(icon_);
+    put(x(), parent);
     const x11::TrayIcon icon(*bar_, questions.answer().value(), "icon");
     EXPECT_TRUE(returns());
     EXPECT_TRUE(staysInTheBar());
@@ -180,8 +183,7 @@ TEST_F(FramedIcon, LeavesWithItsProgramForAWindowOfThatProgram) {
     dock(icon_);
     const auto parent = makeParent(x());
     mark(icon_);
-    xcb_reparent_window(x().raw(), icon_, parent, 0, 0);
-    x().exists(icon_);
+    put(x(), parent);
     EXPECT_TRUE(leaves());
     EXPECT_EQ(x().parent(icon_), parent);
 }
@@ -192,8 +194,7 @@ TEST_F(FramedIcon, LeavesForAWindowOfAnotherProgram) {
     const auto parent = makeParent(other);
     mark(parent);
     x().exists(parent);
-    xcb_reparent_window(other.raw(), icon_, parent, 0, 0);
-    other.exists(icon_);
+    put(other, parent);
     EXPECT_TRUE(leaves());
     EXPECT_EQ(x().parent(icon_), parent);
 }
