@@ -43,6 +43,7 @@ void HiddenItemsPanelController::show(std::vector<PanelItem> hidden, std::vector
         panel_ = platform_.windows.makePanel(configuration);
     if (!panel_)
         return;
+    panel_->setOnClose(lifetime_.guard([this] { close(); }));
     panel_->setContent(content(std::move(hidden), std::move(alwaysHidden)));
     panel_->setFrame(hangingFrame(anchor.midX(), anchor.minY() - anchorDistance, panel_->fittingSize(),
                                   screen.visibleFrame));

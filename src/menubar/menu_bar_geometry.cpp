@@ -18,7 +18,7 @@ bool MenuBarManager::isPointerInMenuBar() const {
     const Point location = platform_.events.mouseLocation();
     const Point pointer{location.x, screens.front().frame.maxY() - location.y};
     return std::any_of(screens.begin(), screens.end(), [&](const Screen& screen) {
-        return menuBarRect(screen, platform_).contains(pointer);
+        return platform_.statusBar.isOn(screen) && menuBarRect(screen, platform_).contains(pointer);
     });
 }
 

@@ -5,6 +5,7 @@
 #include "view.h"
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 namespace velmo {
@@ -78,6 +79,8 @@ public:
     virtual void orderFrontRegardless() = 0;
     virtual void orderOut() = 0;
     virtual bool isVisible() const = 0;
+    /// Called after the system has closed the panel by itself, as it may when it needs the place.
+    virtual void setOnClose(std::function<void()> handler) = 0;
     /// By which events name the panel.
     virtual WindowNumber windowNumber() const = 0;
 };

@@ -79,6 +79,8 @@ public:
     virtual std::unique_ptr<StatusItem> makeStatusItem(double length) = 0;
     /// Height in points.
     virtual double thickness() const = 0;
+    /// False where no bar is at the top of the screen, and none comes there when the pointer does.
+    virtual bool isOn(const Screen& screen) const = 0;
 };
 
 }  // namespace velmo

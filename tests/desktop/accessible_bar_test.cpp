@@ -20,9 +20,7 @@ class AccessibleBarItems : public SessionBusDesktop {
 protected:
     void SetUp() override {
         DesktopSession::SetUp();
-        startServer();
-        startWindowManager();
-        startSessionBus();
+        startDesktop();
         writeDefaults({{"autoRehide", false}, {"hideOnClickOutside", false}});
     }
     void TearDown() override {

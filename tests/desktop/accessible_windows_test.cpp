@@ -15,9 +15,7 @@ class AccessibleWindows : public PanelWindowSession {
 protected:
     void SetUp() override {
         DesktopSession::SetUp();
-        startServer();
-        startWindowManager();
-        startSessionBus();
+        startDesktop();
         tree_.emplace(environment_);
     }
     void TearDown() override {

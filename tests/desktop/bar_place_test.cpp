@@ -4,6 +4,7 @@
 #include "linux/x11/window_capture.h"
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -123,6 +124,132 @@ TEST_F(BarPlaces, AWindowThatFillsAnotherScreenIsOfNoInterest) {
     xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_X, values);
     x().exists(window);
     EXPECT_TRUE(comesHome());
+}
+
+TEST_F(BarPlaces, ABarThatComesHomeLiesAboveWhatWasRaisedMeanwhile) {
+    const auto other = showManaged({100, 0, 300, 300});
+    const auto window = showManaged(screen);
+    setFullScreen(window);
+    ASSERT_TRUE(goesAway());
+    for (const auto raised : {other, window}) {
+        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(x().raw(), raised, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+        x().exists(raised);
+    }
+    turnFor(milliseconds(200));
+    setFullScreen(window, false);
+    EXPECT_TRUE(comesHome());
+    EXPECT_TRUE(turnUntil([&] { return x().children(x().root()).back() == bar_->window(); }));
+}
+
+TEST_F(BarPlaces, WhatIsOpenIsToldThatTheBarLeaves) {
+    int leaves = 0;
+    const auto listener = bar_->onLeave([&] { ++leaves; });
+    const auto window = showManaged(screen);
+    EXPECT_TRUE(staysAtHome());
+    EXPECT_EQ(leaves, 0);
+    setFullScreen(window);
+    ASSERT_TRUE(goesAway());
+    EXPECT_EQ(leaves, 1);
+    bar_->setLifted(true);
+    bar_->setLifted(false);
+    ASSERT_TRUE(goesAway());
+    EXPECT_EQ(leaves, 1) << "what was opened over that window stays";
+    setFullScreen(window, false);
+    ASSERT_TRUE(comesHome());
+    EXPECT_EQ(leaves, 1);
+}
+
+TEST_F(BarPlaces, TheBarIsOnItsScreenAsLongAsNothingFillsThat) {
+    const auto isOn = [&] { return bar_->isOn(screens_->all().front()); };
+    EXPECT_TRUE(isOn());
+    const auto window = showManaged(screen);
+    setFullScreen(window);
+    ASSERT_TRUE(goesAway());
+    EXPECT_FALSE(isOn());
+    bar_->setLifted(true);
+    EXPECT_TRUE(isOn());
+    bar_->setLifted(false);
+    EXPECT_FALSE(isOn());
+    setFullScreen(window, false);
+    ASSERT_TRUE(comesHome());
+    EXPECT_TRUE(isOn());
+}
+
+TEST_F(BarPlaces, TheBarIsOnTheMainScreenOnly) {
+    outputOf({"xrandr", "--setmonitor", "left", "640/160x720/180+0+0", "none"}, environment_);
+    outputOf({"xrandr", "--setmonitor", "*right", "640/160x720/180+640+0", "screen"}, environment_);
+    ASSERT_TRUE(turnUntil([&] { return screens_->all().size() == 2; }));
+    EXPECT_TRUE(bar_->isOn(screens_->all().front()));
+    EXPECT_FALSE(bar_->isOn(screens_->all().back()));
+}
+
+TEST_F(BarPlaces, TheScreenIsLeftToAProgramThatIsAsLargeAndWantsNoFrame) {
+    const auto hints = [&](xcb_window_t window, std::uint32_t flags, std::uint32_t frame) {
+        set(window, "_MOTIF_WM_HINTS", x().atom("_MOTIF_WM_HINTS"), {flags, 0, frame, 0, 0});
+        set(x().root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {strip_});
+    };
+    const auto window = showManaged(screen);
+    hints(window, 2, 1);
+    EXPECT_TRUE(staysAtHome()) << "it wants one";
+    hints(window, 1, 0);
+    EXPECT_TRUE(staysAtHome()) << "it does not say";
+    hints(window, 2, 0);
+    EXPECT_TRUE(goesAway());
+    stack(window, XCB_STACK_MODE_BELOW);
+    EXPECT_TRUE(comesHome());
+    set(x().root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {window});
+    EXPECT_TRUE(goesAway()) << "the user works with it";
+    set(x().root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {strip_});
+    EXPECT_TRUE(comesHome());
+    stack(window, XCB_STACK_MODE_ABOVE);
+    EXPECT_TRUE(goesAway());
+    for (const char* type : {"_NET_WM_WINDOW_TYPE_DESKTOP", "_NET_WM_WINDOW_TYPE_DOCK"}) {
+        set(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {x().atom(type)});
+        hints(window, 2, 0);
+        EXPECT_TRUE(comesHome()) << type;
+    }
+    set(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, {x().atom("_NET_WM_WINDOW_TYPE_NORMAL")});
+    hints(window, 2, 0);
+    EXPECT_TRUE(goesAway());
+    set(window, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {26, 26, 26, 26});
+    hints(window, 2, 0);
+    EXPECT_TRUE(comesHome()) << "its shadow is as large";
+    set(window, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {0, 0, 0, 0});
+    hints(window, 2, 0);
+    EXPECT_TRUE(goesAway());
+    const std::uint32_t values[] = {1280, 719};
+    xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);
+    x().exists(window);
+    EXPECT_TRUE(comesHome()) << "it leaves a line";
+}
+
+TEST_F(BarPlaces, WindowsThatMoveWithoutEndCostLittle) {
+    // As large as it takes to be of interest for both: what covers the bar, and what fills the screen.
+    const auto window = showManaged(screen);
+    turnFor(milliseconds(700));
+    const auto requests = [&] { return xcb_no_operation(connection_->raw()).sequence; };
+    const auto requestsOfALook = [&] {
+        const auto before = requests();
+        stack(window, XCB_STACK_MODE_ABOVE);
+        turnFor(milliseconds(300));
+        return requests() - before;
+    }();
+    ASSERT_GT(requestsOfALook, 1U);
+    const auto before = requests();
+    std::uint32_t height = 720;
+    int moves = 0;
+    const auto end = std::chrono::steady_clock::now() + milliseconds(1000);
+    while (std::chrono::steady_clock::now() < end) {
+        height = height == 720 ? 721 : 720;
+        xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_HEIGHT, &height);
+        x().exists(window);
+        loop_.turn();
+        ++moves;
+    }
+    EXPECT_GT(moves, 200);
+    // Some at once, and one each 50 ms; there may be a second look after each.
+    EXPECT_LT(requests() - before, requestsOfALook * 35);
 }
 
 TEST_F(BarPlaces, AStateThatIsWrittenDownLateIsSeen) {

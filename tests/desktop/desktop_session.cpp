@@ -92,6 +92,12 @@ void DesktopSession::startSessionBus() {
     environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_->address();
 }
 
+void DesktopSession::startDesktop() {
+    startServer();
+    startWindowManager();
+    startSessionBus();
+}
+
 void DesktopSession::stopServer() {
     observer_.reset();
     server_->end();
@@ -115,6 +121,22 @@ void DesktopSession::startWindowManager(const std::vector<std::string>& command)
         const auto latter = windowManagersWindow();
         return latter != XCB_WINDOW_NONE && latter != former;
     }));
+    waitUntilWindowsAreManaged();
+}
+
+void DesktopSession::waitUntilWindowsAreManaged() const {
+    const xcb_window_t window = xcb_generate_id(x().raw());
+    xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, window, x().root(), 300, 300, 50, 50, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    // One that has only just begun may lose a request.
+    EXPECT_TRUE(eventually([&] {
+        xcb_map_window(x().raw(), window);
+        return !x().cardinals(window, "WM_STATE").empty();
+    }));
+    const auto frame = x().parent(window);
+    xcb_destroy_window(x().raw(), window);
+    // It goes with the window.
+    EXPECT_TRUE(eventually([&] { return frame == x().root() || !x().isViewable(frame); }));
 }
 
 std::vector<std::string> DesktopSession::windowManagerCommand(const std::string& name) const {
@@ -284,6 +306,13 @@ void DesktopSession::clickHolding(const std::string& key, xcb_window_t window) c
 }
 
 void DesktopSession::superDrag(xcb_window_t window, int targetX) const {
+    const auto place = x().area(window);
+    superPressAndMove(window, targetX);
+    EXPECT_TRUE(eventually([&] { return x().area(window) != place; })) << "it follows the pointer";
+    releaseSuper();
+}
+
+void DesktopSession::superPressAndMove(xcb_window_t window, int targetX) const {
     const auto place = x().area(window).value_or(Area{});
     std::vector<std::string> steps = {"mousemove",
                                       std::to_string(place.midX()),
@@ -297,8 +326,11 @@ void DesktopSession::superDrag(xcb_window_t window, int targetX) const {
         const int stepX = place.midX() + (targetX - place.midX()) * step / stepCount;
         steps.insert(steps.end(), {"mousemove", std::to_string(stepX), "13"});
     }
-    steps.insert(steps.end(), {"mouseup", "1", "keyup", "Super_L"});
     xdotool(steps);
+}
+
+void DesktopSession::releaseSuper() const {
+    xdotool({"mouseup", "1", "keyup", "Super_L"});
 }
 
 xcb_window_t DesktopSession::bar() const {
@@ -313,6 +345,11 @@ xcb_window_t DesktopSession::bar() const {
 
 xcb_window_t DesktopSession::toggle() const {
     return x().windowTitled("Velmo.Toggle").value_or(xcb_window_t{XCB_WINDOW_NONE});
+}
+
+xcb_window_t DesktopSession::activeWindow() const {
+    const auto active = x().cardinals(x().root(), "_NET_ACTIVE_WINDOW");
+    return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
 }
 
 xcb_window_t DesktopSession::divider() const {

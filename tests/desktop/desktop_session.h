@@ -54,6 +54,8 @@ protected:
     void crashWindowManager() const;
     /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
     void startSessionBus();
+    /// A server with a window manager, and a session bus.
+    void startDesktop();
     void stopSessionBus() { bus_->stop(); }
     std::string busAddress() const { return bus_->address(); }
     /// Written before Velmo starts; keys as in the defaults file. Not its first launch, unless they say so.
@@ -92,13 +94,19 @@ protected:
     void movePointer(int x, int y) const;
     void click(xcb_window_t window, int button = 1) const;
     void clickHolding(const std::string& key, xcb_window_t window) const;
-    /// Drags with Super held, from the middle of the window to (x, 13) in steps.
+    /// Drags with Super held, from the middle of the window to (x, 13) in steps, as slowly as a hand at
+    /// least: the window follows before it is let go.
     void superDrag(xcb_window_t window, int x) const;
+    /// The same up to its last step, waiting for nobody.
+    void superPressAndMove(xcb_window_t window, int x) const;
+    void releaseSuper() const;
 
     XObserver& x() const { return *observer_; }
     ChildProcess& velmo() { return *velmo_; }
     xcb_window_t bar() const;
     xcb_window_t toggle() const;
+    /// As the window manager tells. None where it tells of none.
+    xcb_window_t activeWindow() const;
     xcb_window_t divider() const;
     xcb_window_t alwaysHiddenDivider() const;
     /// The window in the bar with this title. None where there is none.
@@ -117,6 +125,9 @@ protected:
 
 private:
     std::vector<std::string> windowManagerCommand(const std::string& name) const;
+    /// A window manager that has just begun frames windows that it has seen before; those that are made after
+    /// this has returned are none of them.
+    void waitUntilWindowsAreManaged() const;
     /// By which it can be told from others. None where none runs.
     xcb_window_t windowManagersWindow() const;
 

@@ -42,8 +42,7 @@ protected:
         startVelmo();
         const auto other = startOrdinaryWindow();
         xdotool({"windowactivate", "--sync", std::to_string(other)});
-        ASSERT_TRUE(
-            eventually([&] { return x().cardinals(x().root(), "_NET_ACTIVE_WINDOW").front() == other; }));
+        ASSERT_TRUE(eventually([&] { return activeWindow() == other; }));
     }
 };
 

@@ -39,7 +39,8 @@ xcb_window_t IconsSession::dockIcon(const std::string& name) {
     made.program->dock(made.window);
     const auto window = made.window;
     icons_.insert_or_assign(name, std::move(made));
-    EXPECT_TRUE(eventually([&] { return x().parent(window) != x().root() && x().isViewable(window); }));
+    EXPECT_TRUE(
+        eventually([&] { return x().parent(x().parent(window)) == bar() && x().isViewable(window); }));
     return window;
 }
 

@@ -51,7 +51,7 @@ protected:
     }
 };
 
-TEST_P(PanelUnder, StaysAboveWindowsThatAreShownRaisedAndFillTheScreen) {
+TEST_P(PanelUnder, StaysAboveWindowsThatAreShownAndRaisedAndMakesWayWithTheBar) {
     startWindowManagerNamed(GetParam());
     startVelmoForPanels();
     openPanelWindow();
@@ -62,8 +62,14 @@ TEST_P(PanelUnder, StaysAboveWindowsThatAreShownRaisedAndFillTheScreen) {
     expectStaysOnTop(second);
     askManager(first, {"-a"});
     expectStaysOnTop(first);
+    askManager(second, {"-a"});
+    expectStaysOnTop(second);
     askManager(second, {"-r", "-b", "add,fullscreen"});
-    EXPECT_TRUE(eventually([&] { return x().area(second)->height > 710; }));
+    EXPECT_TRUE(eventually([&] { return x().area(second)->height > 710 && !panelWindow(); }));
+    askManager(second, {"-r", "-b", "remove,fullscreen"});
+    EXPECT_TRUE(eventually([&] { return isAbove(bar(), topLevelOf(second)) && x().area(bar())->y == 0; }));
+    EXPECT_FALSE(panelWindow());
+    openPanelWindow();
     expectStaysOnTop(second);
     xdotool({"key", "Escape"});
     EXPECT_TRUE(eventually([&] { return !panelWindow(); }));

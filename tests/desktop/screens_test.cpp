@@ -242,7 +242,8 @@ TEST_F(ScreensSession, ItemsThatNoLongerFitReturnWithTheRoom) {
     const Monitor narrow{"left", {0, 0, 640, 480}};
     setMonitors({left});
     startRevealed();
-    for (int number = 0; number < 25; ++number)
+    // They stand closer, as close as they can.
+    for (int number = 0; number < 60; ++number)
         dockIcon("more" + std::to_string(number));
     before_ = names();
     expectBarOn(left.area);

@@ -34,9 +34,7 @@ long numberIn(const std::string& name, const std::string& beginning, pid_t proce
 
 void SessionBusDesktop::SetUp() {
     DesktopSession::SetUp();
-    startServer();
-    startWindowManager();
-    startSessionBus();
+    startDesktop();
     writeDefaults({{"autoRehide", false}, {"hideOnClickOutside", false}});
     startVelmoOnBus();
 }

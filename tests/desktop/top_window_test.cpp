@@ -106,6 +106,50 @@ TEST_F(TopWindows, LeaveOthersAloneThatDoNotOverlap) {
     EXPECT_TRUE(stay({hidden, beneath, beside, panel_}));
 }
 
+TEST_F(TopWindows, TakeNoLookAtWhatMovesElsewhere) {
+    show(panel_);
+    const auto beside = showManaged({400, 300, 100, 50});
+    const auto requests = [&] { return xcb_no_operation(connection_->raw()).sequence; };
+    turnUntil([] { return false; }, milliseconds(300));
+    const auto before = requests();
+    for (std::uint32_t step = 0; step < 30; ++step) {
+        const std::uint32_t values[] = {400 + step};
+        xcb_configure_window(x().raw(), beside, XCB_CONFIG_WINDOW_X, values);
+        x().exists(beside);
+        turnUntil([] { return false; }, milliseconds(1));
+    }
+    EXPECT_EQ(requests() - before, 1U);
+    // It has been moved there under it.
+    const std::uint32_t values[] = {410, 310};
+    xcb_configure_window(x().raw(), panel_, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values);
+    raise(beside);
+    EXPECT_TRUE(become({panel_, beside}));
+    const std::uint32_t away = 400;
+    xcb_configure_window(x().raw(), panel_, XCB_CONFIG_WINDOW_Y, &away);
+    x().exists(panel_);
+    turnUntil([] { return false; }, milliseconds(100));
+    raise(beside);
+    EXPECT_TRUE(stay({beside, panel_}));
+    const std::uint32_t back = 310;
+    xcb_configure_window(x().raw(), panel_, XCB_CONFIG_WINDOW_Y, &back);
+    x().exists(panel_);
+    EXPECT_TRUE(become({panel_, beside})) << "it has come to lie beneath that";
+}
+
+TEST_F(TopWindows, AnswerOneAfterTheOtherAtOnce) {
+    show(panel_);
+    const auto other = showManaged({0, 0, 500, 300});
+    ASSERT_TRUE(become({panel_, other}));
+    turnUntil([] { return false; }, milliseconds(500));
+    const auto begin = std::chrono::steady_clock::now();
+    for (int count = 0; count < 8; ++count) {
+        raise(other);
+        ASSERT_TRUE(become({panel_, other})) << count;
+    }
+    // With a pause after each it would take more.
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, milliseconds(300));
+}
+
 TEST_F(TopWindows, StayBelowWhatNobodyManages) {
     show(panel_);
     const auto notification = makeWindow({0, 0, 500, 300});

@@ -34,7 +34,8 @@ protected:
                             static_cast<std::uint32_t>(wmClass.size()), wmClass.data());
         setEmbeddingFlags(window, 1);
         sendToTray(x(), 0, window);
-        EXPECT_TRUE(eventually([&] { return x().parent(window) != x().root() && x().isViewable(window); }));
+        EXPECT_TRUE(
+            eventually([&] { return x().parent(x().parent(window)) == bar() && x().isViewable(window); }));
         return window;
     }
 };

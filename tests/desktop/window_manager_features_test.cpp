@@ -30,10 +30,6 @@ protected:
         xdotool({"windowactivate", std::to_string(ordinary_)});
         ASSERT_TRUE(eventually([&] { return activeWindow() == ordinary_ && x().inputFocus() == ordinary_; }));
     }
-    xcb_window_t activeWindow() const {
-        const auto active = x().cardinals(x().root(), "_NET_ACTIVE_WINDOW");
-        return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
-    }
     void clickElsewhere() const {
         const auto area = *x().area(ordinary_);
         xdotool({"mousemove", std::to_string(area.x + 20), std::to_string(area.y + area.height - 20), "click",
@@ -163,6 +159,41 @@ TEST_P(FeaturesUnder, TheCalendarHasTheKeyboardUntilAClickElsewhere) {
     clickElsewhere();
     EXPECT_TRUE(eventually([&] { return !shown("Velmo.Popover"); }));
     EXPECT_TRUE(eventually([&] { return x().inputFocus() == ordinary_; }));
+}
+
+TEST_P(FeaturesUnder, WhatIsOpenMakesWayForAWindowThatFillsTheScreen) {
+    start({{"clickAction", "showPanel"},
+           {"clockEnabled", true},
+           {"clockFormat", "HH:mm"},
+           {"statusItemOrder", {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider"}}});
+    hide(startProgramWithIcon());
+    const auto setFullScreen = [&](bool isFullScreen) {
+        outputOf({"wmctrl", "-i", "-r", std::to_string(ordinary_), "-b",
+                  isFullScreen ? "add,fullscreen" : "remove,fullscreen"},
+                 environment_);
+        EXPECT_TRUE(eventually([&] { return (x().area(bar())->y < 0) == isFullScreen; }));
+    };
+    const auto expectGoes = [&](const std::string& what, const std::function<bool()>& isOpen) {
+        ASSERT_TRUE(eventually(isOpen)) << what;
+        setFullScreen(true);
+        EXPECT_TRUE(eventually([&] { return !isOpen(); })) << what;
+        setFullScreen(false);
+        EXPECT_TRUE(stays([&] { return !isOpen(); }, milliseconds(300))) << what;
+    };
+    const auto panelIsOpen = [&] { return panel().has_value(); };
+    ASSERT_TRUE(eventually([&] { return shown("Velmo.Clock").has_value(); }));
+    click(*shown("Velmo.Clock"));
+    expectGoes("calendar", [&] { return shown("Velmo.Popover").has_value(); });
+    workInOrdinary();
+    click(toggle());
+    expectGoes("panel", panelIsOpen);
+    openMenuOf(toggle(), rightButton);
+    expectGoes("menu", [&] { return openMenu().has_value(); });
+    movePointer(600, 500);
+    movePointer(x().area(toggle())->midX(), x().area(toggle())->midY());
+    expectGoes("tooltip", [&] { return openToolTip().has_value(); });
+    click(toggle());
+    EXPECT_TRUE(eventually(panelIsOpen)) << "the next click opens it";
 }
 
 TEST_P(FeaturesUnder, TheSettingsComeWithTheKeyboardAndRememberTheirPlace) {

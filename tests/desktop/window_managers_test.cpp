@@ -25,9 +25,12 @@ protected:
         startVelmo();
     }
     bool barIsOnTopAt(int pointX, int pointY) const { return x().topAt(pointX, pointY) == bar(); }
+    /// A window manager may raise a window once more after the bar has come back.
     bool barStaysOnTopAt(int pointX, int pointY) const {
-        return eventually([&] { return barIsOnTopAt(pointX, pointY); }) &&
-               stays([&] { return barIsOnTopAt(pointX, pointY); }, milliseconds(300));
+        return eventually([&] {
+            return barIsOnTopAt(pointX, pointY) &&
+                   stays([&] { return barIsOnTopAt(pointX, pointY); }, milliseconds(300));
+        });
     }
     bool isLeftTo(xcb_window_t window) const {
         const auto fills = [&] {
@@ -43,10 +46,6 @@ protected:
     }
     void change(xcb_window_t window, const std::string& states) const {
         outputOf({"wmctrl", "-i", "-r", std::to_string(window), "-b", states}, environment_);
-    }
-    std::uint32_t activeWindow() const {
-        const auto active = x().cardinals(x().root(), "_NET_ACTIVE_WINDOW");
-        return active.empty() ? 0 : active.front();
     }
     void activate(xcb_window_t window) const {
         xdotool({"windowactivate", std::to_string(window)});
@@ -75,6 +74,40 @@ protected:
             milliseconds(1000));
         xcb_change_window_attributes(x().raw(), x().root(), XCB_CW_EVENT_MASK, &none);
         return count;
+    }
+    void startOnTwoScreens(const nlohmann::json& defaults) {
+        // Some window managers know only screens that have an output, of which there is one.
+        outputOf({"xrandr", "--setmonitor", "*left", "640/160x720/180+0+0", "none"}, environment_);
+        outputOf({"xrandr", "--setmonitor", "right", "640/160x720/180+640+0", "screen"}, environment_);
+        start(defaults);
+    }
+    bool revealsByScrollingAt(int pointX, int pointY) const {
+        xdotool({"mousemove", std::to_string(pointX), std::to_string(pointY), "click", "4"});
+        const bool reveals = eventually([&] { return !dividerIsExpanded(); }, milliseconds(500));
+        // Which counts once in some time.
+        stays([] { return true; }, milliseconds(700));
+        return reveals;
+    }
+    /// As large as the screen and without a frame, as games do it that know nothing of full screens.
+    xcb_window_t startGame() const {
+        const xcb_window_t window = xcb_generate_id(x().raw());
+        xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, 1280, 720, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        const auto set = [&](const char* name, const char* type, const std::vector<std::uint32_t>& numbers) {
+            xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, x().atom(name), x().atom(type), 32,
+                                static_cast<std::uint32_t>(numbers.size()), numbers.data());
+        };
+        set("_MOTIF_WM_HINTS", "_MOTIF_WM_HINTS", {2, 0, 0, 0, 0});
+        // Place and size, by the user.
+        std::vector<std::uint32_t> sizeHints = {3, 0, 0, 1280, 720};
+        sizeHints.resize(18);
+        set("WM_NORMAL_HINTS", "WM_SIZE_HINTS", sizeHints);
+        xcb_map_window(x().raw(), window);
+        EXPECT_TRUE(eventually([&] { return x().isViewable(window); }));
+        // Not all are shown where they have asked to be.
+        xdotool({"windowmove", std::to_string(window), "0", "0", "windowsize", std::to_string(window), "1280",
+                 "720"});
+        return window;
     }
     void expectStripToItself(xcb_window_t window) const {
         change(window, "add,maximized_vert,maximized_horz");
@@ -235,6 +268,88 @@ TEST_P(BarUnder, ADragWithSuperOpensNoMenuOfTheWindowManager) {
              "Super_L"});
     ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
     EXPECT_TRUE(stays(nothingHasOpened, milliseconds(300)));
+}
+
+TEST_P(BarUnder, EscapePutsADraggedItemBack) {
+    start();
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    startActiveWindow();
+    const auto place = *x().area(icon);
+    const auto isBack = [&] { return x().area(icon) == place; };
+    xdotool({"mousemove", std::to_string(place.midX()), "13", "keydown", "Super_L", "mousedown", "1", "sleep",
+             "0.05", "mousemove", std::to_string(place.midX() - 100), "13", "sleep", "0.05", "mousemove",
+             std::to_string(place.midX() - 200), "13"});
+    ASSERT_TRUE(eventually([&] { return x().area(icon)->x == place.x - 200; }));
+    xdotool({"key", "Escape"});
+    EXPECT_TRUE(eventually(isBack, milliseconds(2000)));
+    xdotool({"mouseup", "1", "keyup", "Super_L"});
+    EXPECT_TRUE(stays(isBack, milliseconds(300)));
+    superDrag(icon, farLeft);
+    EXPECT_TRUE(eventually([&] { return isHidden(icon); })) << "the next drag is one";
+}
+
+TEST_P(BarUnder, OnlyABarThatIsSeenIsScrolled) {
+    start({{"autoRehide", false}, {"hideOnClickOutside", false}, {"showOnScroll", true}});
+    const auto window = startActiveWindow();
+    change(window, "add,fullscreen");
+    ASSERT_TRUE(isLeftTo(window));
+    EXPECT_FALSE(revealsByScrollingAt(600, 13));
+    change(window, "remove,fullscreen");
+    ASSERT_TRUE(barStaysOnTopAt(600, 13));
+    EXPECT_TRUE(revealsByScrollingAt(600, 13));
+}
+
+TEST_P(BarUnder, StaysOnItsScreenWhenAWindowFillsAnother) {
+    startOnTwoScreens({{"autoRehide", false}, {"hideOnClickOutside", false}, {"showOnScroll", true}});
+    const auto window = startActiveWindow();
+    const auto moveTo = [&](int left) {
+        if (GetParam() == "i3")
+            outputOf({"i3-msg", "move", "container", "to", "output", left == 0 ? "left" : "right"},
+                     environment_);
+        else
+            xdotool({"windowmove", std::to_string(window), std::to_string(left + 100), "200"});
+        EXPECT_TRUE(eventually([&] {
+            const int middle = x().area(window)->midX();
+            return middle > left && middle < left + 640;
+        }));
+    };
+    const auto fills = [&](int left) {
+        const auto area = *x().area(window);
+        return std::abs(area.x - left) < 3 && area.y < 3 && area.width > 630 && area.width <= 640 &&
+               area.height > 710;
+    };
+    moveTo(640);
+    change(window, "add,fullscreen");
+    EXPECT_TRUE(eventually([&] { return fills(640); })) << x().area(window)->x;
+    EXPECT_TRUE(barStaysOnTopAt(300, 13));
+    EXPECT_FALSE(revealsByScrollingAt(900, 13)) << "no bar is there";
+    EXPECT_TRUE(revealsByScrollingAt(600, 13));
+    if (GetParam() == "xfwm4")
+        return;
+    change(window, "remove,fullscreen");
+    moveTo(0);
+    change(window, "add,fullscreen");
+    EXPECT_TRUE(eventually([&] { return fills(0) && !barIsOnTopAt(300, 13); })) << x().area(window)->x;
+    change(window, "remove,fullscreen");
+    EXPECT_TRUE(barStaysOnTopAt(300, 13));
+}
+
+TEST_P(BarUnder, MakesWayForAProgramThatIsAsLargeAsTheScreenAndWantsNoFrame) {
+    start();
+    const auto game = startGame();
+    if (GetParam() == "i3" || GetParam() == "xfwm4" || GetParam() == "metacity") {
+        // They keep such a window off docks.
+        EXPECT_TRUE(stays([&] { return x().area(game)->y >= barHeight; }, milliseconds(300)));
+        EXPECT_TRUE(barStaysOnTopAt(300, 13));
+        return;
+    }
+    activate(game);
+    EXPECT_TRUE(isLeftTo(game));
+    startActiveWindow("Other");
+    activate(game);
+    EXPECT_TRUE(isLeftTo(game));
+    xcb_destroy_window(x().raw(), game);
+    EXPECT_TRUE(barStaysOnTopAt(300, 13));
 }
 
 TEST_P(BarUnder, StaysWhenAnotherWindowManagerTakesOver) {

@@ -106,6 +106,16 @@ TEST_F(PanelController, StaysInsideAScreenThatIsNotThePrimaryOne) {
     EXPECT_EQ(panel().frame().minX(), -942);
 }
 
+TEST_F(PanelController, KnowsThatTheSystemHasClosedThePanel) {
+    show();
+    panel().close();
+    EXPECT_FALSE(controller_->isVisible());
+    EXPECT_FALSE(hasMonitors());
+    show();
+    EXPECT_TRUE(controller_->isVisible());
+    EXPECT_TRUE(hasMonitors());
+}
+
 TEST_F(PanelController, ListensOnlyWhileItIsShown) {
     EXPECT_FALSE(hasMonitors());
     show();

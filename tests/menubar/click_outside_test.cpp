@@ -75,6 +75,14 @@ TEST_F(ClickOutside, DoesNothingInTheMenuBar) {
     EXPECT_EQ(desktop_.windowServer().listCount(), 0U);
 }
 
+TEST_F(ClickOutside, HidesWhereTheMenuBarIsAway) {
+    desktop_.statusBar().setAwayFrom({desktop_.screens().main()->frame});
+    desktop_.movePointer(inMenuBar);
+    clickElsewhere();
+    desktop_.advance(0.25);
+    EXPECT_EQ(level(), RevealLevel::none);
+}
+
 TEST_F(ClickOutside, StillHidesWhereThePointerEntersTheMenuBarMeanwhile) {
     clickElsewhere();
     desktop_.movePointer(inMenuBar);

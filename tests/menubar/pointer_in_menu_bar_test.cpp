@@ -63,6 +63,21 @@ TEST_F(PointerInMenuBar, IsSeenWhereTheMenuBarIsHidden) {
     EXPECT_FALSE(isIn(700, 876));
 }
 
+TEST_F(PointerInMenuBar, IsNotSeenWhereTheBarIsAway) {
+    constexpr Rect left{-1000, 200, 1000, 800};
+    constexpr Rect primary{0, 0, 1440, 900};
+    desktop_.screens().set({SimulatedScreens::withMenuBar(primary), SimulatedScreens::withMenuBar(left, 30)});
+    desktop_.statusBar().setAwayFrom({left});
+    EXPECT_TRUE(isIn(700, 890));
+    EXPECT_FALSE(isIn(-500, 990));
+    desktop_.statusBar().setAwayFrom({primary});
+    EXPECT_FALSE(isIn(700, 890));
+    EXPECT_TRUE(isIn(-500, 990));
+    desktop_.statusBar().setAwayFrom({left, primary});
+    EXPECT_FALSE(isIn(700, 890));
+    EXPECT_FALSE(isIn(-500, 990));
+}
+
 TEST_F(PointerInMenuBar, IsNowhereWithoutAScreen) {
     desktop_.screens().set({});
     EXPECT_FALSE(isIn(700, 890));

@@ -21,6 +21,15 @@ TEST_F(Scrolling, ShowsAndHides) {
     EXPECT_EQ(level(), RevealLevel::none);
 }
 
+TEST_F(Scrolling, DoesNothingWhereTheMenuBarIsAway) {
+    desktop_.statusBar().setAwayFrom({desktop_.screens().main()->frame});
+    scroll(0, 10);
+    EXPECT_EQ(level(), RevealLevel::none);
+    desktop_.statusBar().setAwayFrom({});
+    scroll(0, 10);
+    EXPECT_EQ(level(), RevealLevel::hidden);
+}
+
 TEST_F(Scrolling, HidesEverythingThatIsShown) {
     reveal(RevealLevel::all);
     scroll(0, -10);

@@ -79,6 +79,7 @@ struct LinuxDesktop::Services {
         [this](const auto& confirmation, const auto& then) { toolkit.confirm(confirmation, then); }};
     Registration settingsChanges;
     Registration screenChanges;
+    Registration barLeaves;
     bool displayLost = false;
 
     bool build();
@@ -119,6 +120,7 @@ bool LinuxDesktop::Services::build() {
             toolkit.closeMenus();
     });
     screenChanges = screens->onChange([this] { toolkit.closeMenus(); });
+    barLeaves = bar->onLeave([this] { toolkit.closeMenus(); });
     toolkitServices = std::make_unique<x11::ToolkitServices>(*bar, *events, *userDefaults);
     toolkit.setHost(toolkitServices.get());
     tray = std::make_unique<x11::TrayHost>(*bar);

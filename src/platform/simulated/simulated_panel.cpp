@@ -14,6 +14,12 @@ SimulatedPanel::~SimulatedPanel() {
     std::erase(windows_.panels_, this);
 }
 
+void SimulatedPanel::close() {
+    isVisible_ = false;
+    if (onClose_)
+        onClose_();
+}
+
 Size SimulatedPanel::fittingSize() const {
     return windows_.fittingSize();
 }

@@ -2,6 +2,9 @@
 
 #include "panel.h"
 
+#include <functional>
+#include <utility>
+
 namespace velmo {
 
 class SimulatedWindows;
@@ -19,7 +22,11 @@ public:
     void orderFrontRegardless() override { isVisible_ = true; }
     void orderOut() override { isVisible_ = false; }
     bool isVisible() const override { return isVisible_; }
+    void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }
     WindowNumber windowNumber() const override { return number_; }
+
+    /// As the system does by itself.
+    void close();
 
     const PanelConfiguration& configuration() const { return configuration_; }
     const View& content() const { return content_; }
@@ -31,6 +38,7 @@ private:
     WindowNumber number_;
     View content_;
     Rect frame_;
+    std::function<void()> onClose_;
     bool isVisible_ = false;
 };
 

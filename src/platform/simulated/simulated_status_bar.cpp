@@ -24,6 +24,10 @@ std::unique_ptr<StatusItem> SimulatedStatusBar::makeStatusItem(double length) {
     return item;
 }
 
+bool SimulatedStatusBar::isOn(const Screen& screen) const {
+    return std::find(awayFrom_.begin(), awayFrom_.end(), screen.frame) == awayFrom_.end();
+}
+
 void SimulatedStatusBar::setThickness(double thickness) {
     thickness_ = thickness;
     changed();

@@ -8,6 +8,7 @@
 
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace velmo {
 
@@ -23,8 +24,11 @@ public:
 
     std::unique_ptr<StatusItem> makeStatusItem(double length) override;
     double thickness() const override { return thickness_; }
+    bool isOn(const Screen& screen) const override;
 
     void setThickness(double thickness);
+    /// Screens with these frames have no bar; all others have one.
+    void setAwayFrom(const std::vector<Rect>& frames) { awayFrom_ = frames; }
     /// The gap between neighbours, points; 0 at first.
     void setSpacing(double spacing);
     /// Items made from now on have no button.
@@ -92,6 +96,7 @@ private:
     SimulatedMenus& menus_;
     double thickness_ = 26;
     double spacing_ = 0;
+    std::vector<Rect> awayFrom_;
     bool refusesButtons_ = false;
     bool refusesTrackingAreas_ = false;
     bool hidesNewItems_ = false;

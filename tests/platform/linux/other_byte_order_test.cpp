@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 
 namespace velmo {
 
@@ -32,11 +33,17 @@ TEST_F(OtherByteOrder, ItemsShowTheirPixmapsAndAllElse) {
 TEST_F(OtherByteOrder, HugePixmapsLeaveTheLoopFree) {
     startHost();
     const auto owner = foreigner(2000);
-    std::chrono::steady_clock::duration longest{};
+    // Of the processor, which others may want, too.
+    const auto worked = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    };
+    std::chrono::nanoseconds longest{};
     ASSERT_TRUE(until([&] {
-        const auto start = std::chrono::steady_clock::now();
+        const auto start = worked();
         loop_.turn();
-        longest = std::max(longest, std::chrono::steady_clock::now() - start);
+        longest = std::max(longest, worked() - start);
         return items_.size() == 1;
     }));
     EXPECT_EQ(items_.front()->properties().id, "foreign");

@@ -3,43 +3,58 @@
 #include "lifetime.h"
 #include "run_loop.h"
 
+#include <algorithm>
 #include <functional>
-#include <limits>
 #include <utility>
 
 namespace velmo {
 
 /// Work that is done in a later turn of the loop, and again only after a pause, however often others cause
-/// it.
+/// it. What is caused only now and then may be done some times without a pause: each pause in which it is not
+/// done makes up for one.
 class PacedWork {
 public:
-    PacedWork(RunLoop& loop, Seconds pause, std::function<void()> work)
-        : loop_(loop), pause_(pause), work_(std::move(work)) {}
+    PacedWork(RunLoop& loop, Seconds pause, std::function<void()> work, int timesAtOnce = 1)
+        : loop_(loop),
+          pause_(pause),
+          timesAtOnce_(timesAtOnce),
+          work_(std::move(work)),
+          timesLeft_(timesAtOnce),
+          countedAt_(loop.now()) {}
 
     /// For what has changed just now: one round of the work comes after this.
     void request() {
         if (std::exchange(pending_, true))
             return;
-        const Seconds rest = lastDone_ + pause_ - loop_.now();
-        // More than a whole pause where the clock was set back meanwhile.
-        if (rest <= 0 || rest > pause_)
+        count();
+        if (timesLeft_ >= 1)
             loop_.post(lifetime_.guard([this] { work(); }));
         else
-            loop_.schedule(rest, lifetime_.guard([this] { work(); }));
+            loop_.schedule((1 - timesLeft_) * pause_, lifetime_.guard([this] { work(); }));
     }
 
 private:
+    void count() {
+        const Date now = loop_.now();
+        // The clock may have been set back meanwhile.
+        const Seconds passed = std::max(now - std::exchange(countedAt_, now), 0.0);
+        timesLeft_ = std::min(timesLeft_ + passed / pause_, timesAtOnce_);
+    }
     void work() {
         pending_ = false;
-        lastDone_ = loop_.now();
+        count();
+        timesLeft_ = std::max(timesLeft_ - 1, 0.0);
         work_();
     }
 
     RunLoop& loop_;
     Seconds pause_;
+    double timesAtOnce_;
     std::function<void()> work_;
     bool pending_ = false;
-    Date lastDone_ = -std::numeric_limits<Date>::infinity();
+    /// As of the date; a part of one is what has passed of a pause.
+    double timesLeft_;
+    Date countedAt_;
     Lifetime lifetime_;
 };
 

@@ -5,6 +5,7 @@
 #include <QWindow>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace velmo {
@@ -12,8 +13,8 @@ namespace velmo {
 /// An item of the bar among Qt's objects.
 class BarItemObject : public QObject {
 public:
-    BarItemObject(AccessibleBar& bar, const AccessibleBarItem& item, QObject* window)
-        : QObject(window), bar_(bar), item_(item) {}
+    BarItemObject(AccessibleBar& bar, AccessibleBarItem item, QObject* window)
+        : QObject(window), bar_(bar), item_(std::move(item)) {}
 
     const AccessibleBarItem& item() const { return item_; }
     void setItem(const AccessibleBarItem& item) { item_ = item; }

@@ -36,6 +36,8 @@ public:
     virtual Point barEnd() const = 0;
     /// Called after the bar has moved to another place, or has another scale.
     virtual Registration onBarChange(std::function<void()> listener) = 0;
+    /// Called after the bar has made way for a window that fills the screen.
+    virtual Registration onBarLeave(std::function<void()> listener) = 0;
     /// Shows what has changed in the bar, for whoever is about to keep the loop busy.
     virtual void updateBar() = 0;
     /// True where a compositing manager shows translucent windows.

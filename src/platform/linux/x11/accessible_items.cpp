@@ -52,10 +52,10 @@ void AccessibleItems::click(WindowNumber item, xcb_button_t button) {
     bar_.connection().loop().post(lifetime_.guard([this, item, button] { clickNow(item, button); }));
 }
 
-void AccessibleItems::clickNow(WindowNumber number, xcb_button_t button) {
+void AccessibleItems::clickNow(WindowNumber item, xcb_button_t button) {
     const auto& items = bar_.items();
     const auto found = std::find_if(items.begin(), items.end(),
-                                    [number](const auto* item) { return item->window() == number; });
+                                    [item](const auto* other) { return other->window() == item; });
     if (found == items.end() || !(*found)->place() || (*found)->click(button) || button != XCB_BUTTON_INDEX_1)
         return;
     const Rect global = bar_.screens().toGlobal(bar_.onRoot(*(*found)->place()));

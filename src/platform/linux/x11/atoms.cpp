@@ -13,6 +13,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
     const std::vector<std::pair<xcb_atom_t*, std::string>> names = {
         {&gtkFrameExtents, "_GTK_FRAME_EXTENTS"},
         {&manager, "MANAGER"},
+        {&motifWmHints, "_MOTIF_WM_HINTS"},
         {&netSupportingWmCheck, "_NET_SUPPORTING_WM_CHECK"},
         {&netSystemTrayColors, "_NET_SYSTEM_TRAY_COLORS"},
         {&netSystemTrayOpcode, "_NET_SYSTEM_TRAY_OPCODE"},
@@ -36,6 +37,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&netWmStrutPartial, "_NET_WM_STRUT_PARTIAL"},
         {&netWmWindowType, "_NET_WM_WINDOW_TYPE"},
         {&netWmWindowTypeCombo, "_NET_WM_WINDOW_TYPE_COMBO"},
+        {&netWmWindowTypeDesktop, "_NET_WM_WINDOW_TYPE_DESKTOP"},
         {&netWmWindowTypeDock, "_NET_WM_WINDOW_TYPE_DOCK"},
         {&netWmWindowTypeDropdownMenu, "_NET_WM_WINDOW_TYPE_DROPDOWN_MENU"},
         {&netWmWindowTypeMenu, "_NET_WM_WINDOW_TYPE_MENU"},

@@ -10,6 +10,7 @@ struct Atoms {
 
     xcb_atom_t gtkFrameExtents = 0;
     xcb_atom_t manager = 0;
+    xcb_atom_t motifWmHints = 0;
     xcb_atom_t netSupportingWmCheck = 0;
     xcb_atom_t netSystemTrayColors = 0;
     xcb_atom_t netSystemTrayOpcode = 0;
@@ -33,6 +34,7 @@ struct Atoms {
     xcb_atom_t netWmStrutPartial = 0;
     xcb_atom_t netWmWindowType = 0;
     xcb_atom_t netWmWindowTypeCombo = 0;
+    xcb_atom_t netWmWindowTypeDesktop = 0;
     xcb_atom_t netWmWindowTypeDock = 0;
     xcb_atom_t netWmWindowTypeDropdownMenu = 0;
     xcb_atom_t netWmWindowTypeMenu = 0;

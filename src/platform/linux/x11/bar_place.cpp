@@ -3,20 +3,23 @@
 #include "linux/x11/shadow.h"
 #include "linux/x11/window_tree.h"
 
+#include <utility>
+
 namespace velmo::x11 {
 
-BarPlace::BarPlace(Connection& connection, xcb_window_t bar, xcb_window_t dock)
+BarPlace::BarPlace(Connection& connection, xcb_window_t bar, xcb_window_t dock, std::function<void()> onLeave)
     : connection_(connection),
       bar_(bar),
       dock_(dock),
+      onLeave_(std::move(onLeave)),
       topWindow_(connection, bar, dock),
-      fullScreenWindows_(connection, dock, [this] { configure(); }) {}
+      fullScreenWindows_(connection, dock, [this] { coverChanged(); }) {}
 
-void BarPlace::setArea(const PixelRect& area) {
+void BarPlace::setArea(const PixelRect& area, const PixelRect& monitor) {
     area_ = area;
     configure();
     declineShadow(connection_, bar_, area);
-    fullScreenWindows_.setArea(area);
+    fullScreenWindows_.setArea(area, monitor);
 }
 
 void BarPlace::setLifted(bool lifted) {
@@ -33,9 +36,14 @@ void BarPlace::setLifted(bool lifted) {
     topWindow_.look();
 }
 
+void BarPlace::coverChanged() {
+    configure();
+    if (fullScreenWindows_.coverArea())
+        onLeave_();
+}
+
 void BarPlace::configure() const {
-    const bool isAway = fullScreenWindows_.coverArea() && !isLifted_;
-    const int y = isAway ? -area_.height : area_.y;
+    const int y = isAway() ? -area_.height : area_.y;
     const std::uint32_t values[] = {static_cast<std::uint32_t>(area_.x), static_cast<std::uint32_t>(y),
                                     static_cast<std::uint32_t>(area_.width),
                                     static_cast<std::uint32_t>(area_.height)};

@@ -5,6 +5,8 @@
 #include "linux/x11/pixel_rect.h"
 #include "linux/x11/top_window.h"
 
+#include <functional>
+
 namespace velmo::x11 {
 
 /// Where the bar's window is: above all managed windows, and off the screen while one of them fills it. It
@@ -12,22 +14,26 @@ namespace velmo::x11 {
 /// others.
 class BarPlace {
 public:
-    /// `dock` is the managed window that reserves the bar's space.
-    BarPlace(Connection& connection, xcb_window_t bar, xcb_window_t dock);
+    /// `dock` is the managed window that reserves the bar's space. `onLeave` is called after a window has
+    /// come to fill the screen.
+    BarPlace(Connection& connection, xcb_window_t bar, xcb_window_t dock, std::function<void()> onLeave);
 
-    /// In pixels of the root window.
-    void setArea(const PixelRect& area);
+    /// Both in pixels of the root window.
+    void setArea(const PixelRect& area, const PixelRect& monitor);
     /// A lifted bar is above everything, also above a window that fills the screen.
     void setLifted(bool lifted);
+    bool isAway() const { return fullScreenWindows_.coverArea() && !isLifted_; }
 
 private:
     void configure() const;
+    void coverChanged();
 
     Connection& connection_;
     xcb_window_t bar_;
     xcb_window_t dock_;
     PixelRect area_;
     bool isLifted_ = false;
+    std::function<void()> onLeave_;
     TopWindow topWindow_;
     FullScreenWindows fullScreenWindows_;
 };

@@ -14,18 +14,38 @@ namespace {
 
 /// Until a window manager has written down what it has just done.
 constexpr Seconds writingTime = 0.1;
+/// Somebody may move a window without end.
+constexpr int looksAtOnce = 10;
+constexpr Seconds lookPause = 0.05;
 /// More are not read.
 constexpr std::uint32_t mostStates = 32;
-constexpr std::size_t mostFullScreenClients = 16;
+constexpr std::size_t mostLikelyClients = 16;
 
-bool hasState(const Connection& connection, xcb_get_property_cookie_t cookie, xcb_atom_t state) {
+/// Of the hints about a window's frame: which of the numbers count, and where the one about the frame is.
+constexpr std::size_t hintFlags = 0;
+constexpr std::size_t hintFrame = 2;
+constexpr std::uint32_t saysFrame = 1U << 1U;
+constexpr std::uint32_t sides = 4;
+
+std::vector<std::uint32_t> numbersFrom(const Connection& connection, xcb_get_property_cookie_t cookie) {
     const auto reply = owned(xcb_get_property_reply(connection.raw(), cookie, nullptr));
     if (!reply || reply->format != 32)
-        return false;
-    const auto* begin = static_cast<const xcb_atom_t*>(xcb_get_property_value(reply.get()));
-    const auto* end =
-        begin + static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) / sizeof(xcb_atom_t);
-    return std::find(begin, end, state) != end;
+        return {};
+    std::vector<std::uint32_t> numbers(static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) /
+                                       sizeof(std::uint32_t));
+    if (!numbers.empty())
+        std::memcpy(numbers.data(), xcb_get_property_value(reply.get()),
+                    numbers.size() * sizeof(std::uint32_t));
+    return numbers;
+}
+
+bool hasState(const Connection& connection, xcb_get_property_cookie_t cookie, xcb_atom_t state) {
+    const auto states = numbersFrom(connection, cookie);
+    return std::find(states.begin(), states.end(), state) != states.end();
+}
+
+bool contains(const PixelRect& window, const PixelRect& monitor) {
+    return window.overlapWith(monitor) == std::int64_t{monitor.width} * monitor.height;
 }
 
 /// A terminal may leave a margin that is no whole line.
@@ -40,7 +60,8 @@ FullScreenWindows::FullScreenWindows(Connection& connection, xcb_window_t dock,
     : connection_(connection),
       dock_(dock),
       onChange_(std::move(onChange)),
-      looking_(connection.loop(), [this] { look(); }) {
+      looking_(
+          connection.loop(), lookPause, [this] { look(); }, looksAtOnce) {
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 
@@ -48,8 +69,9 @@ FullScreenWindows::~FullScreenWindows() {
     endSecondLook();
 }
 
-void FullScreenWindows::setArea(const PixelRect& area) {
+void FullScreenWindows::setArea(const PixelRect& area, const PixelRect& monitor) {
     area_ = area;
+    monitor_ = monitor;
     looking_.request();
 }
 
@@ -92,20 +114,60 @@ void FullScreenWindows::read() {
         onChange_();
 }
 
-std::vector<xcb_window_t> FullScreenWindows::fullScreenClients() const {
+/// Those that say so, and those that are large enough.
+std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const {
+    xcb_connection_t* raw = connection_.raw();
     const auto& atoms = connection_.atoms();
-    auto clients = managedWindowsOfOthers(connection_);
+    struct Question {
+        xcb_window_t window;
+        xcb_get_property_cookie_t states;
+        xcb_get_geometry_cookie_t geometry;
+    };
     // All questions before the first answer, so that the server is waited for only once.
-    std::vector<xcb_get_property_cookie_t> cookies;
-    cookies.reserve(clients.size());
-    for (const auto client : clients)
-        cookies.push_back(
-            xcb_get_property(connection_.raw(), 0, client, atoms.netWmState, XCB_ATOM_ATOM, 0, mostStates));
-    auto cookie = cookies.begin();
-    std::erase_if(
-        clients, [&](xcb_window_t) { return !hasState(connection_, *cookie++, atoms.netWmStateFullscreen); });
-    clients.resize(std::min(clients.size(), mostFullScreenClients));
+    std::vector<Question> questions;
+    for (const auto window : managedWindowsOfOthers(connection_)) {
+        questions.push_back({window,
+                             xcb_get_property(raw, 0, window, atoms.netWmState, XCB_ATOM_ATOM, 0, mostStates),
+                             xcb_get_geometry(raw, window)});
+    }
+    std::vector<Client> clients;
+    for (const auto& [window, states, geometry] : questions) {
+        const bool saysSo = hasState(connection_, states, atoms.netWmStateFullscreen);
+        const auto area = areaFrom(connection_, geometry);
+        const bool isLarge = area && area->width >= monitor_.width && area->height >= monitor_.height;
+        if ((saysSo || isLarge) && clients.size() < mostLikelyClients)
+            clients.push_back({window, saysSo});
+    }
     return clients;
+}
+
+/// What shows icons behind all windows is as large, and has no frame either. A program that draws its own has
+/// a shadow in its window, without which that is smaller.
+bool FullScreenWindows::isBareProgram(xcb_window_t window) const {
+    xcb_connection_t* raw = connection_.raw();
+    const auto& atoms = connection_.atoms();
+    const auto hintsCookie =
+        xcb_get_property(raw, 0, window, atoms.motifWmHints, atoms.motifWmHints, 0, hintFrame + 1);
+    const auto typeCookie =
+        xcb_get_property(raw, 0, window, atoms.netWmWindowType, XCB_ATOM_ATOM, 0, mostStates);
+    const auto marginsCookie =
+        xcb_get_property(raw, 0, window, atoms.gtkFrameExtents, XCB_ATOM_CARDINAL, 0, sides);
+    const auto hints = numbersFrom(connection_, hintsCookie);
+    const auto types = numbersFrom(connection_, typeCookie);
+    const auto margins = numbersFrom(connection_, marginsCookie);
+    const bool hasShadow = std::any_of(margins.begin(), margins.end(), [](auto width) { return width > 0; });
+    const auto is = [&](xcb_atom_t type) {
+        return std::find(types.begin(), types.end(), type) != types.end();
+    };
+    return hints.size() > hintFrame && (hints[hintFlags] & saysFrame) != 0 && hints[hintFrame] == 0 &&
+           !hasShadow && !is(atoms.netWmWindowTypeDesktop) && !is(atoms.netWmWindowTypeDock);
+}
+
+bool FullScreenWindows::isActive(xcb_window_t window) const {
+    const auto cookie = xcb_get_property(connection_.raw(), 0, connection_.root(),
+                                         connection_.atoms().netActiveWindow, XCB_ATOM_WINDOW, 0, 1);
+    const auto active = numbersFrom(connection_, cookie);
+    return !active.empty() && active.front() == window;
 }
 
 bool FullScreenWindows::isSeen(xcb_window_t window) const {
@@ -114,24 +176,29 @@ bool FullScreenWindows::isSeen(xcb_window_t window) const {
     return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
-std::vector<xcb_window_t> FullScreenWindows::covering(const std::vector<xcb_window_t>& clients) const {
-    std::vector<xcb_window_t> windows;
-    for (const auto client : clients) {
-        const auto window = topLevelOf(connection_, client);
-        const auto area = areaFrom(connection_, xcb_get_geometry(connection_.raw(), window));
-        if (area && covers(*area, area_) && isSeen(client))
-            windows.push_back(window);
-    }
-    return windows;
+std::vector<FullScreenWindows::Client> FullScreenWindows::coveringClients() const {
+    auto clients = likelyClients();
+    std::erase_if(clients, [this](Client& client) {
+        client.topLevel = topLevelOf(connection_, client.window);
+        const auto area = areaFrom(connection_, xcb_get_geometry(connection_.raw(), client.topLevel));
+        if (!area || !isSeen(client.window))
+            return true;
+        return client.saysSo ? !covers(*area, area_)
+                             : !contains(*area, monitor_) || !isBareProgram(client.window);
+    });
+    return clients;
 }
 
 bool FullScreenWindows::find() const {
-    const auto windows = covering(fullScreenClients());
-    if (windows.empty() || !isSeen(dock_))
-        return !windows.empty();
+    const auto clients = coveringClients();
+    if (clients.empty() || !isSeen(dock_))
+        return !clients.empty();
     const auto stack = childrenOf(connection_, connection_.root());
     const auto dock = std::find(stack.begin(), stack.end(), topLevelOf(connection_, dock_));
-    return std::find_first_of(dock, stack.end(), windows.begin(), windows.end()) != stack.end();
+    return std::any_of(clients.begin(), clients.end(), [&](const Client& client) {
+        return std::find(dock, stack.end(), client.topLevel) != stack.end() ||
+               (!client.saysSo && isActive(client.window));
+    });
 }
 
 }  // namespace velmo::x11

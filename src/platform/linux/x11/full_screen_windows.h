@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/event_loop/posted_once.h"
+#include "linux/event_loop/paced_work.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/pixel_rect.h"
 #include "run_loop.h"
@@ -13,7 +13,8 @@ namespace velmo::x11 {
 
 /// Knows whether a window fills the screen at the moment. A window manager keeps such a one above docks as
 /// long as the user works with it; so it counts where it is above a dock of ours, or where that one is not
-/// shown.
+/// shown. Older programs do not say that theirs fills the screen, but make it as large and ask for no frame;
+/// not all window managers understand that, so it counts too where it is the active one.
 class FullScreenWindows {
 public:
     /// `dock` is managed. `onChange` is called after `coverArea` has changed.
@@ -22,8 +23,8 @@ public:
     FullScreenWindows(const FullScreenWindows&) = delete;
     FullScreenWindows& operator=(const FullScreenWindows&) = delete;
 
-    /// At an edge of the monitor that matters, in pixels of the root window.
-    void setArea(const PixelRect& area);
+    /// At an edge of the monitor that matters; both in pixels of the root window.
+    void setArea(const PixelRect& area, const PixelRect& monitor);
     bool coverArea() const { return coverArea_; }
 
 private:
@@ -32,9 +33,17 @@ private:
     void look();
     void endSecondLook();
     void read();
-    std::vector<xcb_window_t> fullScreenClients() const;
-    /// The children of the root window with those of the clients that lie over the area.
-    std::vector<xcb_window_t> covering(const std::vector<xcb_window_t>& clients) const;
+    struct Client {
+        xcb_window_t window;
+        bool saysSo;
+        /// The child of the root window that it is, or that it is in.
+        xcb_window_t topLevel = XCB_WINDOW_NONE;
+    };
+    std::vector<Client> likelyClients() const;
+    /// Those of them that lie over the area.
+    std::vector<Client> coveringClients() const;
+    bool isBareProgram(xcb_window_t window) const;
+    bool isActive(xcb_window_t window) const;
     bool isSeen(xcb_window_t window) const;
     bool find() const;
 
@@ -42,8 +51,9 @@ private:
     xcb_window_t dock_;
     std::function<void()> onChange_;
     PixelRect area_;
+    PixelRect monitor_;
     bool coverArea_ = false;
-    PostedOnce looking_;
+    PacedWork looking_;
     std::shared_ptr<Timer> secondLook_;
     Registration events_;
 };

@@ -13,6 +13,9 @@ namespace {
 /// A hand is not perfectly still while it clicks. Points.
 constexpr double dragThreshold = 3;
 
+/// So often a drag asks for the keyboard that somebody else keeps.
+constexpr int mostQuestions = 100;
+
 }  // namespace
 
 ItemDrag::ItemDrag(MenuBar& bar, Modifiers& modifiers, const Keyboard& keyboard)
@@ -95,23 +98,30 @@ void ItemDrag::move(const xcb_motion_notify_event_t& event) {
     if (!moving_ && std::abs(event.event_x - startX_) < bar_.appearance().pixels(dragThreshold))
         return;
     if (!std::exchange(moving_, true))
+        beginMoving();
+    else if (!hasKeyboard_ && questionsLeft_-- > 0)
         takeKeyboard();
     bar_.dragTo(event.event_x - offsetInItem_);
 }
 
 /// For Escape, whoever has the focus, and whoever else may have a shortcut with it. Where somebody keeps the
-/// keyboard to himself, the drag has to do without. That may be a window manager that opens a menu for a
-/// Super key without another: it gets another.
-void ItemDrag::takeKeyboard() {
-    const auto cookie = xcb_grab_keyboard(connection_.raw(), 0, bar_.window(), XCB_CURRENT_TIME,
-                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    const auto reply = owned(xcb_grab_keyboard_reply(connection_.raw(), cookie, nullptr));
-    hasKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+/// keyboard to himself, that may be a window manager that opens a menu for a Super key without another: it
+/// gets another, and may then let go.
+void ItemDrag::beginMoving() {
+    questionsLeft_ = mostQuestions;
+    takeKeyboard();
     const auto key = keyboard_.meaninglessKey();
     if (hasKeyboard_ || !key || !canFakeInput(connection_))
         return;
     for (const std::uint8_t type : {XCB_KEY_PRESS, XCB_KEY_RELEASE})
         fakeKey(connection_, type, *key);
+}
+
+void ItemDrag::takeKeyboard() {
+    const auto cookie = xcb_grab_keyboard(connection_.raw(), 0, bar_.window(), XCB_CURRENT_TIME,
+                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const auto reply = owned(xcb_grab_keyboard_reply(connection_.raw(), cookie, nullptr));
+    hasKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
 void ItemDrag::giveKeyboardBack() {

@@ -24,6 +24,7 @@ private:
     void move(const xcb_motion_notify_event_t& event);
     void keyPressed(xcb_keycode_t key);
     void keyReleased(xcb_keycode_t key);
+    void beginMoving();
     void takeKeyboard();
     void giveKeyboardBack();
 
@@ -36,6 +37,7 @@ private:
     int offsetInItem_ = 0;
     bool moving_ = false;
     bool hasKeyboard_ = false;
+    int questionsLeft_ = 0;
     /// Has put the item back and is still down.
     std::optional<xcb_keycode_t> heldEscape_;
     Registration ends_;

@@ -34,10 +34,13 @@ std::vector<KeyMeaning> meaningsOfKeys(xcb_connection_t* connection) {
     const auto reply = owned(xcb_get_keyboard_mapping_reply(
         connection, xcb_get_keyboard_mapping(connection, setup->min_keycode, count), nullptr));
     std::vector<KeyMeaning> keys;
-    for (int index = 0; reply && index < count; ++index) {
-        const int perKey = reply->keysyms_per_keycode;
-        const auto* first = xcb_get_keyboard_mapping_keysyms(reply.get()) + index * perKey;
-        keys.push_back({static_cast<xcb_keycode_t>(setup->min_keycode + index), {first, first + perKey}});
+    if (!reply)
+        return keys;
+    const auto* symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
+    for (int index = 0; index < count; ++index) {
+        const auto* end = symbols + reply->keysyms_per_keycode;
+        keys.push_back({static_cast<xcb_keycode_t>(setup->min_keycode + index), {symbols, end}});
+        symbols = end;
     }
     return keys;
 }

@@ -47,9 +47,14 @@ bool ManagedWindows::contain(xcb_window_t window, int depth) const {
                        [&](xcb_window_t child) { return contain(child, depth - 1); });
 }
 
+bool ManagedWindows::havePutInto(xcb_window_t parent, xcb_window_t window) const {
+    // Managers that give no window of theirs away, or have frames made by a helper, mark at least the window.
+    return parent != connection_.root() && !haveOneMaker(parent, window) &&
+           (managerMade(parent) || isMarked(window));
+}
+
 bool ManagedWindows::managerMade(xcb_window_t window) const {
-    return managersWindow_ != XCB_WINDOW_NONE &&
-           (window & ~resourceMask_) == (managersWindow_ & ~resourceMask_);
+    return managersWindow_ != XCB_WINDOW_NONE && haveOneMaker(window, managersWindow_);
 }
 
 bool ManagedWindows::isMarked(xcb_window_t window) const {

@@ -14,9 +14,15 @@ public:
 
     /// Of a child of the root window.
     bool contain(xcb_window_t window) const;
+    /// True where it is the window manager that has put another program's `window` into `parent`, and not
+    /// that program, which may do so for reasons of its own.
+    bool havePutInto(xcb_window_t parent, xcb_window_t window) const;
 
 private:
     bool contain(xcb_window_t window, int depth) const;
+    bool haveOneMaker(xcb_window_t window, xcb_window_t other) const {
+        return (window & ~resourceMask_) == (other & ~resourceMask_);
+    }
     bool managerMade(xcb_window_t window) const;
     bool isMarked(xcb_window_t window) const;
 

@@ -67,7 +67,7 @@ MenuBar::MenuBar(const Environment& environment, const std::vector<std::string>&
       orderSaver_(environment.connection.loop(), std::move(saveOrder)),
       window_(makeBarWindow(environment.connection)),
       strip_(environment.connection),
-      place_(environment.connection, window_, strip_.window()),
+      place_(environment.connection, window_, strip_.window(), [this] { left_.notify(); }),
       layout_(environment.connection.loop(), [this] { layOutIfNeeded(); }) {
     settingsChanges_ = environment_.settings.onChange([this] { settle(); });
     screenChanges_ = environment_.screens.onChange([this] { settle(); });
@@ -82,6 +82,10 @@ MenuBar::~MenuBar() {
 
 std::unique_ptr<StatusItem> MenuBar::makeStatusItem(double length) {
     return std::make_unique<StatusItemWindow>(*this, length);
+}
+
+bool MenuBar::isOn(const Screen& screen) const {
+    return !place_.isAway() && screen.frame == screens().toScreen(screens().primary());
 }
 
 std::string MenuBar::nextItemName() {
@@ -143,7 +147,7 @@ void MenuBar::layOutIfNeeded() {
 void MenuBar::settle() {
     const PixelRect screen = environment_.screens.primary();
     area_ = {screen.x, screen.y, screen.width, appearance().pixels(bar_metrics::thickness)};
-    place_.setArea(area_);
+    place_.setArea(area_, screen);
     makeTile();
     strip_.reserve(area_, screens().primaryIsAtTheTop());
     for (auto* item : items_)

@@ -51,6 +51,7 @@ public:
 
     std::unique_ptr<StatusItem> makeStatusItem(double length) override;
     double thickness() const override { return bar_metrics::thickness; }
+    bool isOn(const Screen& screen) const override;
 
     // For the items.
     Connection& connection() const { return environment_.connection; }
@@ -113,6 +114,8 @@ public:
     void putBack();
     /// Called after a drag has ended, however it did.
     Registration onLetGo(std::function<void()> listener) { return letGo_.add(std::move(listener)); }
+    /// Called after the bar has made way for a window that fills the screen.
+    Registration onLeave(std::function<void()> listener) { return left_.add(std::move(listener)); }
     /// True for a place in the bar, in pixels of the root window.
     bool contains(const Point& pixel) const;
     /// Puts the bar above everything on the screen, also above what fills it, or back to where it belongs.
@@ -153,6 +156,7 @@ private:
     int draggedX_ = 0;
     Listeners letGo_;
     Listeners changes_;
+    Listeners left_;
     int unnamedItems_ = 0;
     bool needsLayout_ = false;
     PostedOnce layout_;

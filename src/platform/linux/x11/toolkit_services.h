@@ -24,6 +24,9 @@ public:
     Registration onBarChange(std::function<void()> listener) override {
         return barListeners_.add(std::move(listener));
     }
+    Registration onBarLeave(std::function<void()> listener) override {
+        return bar_.onLeave(std::move(listener));
+    }
     void updateBar() override;
     bool isComposited() const override;
     Registration onCompositingChange(std::function<void()> listener) override {

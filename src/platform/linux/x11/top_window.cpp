@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -15,6 +16,9 @@ namespace {
 constexpr int mostRaises = 10;
 constexpr std::chrono::seconds countTime{1};
 constexpr Seconds restTime = 3;
+/// Somebody may move a window without end.
+constexpr int looksAtOnce = 10;
+constexpr Seconds lookPause = 0.05;
 /// Until a window manager has marked what it has just shown.
 constexpr Seconds markingTime = 0.1;
 
@@ -30,7 +34,9 @@ TopWindow::TopWindow(Connection& connection, xcb_window_t window, xcb_window_t b
     : connection_(connection),
       window_(window),
       beneath_(beneath),
-      checking_(connection.loop(), [this] { check(); }) {
+      area_(areaFrom(connection, xcb_get_geometry(connection.raw(), window))),
+      checking_(
+          connection.loop(), lookPause, [this] { check(); }, looksAtOnce) {
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 
@@ -42,12 +48,22 @@ TopWindow::~TopWindow() {
 
 void TopWindow::handle(const xcb_generic_event_t& event) {
     const auto type = event.response_type & 0x7f;
-    if (type != XCB_CONFIGURE_NOTIFY && type != XCB_CIRCULATE_NOTIFY && type != XCB_MAP_NOTIFY &&
-        type != XCB_REPARENT_NOTIFY)
-        return;
-    const auto& change = reinterpret_cast<const xcb_map_notify_event_t&>(event);
-    if (change.window != window_)
+    bool matters = type == XCB_CIRCULATE_NOTIFY || type == XCB_REPARENT_NOTIFY;
+    if (type == XCB_MAP_NOTIFY)
+        matters = reinterpret_cast<const xcb_map_notify_event_t&>(event).window != window_;
+    if (type == XCB_CONFIGURE_NOTIFY)
+        matters = mayCover(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
+    if (matters)
         checking_.request();
+}
+
+/// A window that is dragged about elsewhere tells of each step. Where ours comes to, others may be already.
+bool TopWindow::mayCover(const xcb_configure_notify_event_t& change) {
+    const PixelRect area{change.x, change.y, change.width + 2 * change.border_width,
+                         change.height + 2 * change.border_width};
+    if (change.window == window_)
+        return std::exchange(area_, area) != area;
+    return !area_ || area_->overlaps(area);
 }
 
 /// The highest first.

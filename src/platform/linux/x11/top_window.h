@@ -1,11 +1,13 @@
 #pragma once
 
-#include "linux/event_loop/posted_once.h"
+#include "linux/event_loop/paced_work.h"
 #include "linux/x11/connection.h"
+#include "linux/x11/pixel_rect.h"
 #include "run_loop.h"
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace velmo::x11 {
@@ -26,6 +28,7 @@ public:
 
 private:
     void handle(const xcb_generic_event_t& event);
+    bool mayCover(const xcb_configure_notify_event_t& change);
     void check();
     /// False where something lies over it that is not known to be managed.
     bool rise();
@@ -40,7 +43,9 @@ private:
     /// Since when raises are counted, and how many more there may be.
     std::chrono::steady_clock::time_point countBegin_;
     int raisesLeft_ = 0;
-    PostedOnce checking_;
+    /// Where it is, once that is known.
+    std::optional<PixelRect> area_;
+    PacedWork checking_;
     std::shared_ptr<Timer> secondLook_;
     /// While it rests.
     std::shared_ptr<Timer> nextAttempt_;

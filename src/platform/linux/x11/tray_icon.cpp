@@ -1,5 +1,6 @@
 #include "tray_icon.h"
 
+#include "linux/x11/managed_windows.h"
 #include "linux/x11/reply.h"
 
 #include <xcb/composite.h>
@@ -24,6 +25,10 @@ constexpr Seconds correctionPause = 0.25;
 /// In a second, of one icon. The next second nobody listens to it; what it asks for is done then, at the
 /// server's cost, so that silence for all icons of a program that floods us would slow down everybody.
 constexpr int mostEvents = 500;
+/// A window manager that takes an icon by mistake does so once; who wants it more often gets it.
+constexpr int mostClaims = 3;
+/// It may be busy with its own start.
+constexpr Seconds claimTime = 2;
 
 /// Puts the window into our save-set, or takes it out: the server gives it back to the root window when our
 /// connection ends, and keeps it out of sight there.
@@ -55,7 +60,8 @@ TrayIcon::TrayIcon(MenuBar& bar, const TrayIconFacts& facts, const std::string& 
             damaged();
     });
     listen(true);
-    embed();
+    if (facts_.parent == connection_.root() || !claimFromManager(facts_.parent))
+        embed();
     bar_.addItem(*this);
 }
 
@@ -76,13 +82,14 @@ TrayIcon::~TrayIcon() {
 
 void TrayIcon::embed() {
     xcb_connection_t* raw = connection_.raw();
+    isClaimed_ = false;
     setSaved(connection_, facts_.client, true);
     const PixelRect area = clientArea();
     xcb_reparent_window(raw, facts_.client, window(), static_cast<std::int16_t>(area.x),
                         static_cast<std::int16_t>(area.y));
     // Not before, as a compositing manager has what lies in the root window redirected, and nobody else can.
     xcb_composite_redirect_window(raw, facts_.client, redirection());
-    if (composited_) {
+    if (composited_ && damage_ == 0) {
         damage_ = connection_.newId();
         xcb_damage_create(raw, damage_, facts_.client, XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
     }
@@ -92,6 +99,48 @@ void TrayIcon::embed() {
     connection_.sendMessage(facts_.client, XCB_EVENT_MASK_NO_EVENT, facts_.client, atoms.xembed,
                             {XCB_CURRENT_TIME, embeddedNotify, 0, window(), embedVersion});
     showOrHide();
+}
+
+void TrayIcon::clientWentInto(xcb_window_t parent) {
+    if (isClaimed_ && parent == connection_.root()) {
+        embed();
+    } else if (!claimFromManager(parent) && !isInItsPlace()) {
+        leave();
+    }
+}
+
+bool TrayIcon::isInItsPlace() const {
+    const auto cookie = xcb_query_tree(connection_.raw(), facts_.client);
+    const auto tree = owned(xcb_query_tree_reply(connection_.raw(), cookie, nullptr));
+    return tree && tree->parent == window();
+}
+
+/// At its start a window manager looks for windows that are there, and then frames those that are mapped:
+/// also the one that has come into the bar in between. Were it just taken back, the manager would put it into
+/// the root window when it notices. So it is withdrawn from the manager, and comes when it has been let go.
+bool TrayIcon::claimFromManager(xcb_window_t parent) {
+    if (!ManagedWindows(connection_).havePutInto(parent, facts_.client))
+        return false;
+    if (isClaimed_)
+        return true;
+    if (claims_ == mostClaims)
+        return false;
+    isClaimed_ = true;
+    const int claim = ++claims_;
+    unredirect();
+    xcb_unmap_window(connection_.raw(), facts_.client);
+    xcb_unmap_notify_event_t withdrawal{};
+    withdrawal.response_type = XCB_UNMAP_NOTIFY;
+    withdrawal.event = connection_.root();
+    withdrawal.window = facts_.client;
+    xcb_send_event(connection_.raw(), 0, connection_.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&withdrawal));
+    connection_.loop().schedule(claimTime, lifetime_.guard([this, claim] {
+        if (isClaimed_ && claim == claims_ && !ended_)
+            embed();
+    }));
+    return true;
 }
 
 void TrayIcon::unredirect() const {
@@ -177,9 +226,7 @@ void TrayIcon::listenAgain() {
         return;
     listen(true);
     // Nobody has told what it has done meanwhile.
-    const auto cookie = xcb_query_tree(connection_.raw(), facts_.client);
-    const auto tree = owned(xcb_query_tree_reply(connection_.raw(), cookie, nullptr));
-    if (!tree || tree->parent != window()) {
+    if (!isClaimed_ && !isInItsPlace()) {
         leave();
         return;
     }
@@ -193,13 +240,6 @@ void TrayIcon::handle(const xcb_generic_event_t& event) {
     switch (event.response_type & 0x7f) {
         case XCB_DESTROY_NOTIFY:
             end();
-            break;
-        case XCB_REPARENT_NOTIFY:
-            if (reinterpret_cast<const xcb_reparent_notify_event_t&>(event).parent != window()) {
-                leave();
-            } else if (isBearable()) {
-                handleChange(event);
-            }
             break;
         default:
             if (isBearable())
@@ -221,7 +261,9 @@ void TrayIcon::handleChange(const xcb_generic_event_t& event) {
         case XCB_REPARENT_NOTIFY: {
             const auto& change = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
             const PixelRect area = clientArea();
-            if (change.x != area.x || change.y != area.y)
+            if (change.parent != window())
+                clientWentInto(change.parent);
+            else if (change.x != area.x || change.y != area.y)
                 sizeCorrection_.request();
             break;
         }
@@ -254,7 +296,7 @@ void TrayIcon::handleRequest(const xcb_generic_event_t& event) {
 }
 
 void TrayIcon::mapClient() {
-    if (facts_.wantsToBeShown && !ended_)
+    if (facts_.wantsToBeShown && !ended_ && !isClaimed_)
         xcb_map_window(connection_.raw(), facts_.client);
 }
 

@@ -41,6 +41,11 @@ protected:
 
 private:
     void embed();
+    /// The client lies, or has lain, in a window that is not ours.
+    void clientWentInto(xcb_window_t parent);
+    bool isInItsPlace() const;
+    /// False where the window manager has not taken the client, or takes it time and again.
+    bool claimFromManager(xcb_window_t parent);
     void handle(const xcb_generic_event_t& event);
     void handleChange(const xcb_generic_event_t& event);
     void handleRequest(const xcb_generic_event_t& event);
@@ -76,6 +81,9 @@ private:
     /// another kind, which the server cannot blend.
     bool composited_;
     xcb_damage_damage_t damage_ = 0;
+    /// The window manager has taken the client for an ordinary window, and is to let it go.
+    bool isClaimed_ = false;
+    int claims_ = 0;
     /// The content has changed since it was painted last.
     bool unpainted_ = false;
     /// Events that the client has caused in the present second.

@@ -38,6 +38,7 @@ TrayIconQuestions::TrayIconQuestions(const Connection& connection, xcb_window_t 
       client_(client),
       attributes_(listenAndAsk(connection, client)),
       geometry_(xcb_get_geometry(connection.raw(), client)),
+      tree_(xcb_query_tree(connection.raw(), client)),
       process_(connection, client),
       classes_(connection, client, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING),
       formerIdentity_(connection, client, connection.atoms().velmoItem, connection.atoms().utf8String),
@@ -47,6 +48,7 @@ TrayIconQuestions::TrayIconQuestions(const Connection& connection, xcb_window_t 
 std::optional<TrayIconFacts> TrayIconQuestions::answer() const {
     const auto attributes = owned(xcb_get_window_attributes_reply(connection_.raw(), attributes_, nullptr));
     const auto geometry = owned(xcb_get_geometry_reply(connection_.raw(), geometry_, nullptr));
+    const auto tree = owned(xcb_query_tree_reply(connection_.raw(), tree_, nullptr));
     // All answers are taken: what is left lying stays in memory.
     TrayIconFacts facts;
     facts.client = client_;
@@ -55,13 +57,14 @@ std::optional<TrayIconFacts> TrayIconQuestions::answer() const {
     facts.formerIdentity = formerIdentity_.text();
     facts.title = title_.answer();
     facts.wantsToBeShown = embedding_.answer();
-    if (!attributes || !geometry || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT ||
+    if (!attributes || !geometry || !tree || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT ||
         geometry->root != connection_.root()) {
         connection_.selectEvents(client_, XCB_EVENT_MASK_NO_EVENT);
         return std::nullopt;
     }
     facts.depth = geometry->depth;
     facts.visual = attributes->visual;
+    facts.parent = tree->parent;
     if (facts.processIdentifier)
         facts.ownerName = processName(*facts.processIdentifier);
     if (facts.application.empty())

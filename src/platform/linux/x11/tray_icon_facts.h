@@ -19,6 +19,8 @@ struct TrayIconFacts {
     xcb_window_t client = XCB_WINDOW_NONE;
     std::uint8_t depth = 0;
     xcb_visualid_t visual = 0;
+    /// What the window lay in.
+    xcb_window_t parent = XCB_WINDOW_NONE;
     /// Names the program, the same at each of its starts.
     std::string application;
     /// The identity that the icon had when it was in the bar before. Empty where it was not.
@@ -43,6 +45,7 @@ private:
     xcb_window_t client_;
     xcb_get_window_attributes_cookie_t attributes_;
     xcb_get_geometry_cookie_t geometry_;
+    xcb_query_tree_cookie_t tree_;
     ProcessQuestion process_;
     PropertyQuestion classes_;
     PropertyQuestion formerIdentity_;

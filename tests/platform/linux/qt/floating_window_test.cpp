@@ -29,6 +29,7 @@ public:
     Rect visibleFrame(const Point& /*place*/) const override { return {0, 0, 800, 800}; }
     Point barEnd() const override { return {800, 800}; }
     Registration onBarChange(std::function<void()> /*listener*/) override { return {}; }
+    Registration onBarLeave(std::function<void()> /*listener*/) override { return {}; }
     void updateBar() override {}
     bool isComposited() const override { return composited; }
     Registration onCompositingChange(std::function<void()> /*listener*/) override { return {}; }

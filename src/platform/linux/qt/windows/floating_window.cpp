@@ -39,6 +39,10 @@ FloatingWindow::FloatingWindow(ToolkitHost& host, const Traits& traits)
             showAt(corner_);
     });
     barChanges_ = host.onBarChange([this] { followBar(); });
+    barLeaves_ = host.onBarLeave([this] {
+        if (isVisible() && onBarLeave_)
+            onBarLeave_();
+    });
 }
 
 void FloatingWindow::followBar() {

@@ -35,6 +35,8 @@ public:
     /// For a window that hangs below the bar: called while it is shown, when the bar has another place or
     /// scale.
     void setOnBarChange(std::function<void()> handler) { onBarChange_ = std::move(handler); }
+    /// Called while it is shown, when the bar makes way for a window that fills the screen.
+    void setOnBarLeave(std::function<void()> handler) { onBarLeave_ = std::move(handler); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -59,8 +61,10 @@ private:
     ScaleFollower scale_;
     bool isTranslucent_ = false;
     std::function<void()> onBarChange_;
+    std::function<void()> onBarLeave_;
     ScreenChanges screenChanges_;
     Registration barChanges_;
+    Registration barLeaves_;
     Registration compositingChanges_;
     Registration above_;
 };

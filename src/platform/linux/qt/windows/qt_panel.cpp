@@ -13,6 +13,7 @@ QtPanel::QtPanel(ToolkitHost& host, const PanelConfiguration& configuration)
         QString::fromUtf8(configuration.accessibilityLabel.data(),
                           static_cast<qsizetype>(configuration.accessibilityLabel.size())));
     window_.setOnBarChange([this] { followBar(); });
+    window_.setOnBarLeave([this] { leave(); });
 }
 
 void QtPanel::setFrame(const Rect& frame) {
@@ -35,6 +36,13 @@ void QtPanel::followBar() {
     barEnd_ = end;
     frame_ = hangingFrame(top_.x, top_.y, window_.fittingSize(), host_.visibleFrame(top_));
     show();
+}
+
+void QtPanel::leave() {
+    orderOut();
+    // A copy: the owner may end the panel.
+    if (const auto handler = onClose_)
+        handler();
 }
 
 void QtPanel::orderFrontRegardless() {

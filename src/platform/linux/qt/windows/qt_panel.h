@@ -4,6 +4,9 @@
 #include "linux/registration.h"
 #include "panel.h"
 
+#include <functional>
+#include <utility>
+
 namespace velmo {
 
 class QtPanel : public Panel {
@@ -16,11 +19,13 @@ public:
     void orderFrontRegardless() override;
     void orderOut() override;
     bool isVisible() const override { return window_.isVisible(); }
+    void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }
     WindowNumber windowNumber() const override { return window_.number(); }
 
 private:
     void show();
     void followBar();
+    void leave();
 
     ToolkitHost& host_;
     FloatingWindow window_;
@@ -31,6 +36,7 @@ private:
     Point top_;
     Point barEnd_;
     Registration shown_;
+    std::function<void()> onClose_;
 };
 
 }  // namespace velmo

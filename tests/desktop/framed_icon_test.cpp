@@ -1,0 +1,247 @@
+#include "bar_session.h"
+
+#include "tray_client.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <thread>
+
+namespace velmo::desktop {
+
+namespace {
+
+/// A window manager as far as windows see it: it puts them into frames, and lets go those that are withdrawn.
+class FakeManager {
+public:
+    explicit FakeManager(const std::string& display) : x_(display), window_(makeWindow()) {
+        xcb_change_property(x_.raw(), XCB_PROP_MODE_REPLACE, x_.root(), x_.atom("_NET_SUPPORTING_WM_CHECK"),
+                            XCB_ATOM_WINDOW, 32, 1, &window_);
+    }
+
+    void frame(xcb_window_t window) {
+        framed_ = window;
+        frame_ = makeWindow();
+        const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+        xcb_change_window_attributes(x_.raw(), frame_, XCB_CW_EVENT_MASK, &mask);
+        xcb_reparent_window(x_.raw(), window, frame_, 0, 0);
+        xcb_map_window(x_.raw(), window);
+        xcb_map_window(x_.raw(), frame_);
+        x_.exists(window);
+        // What it has caused itself.
+        while (auto* event = xcb_poll_for_event(x_.raw()))
+            std::free(event);
+    }
+    void letGoWhatIsWithdrawn() const {
+        while (auto* event = xcb_poll_for_event(x_.raw())) {
+            if ((event->response_type & 0x7f) == XCB_UNMAP_NOTIFY)
+                xcb_reparent_window(x_.raw(), framed_, x_.root(), 0, 0);
+            std::free(event);
+        }
+        xcb_flush(x_.raw());
+    }
+
+private:
+    xcb_window_t makeWindow() const {
+        const xcb_window_t window = xcb_generate_id(x_.raw());
+        xcb_create_window(x_.raw(), XCB_COPY_FROM_PARENT, window, x_.root(), 0, 200, 50, 50, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        return window;
+    }
+
+    XObserver x_;
+    xcb_window_t window_;
+    xcb_window_t framed_ = XCB_WINDOW_NONE;
+    xcb_window_t frame_ = XCB_WINDOW_NONE;
+};
+
+/// An icon, and who may take it out of the bar.
+class FramedIcon : public BarSession {
+protected:
+    void SetUp() override {
+        BarSession::SetUp();
+        startServer();
+        startBar();
+        manager_.emplace(environment_.at("DISPLAY"));
+        icon_ = makeIcon(24, std::vector<std::uint32_t>(std::size_t{iconSide} * iconSide, 0xff0000ff));
+        ASSERT_TRUE(x().exists(icon_));
+    }
+    void TearDown() override {
+        manager_.reset();
+        BarSession::TearDown();
+    }
+
+    bool isInTheBar() const {
+        return x().parent(x().parent(icon_)) == bar_->window() && x().isViewable(icon_);
+    }
+    /// The icon into a window, on behalf of a program.
+    void put(const XObserver& program, xcb_window_t parent) const {
+        xcb_reparent_window(program.raw(), icon_, parent, 0, 0);
+        program.exists(icon_);
+    }
+    bool returns() {
+        return turnUntil([&] {
+            manager_->letGoWhatIsWithdrawn();
+            return isInTheBar();
+        });
+    }
+    /// Neither does anybody lay a hand on it after that.
+    bool staysInTheBar() {
+        return !turnUntil(
+            [&] {
+                manager_->letGoWhatIsWithdrawn();
+                return !isInTheBar() || !itemOf(icon_);
+            },
+            milliseconds(300));
+    }
+    bool leaves() {
+        return turnUntil([&] { return !itemOf(icon_); });
+    }
+    xcb_window_t makeParent(const XObserver& program) const {
+        const xcb_window_t parent = xcb_generate_id(program.raw());
+        xcb_create_window(program.raw(), XCB_COPY_FROM_PARENT, parent, x().root(), 0, 200, 50, 50, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        return parent;
+    }
+    void mark(xcb_window_t window) const {
+        const std::uint32_t normal[] = {1, 0};
+        const auto name = x().atom("WM_STATE");
+        xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, name, name, 32, 2, normal);
+    }
+
+    std::optional<FakeManager> manager_;
+    xcb_window_t icon_ = XCB_WINDOW_NONE;
+};
+
+TEST_F(FramedIcon, ReturnsWhenAWindowManagerHasTakenItForAnOrdinaryWindow) {
+    dock(icon_);
+    const auto* item = itemOf(icon_);
+    manager_->frame(icon_);
+    ASSERT_FALSE(isInTheBar());
+    EXPECT_TRUE(returns());
+    EXPECT_TRUE(staysInTheBar());
+    EXPECT_EQ(itemOf(icon_), item) << "it has kept its place";
+}
+
+TEST_F(FramedIcon, ReturnsFromAManagerThatIsKnownByItsMarkOnly) {
+    dock(icon_);
+    const XObserver unknown(environment_.at("DISPLAY"));
+    const auto frame = makeParent(unknown);
+    mark(icon_);
+    x().exists(icon_);
+    put(unknown, frame);
+    EXPECT_TRUE(turnUntil([&] { return isInTheBar(); })) << "who does not let go is not waited for";
+    EXPECT_TRUE(staysInTheBar());
+}
+
+TEST_F(FramedIcon, ComesWhenItWasFramedBeforeItDocked) {
+    manager_->frame(icon_);
+    sendToTray(x(), 0, icon_);
+    EXPECT_TRUE(returns());
+    EXPECT_TRUE(staysInTheBar());
+}
+
+TEST_F(FramedIcon, ReturnsWhenItWasFramedWhileItDocked) {
+    const x11::TrayIconQuestions questions(*connection_, icon_);
+    connection_->sync();
+    manager_->frame(icon_);
+    const x11::TrayIcon icon(*bar_, questions.answer().value(), "icon");
+    turnUntil(
+        [&] {
+            manager_->letGoWhatIsWithdrawn();
+            return false;
+        },
+        milliseconds(300));
+    EXPECT_TRUE(isInTheBar());
+    EXPECT_TRUE(staysInTheBar());
+}
+
+TEST_F(FramedIcon, StaysWhenItsProgramHadItElsewhereWhileItDocked) {
+    const auto parent = makeParent(x());
+    const x11::TrayIconQuestions questions(*connection_, icon_);
+    connection_->sync();
+    put(x(), parent);
+    const x11::TrayIcon icon(*bar_, questions.answer().value(), "icon");
+    EXPECT_TRUE(returns());
+    EXPECT_TRUE(staysInTheBar());
+    EXPECT_FALSE(icon.hasEnded());
+}
+
+TEST_F(FramedIcon, IsLeftToAManagerThatInsists) {
+    constexpr int patience = 3;
+    dock(icon_);
+    for (int count = 0; count < patience; ++count) {
+        manager_->frame(icon_);
+        ASSERT_TRUE(returns()) << count;
+    }
+    manager_->frame(icon_);
+    EXPECT_TRUE(leaves());
+    EXPECT_TRUE(x().isViewable(icon_)) << "the manager shows it now";
+    EXPECT_FALSE(isInTheBar());
+}
+
+TEST_F(FramedIcon, LeavesWithItsProgramForAWindowOfThatProgram) {
+    dock(icon_);
+    const auto parent = makeParent(x());
+    mark(icon_);
+    put(x(), parent);
+    EXPECT_TRUE(leaves());
+    EXPECT_EQ(x().parent(icon_), parent);
+}
+
+TEST_F(FramedIcon, LeavesForAWindowOfAnotherProgram) {
+    dock(icon_);
+    const XObserver other(environment_.at("DISPLAY"));
+    const auto parent = makeParent(other);
+    mark(parent);
+    x().exists(parent);
+    put(other, parent);
+    EXPECT_TRUE(leaves());
+    EXPECT_EQ(x().parent(icon_), parent);
+}
+
+TEST_F(FramedIcon, LeavesForTheRootWindowAlsoAfterItHasReturnedOnce) {
+    dock(icon_);
+    manager_->frame(icon_);
+    ASSERT_TRUE(returns());
+    ASSERT_TRUE(staysInTheBar());
+    xcb_reparent_window(x().raw(), icon_, x().root(), 0, 200);
+    x().exists(icon_);
+    EXPECT_TRUE(leaves());
+    EXPECT_EQ(x().parent(icon_), x().root());
+}
+
+TEST_F(FramedIcon, EndsWithItsProgramWhileItIsWaitedFor) {
+    dock(icon_);
+    manager_->frame(icon_);
+    EXPECT_TRUE(turnUntil([&] { return !x().isViewable(icon_); }));
+    xcb_destroy_window(x().raw(), icon_);
+    x().exists(icon_);
+    EXPECT_TRUE(leaves());
+}
+
+/// A session that begins: the window manager and the programs with icons start together.
+class BeginningSession : public DesktopSession {};
+
+TEST_F(BeginningSession, LosesNoIconToTheWindowManager) {
+    startServer();
+    startVelmo();
+    TrayClient program(environment_.at("DISPLAY"));
+    std::vector<xcb_window_t> icons;
+    for (int number = 0; number < 60; ++number)
+        icons.push_back(program.makeIcon("icon" + std::to_string(number)));
+    const auto manager = run({"openbox"});
+    for (const auto icon : icons) {
+        program.dock(icon);
+        // So that some come while it looks for windows.
+        std::this_thread::sleep_for(milliseconds(2));
+    }
+    EXPECT_TRUE(eventually([&] {
+        return std::all_of(icons.begin(), icons.end(), [&](auto icon) {
+            return x().parent(x().parent(icon)) == bar() && x().isViewable(icon);
+        });
+    }));
+}
+
+}  // namespace
+
+}  // namespace velmo::desktop
