@@ -16,7 +16,8 @@ std::optional<double> numberIn(const std::string& text) {
     if (!(stream >> number))
         return std::nullopt;
     // What is too small for one is no zero.
-    const bool isZero = text.substr(0, text.find_first_of("eE")).find_first_of("123456789") == std::string::npos;
+    const bool isZero =
+        text.substr(0, text.find_first_of("eE")).find_first_of("123456789") == std::string::npos;
     return (number == 0) == isZero ? std::optional(number) : std::nullopt;
 }
 

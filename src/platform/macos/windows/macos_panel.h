@@ -20,6 +20,8 @@ public:
     void orderFrontRegardless() override { panel_.orderFrontRegardless(); }
     void orderOut() override { panel_.orderOut(); }
     bool isVisible() const override { return panel_.isVisible(); }
+    /// The system closes no panel by itself: none has a button for it.
+    void setOnClose(std::function<void()> /*handler*/) override {}
     WindowNumber windowNumber() const override { return panel_.windowNumber(); }
 
 private:
