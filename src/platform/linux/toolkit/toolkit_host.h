@@ -53,7 +53,11 @@ public:
     /// this returns.
     virtual void declareShadow(WindowNumber window, const Size& size, double margin) = 0;
 
-    /// Makes this the window that the user works with, as an answer to what the user did last.
+    /// Brings a window to the workspace that the user looks at. The server has told the window manager when
+    /// this returns.
+    virtual void bringToWorkspace(WindowNumber window) = 0;
+    /// Makes this the window that the user works with, as an answer to what the user did last. It is brought
+    /// to the user's workspace first.
     virtual void activate(WindowNumber window) = 0;
     /// Gives the keyboard to a window that no window manager knows.
     virtual void takeKeyboard(WindowNumber window) = 0;

@@ -15,6 +15,10 @@ namespace velmo::x11 {
 
 namespace {
 
+/// How requests to a window manager reach it, and on whose behalf.
+constexpr std::uint32_t toManager = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+constexpr std::uint32_t byTheUser = 2;
+
 std::string keyOf(const std::string& name) {
     return "windowPlace." + name;
 }
@@ -98,13 +102,9 @@ void ToolkitServices::declareShadow(WindowNumber window, const Size& size, doubl
     connection_.sync();
 }
 
-void ToolkitServices::activate(WindowNumber window) {
-    constexpr std::uint32_t byTheUser = 2;
-    constexpr std::uint32_t toManager =
-        XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    const auto activated = static_cast<xcb_window_t>(window);
+void ToolkitServices::bringToWorkspace(WindowNumber window) {
+    const auto brought = static_cast<xcb_window_t>(window);
     const auto& atoms = connection_.atoms();
-    // Some window managers give the focus to nothing on another workspace than the user's.
     const auto workspaceIn = [&](xcb_window_t holder, xcb_atom_t property) {
         std::optional<std::uint32_t> workspace;
         const auto value = connection_.property(holder, property, XCB_ATOM_CARDINAL, sizeof *workspace);
@@ -114,12 +114,18 @@ void ToolkitServices::activate(WindowNumber window) {
     };
     constexpr std::uint32_t everyWorkspace = 0xffffffff;
     const auto current = workspaceIn(connection_.root(), atoms.netCurrentDesktop);
-    if (current && workspaceIn(activated, atoms.netWmDesktop) != everyWorkspace) {
-        connection_.sendMessage(connection_.root(), toManager, activated, atoms.netWmDesktop,
-                                {*current, byTheUser});
-    }
+    if (!current || workspaceIn(brought, atoms.netWmDesktop) == everyWorkspace)
+        return;
+    connection_.sendMessage(connection_.root(), toManager, brought, atoms.netWmDesktop,
+                            {*current, byTheUser});
+    connection_.sync();
+}
+
+void ToolkitServices::activate(WindowNumber window) {
+    // Some window managers give the focus to nothing on another workspace than the user's.
+    bringToWorkspace(window);
     connection_.sendMessage(
-        connection_.root(), toManager, activated, atoms.netActiveWindow,
+        connection_.root(), toManager, static_cast<xcb_window_t>(window), connection_.atoms().netActiveWindow,
         {byTheUser, bar_.localEvents().lastPress().value_or(XCB_CURRENT_TIME), XCB_WINDOW_NONE});
 }
 

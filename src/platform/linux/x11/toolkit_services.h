@@ -35,6 +35,7 @@ public:
     Registration keepAbove(WindowNumber window) override;
     void spareButtonStates(void* connection) override;
     void declareShadow(WindowNumber window, const Size& size, double margin) override;
+    void bringToWorkspace(WindowNumber window) override;
     void activate(WindowNumber window) override;
     void takeKeyboard(WindowNumber window) override;
     bool hasKeyboard(WindowNumber window) const override;

@@ -189,6 +189,9 @@ void QtWindow::rememberPlace() {
 }
 
 void QtWindow::makeKeyAndOrderFront() {
+    // Asked to show what lies on another workspace, a window manager may take the user there.
+    if (widget_->isVisible())
+        host_.bringToWorkspace(static_cast<WindowNumber>(widget_->winId()));
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
     if (!canBeFoundAt(widget_->pos()))
         center();
