@@ -37,6 +37,7 @@ public:
     void declareShadow(WindowNumber /*window*/, const Size& /*size*/, double margin) override {
         declaredMargin = margin;
     }
+    void bringToWorkspace(WindowNumber /*window*/) override {}
     void activate(WindowNumber /*window*/) override {}
     void takeKeyboard(WindowNumber /*window*/) override {}
     bool hasKeyboard(WindowNumber /*window*/) const override { return false; }
