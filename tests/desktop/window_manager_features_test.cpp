@@ -205,9 +205,6 @@ TEST_P(FeaturesUnder, TheSettingsComeWithTheKeyboardAndRememberTheirPlace) {
     xdotool({"key", "Tab"});
     xdotool({"key", "End"});
     EXPECT_TRUE(eventually([&] { return readDefaults().value("toggleIconStyle", "") == "fridge"; }));
-    // A tiling window manager has its own idea of places.
-    if (GetParam() == "i3")
-        outputOf({"i3-msg", "floating", "enable"}, environment_);
     outputOf({"wmctrl", "-i", "-r", std::to_string(*settings()), "-e", "0,131,97,-1,-1"}, environment_);
     ASSERT_TRUE(eventually([&] { return std::abs(x().area(*settings())->x - 131) < 40; }));
     ASSERT_TRUE(eventually([&] { return readDefaults().contains("windowPlace.Velmo.SettingsWindow"); }));
@@ -216,11 +213,8 @@ TEST_P(FeaturesUnder, TheSettingsComeWithTheKeyboardAndRememberTheirPlace) {
     startVelmo();
     startAgain();
     ASSERT_TRUE(eventually([&] { return settings().has_value(); }));
-    if (GetParam() != "i3") {
-        EXPECT_TRUE(eventually([&] { return x().area(*settings())->x == place.x; }))
-            << x().area(*settings())->x;
-        EXPECT_EQ(x().area(*settings())->y, place.y);
-    }
+    EXPECT_TRUE(eventually([&] { return x().area(*settings())->x == place.x; })) << x().area(*settings())->x;
+    EXPECT_EQ(x().area(*settings())->y, place.y);
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, FeaturesUnder, windowManagers,
