@@ -10,14 +10,12 @@ import plistlib
 import struct
 import sys
 
+import frameworks
 import mach_o
 
 ARCHITECTURES = {"arm64", "x86_64"}
 MINIMUM_SYSTEM = "14.0"
-FRAMEWORKS = {"AppKit", "ApplicationServices", "Carbon", "CoreFoundation", "CoreGraphics", "Foundation", "QuartzCore",
-              "ScreenCaptureKit", "ServiceManagement"}
-LIBRARIES = ({f"/System/Library/Frameworks/{name}.framework/Versions/A/{name}" for name in FRAMEWORKS} |
-             {"/usr/lib/libobjc.A.dylib", "/usr/lib/libSystem.B.dylib"})
+LIBRARIES = {*frameworks.install_names().values(), "/usr/lib/libobjc.A.dylib", "/usr/lib/libSystem.B.dylib"}
 # What a compiler other than Zig links, too.
 POSSIBLE_LIBRARIES = LIBRARIES | {"/usr/lib/libc++.1.dylib"}
 
@@ -27,7 +25,7 @@ def program_problems(program):
         yield "is not a position-independent program"
     if program.minimum_system != MINIMUM_SYSTEM:
         yield f"needs macOS {program.minimum_system or '(does not say)'}"
-    paths = {path.replace("/Versions/C/", "/Versions/A/") for path in program.libraries}
+    paths = set(program.libraries)
     yield from (f"does not load {path}" for path in sorted(LIBRARIES - paths))
     yield from (f"loads {path}" for path in sorted(paths - POSSIBLE_LIBRARIES))
     yield from (f"looks nowhere for {name}" for name, path in program.imports.items() if not path)
@@ -50,10 +48,13 @@ def signature_problems(program, sealed):
     requirements = signature[blobs[2]:blobs[2] + struct.unpack_from(">I", signature, blobs[2] + 4)[0]]
     slots = {1: sealed[0], 2: requirements, 3: sealed[1]}
     for slot in range(1, special_count + 1):
-        if hash_at(directory, first_hash, -slot) != hashlib.sha256(slots[slot]).digest():
+        # What there is nothing of has no hash.
+        known = hashlib.sha256(slots[slot]).digest() if slot in slots else bytes(32)
+        if hash_at(directory, first_hash, -slot) != known:
             yield f"does not fit what slot {slot} of its signature is about"
+    size = 1 << directory[39]
     for page in range(count):
-        part = program.signed[4096 * page:4096 * (page + 1)]
+        part = program.signed[size * page:size * (page + 1)]
         if hash_at(directory, first_hash, page) != hashlib.sha256(part).digest():
             yield f"has been changed on page {page}"
 

@@ -25,6 +25,13 @@ def change_byte(path, part):
     path.write_bytes(data)
 
 
+def change_directory(path, offset, value):
+    """Changes a byte of the first architecture's signature that says how its hashes are to be read."""
+    data = bytearray(path.read_bytes())
+    data[data.index(b"\xfa\xde\x0c\x02") + offset] = value
+    path.write_bytes(data)
+
+
 # What is done to the contents, and words of the complaint.
 DAMAGES = [
     (lambda contents: (contents / "PkgInfo").unlink(), "has no PkgInfo"),
@@ -36,6 +43,10 @@ DAMAGES = [
     (lambda contents: change_byte(contents / "MacOS/Velmo", 0.25), "x86_64: has been changed"),
     (lambda contents: change_byte(contents / "MacOS/Velmo", 0.75), "arm64: has been changed"),
     (lambda contents: replace(contents / "MacOS/Velmo", b"Carbon.framework", b"Cardon.framework"), "does not load"),
+    (lambda contents: replace(contents / "MacOS/Velmo", b"Versions/C/AppKit", b"Versions/A/AppKit"),
+     "does not load /System/Library/Frameworks/AppKit.framework/Versions/C/AppKit"),
+    (lambda contents: change_directory(contents / "MacOS/Velmo", 39, 14), "x86_64: has been changed"),
+    (lambda contents: change_directory(contents / "MacOS/Velmo", 27, 4), "slot 4"),
     (lambda contents: replace(contents / "MacOS/Velmo", b"\xfa\xde\x0c\xc0", b"\0\0\0\0"), "is not signed"),
     (lambda contents: replace(contents / "_CodeSignature/CodeResources", b"^PkgInfo$", b"^PkgInfx$"), "slot 3"),
 ]

@@ -3,8 +3,7 @@
 
 usage: link_stubs.py LIST PACKAGE FOLDER
     LIST, PACKAGE   see check-contract
-    FOLDER          gets NAME.framework/NAME.tbd for each framework, lib/libobjc.tbd, and frameworks.txt, the names of
-                    the frameworks
+    FOLDER          gets NAME.framework/NAME.tbd for each framework, and lib/libobjc.tbd
 """
 
 import pathlib
@@ -12,6 +11,7 @@ import sys
 
 import contract
 import framework_metadata
+import frameworks
 
 TARGETS = "[ x86_64-macos, arm64-macos ]"
 
@@ -50,15 +50,15 @@ def main():
         sys.exit(__doc__)
     entries = contract.read_list(pathlib.Path(sys.argv[1]).read_text())
     folder = pathlib.Path(sys.argv[3])
-    frameworks = symbols_by_framework(entries, framework_metadata.Package(sys.argv[2]))
-    for name, symbols in frameworks.items():
+    install_names = frameworks.install_names()
+    for name, symbols in symbols_by_framework(entries, framework_metadata.Package(sys.argv[2])).items():
+        if name not in install_names:
+            sys.exit(f"the program uses {name}, which frameworks.txt does not list")
         path = folder / f"{name}.framework"
         path.mkdir(parents=True, exist_ok=True)
-        install_name = f"/System/Library/Frameworks/{name}.framework/Versions/A/{name}"
-        (path / f"{name}.tbd").write_text(stub(install_name, symbols))
+        (path / f"{name}.tbd").write_text(stub(install_names[name], symbols))
     (folder / "lib").mkdir(parents=True, exist_ok=True)
     (folder / "lib" / "libobjc.tbd").write_text(stub("/usr/lib/libobjc.A.dylib", RUNTIME))
-    (folder / "frameworks.txt").write_text("".join(f"{name}\n" for name in sorted(frameworks)))
 
 
 if __name__ == "__main__":
