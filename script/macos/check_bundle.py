@@ -87,8 +87,7 @@ def problems(app):
     for key in ("NSAppleEventsUsageDescription", "NSScreenCaptureUsageDescription", "CFBundleIdentifier"):
         if not information.get(key):
             yield f"does not say {key}"
-    icon = (contents / "Resources" / "Velmo.icns").read_bytes()
-    if icon[:4] != b"icns" or struct.unpack_from(">I", icon, 4)[0] != len(icon):
+    if icon_sides((contents / "Resources" / "Velmo.icns").read_bytes()) != {16, 32, 64, 128, 256, 512, 1024}:
         yield "has a damaged icon"
     listed = (contents / "_CodeSignature" / "CodeResources").read_bytes()
     yield from resource_problems(contents, listed)
@@ -99,6 +98,17 @@ def problems(app):
         sealed = [(contents / "Info.plist").read_bytes(), listed]
         for problem in [*program_problems(program), *signature_problems(program, sealed)]:
             yield f"{program.architecture}: {problem}"
+
+
+def icon_sides(icon):
+    """The sides of its pictures in pixels; empty where it is none."""
+    if icon[:4] != b"icns" or struct.unpack_from(">I", icon, 4)[0] != len(icon):
+        return set()
+    sides, at = set(), 8
+    while at < len(icon):
+        sides.add(struct.unpack_from(">I", icon, at + 24)[0])
+        at += struct.unpack_from(">I", icon, at + 4)[0]
+    return sides
 
 
 def main():

@@ -9,45 +9,84 @@ import struct
 import sys
 import zlib
 
-# Names of the container's pictures, by their sides in pixels.
-PICTURES = {128: b"ic07", 256: b"ic08", 512: b"ic09"}
+# Sides in pixels, and what the container calls such pictures: for screens of scale 1, and half as large for scale 2.
+PICTURES = {16: [b"icp4"], 32: [b"icp5", b"ic11"], 64: [b"ic12"], 128: [b"ic07"], 256: [b"ic08", b"ic13"],
+            512: [b"ic09", b"ic14"], 1024: [b"ic10"]}
+
+TOP, BOTTOM = (74, 128, 200), (30, 52, 100)
+BAR, INK, SIGNAL = (244, 247, 252), (30, 52, 100), (240, 92, 66)
+
+# In a square of side 1: left, top, right, bottom; corner radius; colour, none for that of the ground; opacity. Each is
+# painted over those before it.
+LARGE = [
+    ((0.1, 0.1, 0.9, 0.9), 0.18, None, 1),
+    ((0.17, 0.395, 0.83, 0.605), 0.06, BAR, 1),
+    ((0.215, 0.45, 0.315, 0.55), 0.032, INK, 0.16),
+    ((0.35, 0.45, 0.45, 0.55), 0.032, INK, 0.36),
+    ((0.4875, 0.335, 0.5125, 0.665), 0.0125, SIGNAL, 1),
+    ((0.55, 0.45, 0.65, 0.55), 0.032, INK, 1),
+    ((0.685, 0.45, 0.785, 0.55), 0.032, INK, 1),
+]
+# Less, larger, and on the pixels.
+SMALL = [
+    ((1 / 16, 1 / 16, 15 / 16, 15 / 16), 0.2, None, 1),
+    ((2 / 16, 5 / 16, 14 / 16, 11 / 16), 0.09, BAR, 1),
+    ((3.5 / 16, 6.5 / 16, 6.5 / 16, 9.5 / 16), 0.05, INK, 0.28),
+    ((7.5 / 16, 3 / 16, 8.5 / 16, 13 / 16), 0.03, SIGNAL, 1),
+    ((9.5 / 16, 6.5 / 16, 12.5 / 16, 9.5 / 16), 0.05, INK, 1),
+]
+
+TINY = [
+    ((1 / 16, 1 / 16, 15 / 16, 15 / 16), 0.2, None, 1),
+    ((2 / 16, 4 / 16, 14 / 16, 11 / 16), 0.09, BAR, 1),
+    ((3 / 16, 6 / 16, 6 / 16, 9 / 16), 0.02, INK, 0.3),
+    ((7 / 16, 2 / 16, 9 / 16, 13 / 16), 0, SIGNAL, 1),
+    ((10 / 16, 6 / 16, 13 / 16, 9 / 16), 0.02, INK, 1),
+]
 
 
 def coverage(x, y, box, radius, pixel):
-    """How much of a pixel lies in a rounded rectangle: box is left, top, right, bottom."""
+    """How much of a pixel lies in a rounded rectangle."""
     left, top, right, bottom = box
     dx = max(left + radius - x, 0, x - (right - radius))
     dy = max(top + radius - y, 0, y - (bottom - radius))
     return min(max((radius - (dx * dx + dy * dy) ** 0.5) / pixel + 0.5, 0), 1)
 
 
-# In a square of side 1: shape, corner radius, colour, opacity; each painted over those before it.
-SHAPES = [
-    ((0.1, 0.1, 0.9, 0.9), 0.18, (36, 60, 98), 1),
-    ((0.18, 0.4, 0.82, 0.6), 0.06, (236, 241, 248), 1),
-    ((0.23, 0.45, 0.33, 0.55), 0.05, (36, 60, 98), 0.18),
-    ((0.36, 0.45, 0.46, 0.55), 0.05, (36, 60, 98), 0.4),
-    ((0.505, 0.43, 0.525, 0.57), 0.01, (214, 84, 60), 1),
-    ((0.57, 0.45, 0.67, 0.55), 0.05, (36, 60, 98), 1),
-    ((0.7, 0.45, 0.8, 0.55), 0.05, (36, 60, 98), 1),
-]
+def paint(row, column, over, color):
+    red, green, blue, alpha = row[column]
+    row[column] = tuple(over * new + (1 - over) * old for new, old in zip(color, (red, green, blue))) + (
+        over + (1 - over) * alpha,)
 
 
-def pixel_at(x, y, pixel):
-    red, green, blue, alpha = 0.0, 0.0, 0.0, 0.0
-    for box, radius, color, opacity in SHAPES:
-        over = coverage(x, y, box, radius, pixel) * opacity
-        if over:
-            red, green, blue = (over * new + (1 - over) * old for new, old in zip(color, (red, green, blue)))
-            alpha = over + (1 - over) * alpha
-    return bytes(round(part / alpha) if alpha else 0 for part in (red, green, blue)) + bytes([round(255 * alpha)])
+def painted_row(y, side, shapes):
+    ground = tuple(top + (bottom - top) * y for top, bottom in zip(TOP, BOTTOM))
+    row = [ground + (0.0,)] * side
+    for box, radius, color, opacity in shapes:
+        color = color or ground
+        first = max(int(box[0] * side) - 1, 0)
+        last = min(int(box[2] * side) + 2, side)
+        # Between the corners all pixels of a row are covered alike.
+        inner = int((box[0] + radius) * side) + 1, int((box[2] - radius) * side) - 1
+        over = coverage((box[0] + box[2]) / 2, y, box, radius, 1 / side) * opacity
+        if over == 1 and inner[0] < inner[1]:
+            row[inner[0]:inner[1]] = [color + (1.0,)] * (inner[1] - inner[0])
+        for column in range(first, last) if over else ():
+            if over == 1 and inner[0] <= column < inner[1]:
+                continue
+            here = coverage((column + 0.5) / side, y, box, radius, 1 / side) * opacity
+            if here:
+                paint(row, column, here, color)
+    return row
 
 
 def png(side):
+    shapes = {16: TINY, 32: SMALL}.get(side, LARGE)
     rows = []
-    for row in range(side):
-        pixels = (pixel_at((column + 0.5) / side, (row + 0.5) / side, 1 / side) for column in range(side))
-        rows.append(b"\0" + b"".join(pixels))
+    for number in range(side):
+        row = painted_row((number + 0.5) / side, side, shapes)
+        rows.append(b"\0" + b"".join(bytes([round(red), round(green), round(blue), round(255 * alpha)])
+                                     for red, green, blue, alpha in row))
 
     def chunk(name, data):
         return struct.pack(">I", len(data)) + name + data + struct.pack(">I", zlib.crc32(name + data))
@@ -60,9 +99,10 @@ def main():
     if len(sys.argv) != 2:
         sys.exit(__doc__)
     body = b""
-    for side, name in PICTURES.items():
+    for side, names in PICTURES.items():
         picture = png(side)
-        body += name + struct.pack(">I", len(picture) + 8) + picture
+        for name in names:
+            body += name + struct.pack(">I", len(picture) + 8) + picture
     pathlib.Path(sys.argv[1]).write_bytes(b"icns" + struct.pack(">I", len(body) + 8) + body)
 
 

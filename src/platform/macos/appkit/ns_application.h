@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ns_event.h"
+#include "ns_menu.h"
 
 namespace velmo::macos {
 
@@ -19,6 +20,7 @@ public:
     void setActivationPolicy(NSApplicationActivationPolicy policy) const {
         send<bool, "setActivationPolicy:">(policy);
     }
+    void setMainMenu(const NSMenu& menu) const { send<void, "setMainMenu:">(menu); }
     void run() const { send<void, "run">(); }
     void activateIgnoringOtherApps(bool ignoring) const {
         send<void, "activateIgnoringOtherApps:">(ignoring);

@@ -25,6 +25,9 @@ public:
         send<void, "setCollectionBehavior:">(behavior);
     }
     void setHidesOnDeactivate(bool hides) const { send<void, "setHidesOnDeactivate:">(hides); }
+    void setAllowsToolTipsWhenApplicationIsInactive(bool allows) const {
+        send<void, "setAllowsToolTipsWhenApplicationIsInactive:">(allows);
+    }
     void setAnimationBehavior(NSWindowAnimationBehavior behavior) const {
         send<void, "setAnimationBehavior:">(behavior);
     }

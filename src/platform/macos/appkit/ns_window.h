@@ -5,7 +5,9 @@
 
 namespace velmo::macos {
 
+class NSToolbar;
 class NSView;
+enum class NSWindowToolbarStyle : NSInteger;
 
 enum class NSWindowStyleMask : NSUInteger {};
 enum class NSBackingStoreType : NSUInteger { buffered = 2 };
@@ -34,6 +36,8 @@ public:
     void setContentSize(const CGSize& size) const { send<void, "setContentSize:">(size); }
     void setFrame(const CGRect& frame) const { send<void, "setFrame:display:">(frame, true); }
     void setStyleMask(NSWindowStyleMask mask) const { send<void, "setStyleMask:">(mask); }
+    void setToolbar(const NSToolbar& toolbar) const;
+    void setToolbarStyle(NSWindowToolbarStyle style) const;
     void setTitle(const NSString& title) const { send<void, "setTitle:">(title); }
     void setAccessibilityLabel(const NSString& text) const { send<void, "setAccessibilityLabel:">(text); }
     /// True: closing it gives up a reference that nobody here has.

@@ -1,6 +1,7 @@
 #include "macos_application.h"
 
 #include "event_from.h"
+#include "main_menu.h"
 
 namespace velmo::macos {
 
@@ -34,6 +35,7 @@ std::optional<Event> MacosApplication::currentEvent() const {
 }
 
 void MacosApplication::didFinishLaunching(const NSNotification& /*notification*/) {
+    application_.setMainMenu(makeMainMenu());
     if (delegate_ != nullptr)
         delegate_->applicationDidFinishLaunching();
 }

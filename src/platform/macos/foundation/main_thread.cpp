@@ -1,5 +1,6 @@
 #include "main_thread.h"
 
+#include "macos/objc/autorelease_pool.h"
 #include "macos/objc/instance.h"
 #include "ns_object.h"
 
@@ -22,6 +23,8 @@ public:
 private:
     void run(const NSObject& /*argument*/) {
         const std::unique_ptr<MainThreadCall> self(this);
+        // While no events come, the application lets go of nothing.
+        const AutoreleasePool pool;
         work_();
     }
 

@@ -23,4 +23,11 @@ public:
     }
 };
 
+class NSMutableArray : public ClassOf<NSMutableArray, "NSMutableArray", NSArray> {
+public:
+    static NSMutableArray create() { return make<"init">(); }
+
+    void addObject(const Object& object) const { send<void, "addObject:">(object); }
+};
+
 }  // namespace velmo::macos

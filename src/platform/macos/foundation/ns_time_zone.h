@@ -6,8 +6,8 @@ namespace velmo::macos {
 
 class NSTimeZone : public ClassOf<NSTimeZone, "NSTimeZone", NSObject> {
 public:
-    /// Follows what the user changes.
-    static NSTimeZone local() { return sendToClass<NSTimeZone, "localTimeZone">(); }
+    /// What the user has chosen by now, once the system has told of a change.
+    static NSTimeZone system() { return sendToClass<NSTimeZone, "systemTimeZone">(); }
 };
 
 }  // namespace velmo::macos

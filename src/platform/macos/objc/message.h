@@ -49,4 +49,11 @@ struct Message {
     }
 };
 
+/// The selector by which menus and controls have an object of the class perform something.
+template <FixedString className, FixedString selector>
+Selector actionNamed() {
+    contract::use<Message<className, false, selector, void, Object>>();
+    return selectorNamed<selector>();
+}
+
 }  // namespace velmo::macos

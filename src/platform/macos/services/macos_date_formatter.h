@@ -14,6 +14,7 @@ public:
 
 private:
     NSDateFormatter formatter_ = NSDateFormatter::create();
+    mutable NSTimeZone zone_;
 };
 
 }  // namespace velmo::macos

@@ -1,6 +1,7 @@
 #include "macos_timer.h"
 
 #include "macos/foundation/ns_run_loop.h"
+#include "macos/objc/autorelease_pool.h"
 
 #include <utility>
 
@@ -33,6 +34,8 @@ void MacosTimer::fire(const NSTimer& /*timer*/) {
         return;
     // A copy, because the work may invalidate the timer, and that may be the end of this.
     const auto work = work_;
+    // While no events come, the application lets go of nothing.
+    const AutoreleasePool pool;
     if (!repeats_)
         invalidate();
     work();

@@ -27,10 +27,13 @@ private:
     void mouseDown(const NSEvent& event);
     // NOLINTNEXTLINE(readability-make-member-function-const): methods of a class made here are not.
     NSView hitTest(const CGPoint& point);
+    /// Also the first click into a window of an application that is not in front.
+    bool acceptsFirstMouse(const NSEvent& /*event*/) { return true; }
     void setPressed(bool pressed);
 
     using Class = Subclass<PlainButton, "VelmoPlainButton", NSButton,
                            Method<"mouseDown:", &PlainButton::mouseDown, "NSResponder">,
+                           Method<"acceptsFirstMouse:", &PlainButton::acceptsFirstMouse, "NSView">,
                            Method<"hitTest:", &PlainButton::hitTest, "NSView">>;
 
     Instance<PlainButton, Class, NSButton> instance_{*this};

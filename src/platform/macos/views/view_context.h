@@ -1,6 +1,7 @@
 #pragma once
 
 #include "text_style.h"
+#include "view_content.h"
 #include "view_modifier.h"
 
 #include <functional>
@@ -22,6 +23,8 @@ struct ViewContext {
     std::string help = {};
     std::string accessibilityLabel = {};
     std::optional<ShortcutKey> shortcut = {};
+    /// Where tabs are to be seen.
+    std::function<void(const TabView&)> showTabs = {};
     /// To be called after the user has changed a control: it shows what is described, not what was done to
     /// it.
     std::function<void()> reassert = {};

@@ -16,6 +16,7 @@ void ViewHost::setContent(const View& content) {
 
 void ViewHost::apply() {
     ViewContext context;
+    context.showTabs = showTabs_;
     context.reassert = lifetime_.guard([this] { reassert(); });
     root_.update({content_}, context, surface_.view());
 }

@@ -10,7 +10,10 @@ namespace velmo::macos {
 /// Shows a described view with the system's own views. A new description changes only what differs.
 class ViewHost {
 public:
-    explicit ViewHost(RunLoop& loop) : loop_(loop) {}
+    /// `showTabs` shows the tabs that the content has, of which the host itself shows the chosen one's
+    /// content.
+    explicit ViewHost(RunLoop& loop, std::function<void(const TabView&)> showTabs = {})
+        : loop_(loop), showTabs_(std::move(showTabs)) {}
 
     void setContent(const View& content);
     /// Points that the content wants.
@@ -26,6 +29,7 @@ private:
     void layOut();
 
     RunLoop& loop_;
+    std::function<void(const TabView&)> showTabs_;
     SurfaceView surface_;
     View content_;
     // Ends before the surface, on which its views lie.

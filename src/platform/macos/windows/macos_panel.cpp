@@ -14,6 +14,8 @@ MacosPanel::MacosPanel(RunLoop& loop, const PanelConfiguration& configuration)
     panel_.setLevel(configuration.level);
     panel_.setHidesOnDeactivate(configuration.hidesOnDeactivate);
     panel_.setCollectionBehavior(NSWindowCollectionBehavior{configuration.collectionBehavior});
+    // Another application stays in front.
+    panel_.setAllowsToolTipsWhenApplicationIsInactive(true);
     panel_.setAnimationBehavior(NSWindowAnimationBehavior{configuration.animationBehavior});
     panel_.setBackgroundColor(NSColor::clear());
     panel_.setOpaque(false);

@@ -3,7 +3,10 @@
 namespace velmo::macos {
 
 MacosWindow::MacosWindow(RunLoop& loop, const View& content)
-    : loop_(loop), window_(NSWindow::with({}, NSWindowStyleMask{window_style::titled})), host_(loop) {
+    : loop_(loop),
+      window_(NSWindow::with({}, NSWindowStyleMask{window_style::titled})),
+      tabs_(window_),
+      host_(loop, [this](const TabView& tabs) { tabs_.display(tabs); }) {
     // The reference that closing would give up is ours.
     window_.setReleasedWhenClosed(false);
     window_.setDelegate(delegate_.object());

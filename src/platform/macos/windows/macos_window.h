@@ -4,6 +4,7 @@
 #include "macos/foundation/ns_notification_center.h"
 #include "macos/objc/instance.h"
 #include "macos/views/view_host.h"
+#include "tab_toolbar.h"
 #include "window.h"
 
 namespace velmo::macos {
@@ -37,6 +38,7 @@ private:
 
     RunLoop& loop_;
     NSWindow window_;
+    TabToolbar tabs_;
     ViewHost host_;
     std::function<void()> onClose_;
     Instance<MacosWindow, Class, NSObject> delegate_{*this};

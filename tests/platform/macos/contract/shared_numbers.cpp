@@ -7,6 +7,7 @@
 #include "macos/appkit/ns_box.h"
 #include "macos/appkit/ns_button.h"
 #include "macos/appkit/ns_image_view.h"
+#include "macos/appkit/ns_toolbar.h"
 #include "macos/carbon/hot_keys.h"
 #include "macos/core_graphics/events.h"
 #include "macos/core_graphics/window_list.h"
@@ -71,6 +72,8 @@ Numbers windowNumbers() {
         shared("NSWindowCollectionBehavior", "Transient", collection_behavior::transient),
         shared("NSWindowCollectionBehavior", "FullScreenAuxiliary", collection_behavior::fullScreenAuxiliary),
         shared("NSWindowAnimationBehavior", "UtilityWindow", animation_behavior::utilityWindow),
+        shared("NSToolbarDisplayMode", "IconAndLabel", NSToolbarDisplayMode::iconAndLabel),
+        shared("NSWindowToolbarStyle", "Preference", NSWindowToolbarStyle::preference),
         shared("NSVisualEffectMaterial", "Menu", panel_material::menu),
         shared("NSVisualEffectBlendingMode", "Behind", blending_mode::behindWindow),
         shared("NSVisualEffectState", "Active", material_state::active),

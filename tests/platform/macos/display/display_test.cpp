@@ -43,6 +43,11 @@ DisplayTest::DisplayTest() {
 }
 
 DisplayTest::~DisplayTest() {
+    // Windows that have been kept are not those of the next test.
+    const auto windows =
+        Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
+    for (const NSWindow& window : windows.all<NSWindow>())
+        window.setTitle(NSString::from(""));
     for (const Object& window : system.barWindows)
         Message<"NSWindow", false, "close", void>::send(window.get());
 }

@@ -29,15 +29,6 @@ protected:
         panel_.show(std::move(hidden), std::move(alwaysHidden), screen, {600, 776, 30, 24});
         runFor(0.2);
     }
-    static NSWindow window() {
-        const auto windows =
-            Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
-        for (const NSWindow& one : windows.all<NSWindow>()) {
-            if (one.isVisible() && one.isKindOfClass(classNamed<"NSPanel">()))
-                return one;
-        }
-        return {};
-    }
     static CGRect frameOf(const NSWindow& window) {
         return Message<"NSWindow", false, "frame", CGRect>::send(window.get());
     }
@@ -50,7 +41,7 @@ protected:
 
 TEST_F(PanelDisplayTest, ShowsPicturesInTheirWidthsBelowTheToggle) {
     show({item(7, "Wide", 60), item(8, "Narrow", 20)}, {item(9, "Plain", 30, false)});
-    const NSWindow shown = window();
+    const NSWindow shown = shownPanel();
     ASSERT_TRUE(shown);
     const CGRect frame = frameOf(shown);
     EXPECT_EQ(frame.origin.x + frame.size.width / 2, 615);
@@ -65,12 +56,15 @@ TEST_F(PanelDisplayTest, ShowsPicturesInTheirWidthsBelowTheToggle) {
     EXPECT_EQ(narrow.frame().origin.x, wide.frame().origin.x + 66);
     EXPECT_EQ(allBelow<NSImageView>(wide).front().frame().size.height, 22);
     EXPECT_EQ(system.accessibilityLabels[shown.get()], "Hidden items");
+    // It is of use while another application is in front.
+    EXPECT_TRUE(system.showsToolTipsInBackground);
+    EXPECT_TRUE((Message<"NSView", false, "acceptsFirstMouse:", bool, NSEvent>::send(wide.get(), NSEvent())));
     picture("panel");
 }
 
 TEST_F(PanelDisplayTest, ActivatesWhatIsClickedAndOpensTheSettings) {
     show({item(7, "Wide", 60)}, {item(9, "Plain", 30, false)});
-    const NSView content = contentOf(window());
+    const NSView content = contentOf(shownPanel());
     clickInto(named<NSButton>(content, "Wide"));
     EXPECT_EQ(activated_, std::vector<std::uint32_t>{7});
     clickInto(named<NSButton>(content, "Plain"));
@@ -85,30 +79,30 @@ TEST_F(PanelDisplayTest, MayBeTakenAwayByTheClickIntoIt) {
         panel_.close();
         show({item(8, "Other", 20)}, {});
     };
-    clickInto(named<NSButton>(contentOf(window()), "Wide"));
-    EXPECT_FALSE(named<NSButton>(contentOf(window()), "Wide"));
-    EXPECT_TRUE(named<NSButton>(contentOf(window()), "Other"));
+    clickInto(named<NSButton>(contentOf(shownPanel()), "Wide"));
+    EXPECT_FALSE(named<NSButton>(contentOf(shownPanel()), "Wide"));
+    EXPECT_TRUE(named<NSButton>(contentOf(shownPanel()), "Other"));
 }
 
 TEST_F(PanelDisplayTest, KeepsTheButtonsOfItemsThatStay) {
     show({item(7, "Wide", 60), item(8, "Narrow", 20)}, {});
-    const auto narrow = named<NSButton>(contentOf(window()), "Narrow");
+    const auto narrow = named<NSButton>(contentOf(shownPanel()), "Narrow");
     show({item(8, "Narrow", 20)}, {});
-    EXPECT_EQ(named<NSButton>(contentOf(window()), "Narrow"), narrow);
-    EXPECT_FALSE(named<NSButton>(contentOf(window()), "Wide"));
+    EXPECT_EQ(named<NSButton>(contentOf(shownPanel()), "Narrow"), narrow);
+    EXPECT_FALSE(named<NSButton>(contentOf(shownPanel()), "Wide"));
 }
 
 TEST_F(PanelDisplayTest, ClosesOnEscapeAndOnAClickElsewhere) {
     show({item(7, "Wide", 60)}, {});
     EXPECT_FALSE(doubles::tellLocalMonitors(
         doubles::makeEvent({.type = EventType::keyDown, .keyCode = 53, .charactersIgnoringModifiers = ""})));
-    EXPECT_FALSE(window());
+    EXPECT_FALSE(shownPanel());
     show({item(7, "Wide", 60)}, {});
     const auto press = doubles::makeEvent({.type = EventType::leftMouseDown, .windowNumber = 99999});
     EXPECT_TRUE(doubles::tellLocalMonitors(press));
-    EXPECT_FALSE(window());
+    EXPECT_FALSE(shownPanel());
     show({}, {});
-    EXPECT_TRUE(shows(contentOf(window()),
+    EXPECT_TRUE(shows(contentOf(shownPanel()),
                       "No hidden items yet.\n⌘-drag icons to the left of the divider to hide them."));
     picture("panel-empty");
     doubles::tellGlobalMonitors(press);

@@ -47,6 +47,18 @@ void ProgramDisplayTest::click(const std::string& item) {
     runFor(0.2);
 }
 
+NSWindow ProgramDisplayTest::shownPanel() const {
+    const auto windows =
+        Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
+    for (const NSWindow& window : windows.all<NSWindow>()) {
+        const auto label = system.accessibilityLabels.find(window.get());
+        if (window.isVisible() && label != system.accessibilityLabels.end() &&
+            label->second == "Hidden items")
+            return window;
+    }
+    return {};
+}
+
 std::string ProgramDisplayTest::textFor(const char* key) {
     return defaults().stringForKey(NSString::from(key)).text();
 }

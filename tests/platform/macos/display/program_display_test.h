@@ -16,6 +16,8 @@ protected:
     void run(const std::function<void(const Platform&)>& function);
     NSButton buttonOf(const std::string& item) const;
     void click(const std::string& item);
+    /// None while it is not shown.
+    NSWindow shownPanel() const;
 
     static NSUserDefaults defaults() { return NSUserDefaults::standard(); }
     static bool isOn(const char* key) { return defaults().boolForKey(NSString::from(key)); }

@@ -1,8 +1,8 @@
 #include "macos/appkit/ns_pop_up_button.h"
 #include "macos/appkit/ns_scroll_view.h"
 #include "macos/appkit/ns_slider.h"
-#include "macos/appkit/ns_tab_view.h"
 #include "macos/appkit/ns_text_field.h"
+#include "macos/appkit/ns_toolbar.h"
 #include "platform/macos/display/program_display_test.h"
 #include "platform/macos/doubles/application.h"
 #include "platform/macos/doubles/menu_bar.h"
@@ -21,16 +21,26 @@ protected:
             function();
         });
     }
-    NSTabView tabs() const { return allBelow<NSTabView>(contentOf(window_)).front(); }
+    NSToolbar toolbar() const {
+        return Message<"NSWindow", false, "toolbar", NSToolbar>::send(window_.get());
+    }
+    std::vector<NSToolbarItem> tabs() const {
+        return Message<"NSToolbar", false, "items", NSArray>::send(toolbar().get()).all<NSToolbarItem>();
+    }
+    std::string chosenTab() const {
+        return Message<"NSToolbar", false, "selectedItemIdentifier", NSString>::send(toolbar().get()).text();
+    }
     /// As a click on the tab does.
-    NSView open(int tab) const {
-        tabs().selectTabViewItemAtIndex(tab);
+    NSView open(std::size_t tab) const {
+        const NSToolbarItem item = tabs().at(tab);
+        const auto action = Message<"NSToolbarItem", false, "action", Selector>::send(item.get());
+        const auto target = Message<"NSToolbarItem", false, "target", Object>::send(item.get());
+        Message<"NSApplication", false, "sendAction:to:from:", bool, Selector, Object, Object>::send(
+            NSApplication::shared().get(), action, target, item);
         runFor(0.2);
         return page();
     }
-    NSView page() const {
-        return Message<"NSTabViewItem", false, "view", NSView>::send(tabs().selectedTabViewItem().get());
-    }
+    NSView page() const { return contentOf(window_); }
     NSButton buttonTitled(const std::string& title) const {
         for (const NSButton& button : allBelow<NSButton>(page())) {
             if (Message<"NSButton", false, "title", NSString>::send(button.get()).text() == title)
@@ -50,6 +60,24 @@ protected:
         press(control);
         EXPECT_EQ(isOn(key), before) << title;
     }
+    /// With ⌘, as the main menu sees it. False where it has no such key.
+    bool pressKey(const char* key) const {
+        const auto menu =
+            Message<"NSApplication", false, "mainMenu", NSMenu>::send(NSApplication::shared().get());
+        const auto event =
+            Message<"NSEvent", true,
+                    "keyEventWithType:location:modifierFlags:timestamp:windowNumber:context:characters:"
+                    "charactersIgnoringModifiers:isARepeat:keyCode:",
+                    NSEvent, NSUInteger, CGPoint, NSUInteger, double, NSInteger, Object, NSString, NSString,
+                    bool, std::uint16_t>::send(NSEvent::classObject(), NSUInteger{10}, CGPoint{},
+                                               NSUInteger{modifier::command}, 0.0, window_.windowNumber(),
+                                               Object(), NSString::from(key), NSString::from(key), false,
+                                               std::uint16_t{0});
+        const bool isKnown =
+            Message<"NSMenu", false, "performKeyEquivalent:", bool, NSEvent>::send(menu.get(), event);
+        runFor(0.2);
+        return isKnown;
+    }
     static void choose(const NSPopUpButton& button, int index) {
         button.selectItemAtIndex(index);
         use(button);
@@ -66,12 +94,28 @@ TEST_F(SettingsDisplayTest, OpenOnTheFirstLaunchInTheirSizeOnTheFirstTab) {
         EXPECT_EQ(content.size.width, 540);
         EXPECT_EQ(content.size.height, 500);
         std::vector<std::string> labels;
-        const auto items = Message<"NSTabView", false, "tabViewItems", NSArray>::send(tabs().get());
-        for (const NSTabViewItem& item : items.all<NSTabViewItem>())
-            labels.push_back(Message<"NSTabViewItem", false, "label", NSString>::send(item.get()).text());
+        for (const NSToolbarItem& item : tabs()) {
+            labels.push_back(Message<"NSToolbarItem", false, "label", NSString>::send(item.get()).text());
+            EXPECT_TRUE((Message<"NSToolbarItem", false, "image", NSImage>::send(item.get())));
+        }
         EXPECT_EQ(labels, (std::vector<std::string>{"General", "Hiding", "Clock", "Panel", "Spacing"}));
+        EXPECT_EQ(system.toolbarStyle, 2);
+        EXPECT_EQ(chosenTab(), "general");
         EXPECT_TRUE(shows(page(), "How to use Velmo"));
         picture("settings-general");
+    });
+}
+
+TEST_F(SettingsDisplayTest, ShowTheTabThatIsChosenAndNoOther) {
+    runSettings([&] {
+        open(1);
+        EXPECT_EQ(chosenTab(), "hiding");
+        EXPECT_TRUE(shows(page(), "Always hidden"));
+        EXPECT_FALSE(shows(page(), "How to use Velmo"));
+        open(0);
+        EXPECT_EQ(chosenTab(), "general");
+        EXPECT_FALSE(shows(page(), "Always hidden"));
+        EXPECT_TRUE(shows(page(), "How to use Velmo"));
     });
 }
 
@@ -83,6 +127,32 @@ TEST_F(SettingsDisplayTest, OpenOnceMoreInTheSameWindow) {
         EXPECT_FALSE(doubles::reopenApplication(false));
         EXPECT_TRUE(window_.isVisible());
         EXPECT_EQ(windowTitled("Velmo Settings"), window_);
+    });
+}
+
+TEST_F(SettingsDisplayTest, CloseWithTheirKey) {
+    runSettings([&] {
+        EXPECT_TRUE(pressKey("w"));
+        EXPECT_FALSE(window_.isVisible());
+    });
+}
+
+TEST_F(SettingsDisplayTest, LetTheirTextsBeChosenAndCutWithTheKeyboard) {
+    runSettings([&] {
+        const auto pattern = named<NSTextField>(open(2), "Pattern");
+        const bool hasKeyboard =
+            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window_.get(), pattern);
+        ASSERT_TRUE(hasKeyboard);
+        const NSText editor = pattern.currentEditor();
+        ASSERT_TRUE(editor);
+        editor.setSelectedRange({1, 0});
+        EXPECT_TRUE(pressKey("a"));
+        EXPECT_EQ(editor.selectedRange().location, 0U);
+        EXPECT_EQ(editor.selectedRange().length, pattern.stringValue().length());
+        EXPECT_TRUE(pressKey("x"));
+        EXPECT_EQ(textFor("clockFormat"), "");
+        EXPECT_TRUE(pressKey("v"));
+        EXPECT_EQ(textFor("clockFormat"), "EEE d MMM  HH:mm");
     });
 }
 
@@ -222,7 +292,7 @@ TEST_F(SettingsDisplayTest, ChooseASpacingAndLogOut) {
 
 TEST_F(SettingsDisplayTest, LetNoControlOrTextLieOutsideOfItsPage) {
     runSettings([&] {
-        for (int tab = 0; tab < 5; ++tab) {
+        for (std::size_t tab = 0; tab < 5; ++tab) {
             const NSView document = allBelow<NSScrollView>(open(tab)).front();
             const double width = document.bounds().size.width;
             for (const NSControl& control : allBelow<NSControl>(document)) {

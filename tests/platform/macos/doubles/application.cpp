@@ -33,6 +33,10 @@ bool setActivationPolicy(const NSObject& /*application*/, NSInteger policy) {
     return true;
 }
 
+void setMainMenu(const NSObject& application, const Object& menu) {
+    setMember(application, "mainMenu", menu);
+}
+
 void run(const NSObject& /*application*/) {
     Message<"NSApplicationDelegate", false, "applicationDidFinishLaunching:", void, Object>::send(
         system().applicationDelegate, Object());
@@ -56,6 +60,7 @@ void addApplication() {
     const RawClass application = makeRecordClass("VelmoApplicationDouble");
     setMethod<"setDelegate:", &setDelegate>(application);
     setMethod<"setActivationPolicy:", &setActivationPolicy>(application);
+    setMethod<"setMainMenu:", &setMainMenu>(application);
     setMethod<"run", &run>(application);
     setMethod<"activateIgnoringOtherApps:", &activate>(application);
     setMethod<"terminate:", &terminate>(application);

@@ -12,6 +12,8 @@
 #include "platform/macos/doubles/record_class.h"
 
 #include <cmath>
+#include <string>
+#include <vector>
 
 namespace velmo::macos::doubles {
 namespace {
@@ -105,7 +107,51 @@ void addArea(const NSView& /*view*/, const Object& area) {
 void removeArea(const NSView& /*view*/, const Object& area) {
     std::erase_if(system().trackingAreas, [&](const Object& other) { return other == area; });
 }
-void setStyleMask(const NSWindow& /*window*/, NSWindowStyleMask /*mask*/) {}
+/// GNUstep's windows keep the style that they were made with.
+void setStyleMask(const NSWindow& window, NSWindowStyleMask mask) {
+    static const std::ptrdiff_t offset =
+        ivar_getOffset(class_getInstanceVariable(classNamed<"NSWindow">(), "_styleMask"));
+    *reinterpret_cast<unsigned*>(reinterpret_cast<char*>(window.get()) + offset) =
+        static_cast<unsigned>(mask);
+}
+
+// GNUstep comes back to toolbars, their windows and menus that have gone, and makes toolbars of one name
+// alike.
+
+void keep(const Object& object) {
+    static std::vector<Object> kept;
+    kept.push_back(object);
+}
+void setToolbarStyle(const NSWindow& window, NSInteger style) {
+    keep(window);
+    system().toolbarStyle = style;
+}
+Implementation& ownToolbarMaking() {
+    static Implementation original = nullptr;
+    return original;
+}
+Id makeToolbar(Id toolbar, Selector selector, Id identifier) {
+    static int count = 0;
+    const NSString name =
+        NSString::from(Object::share<NSString>(identifier).text() + std::to_string(++count));
+    const Id made =
+        reinterpret_cast<Id (*)(Id, Selector, Id)>(ownToolbarMaking())(toolbar, selector, name.get());
+    keep(Object::share(made));
+    return made;
+}
+Implementation& ownMainMenu() {
+    static Implementation original = nullptr;
+    return original;
+}
+void setShownMainMenu(const NSApplication& application, const NSMenu& menu) {
+    keep(menu);
+    reinterpret_cast<void (*)(Id, Selector, Id)>(ownMainMenu())(application.get(),
+                                                                selectorNamed<"setMainMenu:">(), menu.get());
+}
+
+void setToolTipsInBackground(const NSWindow& /*window*/, bool allows) {
+    system().showsToolTipsInBackground = allows;
+}
 void setAnimation(const NSWindow& /*window*/, NSWindowAnimationBehavior /*behavior*/) {}
 
 // Colours.
@@ -201,6 +247,8 @@ void addViews() {
     setMethod<"setContentTintColor:", &setTint>(classNamed<"NSImageView">());
     const RawClass window = classNamed<"NSWindow">();
     setMethod<"setStyleMask:", &setStyleMask>(window);
+    setMethod<"setAllowsToolTipsWhenApplicationIsInactive:", &setToolTipsInBackground>(window);
+    setMethod<"setToolbarStyle:", &setToolbarStyle>(window);
     setMethod<"setAnimationBehavior:", &setAnimation>(window);
     setMethod<"setAccessibilityLabel:", &setAccessibilityLabel>(window);
     setMethod<"controlAccentColor", &accent>(metaclassOf(classNamed<"NSColor">()));
@@ -220,6 +268,12 @@ void addDisplay() {
     setMethod<"run", &runApplication>(application);
     setMethod<"currentEvent", &shownCurrentEvent>(application);
     setMethod<"setActivationPolicy:", &setPolicy>(application);
+    ownMainMenu() = class_getMethodImplementation(application, selectorNamed<"setMainMenu:">());
+    setMethod<"setMainMenu:", &setShownMainMenu>(application);
+    const RawClass toolbar = classNamed<"NSToolbar">();
+    const Selector making = selectorNamed<"initWithIdentifier:">();
+    ownToolbarMaking() = class_getMethodImplementation(toolbar, making);
+    class_replaceMethod(toolbar, making, reinterpret_cast<Implementation>(&makeToolbar), "@@:@");
 }
 
 Object makeShownButton() {

@@ -3,6 +3,7 @@
 #include "geometry.h"
 #include "macos/foundation/ns_array.h"
 #include "macos/foundation/ns_dictionary.h"
+#include "macos/foundation/ns_time_zone.h"
 #include "platform/macos/doubles/screen_capture.h"
 
 #include <cstdint>
@@ -93,6 +94,8 @@ struct DoubleSystem {
     bool buttonsHaveWindows = true;
     bool buttonsAreFlipped = true;
     std::vector<Object> trackingAreas;
+    /// Of the main menu.
+    std::vector<Object> submenus;
     std::vector<ShownMenuRecord> shownMenus;
     std::function<void()> whileMenuIsOpen;
     /// Blocks.
@@ -106,6 +109,8 @@ struct DoubleSystem {
     std::map<Id, std::string> accessibilityLabels;
     /// Each with the button of a status item.
     std::vector<Object> barWindows;
+    std::int64_t toolbarStyle = 0;
+    bool showsToolTipsInBackground = false;
     Object application;
     Id applicationDelegate = nullptr;
     std::int64_t activationPolicy = 0;
@@ -121,6 +126,8 @@ struct DoubleSystem {
     std::vector<std::string> scripts;
     std::vector<std::string> openedAddresses;
     std::vector<double> timerTolerances;
+    /// None: that of the tests' surroundings.
+    NSTimeZone timeZone;
 };
 
 /// The one that there is, as a fresh one.

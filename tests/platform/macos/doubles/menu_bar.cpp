@@ -1,5 +1,6 @@
 #include "platform/macos/doubles/menu_bar.h"
 
+#include "macos/appkit/ns_menu.h"
 #include "macos/appkit/ns_status_bar.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/array_of.h"
@@ -120,6 +121,13 @@ void addItem(const NSObject& menu, const Object& item) {
     Message<"NSMutableArray", false, "addObject:", void, Object>::send(member(menu, "items").get(), item);
 }
 
+void setMenuTitle(const NSObject& menu, const NSString& title) {
+    setMember(menu, "title", title);
+}
+void setSubmenu(const NSObject& /*menu*/, const Object& submenu, const NSMenuItem& /*item*/) {
+    system().submenus.push_back(submenu);
+}
+
 bool popUpMenu(const NSObject& menu, const Object& positioned, const CGPoint& location,
                const NSObject& view) {
     EXPECT_FALSE(positioned);
@@ -173,6 +181,8 @@ void addButton() {
 void addMenus() {
     const RawClass menu = makeRecordClass("VelmoMenuDouble");
     setMethod<"addItem:", &addItem>(menu);
+    setMethod<"setTitle:", &setMenuTitle>(menu);
+    setMethod<"setSubmenu:forItem:", &setSubmenu>(menu);
     setMethod<"popUpMenuPositioningItem:atLocation:inView:", &popUpMenu>(menu);
     objc_registerClassPair(menu);
     setMethodWithoutDisplay<"init", &initMenu>(classNamed<"NSMenu">());

@@ -34,6 +34,17 @@ void addTimer(const NSRunLoop& loop, const NSTimer& timer, const NSString& mode)
         addTo(NSString::from(one));
 }
 
+Implementation& ownSystemTimeZone() {
+    static Implementation original = nullptr;
+    return original;
+}
+NSTimeZone systemTimeZone(const NSTimeZone& zoneClass) {
+    if (system().timeZone)
+        return system().timeZone;
+    return Object::share<NSTimeZone>(reinterpret_cast<Id (*)(Id, Selector)>(ownSystemTimeZone())(
+        zoneClass.get(), selectorNamed<"systemTimeZone">()));
+}
+
 void setTolerance(const NSTimer& /*timer*/, double seconds) {
     system().timerTolerances.push_back(seconds);
 }
@@ -104,6 +115,9 @@ void addMissingMethods() {
         addTimerToOneMode() =
             class_getMethodImplementation(classNamed<"NSRunLoop">(), selectorNamed<"addTimer:forMode:">());
         setMethod<"addTimer:forMode:", &addTimer>(classNamed<"NSRunLoop">());
+        const RawClass zones = metaclassOf(classNamed<"NSTimeZone">());
+        ownSystemTimeZone() = class_getMethodImplementation(zones, selectorNamed<"systemTimeZone">());
+        setMethod<"systemTimeZone", &systemTimeZone>(zones);
         setMethod<"setTolerance:", &setTolerance>(classNamed<"NSTimer">());
         setMethod<"initWithSource:", &initWithSource>(classNamed<"NSAppleScript">());
         setMethod<"executeAndReturnError:", &executeScript>(classNamed<"NSAppleScript">());

@@ -1,65 +1,101 @@
+#include "platform/macos/program/program_test.h"
+
 #include "app/run_application.h"
-#include "event.h"
-#include "macos/foundation/ns_number.h"
-#include "macos/foundation/ns_user_defaults.h"
+#include "macos/appkit/ns_menu_item.h"
 #include "macos/macos_desktop.h"
 #include "platform/macos/doubles/array_of.h"
 #include "platform/macos/doubles/menu_bar.h"
-#include "platform/macos/doubles/record_class.h"
-#include "platform/macos/macos_test.h"
-
-#include <memory>
-#include <string>
-#include <vector>
+#include "platform/macos/doubles/window_list.h"
 
 namespace velmo::macos {
 namespace {
 
-using doubles::member;
-using doubles::numberMember;
-
-/// The whole program, as it is on a Mac but for the doubles.
-class MacosProgramTest : public MacosTest {
-protected:
-    MacosProgramTest() {
-        system.screens = {doubles::makeScreen(
-            {.frame = {0, 0, 1440, 900}, .visibleFrame = {0, 0, 1440, 876}, .backingScaleFactor = 2})};
-        // There are no windows without a display.
-        NSUserDefaults::standard().setBool(true, NSString::from("hasCompletedFirstLaunch"));
-        // Far from the menu bar.
-        system.mouseLocation = {700, 400};
-        system.windowList = doubles::arrayOf({});
-    }
-    ~MacosProgramTest() override {
-        for (const char* key : {"hasCompletedFirstLaunch", "autoRehide", "rehideDelay", "showOnScroll",
-                                "clockEnabled", "clockFormat", "hotkey"})
-            NSUserDefaults::standard().removeObject(NSString::from(key));
-    }
-
-    /// Runs the program, and the function while it does.
-    void run(const std::function<void()>& function) {
-        system.whileApplicationRuns = function;
-        const MacosDesktop desktop;
-        runApplication(desktop.platform());
-    }
-
-    Object itemNamed(const std::string& name) const {
-        for (const Object& item : system.statusItems) {
-            if (as<NSString>(member(item, "autosaveName")).text() == name)
-                return item;
-        }
+/// Empty for a separator, whatever GNUstep writes there.
+std::string titleOfItem(const Object& item) {
+    if (Message<"NSMenuItem", false, "isSeparatorItem", bool>::send(item.get()))
         return {};
-    }
-    double lengthOf(const std::string& name) const { return numberMember(itemNamed(name), "length"); }
-    bool isRevealed() const { return lengthOf("Velmo.Divider") == 12; }
+    return Message<"NSMenuItem", false, "title", NSString>::send(item.get()).text();
+}
 
-    void click(const std::string& name, const Event& event) {
-        system.currentEvent = doubles::makeEvent(event);
-        doubles::click(member(itemNamed(name), "button"));
-        system.currentEvent = {};
+}  // namespace
+
+MacosProgramTest::MacosProgramTest() {
+    system.screens = {doubles::makeScreen(
+        {.frame = {0, 0, 1440, 900}, .visibleFrame = {0, 0, 1440, 876}, .backingScaleFactor = 2})};
+    forgetSettings();
+    // There are no windows without a display.
+    setOn("hasCompletedFirstLaunch");
+    // Far from the menu bar.
+    system.mouseLocation = {700, 400};
+    system.windowList = doubles::arrayOf({});
+}
+
+MacosProgramTest::~MacosProgramTest() {
+    forgetSettings();
+}
+
+void MacosProgramTest::forgetSettings() {
+    for (const char* key :
+         {"hasCompletedFirstLaunch", "autoRehide", "rehideDelay", "showOnHover", "showOnScroll",
+          "alwaysHiddenEnabled", "clockEnabled", "clockFormat", "hotkey", "panelHotkey"})
+        defaults().removeObject(NSString::from(key));
+}
+
+void MacosProgramTest::run(const std::function<void()>& function) {
+    system.whileApplicationRuns = function;
+    const MacosDesktop desktop;
+    runApplication(desktop.platform());
+}
+
+Object MacosProgramTest::itemNamed(const std::string& name) const {
+    for (const Object& item : system.statusItems) {
+        if (as<NSString>(member(item, "autosaveName")).text() == name)
+            return item;
     }
-    void clickToggle() { click("Velmo.Toggle", {.type = EventType::leftMouseUp}); }
-};
+    return {};
+}
+
+std::string MacosProgramTest::titleOf(const std::string& name) const {
+    return as<NSString>(member(member(itemNamed(name), "button"), "title")).text();
+}
+
+void MacosProgramTest::click(const std::string& name, const Event& event) {
+    system.currentEvent = doubles::makeEvent(event);
+    doubles::click(member(itemNamed(name), "button"));
+    system.currentEvent = {};
+}
+
+std::vector<std::string> MacosProgramTest::menuTitles() const {
+    std::vector<std::string> titles;
+    for (const Object& item : system.shownMenus.back().items)
+        titles.push_back(titleOfItem(item));
+    return titles;
+}
+
+void MacosProgramTest::choose(const std::string& title) const {
+    for (const Object& item : system.shownMenus.back().items) {
+        if (titleOfItem(item) == title)
+            return doubles::choose(item);
+    }
+    ADD_FAILURE() << "the menu has no " << title;
+}
+
+TEST_F(MacosProgramTest, HasAMainMenuForTheKeysOfWindowsAndTexts) {
+    run([&] {
+        ASSERT_EQ(system.submenus.size(), 3U);
+        std::vector<std::string> keys;
+        for (const Object& menu : system.submenus) {
+            for (const Object& item : as<NSArray>(member(menu, "items")).all<NSObject>()) {
+                // Whoever has the keyboard performs it.
+                EXPECT_FALSE((Message<"NSMenuItem", false, "target", Object>::send(item.get())));
+                const auto key = Message<"NSMenuItem", false, "keyEquivalent", NSString>::send(item.get());
+                keys.push_back(titleOfItem(item) + ' ' + key.text());
+            }
+        }
+        EXPECT_EQ(keys, (std::vector<std::string>{"Quit Velmo q", "Undo z", "Redo Z", " ", "Cut x", "Copy c",
+                                                  "Paste v", "Select All a", "Close w", "Minimize m"}));
+    });
+}
 
 TEST_F(MacosProgramTest, StartsAsAnAccessoryWithItsItemsHidingTheRest) {
     run([&] {
@@ -105,16 +141,7 @@ TEST_F(MacosProgramTest, HidesAgainOnItsTimer) {
 TEST_F(MacosProgramTest, HidesAfterAClickElsewhereAndNotWhileAMenuIsOpen) {
     run([&] {
         clickToggle();
-        const Object menu = doubles::arrayOf({});
-        const NSMutableDictionary bounds = NSMutableDictionary::create();
-        for (const auto& [key, value] :
-             {std::pair("X", 0.0), {"Y", 24.0}, {"Width", 200.0}, {"Height", 300.0}})
-            bounds.setObject(NSNumber::with(value), NSString::from(key));
-        const NSMutableDictionary window = NSMutableDictionary::create();
-        window.setObject(NSNumber::with(NSInteger{101}), NSString::from("kCGWindowLayer"));
-        window.setObject(NSNumber::with(NSInteger{1}), NSString::from("kCGWindowOwnerPID"));
-        window.setObject(bounds, NSString::from("kCGWindowBounds"));
-        system.windowList = doubles::arrayOf({window});
+        system.windowList = doubles::arrayOf({doubles::menuWindow()});
         const NSEvent press = doubles::makeEvent({.type = EventType::leftMouseDown});
         doubles::tellGlobalMonitors(press);
         runFor(0.4);
@@ -143,16 +170,14 @@ TEST_F(MacosProgramTest, TogglesWithItsShortcut) {
 
 TEST_F(MacosProgramTest, ShowsItsMenuAndQuits) {
     run([&] {
-        std::vector<std::string> titles;
         system.whileMenuIsOpen = [&] {
-            for (const Object& item : system.shownMenus.back().items)
-                titles.push_back(Message<"NSMenuItem", false, "title", NSString>::send(item.get()).text());
-            doubles::choose(system.shownMenus.back().items.back());
+            EXPECT_EQ(menuTitles(), (std::vector<std::string>{"Show Hidden Items", "Open Hidden Items Panel",
+                                                              "", "Settings…", "", "Quit Velmo"}));
+            choose("Quit Velmo");
         };
         click("Velmo.Toggle", {.type = EventType::rightMouseUp});
-        ASSERT_GE(titles.size(), 2U);
-        EXPECT_EQ(titles.front(), "Show Hidden Items");
-        EXPECT_EQ(titles.back(), "Quit Velmo");
+        // Just under the item, from the top of its button.
+        EXPECT_EQ(system.shownMenus.back().location, (Point{0, 26}));
         EXPECT_EQ(system.terminations, 1);
     });
 }
@@ -162,10 +187,9 @@ TEST_F(MacosProgramTest, ShowsAClockInItsFormat) {
     NSUserDefaults::standard().setObject(NSString::from("'It is' yyyy"), NSString::from("clockFormat"));
     run([&] {
         const Object button = member(itemNamed("Velmo.Clock"), "button");
-        EXPECT_EQ(as<NSString>(member(button, "title")).text().substr(0, 8), "It is 20");
+        EXPECT_EQ(titleOf("Velmo.Clock").substr(0, 8), "It is 20");
         EXPECT_EQ(as<NSString>(member(member(button, "font"), "kind")).text(), "digits");
     });
 }
 
-}  // namespace
 }  // namespace velmo::macos

@@ -92,6 +92,15 @@ TEST_F(MacosDatesTest, WritesDatesByPatterns) {
     EXPECT_EQ(formatter->string(startOfMarch2024), "");
 }
 
+TEST_F(MacosDatesTest, WritesDatesInTheTimeZoneThatTheUserHasChosenSince) {
+    const auto formatter = dates.makeDateFormatter();
+    formatter->setDateFormat("HH:mm");
+    EXPECT_EQ(formatter->string(noonOnNewYearsEve2024), "12:00");
+    system.timeZone = Message<"NSTimeZone", true, "timeZoneWithName:", NSTimeZone, NSString>::send(
+        NSTimeZone::classObject(), NSString::from("Asia/Tokyo"));
+    EXPECT_EQ(formatter->string(noonOnNewYearsEve2024), "20:00");
+}
+
 TEST_F(MacosDatesTest, WritesDatesAsTheLocaleHasThem) {
     EXPECT_NE(dates.formatted(noonOnNewYearsEve2024, DateStyle::fullDate).find("2024"), std::string::npos);
     EXPECT_NE(dates.formatted(noonOnNewYearsEve2024, DateStyle::monthAndYear).find("2024"),

@@ -1,0 +1,91 @@
+#include "macos/appkit/ns_image_view.h"
+#include "macos/appkit/ns_toolbar.h"
+#include "platform/macos/display/program_display_test.h"
+#include "platform/macos/doubles/array_of.h"
+#include "platform/macos/doubles/window_list.h"
+
+namespace velmo::macos {
+namespace {
+
+/// The panel as the user gets to it: by a click on the toggle, with pictures of real items.
+class HiddenItemsDisplayTest : public ProgramDisplayTest {
+protected:
+    HiddenItemsDisplayTest() {
+        defaults().setBool(true, NSString::from("hasCompletedFirstLaunch"));
+        defaults().setObject(NSString::from("showPanel"), NSString::from("clickAction"));
+        system.mayCapture = true;
+        system.windowList = doubles::arrayOf({doubles::itemWindow(7, "Mail", {1000, 0, 50, 22}),
+                                              doubles::itemWindow(8, "Notes", {1060, 0, 26, 22}),
+                                              doubles::itemWindow(9, "Wi-Fi", {1250, 0, 26, 22})});
+        system.shareableWindows = {doubles::arrayOf({doubles::shareableWindow(7)})};
+    }
+
+    void openPanel() {
+        click("Velmo.Toggle");
+        ASSERT_TRUE(runUntil([&] { return static_cast<bool>(shownPanel()); }));
+        runFor(0.1);
+    }
+    static std::string chosenSettingsTab() {
+        const auto toolbar =
+            Message<"NSWindow", false, "toolbar", NSToolbar>::send(windowTitled("Velmo Settings").get());
+        return Message<"NSToolbar", false, "selectedItemIdentifier", NSString>::send(toolbar.get()).text();
+    }
+};
+
+TEST_F(HiddenItemsDisplayTest, AreShownInThePanelAndHiddenAgain) {
+    run([&](const Platform& /*platform*/) {
+        openPanel();
+        const NSView content = contentOf(shownPanel());
+        ASSERT_TRUE(named<NSButton>(content, "Mail"));
+        ASSERT_TRUE(named<NSButton>(content, "Notes"));
+        EXPECT_FALSE(named<NSButton>(content, "Wi-Fi"));
+        EXPECT_EQ(allBelow<NSImageView>(named<NSButton>(content, "Mail")).front().frame().size.width, 50);
+        ASSERT_EQ(system.captures.size(), 1U);
+        EXPECT_EQ(system.captures.front().window, 7U);
+        picture("panel-of-items");
+        click("Velmo.Toggle");
+        EXPECT_FALSE(shownPanel());
+    });
+}
+
+TEST_F(HiddenItemsDisplayTest, AreClickedWhereTheyAreByThen) {
+    system.isTrusted = true;
+    run([&](const Platform& /*platform*/) {
+        openPanel();
+        system.windowList = doubles::arrayOf({doubles::itemWindow(7, "Mail", {1100, 0, 50, 22})});
+        clickInto(named<NSButton>(contentOf(shownPanel()), "Mail"));
+        EXPECT_FALSE(shownPanel());
+        ASSERT_TRUE(runUntil([&] { return system.postedEvents.size() == 3; }));
+        const Point middle{1125, 11};
+        EXPECT_EQ(system.postedEvents,
+                  (std::vector<doubles::PostedMouseEvent>{
+                      {.sourceState = 1, .type = 5, .location = middle, .button = 0, .tap = 0},
+                      {.sourceState = 1, .type = 1, .location = middle, .button = 0, .tap = 0},
+                      {.sourceState = 1, .type = 2, .location = middle, .button = 0, .tap = 0}}));
+    });
+}
+
+TEST_F(HiddenItemsDisplayTest, AreNotClickedWithoutConsentWhichIsAskedFor) {
+    run([&](const Platform& /*platform*/) {
+        openPanel();
+        clickInto(named<NSButton>(contentOf(shownPanel()), "Mail"));
+        ASSERT_TRUE(runUntil([] { return static_cast<bool>(windowTitled("Velmo Settings")); }));
+        EXPECT_EQ(system.trustPrompts, std::vector<bool>{true});
+        EXPECT_EQ(chosenSettingsTab(), "panel");
+        EXPECT_TRUE(system.postedEvents.empty());
+    });
+}
+
+TEST_F(HiddenItemsDisplayTest, NeedConsentToTheirPictures) {
+    system.mayCapture = false;
+    run([&](const Platform& /*platform*/) {
+        click("Velmo.Toggle");
+        EXPECT_EQ(system.captureRequests, 1);
+        EXPECT_FALSE(shownPanel());
+        ASSERT_TRUE(windowTitled("Velmo Settings"));
+        EXPECT_EQ(chosenSettingsTab(), "panel");
+    });
+}
+
+}  // namespace
+}  // namespace velmo::macos
