@@ -22,6 +22,8 @@ if(VELMO_SANITIZED_TESTS)
     set_tests_properties(asan.linux_tests.${shard} PROPERTIES
       ENVIRONMENT "GTEST_TOTAL_SHARDS=3;GTEST_SHARD_INDEX=${shard}")
   endforeach()
+  add_test(NAME asan.corpus_tests
+    COMMAND ${PROJECT_SOURCE_DIR}/build/asan/tests/fuzz/corpus_tests --gtest_brief=1)
   add_test(NAME asan.qt_tests
     COMMAND ${PROJECT_SOURCE_DIR}/build/asan/tests/platform/linux/qt/qt_tests --gtest_brief=1)
 endif()

@@ -62,6 +62,15 @@ TEST_F(AutostartTest, IsOnFromRegistrationToItsEnd) {
     EXPECT_TRUE(fs::is_empty(entry().parent_path())) << "nothing stays";
 }
 
+TEST_F(AutostartTest, OnlyTheUserMayWriteIt) {
+    const auto former = umask(0);
+    EXPECT_EQ(service_->registerService(), std::nullopt);
+    umask(former);
+    EXPECT_EQ(fs::status(entry()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    for (const auto& folder : {entry().parent_path(), entry().parent_path().parent_path()})
+        EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << folder;
+}
+
 TEST_F(AutostartTest, ProgramMayLieAnywhere) {
     for (const char* name : {"my programs", "100%", "%f %U", "a\"b", "it's", "a\\b", "\\s", "$HOME", "`id`",
                              "a;b&c|d", " x ", "a\nb", "=", "#"}) {

@@ -209,6 +209,41 @@ TEST_F(FileDefaults, OnlyTheUserMayReadThem) {
     EXPECT_EQ(fs::status(file_.parent_path()).permissions(), fs::perms::owner_all);
 }
 
+/// What lies so deep could be read, and not be written again.
+TEST_F(FileDefaults, ThatAreTooDeepAreSetAside) {
+    const auto nested = [](std::size_t depth) {
+        return R"({"flag": true, "deep": )" + std::string(depth, '[') + std::string(depth, ']') + "}";
+    };
+    write(nested(90));
+    {
+        FileUserDefaults defaults(file_);
+        EXPECT_TRUE(defaults.boolForKey("flag"));
+        defaults.setBool(true, "other");
+    }
+    EXPECT_EQ(filesBeside(), 1U);
+    EXPECT_NE(read(file_).find("[]"), std::string::npos) << "it is kept";
+    for (const std::size_t depth : {110, 200000}) {
+        write(nested(depth));
+        FileUserDefaults defaults(file_);
+        EXPECT_FALSE(defaults.boolForKey("flag"));
+        defaults.setBool(true, "other");
+        EXPECT_EQ(FileUserDefaults(file_).boolForKey("other"), true);
+    }
+    EXPECT_EQ(filesBeside(), 3U);
+}
+
+TEST_F(FileDefaults, ThatAreHugeAreLeftAlone) {
+    write(R"({"flag": true})");
+    constexpr std::uintmax_t size = std::uintmax_t{1} << 34;
+    fs::resize_file(file_, size);
+    FileUserDefaults defaults(file_);
+    EXPECT_FALSE(defaults.boolForKey("flag"));
+    defaults.setBool(true, "other");
+    EXPECT_TRUE(defaults.boolForKey("other")) << "as long as the process runs";
+    EXPECT_EQ(fs::file_size(file_), size);
+    EXPECT_EQ(filesBeside(), 1U);
+}
+
 TEST(UserDefaultsFile, LiesBelowTheConfigurationFolder) {
     setenv("HOME", "/home/someone", 1);
     setenv("XDG_CONFIG_HOME", "/configuration", 1);

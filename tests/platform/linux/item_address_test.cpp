@@ -36,6 +36,13 @@ TEST(ItemAddress, IsNothingElse) {
     EXPECT_FALSE(parseItemAddress(std::string(300, 'a') + ".b", sender));
 }
 
+TEST(ItemAddress, HasAPathThatTheBusTakesRulesFor) {
+    const std::string longest = "/" + std::string(511, 'p');
+    EXPECT_EQ(parseItemAddress(longest, sender)->path, longest);
+    EXPECT_FALSE(parseItemAddress(longest + "p", sender));
+    EXPECT_FALSE(parseItemAddress("org.example.App/" + std::string(1 << 20, 'p'), sender));
+}
+
 }  // namespace
 
 }  // namespace velmo::status_notifier

@@ -1,9 +1,11 @@
 #include "bus_session.h"
+#include "child_process.h"
 
 #include <sys/types.h>
 
 #include <algorithm>
 #include <csignal>
+#include <fstream>
 #include <thread>
 
 namespace velmo {
@@ -104,6 +106,38 @@ TEST_F(Watchers, MalformedRegistrationsCostNothing) {
         owner->registerItem(text);
     const auto good = programWithItem("good");
     EXPECT_TRUE(untilItems(1));
+}
+
+/// A program may name the service of another one, to which it has no way of its own.
+TEST_F(Watchers, WhoeverIsRegisteredByAnotherIsOnlyAsked) {
+    const auto victim = program();
+    victim->addObject("/Victim");
+    const auto stranger = program();
+    stranger->registerItem(victim->name() + "/Victim");
+    ASSERT_TRUE(until([&] { return victim->callsOf("GetAll") > 0; }));
+    runFor(0.5);
+    for (const auto& call : victim->calls())
+        EXPECT_TRUE(call.starts_with("GetAll ")) << call;
+}
+
+TEST_F(Watchers, ARegistrationStartsNobody) {
+    stopHost();
+    const auto services = folder_ / "services";
+    const auto mark = folder_ / "started";
+    std::filesystem::create_directory(services);
+    std::ofstream(services / "org.example.Sleeper.service")
+        << "[D-BUS Service]\nName=org.example.Sleeper\nExec=/usr/bin/touch " << mark.string() << "\n";
+    bus_->stop();
+    bus_->start();
+    startHost();
+    const auto stranger = program();
+    stranger->registerItem("org.example.Sleeper");
+    stranger->registerItem("org.example.Sleeper/Item");
+    runFor(0.5);
+    EXPECT_FALSE(std::filesystem::exists(mark));
+    desktop::outputOf({"dbus-send", "--session", "--dest=org.example.Sleeper", "/", "org.example.Any.Call"},
+                      {{"DBUS_SESSION_BUS_ADDRESS", bus_->address()}});
+    EXPECT_TRUE(until([&] { return std::filesystem::exists(mark); })) << "others start it";
 }
 
 TEST_F(Watchers, AnotherOneLearnsOfAHostUnderANameOfItsOwn) {

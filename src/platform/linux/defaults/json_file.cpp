@@ -9,6 +9,25 @@
 
 namespace velmo {
 
+namespace {
+
+/// No file of ours comes near to either. What is deeper could be read, and not be written again.
+constexpr std::uintmax_t largestJsonFile = 16 << 20;
+constexpr int deepestJson = 100;
+
+/// Anything but an object where the text holds none, or one that is too deep.
+nlohmann::json parseJson(const std::string& text) {
+    bool isTooDeep = false;
+    const auto look = [&](int depth, auto /*event*/, const auto& /*value*/) {
+        isTooDeep = isTooDeep || depth > deepestJson;
+        return !isTooDeep;
+    };
+    auto value = nlohmann::json::parse(text, look, false);
+    return isTooDeep ? nlohmann::json() : value;
+}
+
+}  // namespace
+
 JsonFile::JsonFile(std::filesystem::path file) : file_(std::move(file)), writable_(!file_.empty()) {}
 
 nlohmann::json JsonFile::read() {
@@ -18,14 +37,12 @@ nlohmann::json JsonFile::read() {
         writable_ = !error && !file_.empty();
         return nlohmann::json::object();
     }
-    std::ifstream stream;
-    if (std::filesystem::is_regular_file(file_, error))
-        stream.open(file_, std::ios::binary);
-    writable_ = stream.is_open();
+    auto text = content();
+    writable_ = text.has_value();
     if (!writable_)
         return nlohmann::json::object();
-    content_.assign(std::istreambuf_iterator<char>(stream), {});
-    nlohmann::json object = nlohmann::json::parse(content_, nullptr, false);
+    content_ = *std::move(text);
+    nlohmann::json object = parseJson(content_);
     if (object.is_object())
         return object;
     writable_ = setAside();
@@ -34,13 +51,19 @@ nlohmann::json JsonFile::read() {
 }
 
 nlohmann::json JsonFile::glance() const {
-    std::error_code error;
-    std::ifstream stream;
-    if (std::filesystem::is_regular_file(file_, error))
-        stream.open(file_, std::ios::binary);
-    nlohmann::json object =
-        stream.is_open() ? nlohmann::json::parse(stream, nullptr, false) : nlohmann::json();
+    nlohmann::json object = parseJson(content().value_or(""));
     return object.is_object() ? object : nlohmann::json::object();
+}
+
+std::optional<std::string> JsonFile::content() const {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file_, error) ||
+        std::filesystem::file_size(file_, error) > largestJsonFile)
+        return std::nullopt;
+    std::ifstream stream(file_, std::ios::binary);
+    if (!stream)
+        return std::nullopt;
+    return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
 void JsonFile::write(const nlohmann::json& object) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 
 namespace velmo {
@@ -13,7 +14,7 @@ public:
     explicit JsonFile(std::filesystem::path file);
 
     /// Empty where there is no file. A file with other content is renamed, never overwritten; one that cannot
-    /// be read is left alone and not written to.
+    /// be read, or is absurdly large, is left alone and not written to.
     nlohmann::json read();
     /// The same without touching the file, for whoever does not mean to write: another program may be about
     /// to complete it.
@@ -22,6 +23,8 @@ public:
     void write(const nlohmann::json& object);
 
 private:
+    /// Absent where there is no regular file that can be read, or an absurdly large one.
+    std::optional<std::string> content() const;
     bool setAside() const;
 
     std::filesystem::path file_;

@@ -7,6 +7,8 @@ namespace velmo::status_notifier {
 namespace {
 
 constexpr const char* usualPath = "/StatusNotifierItem";
+/// A path may be as long as a message, and is kept. The bus takes no rule for signals of longer ones.
+constexpr std::size_t longestItemPath = 512;
 
 }  // namespace
 
@@ -15,7 +17,7 @@ std::optional<ItemAddress> parseItemAddress(const std::string& text, const std::
     ItemAddress address;
     address.service = slash == 0 ? sender : text.substr(0, slash);
     address.path = slash == std::string::npos ? usualPath : text.substr(slash);
-    if (sd_bus_service_name_is_valid(address.service.c_str()) <= 0 ||
+    if (address.path.size() > longestItemPath || sd_bus_service_name_is_valid(address.service.c_str()) <= 0 ||
         sd_bus_object_path_is_valid(address.path.c_str()) <= 0)
         return std::nullopt;
     return address;

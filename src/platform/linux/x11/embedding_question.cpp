@@ -1,12 +1,13 @@
 #include "embedding_question.h"
 
+#include "linux/x11/tray_protocol.h"
+
 #include <cstdint>
 
 namespace velmo::x11 {
 
 namespace {
 
-constexpr std::uint32_t mappedFlag = 1;
 /// A version and the flags.
 constexpr std::uint32_t infoBytes = 8;
 
@@ -17,11 +18,7 @@ EmbeddingQuestion::EmbeddingQuestion(const Connection& connection, xcb_window_t 
     : info_(connection, client, connection.atoms().xembedInfo, XCB_GET_PROPERTY_TYPE_ANY, infoBytes) {}
 
 bool EmbeddingQuestion::answer() const {
-    const auto reply = info_.answer();
-    if (!reply || reply->format != 32 || reply->value_len < 2)
-        return true;
-    const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    return (values[1] & mappedFlag) != 0;
+    return tray_protocol::wantsToBeShown(info_.numbers());
 }
 
 }  // namespace velmo::x11

@@ -1,11 +1,11 @@
 #include "full_screen_windows.h"
 
+#include "linux/x11/property_value.h"
 #include "linux/x11/reply.h"
 #include "linux/x11/window_tree.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <utility>
 
 namespace velmo::x11 {
@@ -28,15 +28,7 @@ constexpr std::uint32_t saysFrame = 1U << 1U;
 constexpr std::uint32_t sides = 4;
 
 std::vector<std::uint32_t> numbersFrom(const Connection& connection, xcb_get_property_cookie_t cookie) {
-    const auto reply = owned(xcb_get_property_reply(connection.raw(), cookie, nullptr));
-    if (!reply || reply->format != 32)
-        return {};
-    std::vector<std::uint32_t> numbers(static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) /
-                                       sizeof(std::uint32_t));
-    if (!numbers.empty())
-        std::memcpy(numbers.data(), xcb_get_property_value(reply.get()),
-                    numbers.size() * sizeof(std::uint32_t));
-    return numbers;
+    return numbersIn(owned(xcb_get_property_reply(connection.raw(), cookie, nullptr)).get());
 }
 
 bool hasState(const Connection& connection, xcb_get_property_cookie_t cookie, xcb_atom_t state) {

@@ -1,11 +1,13 @@
 #include "open_menus.h"
 
 #include "linux/x11/client_process.h"
+#include "linux/x11/property_value.h"
 #include "linux/x11/reply.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
+#include <vector>
 
 namespace velmo::x11 {
 
@@ -19,7 +21,7 @@ struct Candidate {
 };
 
 bool looksLikeMenu(const Atoms& atoms, const xcb_get_window_attributes_reply_t& attributes,
-                   std::span<const xcb_atom_t> types) {
+                   const std::vector<xcb_atom_t>& types) {
     if (attributes.map_state != XCB_MAP_STATE_VIEWABLE || !attributes.override_redirect ||
         attributes._class != XCB_WINDOW_CLASS_INPUT_OUTPUT)
         return false;
@@ -30,19 +32,13 @@ bool looksLikeMenu(const Atoms& atoms, const xcb_get_window_attributes_reply_t& 
     return std::find_first_of(types.begin(), types.end(), menuTypes.begin(), menuTypes.end()) != types.end();
 }
 
-std::span<const xcb_atom_t> atomsIn(const xcb_get_property_reply_t& reply) {
-    if (reply.type != XCB_ATOM_ATOM || reply.format != 32)
-        return {};
-    return {static_cast<const xcb_atom_t*>(xcb_get_property_value(&reply)), reply.value_len};
-}
-
 std::optional<OpenMenu> menuFrom(const Connection& connection, const Candidate& candidate) {
     xcb_connection_t* raw = connection.raw();
     const auto attributes = owned(xcb_get_window_attributes_reply(raw, candidate.attributes, nullptr));
     const auto types = owned(xcb_get_property_reply(raw, candidate.types, nullptr));
     const auto geometry = owned(xcb_get_geometry_reply(raw, candidate.geometry, nullptr));
     if (!attributes || !types || !geometry ||
-        !looksLikeMenu(connection.atoms(), *attributes, atomsIn(*types)))
+        !looksLikeMenu(connection.atoms(), *attributes, numbersIn(types.get())))
         return std::nullopt;
     return OpenMenu{candidate.window,
                     {geometry->x, geometry->y, geometry->width, geometry->height},

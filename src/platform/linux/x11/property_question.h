@@ -1,11 +1,12 @@
 #pragma once
 
 #include "linux/x11/connection.h"
+#include "linux/x11/property_value.h"
 #include "linux/x11/reply.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace velmo::x11 {
 
@@ -20,20 +21,17 @@ public:
           type_(type),
           cookie_(xcb_get_property(connection_, 0, window, name, type, 0, limit / 4)) {}
 
+    /// Empty where there is none of that type.
+    std::string text() const { return textIn(answer().get(), type_); }
+    /// Empty where there are none of 32 bits.
+    std::vector<std::uint32_t> numbers() const { return numbersIn(answer().get()); }
+
+private:
     /// Null where the window has gone.
     Owned<xcb_get_property_reply_t> answer() const {
         return owned(xcb_get_property_reply(connection_, cookie_, nullptr));
     }
-    /// Empty where there is none of that type.
-    std::string text() const {
-        const auto reply = answer();
-        if (!reply || reply->type != type_)
-            return {};
-        const auto* begin = static_cast<const char*>(xcb_get_property_value(reply.get()));
-        return {begin, static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
-    }
 
-private:
     xcb_connection_t* connection_;
     xcb_atom_t type_;
     xcb_get_property_cookie_t cookie_;

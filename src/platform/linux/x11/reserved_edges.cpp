@@ -1,12 +1,12 @@
 #include "reserved_edges.h"
 
+#include "linux/x11/property_value.h"
 #include "linux/x11/reply.h"
 #include "linux/x11/window_tree.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <limits>
 
 namespace velmo::x11 {
@@ -26,12 +26,10 @@ struct Question {
 
 bool readNumbers(xcb_connection_t* connection, xcb_get_property_cookie_t cookie, std::size_t count,
                  Numbers& numbers) {
-    const auto reply = owned(xcb_get_property_reply(connection, cookie, nullptr));
-    const std::size_t size = count * sizeof(Numbers::value_type);
-    if (!reply || reply->type != XCB_ATOM_CARDINAL ||
-        static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) < size)
+    const auto values = numbersIn(owned(xcb_get_property_reply(connection, cookie, nullptr)).get());
+    if (values.size() < count)
         return false;
-    std::memcpy(numbers.data(), xcb_get_property_value(reply.get()), size);
+    std::copy_n(values.begin(), count, numbers.begin());
     return true;
 }
 

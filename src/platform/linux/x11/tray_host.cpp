@@ -1,6 +1,7 @@
 #include "tray_host.h"
 
 #include "linux/x11/selection.h"
+#include "linux/x11/tray_protocol.h"
 
 #include <xcb/xfixes.h>
 
@@ -11,7 +12,6 @@ namespace velmo::x11 {
 
 namespace {
 
-constexpr std::uint32_t requestDock = 0;
 constexpr std::uint32_t horizontal = 0;
 /// More than anybody has; a program gone wild ends here.
 constexpr std::size_t mostIcons = 1000;
@@ -104,9 +104,8 @@ void TrayHost::handle(const xcb_generic_event_t& event) {
         return;
     }
     const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-    if (type == XCB_CLIENT_MESSAGE && message.format == 32 &&
-        message.type == connection_.atoms().netSystemTrayOpcode && message.data.data32[1] == requestDock)
-        requestDocking(message.data.data32[2]);
+    if (const auto window = tray_protocol::windowToDock(message, connection_.atoms().netSystemTrayOpcode))
+        requestDocking(*window);
 }
 
 /// We are the tray wherever nobody else is.
@@ -118,7 +117,7 @@ void TrayHost::selectionChanged(const xcb_generic_event_t& event) {
 }
 
 void TrayHost::requestDocking(xcb_window_t client) {
-    if (client == XCB_WINDOW_NONE || client == connection_.root() || connection_.isOurs(client))
+    if (client == connection_.root() || connection_.isOurs(client))
         return;
     const auto same = [client](const auto& icon) { return icon->client() == client && !icon->hasEnded(); };
     if (icons_.size() + waiting_.size() >= mostIcons || std::any_of(icons_.begin(), icons_.end(), same) ||

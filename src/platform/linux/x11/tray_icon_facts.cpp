@@ -2,28 +2,11 @@
 
 #include "linux/process/linux_process_info.h"
 #include "linux/x11/reply.h"
-
-#include <algorithm>
+#include "linux/x11/tray_protocol.h"
 
 namespace velmo::x11 {
 
 namespace {
-
-/// The two texts of WM_CLASS, which stay the same from start to start: at most so many characters of them.
-constexpr std::size_t longestName = 128;
-
-std::string applicationName(std::string classes) {
-    while (!classes.empty() && classes.back() == '\0')
-        classes.pop_back();
-    classes.resize(std::min(classes.size(), longestName));
-    for (char& character : classes) {
-        if (character == '\0')
-            character = '.';
-        else if (character < ' ' || character > '~')
-            character = '?';
-    }
-    return classes;
-}
 
 /// Listening begins before the first question: who dies after its answer is heard of.
 xcb_get_window_attributes_cookie_t listenAndAsk(const Connection& connection, xcb_window_t client) {
@@ -53,7 +36,7 @@ std::optional<TrayIconFacts> TrayIconQuestions::answer() const {
     TrayIconFacts facts;
     facts.client = client_;
     facts.processIdentifier = process_.answer();
-    facts.application = applicationName(classes_.text());
+    facts.application = tray_protocol::applicationFrom(classes_.text());
     facts.formerIdentity = formerIdentity_.text();
     facts.title = title_.answer();
     facts.wantsToBeShown = embedding_.answer();

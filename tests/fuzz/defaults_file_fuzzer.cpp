@@ -1,0 +1,56 @@
+#include "bytes.h"
+#include "linux/defaults/file_user_defaults.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace {
+
+/// In memory where the system has such a place.
+std::filesystem::path folder() {
+    std::string name =
+        std::filesystem::exists("/dev/shm") ? "/dev/shm/velmo-fuzz-XXXXXX" : "velmo-fuzz-XXXXXX";
+    if (!mkdtemp(name.data()))
+        std::abort();
+    return name;
+}
+
+}  // namespace
+
+/// Whatever the file holds, a setting can be stored, and nothing that was a defaults file loses another.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace velmo;
+    static const auto home = folder();
+    const auto file = home / "defaults.json";
+    const std::string content(reinterpret_cast<const char*>(data), size);
+    std::ofstream(file, std::ios::binary) << content;
+    const auto before = nlohmann::json::parse(content, nullptr, false);
+    {
+        FileUserDefaults defaults(file);
+        for (const char* key :
+             {"autoRehide", "rehideDelay", "clockFormat", "hotkey", "statusItemOrder", ""}) {
+            defaults.boolForKey(key);
+            defaults.doubleForKey(key);
+            defaults.stringForKey(key);
+            defaults.dataForKey(key);
+            defaults.stringListForKey(key);
+        }
+        defaults.setBool(true, "stored");
+    }
+    std::ifstream stream(file, std::ios::binary);
+    const auto after = nlohmann::json::parse(stream, nullptr, false);
+    if (!after.is_object() || after.value("stored", false) != true)
+        std::abort();
+    if (before.is_object()) {
+        for (const auto& [key, value] : before.items()) {
+            if (key != "stored" && after.at(key) != value)
+                std::abort();
+        }
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(home))
+        std::filesystem::remove(entry);
+    return 0;
+}

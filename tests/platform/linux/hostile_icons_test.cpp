@@ -1,0 +1,97 @@
+#include "bus_session.h"
+#include "linux/icons/icon_loader.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <fstream>
+#include <sstream>
+
+namespace velmo {
+
+namespace {
+
+constexpr const char* blueSquare = R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16">
+<rect width="16" height="16" fill="#0000ff"/></svg>)";
+
+/// Pictures that mean harm, and the process that reads them.
+class HostileIcons : public BusSession {
+protected:
+    bool isHad(const std::string& picture) {
+        IconRequest request;
+        request.side = 20;
+        request.data = picture;
+        std::optional<bool> answer;
+        const auto loading = icons_->load(request, [&](const auto& icon) { answer = icon.has_value(); });
+        EXPECT_TRUE(until([&] { return answer.has_value(); }, 20));
+        return answer.value_or(false);
+    }
+
+    std::string lineOf(const std::string& file, const std::string& beginning) const {
+        std::ifstream stream("/proc/" + std::to_string(icons_->processIdentifier()) + "/" + file);
+        for (std::string line; std::getline(stream, line);) {
+            if (line.starts_with(beginning))
+                return line.substr(beginning.size());
+        }
+        return {};
+    }
+    std::string limitOf(const std::string& name) const {
+        std::istringstream words(lineOf("limits", name));
+        std::string soft;
+        std::string hard;
+        words >> soft >> hard;
+        return soft + " " + hard;
+    }
+};
+
+TEST_F(HostileIcons, AreReadByAProcessThatCanDoLittle) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    const auto nameOf = [](const std::filesystem::path& file) {
+        std::error_code error;
+        return std::filesystem::read_symlink(file, error).string();
+    };
+    const auto ours = nameOf("/proc/self/fd/" + std::to_string(ends[0]));
+    ASSERT_TRUE(ours.starts_with("pipe:"));
+    ASSERT_TRUE(isHad(blueSquare));
+    const auto process = std::to_string(icons_->processIdentifier());
+    for (const auto& file : std::filesystem::directory_iterator("/proc/" + process + "/fd"))
+        EXPECT_NE(nameOf(file.path()), ours) << "files of ours are not open there";
+    EXPECT_EQ(lineOf("status", "NoNewPrivs:"), "\t1");
+    EXPECT_EQ(limitOf("Max file size"), "0 0");
+    EXPECT_EQ(limitOf("Max core file size"), "0 0");
+    for (const int end : ends)
+        close(end);
+}
+
+TEST_F(HostileIcons, ThatAreHugeAreNotDecoded) {
+    EXPECT_TRUE(isHad("P5 200 200 255\n" + std::string(40000, '\0'))) << "others are";
+    for (const auto* picture :
+         {"P5 5000 100 255\n", "P6 60000 60000 255\n", "P6 2000000000 2000000000 255\n",
+          R"(<svg xmlns="http://www.w3.org/2000/svg" width="900000" height="900000"></svg>)"})
+        EXPECT_FALSE(isHad(picture)) << picture;
+    EXPECT_TRUE(isHad(blueSquare));
+}
+
+/// Thousands of curves far outside of the picture, time and again: minutes of work in 64 KB.
+TEST_F(HostileIcons, ThatAreDrawnForeverCostOnlyThemselves) {
+    std::ostringstream picture;
+    picture << R"(<svg xmlns="http://www.w3.org/2000/svg" xmlns:xlink="http://www.w3.org/1999/xlink" )"
+            << R"(width="16" height="16"><defs><path id="p" fill="red" stroke="blue" stroke-width="3" d=")";
+    for (int count = 0; count < 1500; ++count)
+        picture << "M0 0 C 1e3 1e9 -1e9 5 16 16 ";
+    picture << R"("/></defs>)";
+    for (int count = 0; count < 100; ++count)
+        picture << "<use xlink:href='#p'/>";
+    picture << "</svg>";
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(isHad(picture.str()));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(12));
+    EXPECT_TRUE(isHad(blueSquare));
+}
+
+}  // namespace
+
+}  // namespace velmo
