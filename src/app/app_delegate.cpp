@@ -24,6 +24,30 @@ bool AppDelegate::applicationShouldHandleReopen(bool /*hasVisibleWindows*/) {
     return false;
 }
 
+void AppDelegate::applicationPerform(ApplicationCommand command) {
+    mainActor_.assumeIsolated();
+    if (command == ApplicationCommand::quit)
+        platform_.application.terminate();
+    if (!menuBarManager_)
+        return;
+    switch (command) {
+        case ApplicationCommand::toggle:
+            menuBarManager_->toggleHidden();
+            break;
+        case ApplicationCommand::toggleAll:
+            menuBarManager_->toggleAlwaysHidden();
+            break;
+        case ApplicationCommand::panel:
+            menuBarManager_->togglePanel();
+            break;
+        case ApplicationCommand::settings:
+            openSettings(std::nullopt);
+            break;
+        case ApplicationCommand::quit:
+            break;
+    }
+}
+
 void AppDelegate::openSettings(std::optional<SettingsTab> tab) {
     if (!settingsWindowController_)
         settingsWindowController_ = std::make_unique<SettingsWindowController>(

@@ -16,6 +16,8 @@ public:
 
     void applicationDidFinishLaunching() override;
     bool applicationShouldHandleReopen(bool hasVisibleWindows) override;
+    /// Before launching has finished there is nothing yet to show or hide.
+    void applicationPerform(ApplicationCommand command) override;
 
     /// Shows the settings and brings the application to the front. An absent tab stands for the one that was
     /// seen last.

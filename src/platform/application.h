@@ -8,6 +8,9 @@ namespace velmo {
 
 enum class ActivationPolicy { regular = 0, accessory = 1, prohibited = 2 };
 
+/// What the user can ask of the running application from outside of it.
+enum class ApplicationCommand { toggle = 1, toggleAll = 2, panel = 3, settings = 4, quit = 5 };
+
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
@@ -16,6 +19,7 @@ public:
     /// The user has started the running application once more. False: the application has done what
     /// it wants, the system adds nothing of its own.
     virtual bool applicationShouldHandleReopen(bool hasVisibleWindows) = 0;
+    virtual void applicationPerform(ApplicationCommand command) = 0;
 };
 
 /// The process as the desktop sees it.

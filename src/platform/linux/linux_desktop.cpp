@@ -92,6 +92,7 @@ bool LinuxDesktop::Services::build() {
         loop.stop();
     });
     instance->setOnReopen([this] { application.reopen(); });
+    instance->setOnCommand([this](auto command) { application.perform(command); });
     userDefaults = std::make_unique<FileUserDefaults>(userDefaultsFile());
     settings = std::make_unique<x11::DesktopSettings>(*connection);
     screens = std::make_unique<x11::ScreenList>(*connection, *settings);

@@ -22,6 +22,11 @@ bool SimulatedApplication::reopen(bool hasVisibleWindows) {
     return delegate_ == nullptr || delegate_->applicationShouldHandleReopen(hasVisibleWindows);
 }
 
+void SimulatedApplication::perform(ApplicationCommand command) {
+    if (delegate_ != nullptr)
+        delegate_->applicationPerform(command);
+}
+
 void SimulatedApplication::handle(const Event& event, const std::function<void()>& work) {
     const auto outer = currentEvent_;
     currentEvent_ = event;

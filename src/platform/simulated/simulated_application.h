@@ -32,6 +32,8 @@ public:
     const std::vector<Call>& calls() const { return calls_; }
     /// The user starts the running application once more. The delegate's answer, or true without one.
     bool reopen(bool hasVisibleWindows);
+    /// The user asks for it from outside of the application.
+    void perform(ApplicationCommand command);
     /// Called while the program activates itself.
     void setActivationObserver(std::function<void()> observer) { activationObserver_ = std::move(observer); }
     /// Runs the work with the event as the current one.

@@ -36,4 +36,9 @@ void LinuxApplication::reopen() {
         delegate_->applicationShouldHandleReopen(false);
 }
 
+void LinuxApplication::perform(ApplicationCommand command) {
+    if (delegate_)
+        delegate_->applicationPerform(command);
+}
+
 }  // namespace velmo

@@ -26,6 +26,8 @@ public:
 
     /// The user has started the program once more.
     void reopen();
+    /// The user asks for it by another process.
+    void perform(ApplicationCommand command);
 
 private:
     EventLoop& loop_;

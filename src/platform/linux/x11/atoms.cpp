@@ -45,6 +45,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&netWmWindowTypePopupMenu, "_NET_WM_WINDOW_TYPE_POPUP_MENU"},
         {&netWorkarea, "_NET_WORKAREA"},
         {&utf8String, "UTF8_STRING"},
+        {&velmoCommand, "_VELMO_COMMAND"},
         {&velmoInstance, "_VELMO_INSTANCE" + screen},
         {&velmoItem, "_VELMO_ITEM"},
         {&velmoReopen, "_VELMO_REOPEN"},

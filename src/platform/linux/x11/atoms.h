@@ -42,6 +42,7 @@ struct Atoms {
     xcb_atom_t netWmWindowTypePopupMenu = 0;
     xcb_atom_t netWorkarea = 0;
     xcb_atom_t utf8String = 0;
+    xcb_atom_t velmoCommand = 0;
     xcb_atom_t velmoInstance = 0;
     xcb_atom_t velmoItem = 0;
     xcb_atom_t velmoReopen = 0;

@@ -9,15 +9,24 @@ SingleInstance::SingleInstance(Connection& connection)
     xcb_create_window(connection.raw(), 0, window_, connection.root(), -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     events_ = connection.onWindow(window_, [this](const xcb_generic_event_t& event) {
-        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-        if ((event.response_type & 0x7f) == XCB_CLIENT_MESSAGE &&
-            message.type == connection_.atoms().velmoReopen && onReopen_)
-            onReopen_();
+        if ((event.response_type & 0x7f) == XCB_CLIENT_MESSAGE)
+            receive(reinterpret_cast<const xcb_client_message_event_t&>(event));
     });
 }
 
 SingleInstance::~SingleInstance() {
     xcb_destroy_window(connection_.raw(), window_);
+}
+
+void SingleInstance::receive(const xcb_client_message_event_t& message) const {
+    if (message.type == connection_.atoms().velmoReopen && onReopen_) {
+        onReopen_();
+    } else if (message.type == connection_.atoms().velmoCommand && message.format == 32 && onCommand_) {
+        const auto number = message.data.data32[0];
+        if (number >= static_cast<std::uint32_t>(ApplicationCommand::toggle) &&
+            number <= static_cast<std::uint32_t>(ApplicationCommand::quit))
+            onCommand_(static_cast<ApplicationCommand>(number));
+    }
 }
 
 bool SingleInstance::acquire() {

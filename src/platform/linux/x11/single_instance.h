@@ -1,5 +1,6 @@
 #pragma once
 
+#include "application.h"
 #include "linux/x11/connection.h"
 
 #include <functional>
@@ -21,11 +22,16 @@ public:
     bool askToReopen() const;
     /// Called when another start has asked.
     void setOnReopen(std::function<void()> handler) { onReopen_ = std::move(handler); }
+    /// Called with what `tellRunningInstance` asks for in another process.
+    void setOnCommand(std::function<void(ApplicationCommand)> handler) { onCommand_ = std::move(handler); }
 
 private:
+    void receive(const xcb_client_message_event_t& message) const;
+
     Connection& connection_;
     xcb_window_t window_;
     std::function<void()> onReopen_;
+    std::function<void(ApplicationCommand)> onCommand_;
     Registration events_;
 };
 

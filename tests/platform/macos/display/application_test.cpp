@@ -15,6 +15,7 @@ public:
     explicit NotingDelegate(std::function<void()> launched) : launched_(std::move(launched)) {}
     void applicationDidFinishLaunching() override { launched_(); }
     bool applicationShouldHandleReopen(bool /*hasVisibleWindows*/) override { return false; }
+    void applicationPerform(ApplicationCommand /*command*/) override {}
 
 private:
     std::function<void()> launched_;
