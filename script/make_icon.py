@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Draws the application's icon: a menu bar with a divider, and the icons left of it fading.
 
-usage: make_icon.py FILE.icns
+usage: make_icon.py FILE.icns | FILE.svg | SIDE FILE.png
 """
 
 import pathlib
@@ -81,7 +81,7 @@ def painted_row(y, side, shapes):
 
 
 def png(side):
-    shapes = {16: TINY, 32: SMALL}.get(side, LARGE)
+    shapes = TINY if side <= 16 else SMALL if side <= 32 else LARGE
     rows = []
     for number in range(side):
         row = painted_row((number + 0.5) / side, side, shapes)
@@ -95,15 +95,38 @@ def png(side):
             chunk(b"IDAT", zlib.compress(b"".join(rows), 9)) + chunk(b"IEND", b""))
 
 
-def main():
-    if len(sys.argv) != 2:
-        sys.exit(__doc__)
+def svg():
+    def css(color):
+        return "#{:02x}{:02x}{:02x}".format(*color)
+
+    shapes = []
+    for (left, top, right, bottom), radius, color, opacity in LARGE:
+        place = [round(part * 128, 3) for part in (left, top, right - left, bottom - top, radius)]
+        shapes.append('  <rect x="{:g}" y="{:g}" width="{:g}" height="{:g}" rx="{:g}" '.format(*place) +
+                      f'fill="{css(color) if color else "url(#ground)"}"' +
+                      (f' fill-opacity="{opacity:g}"' if opacity < 1 else "") + "/>\n")
+    return ('<svg xmlns="http://www.w3.org/2000/svg" width="128" height="128" viewBox="0 0 128 128">\n'
+            '  <linearGradient id="ground" gradientUnits="userSpaceOnUse" x1="0" y1="0" x2="0" y2="128">\n'
+            f'    <stop offset="0" stop-color="{css(TOP)}"/>\n    <stop offset="1" stop-color="{css(BOTTOM)}"/>\n'
+            "  </linearGradient>\n" + "".join(shapes) + "</svg>\n").encode()
+
+
+def icns():
     body = b""
     for side, names in PICTURES.items():
         picture = png(side)
         for name in names:
             body += name + struct.pack(">I", len(picture) + 8) + picture
-    pathlib.Path(sys.argv[1]).write_bytes(b"icns" + struct.pack(">I", len(body) + 8) + body)
+    return b"icns" + struct.pack(">I", len(body) + 8) + body
+
+
+def main():
+    *side, file = sys.argv[1:] or [""]
+    makers = {".icns": icns, ".svg": svg, ".png": lambda: png(int(side[0]))}
+    maker = makers.get(pathlib.Path(file).suffix)
+    if not maker or len(side) != (maker is makers[".png"]):
+        sys.exit(__doc__)
+    pathlib.Path(file).write_bytes(maker())
 
 
 if __name__ == "__main__":
