@@ -4,6 +4,10 @@ add_test(NAME lint.format COMMAND ${PROJECT_SOURCE_DIR}/script/lint format)
 # It begins first and takes what the others leave, which wait more than they work.
 add_test(NAME lint.tidy COMMAND nice -n 19 ${PROJECT_SOURCE_DIR}/script/lint tidy)
 set_tests_properties(lint.tidy PROPERTIES TIMEOUT 1800 COST 1000)
+add_test(NAME docs.links COMMAND ${PROJECT_SOURCE_DIR}/script/check-docs)
+if(VELMO_DESKTOP)
+  add_test(NAME package.data COMMAND ${PROJECT_SOURCE_DIR}/script/linux/check-data $<TARGET_FILE:velmo>)
+endif()
 
 # script/test builds these presets before it runs the tests of this one.
 option(VELMO_SANITIZED_TESTS "Run the unit tests of the asan and tsan presets, too" OFF)
