@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <numeric>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -338,6 +339,30 @@ TEST_F(BarPlaces, AListOfNonsenseDoesNoHarm) {
     xcb_delete_property(x().raw(), x().root(), x().atom("_NET_CLIENT_LIST"));
     x().exists(window);
     EXPECT_TRUE(comesHome());
+}
+
+TEST_F(BarPlaces, OfThousandsOfWindowsTheNewestAreKnownAndFewAreAsked) {
+    const auto window = showManaged(screen);
+    std::vector<std::uint32_t> windows(3000);
+    std::iota(windows.begin(), windows.end(), 0x1e000000);
+    windows.push_back(window);
+    set(x().root(), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW, windows);
+    EXPECT_TRUE(staysAtHome());
+    const auto requests = [&] { return xcb_no_operation(connection_->raw()).sequence; };
+    const auto before = requests();
+    setFullScreen(window);
+    EXPECT_TRUE(goesAway());
+    turnFor(milliseconds(300));
+    // A few looks, each of which asks two things about each.
+    constexpr unsigned most = 256;
+    EXPECT_LT(requests() - before, 12 * most);
+    windows.insert(windows.begin(), window);
+    windows.pop_back();
+    set(window, "_NET_WM_STATE", XCB_ATOM_ATOM, {x().atom("_NET_WM_STATE_STICKY")});
+    set(x().root(), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW, windows);
+    EXPECT_TRUE(comesHome());
+    setFullScreen(window);
+    EXPECT_TRUE(goesAway()) << "and the oldest";
 }
 
 }  // namespace

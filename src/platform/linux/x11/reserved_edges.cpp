@@ -13,6 +13,10 @@ namespace velmo::x11 {
 
 namespace {
 
+/// Somebody may write the list of windows anew without end.
+constexpr int readingsAtOnce = 10;
+constexpr Seconds readingPause = 0.05;
+
 /// Depths from the left, right, upper and lower edge, then begin and end along each of them. The older form
 /// has only depths.
 constexpr std::size_t depthCount = 4;
@@ -40,7 +44,9 @@ bool isInside(std::int64_t place, int begin, int length) {
 }  // namespace
 
 ReservedEdges::ReservedEdges(Connection& connection)
-    : connection_(connection), reading_(connection.loop(), [this] { read(); }) {
+    : connection_(connection),
+      reading_(
+          connection.loop(), readingPause, [this] { read(); }, readingsAtOnce) {
     changes_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
     read();
 }

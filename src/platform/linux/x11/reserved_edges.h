@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/event_loop/posted_once.h"
+#include "linux/event_loop/paced_work.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/pixel_rect.h"
 
@@ -43,7 +43,7 @@ private:
     int rootWidth_ = 0;
     int rootHeight_ = 0;
     std::vector<Dock> docks_;
-    PostedOnce reading_;
+    PacedWork reading_;
     Registration changes_;
 };
 

@@ -2,14 +2,18 @@
 
 #include "linux/x11/reply.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 
 namespace velmo::x11 {
 
 namespace {
 
-constexpr std::uint32_t mostManaged = 1024;
+/// More are not read, and of those that are not more are asked.
+constexpr std::uint32_t longestList = 4096;
+constexpr std::ptrdiff_t mostManaged = 256;
 /// No window manager puts a window into more frames.
 constexpr int deepest = 8;
 
@@ -45,11 +49,15 @@ std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry
 
 std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection) {
     const auto value = connection.property(connection.root(), connection.atoms().netClientList,
-                                           XCB_ATOM_WINDOW, mostManaged * sizeof(xcb_window_t));
+                                           XCB_ATOM_WINDOW, longestList * sizeof(xcb_window_t));
     std::vector<xcb_window_t> windows(value.size() / sizeof(xcb_window_t));
     if (!windows.empty())
         std::memcpy(windows.data(), value.data(), windows.size() * sizeof(xcb_window_t));
-    std::erase_if(windows, [&](xcb_window_t window) { return connection.isOurs(window); });
+    std::erase_if(windows, [&](xcb_window_t window) {
+        return connection.isOurs(window) || window == connection.root();
+    });
+    if (std::ssize(windows) > mostManaged)
+        windows.erase(windows.begin() + mostManaged / 2, windows.end() - mostManaged / 2);
     return windows;
 }
 
