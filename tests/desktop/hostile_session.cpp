@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <thread>
 
 namespace velmo::desktop {
 
@@ -22,11 +23,24 @@ void HostileSession::SetUp() {
     auto program = programWithItem("Harmless");
     untilShown("Harmless");
     // What is needed for one item is needed for many.
-    toggleLatencies(2, [] { return true; });
+    showAllLooks();
     waitForToolkit();
     program.reset();
     ASSERT_TRUE(eventually([&] { return itemCount() == 0; }));
     noteWhatIsHeld();
+}
+
+/// What an item looks like is kept. Presses that last are seen; of quick ones that is not sure.
+void HostileSession::showAllLooks() const {
+    const auto place = x().area(toggle()).value_or(Area{});
+    movePointer(place.midX(), place.midY());
+    for (const bool expands : {false, true}) {
+        const auto before = x().pixels(place);
+        xdotool({"mousedown", "1"});
+        ASSERT_TRUE(eventually([&] { return x().pixels(place) != before; }));
+        xdotool({"mouseup", "1"});
+        ASSERT_TRUE(eventually([&] { return dividerIsExpanded() == expands; }));
+    }
 }
 
 void HostileSession::noteWhatIsHeld() {
@@ -60,6 +74,14 @@ void HostileSession::expectNoGrowth(const std::function<void()>& work) {
     }
     std::printf("KB more are held after each round: %s\n", testing::PrintToString(growth).c_str());
     EXPECT_LT(*std::min_element(growth.begin(), growth.end()), leastLeak);
+}
+
+int HostileSession::load() {
+    const auto start = std::chrono::steady_clock::now();
+    const double before = processorTime();
+    std::this_thread::sleep_for(milliseconds(2000));
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    return static_cast<int>((processorTime() - before) / passed.count() * 100);
 }
 
 void HostileSession::expectResponsive(const char* what, const std::function<bool()>& isOver) {

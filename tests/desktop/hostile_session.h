@@ -25,6 +25,8 @@ protected:
     void expectNothingLeft(std::size_t items = 0);
     /// Does it three times. A leak is seen each time; what an allocator keeps is not.
     void expectNoGrowth(const std::function<void()>& work);
+    /// What Velmo uses of one processor while something goes on, in percent.
+    int load();
     /// Clicks the toggle while something goes on, until the condition holds, and judges all clicks; the worst
     /// by the best of all bursts of that name.
     void expectResponsive(
@@ -33,6 +35,7 @@ protected:
     std::size_t itemCount() const { return x().children(bar()).size() - 3; }
 
 private:
+    void showAllLooks() const;
     void waitForToolkit();
     void letToolTipsGo() const;
 

@@ -49,14 +49,6 @@ protected:
         EXPECT_TRUE(eventually([&] { return x().pixels(place_) == seen_; }));
         expectNothingLeft(1);
     }
-    /// What Velmo uses of one processor while something goes on, in percent.
-    int load() {
-        const auto start = std::chrono::steady_clock::now();
-        const double before = processorTime();
-        std::this_thread::sleep_for(milliseconds(2000));
-        const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
-        return static_cast<int>((processorTime() - before) / passed.count() * 100);
-    }
     static void configure(const XObserver& program, xcb_window_t window, std::uint32_t width,
                           std::uint32_t height) {
         const std::uint32_t values[] = {width, height};
