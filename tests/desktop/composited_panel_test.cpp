@@ -12,8 +12,11 @@ protected:
     void SetUp() override {
         DesktopSession::SetUp();
         startServer();
-        backdrop_ = makeWindow({0, 0, 1280, 720}, backdropColor);
+        backdrop_ = makeBackdrop();
     }
+
+    /// One that filled the screen would not be composited by all.
+    xcb_window_t makeBackdrop() const { return makeWindow({0, 0, 1280, 700}, backdropColor); }
 
     int red(int pixelX, int pixelY) const { return static_cast<int>(x().pixel(pixelX, pixelY) >> 16); }
     int blue(int pixelX, int pixelY) const { return static_cast<int>(x().pixel(pixelX, pixelY) & 0xff); }
@@ -28,8 +31,21 @@ protected:
     xcb_window_t backdrop_ = XCB_WINDOW_NONE;
 };
 
-TEST_F(CompositedPanel, IsTranslucentAndRound) {
-    startCompositingManager();
+class CompositedPanelAnywhere : public CompositedPanel, public testing::WithParamInterface<Composition> {
+protected:
+    void SetUp() override {
+        CompositedPanel::SetUp();
+        startComposition(GetParam());
+        // What was there before is composited by some only once it changes.
+        backdrop_ = makeBackdrop();
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Desktop, CompositedPanelAnywhere,
+                         testing::Values(Composition::picom, Composition::xfwm4, Composition::metacity),
+                         [](const auto& suite) { return nameOf(suite.param); });
+
+TEST_P(CompositedPanelAnywhere, IsTranslucentAndRound) {
     startVelmoForPanels();
     const auto place = openCompositedPanel();
     EXPECT_EQ(place.x + place.width, 1280 - 8) << "the strip is where it is without a shadow";
@@ -45,8 +61,7 @@ TEST_F(CompositedPanel, IsTranslucentAndRound) {
     }
 }
 
-TEST_F(CompositedPanel, HasOneSoftShadow) {
-    startCompositingManager();
+TEST_P(CompositedPanelAnywhere, HasOneSoftShadowAndTheBarHasNone) {
     startVelmoForPanels();
     const auto place = openCompositedPanel();
     const int bottom = place.y + place.height;
@@ -59,6 +74,10 @@ TEST_F(CompositedPanel, HasOneSoftShadow) {
     // One of the compositing manager's own would reach much farther.
     EXPECT_EQ(shade(shadowMargin + 1), 0);
     EXPECT_EQ(blue(place.x - shadowMargin - 1, place.midY()), 255);
+    const int barHeight = x().area(bar())->height;
+    EXPECT_EQ(x().pixel(farLeft, barHeight / 2), lightBar);
+    for (int distance = 0; distance < shadowMargin; ++distance)
+        EXPECT_EQ(x().pixel(farLeft, barHeight + distance), backdropColor) << distance;
 }
 
 TEST_F(CompositedPanel, LeavesPressesInItsShadowToWhatLiesBeneath) {

@@ -3,6 +3,8 @@
 #include <xcb/composite.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdlib>
 
 namespace velmo::desktop {
@@ -12,6 +14,12 @@ namespace {
 constexpr const char* compositingSelection = "_NET_WM_CM_S0";
 
 }  // namespace
+
+std::string nameOf(Composition composition) {
+    constexpr std::array names = {"WithNoCompositingManager", "WithACompositingManager", "UnderXfwm4",
+                                  "UnderMetacity"};
+    return names[static_cast<std::size_t>(composition)];
+}
 
 void PanelWindowSession::TearDown() {
     DesktopSession::TearDown();
@@ -94,6 +102,24 @@ void PanelWindowSession::startCompositingManager() {
     compositingManager_.emplace(
         run({"picom", "--config", "/dev/null", "--backend", "xrender", "--shadow", "--shadow-radius", "40",
              "--shadow-opacity", "0.9", "--shadow-exclude", "y = 0"}));
+    untilCompositionBegins();
+}
+
+void PanelWindowSession::startComposition(Composition composition) {
+    if (composition == Composition::none)
+        return;
+    if (composition == Composition::picom) {
+        startCompositingManager();
+        return;
+    }
+    if (composition == Composition::xfwm4)
+        startWindowManager({"dbus-run-session", "--", "xfwm4", "--compositor=on"});
+    else
+        startWindowManager({"metacity", "--composite"});
+    untilCompositionBegins();
+}
+
+void PanelWindowSession::untilCompositionBegins() const {
     ASSERT_TRUE(eventually([&] { return x().selectionOwner(compositingSelection) != XCB_WINDOW_NONE; }));
     untilComposited();
 }

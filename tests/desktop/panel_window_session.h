@@ -8,6 +8,12 @@
 
 namespace velmo::desktop {
 
+/// What composes the screen from the windows: nobody, a program, or the window manager by itself.
+enum class Composition { none, picom, xfwm4, metacity };
+
+/// For the names of tests.
+std::string nameOf(Composition composition);
+
 /// A display on which a click on the toggle opens the panel, which says that nothing is hidden yet.
 class PanelWindowSession : public DesktopSession {
 protected:
@@ -37,11 +43,13 @@ protected:
     void startBeside(const std::vector<std::string>& command) { beside_.push_back(run(command)); }
     /// Waits until it does its work.
     void startCompositingManager();
+    void startComposition(Composition composition);
     void stopCompositingManager();
     /// Waits until the screen shows what windows show.
     void untilComposited() const;
 
 private:
+    void untilCompositionBegins() const;
     bool isRedirected(xcb_window_t window) const;
 
     std::vector<ChildProcess> beside_;

@@ -11,6 +11,7 @@
 #include <set>
 #include <sstream>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 namespace velmo::desktop {
@@ -81,6 +82,9 @@ protected:
     }
 
     void startIcons() {
+        // Nothing of what lies behind the panel has a colour of interest.
+        if (readDefaults()["clickAction"] == "showPanel")
+            makeWindow({0, 0, 1280, 700}, 0x485058);
         startVelmo();
         client_ = std::make_unique<TrayClient>(environment_.at("DISPLAY"));
         for (std::size_t index = 0; index < looks.size(); ++index) {
@@ -136,6 +140,48 @@ protected:
                 << faultOf(index, colors[index], background, tolerance);
         }
     }
+    /// In the panel, which has each of them once, pixel by pixel, and nothing of former times.
+    void expectSeenInPanel() {
+        for (const auto& colors : {firstColors, otherColors}) {
+            paintAll(colors);
+            // Pictures that were taken before are old by then.
+            std::this_thread::sleep_for(milliseconds(2500));
+            openPanelWindow();
+            const long side = x().area(icons_.front())->width;
+            constexpr long square =
+                (TrayClient::side - 2 * TrayClient::margin) * (TrayClient::side - 2 * TrayClient::margin);
+            EXPECT_TRUE(eventually([&] { return countInPanel(colors[0]) == side * side; }))
+                << countInPanel(colors[0]);
+            EXPECT_TRUE(eventually([&] { return countInPanel(colors[1]) == square; }))
+                << countInPanel(colors[1]);
+            EXPECT_TRUE(eventually([&] { return countInPanel(colors[3]) == square; }))
+                << countInPanel(colors[3]);
+            EXPECT_TRUE(eventually([&] { return countTranslucentInPanel(colors[2]) == side * side; }))
+                << countTranslucentInPanel(colors[2]);
+            EXPECT_EQ(countInPanel(colors[2]), 0) << "it is half transparent";
+            for (const auto color : colors == firstColors ? otherColors : firstColors)
+                EXPECT_EQ(countInPanel(color), 0);
+            EXPECT_EQ(countInPanel(0), 0);
+            xdotool({"key", "Escape"});
+            ASSERT_TRUE(eventually([&] { return !panel(); }));
+        }
+    }
+    std::vector<std::uint32_t> panelPixels() const {
+        auto area = panel().value_or(Area{0, 0, 1, 1});
+        // Its shadow goes beyond the screen.
+        area.width = std::min(area.width, 1280 - area.x);
+        return x().pixels(area);
+    }
+    long countInPanel(std::uint32_t color) const {
+        const auto pixels = panelPixels();
+        return std::count(pixels.begin(), pixels.end(), color);
+    }
+    long countTranslucentInPanel(std::uint32_t color) const {
+        const auto pixels = panelPixels();
+        const auto wanted = expectedPixel(Look::translucent, color, 0, 0, mostFrequent(pixels));
+        return std::count_if(pixels.begin(), pixels.end(),
+                             [&](auto pixel) { return isNear(pixel, wanted, 1); });
+    }
     /// The bar from the left edge of the screen to the toggle.
     Area leftOfToggle() const { return {0, 0, x().area(toggle())->x, 26}; }
 
@@ -144,31 +190,25 @@ protected:
     xcb_window_t shown_ = XCB_WINDOW_NONE;
 };
 
-class TrayLooks : public LooksSession, public testing::WithParamInterface<bool> {
+class TrayLooks : public LooksSession, public testing::WithParamInterface<Composition> {
 protected:
     void startBeside(const std::string& clickAction = "revealInMenuBar") {
         start("1280x720x24", clickAction);
-        if (GetParam())
-            startCompositingManager();
+        startComposition(GetParam());
         startIcons();
-    }
-    std::vector<std::uint32_t> panelPixels() const {
-        auto area = panel().value_or(Area{0, 0, 1, 1});
-        // Its shadow goes beyond the screen.
-        area.width = std::min(area.width, 1280 - area.x);
-        return x().pixels(area);
     }
     /// Until the screen shows what the bar does.
     void settle() {
         EXPECT_TRUE(comesToRest(milliseconds(100)));
-        if (GetParam())
+        if (GetParam() != Composition::none)
             untilComposited();
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooks, testing::Bool(), [](const auto& suite) {
-    return std::string(suite.param ? "WithACompositingManager" : "WithNoCompositingManager");
-});
+INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooks,
+                         testing::Values(Composition::none, Composition::picom, Composition::xfwm4,
+                                         Composition::metacity),
+                         [](const auto& suite) { return nameOf(suite.param); });
 
 TEST_P(TrayLooks, AreThoseThatProgramsHaveDrawn) {
     startBeside();
@@ -270,35 +310,7 @@ TEST_P(TrayLooks, AreNotDrawnAnewForEachMove) {
 
 TEST_P(TrayLooks, AreTheSameInThePanel) {
     startBeside("showPanel");
-    for (const auto& colors : {firstColors, otherColors}) {
-        paintAll(colors);
-        // Pictures that were taken before are old by then.
-        std::this_thread::sleep_for(milliseconds(2500));
-        openPanelWindow();
-        const auto count = [&](std::uint32_t color) {
-            const auto pixels = panelPixels();
-            return std::count(pixels.begin(), pixels.end(), color);
-        };
-        const auto countTranslucent = [&] {
-            const auto pixels = panelPixels();
-            const auto wanted = expectedPixel(Look::translucent, colors[2], 0, 0, mostFrequent(pixels));
-            return std::count_if(pixels.begin(), pixels.end(),
-                                 [&](auto pixel) { return isNear(pixel, wanted, 1); });
-        };
-        constexpr long whole = TrayClient::side * TrayClient::side;
-        constexpr long square = whole / 4;
-        EXPECT_TRUE(eventually([&] { return count(colors[0]) == whole; })) << count(colors[0]);
-        EXPECT_TRUE(eventually([&] { return count(colors[1]) == square; })) << count(colors[1]);
-        EXPECT_TRUE(eventually([&] { return count(colors[3]) == square; })) << count(colors[3]);
-        EXPECT_TRUE(eventually([&] { return countTranslucent() == whole; })) << countTranslucent();
-        EXPECT_EQ(count(colors[2]), 0) << "it is half transparent";
-        const auto& others = colors == firstColors ? otherColors : firstColors;
-        for (const auto color : others)
-            EXPECT_EQ(count(color), 0);
-        EXPECT_EQ(count(0), 0);
-        xdotool({"key", "Escape"});
-        ASSERT_TRUE(eventually([&] { return !panel(); }));
-    }
+    expectSeenInPanel();
 }
 
 TEST_P(TrayLooks, AreTheirOwnOnceTheyAreGivenBack) {
@@ -314,7 +326,7 @@ TEST_P(TrayLooks, AreTheirOwnOnceTheyAreGivenBack) {
     xcb_map_window(client_->x().raw(), icon);
     ASSERT_TRUE(client_->x().isViewable(icon));
     ASSERT_EQ(x().area(icon), (Area{0, 0, TrayClient::side, TrayClient::side}));
-    if (GetParam()) {
+    if (GetParam() != Composition::none) {
         const auto wanted = expectedPixel(Look::translucent, firstColors[2], 10, 10, white);
         EXPECT_TRUE(eventually([&] { return isNear(x().pixel(10, 10), wanted, 1); }))
             << std::hex << x().pixel(10, 10) << ", not " << wanted;
@@ -323,17 +335,30 @@ TEST_P(TrayLooks, AreTheirOwnOnceTheyAreGivenBack) {
     }
 }
 
-class TrayLooksInScale : public LooksSession, public testing::WithParamInterface<int> {};
+class TrayLooksInScale : public LooksSession,
+                         public testing::WithParamInterface<std::tuple<int, Composition>> {
+protected:
+    void startInScale(const std::string& clickAction = "revealInMenuBar") {
+        const auto [resolution, composition] = GetParam();
+        start("1280x720x24", clickAction);
+        addToResources("Xft.dpi:\t" + std::to_string(resolution) + "\n");
+        startComposition(composition);
+        startIcons();
+        for (const auto icon : icons_)
+            EXPECT_EQ(x().area(icon)->width, TrayClient::side * resolution / 96);
+    }
+};
 
-INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooksInScale, testing::Values(144, 192),
-                         [](const auto& suite) { return "Of" + std::to_string(suite.param) + "Dpi"; });
+INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooksInScale,
+                         testing::Combine(testing::Values(144, 192),
+                                          testing::Values(Composition::none, Composition::picom)),
+                         [](const auto& suite) {
+                             return "Of" + std::to_string(std::get<0>(suite.param)) + "Dpi" +
+                                    nameOf(std::get<1>(suite.param));
+                         });
 
 TEST_P(TrayLooksInScale, AreThoseThatProgramsHaveDrawn) {
-    start("1280x720x24");
-    addToResources("Xft.dpi: " + std::to_string(GetParam()) + "\n");
-    startIcons();
-    for (const auto icon : icons_)
-        EXPECT_EQ(x().area(icon)->width, TrayClient::side * GetParam() / 96);
+    startInScale();
     toggleTo(true);
     expectSeen(firstColors, lightBar);
     paintAll(otherColors);
@@ -342,6 +367,11 @@ TEST_P(TrayLooksInScale, AreThoseThatProgramsHaveDrawn) {
     paintAll(firstColors);
     toggleTo(true);
     expectSeen(firstColors, lightBar);
+}
+
+TEST_P(TrayLooksInScale, AreTheSameInThePanel) {
+    startInScale("showPanel");
+    expectSeenInPanel();
 }
 
 class TrayLooksOnDeepScreens : public LooksSession, public testing::WithParamInterface<int> {};
