@@ -1,5 +1,7 @@
 #include "style.h"
 
+#include "linux/text/style_size.h"
+
 #include <QFontDatabase>
 #include <QFontInfo>
 
@@ -92,22 +94,6 @@ QString css(const QColor& color) {
         .arg(color.alphaF());
 }
 
-/// What a text style makes of the size of the body.
-double sizeFactor(TextStyle textStyle) {
-    switch (textStyle) {
-        case TextStyle::body:
-        case TextStyle::headline:
-            return 1;
-        case TextStyle::callout:
-            return 12.0 / 13;
-        case TextStyle::caption:
-            return 11.0 / 13;
-        case TextStyle::caption2:
-            return 10.0 / 13;
-    }
-    return 1;
-}
-
 QFont::Weight weightOf(FontWeight weight) {
     switch (weight) {
         case FontWeight::regular:
@@ -168,7 +154,7 @@ QFont font(const Font& wanted) {
     const bool isHeadline = wanted.style == TextStyle::headline;
     result.setWeight(
         weightOf(wanted.weight.value_or(isHeadline ? FontWeight::semibold : FontWeight::regular)));
-    const double pixels = wanted.size.value_or(body * sizeFactor(wanted.style));
+    const double pixels = wanted.size.value_or(body * styleSize(wanted.style));
     // Sizes in points of the screen's scale; a font's own points would take the resolution's way.
     result.setPointSizeF(pixels / pixelsPerPoint);
     return result;
@@ -230,7 +216,9 @@ QString sheet() {
                "QMenu::separator { height: 1px; background: %6; margin: 5px 10px; }"
                "QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }"
                "QScrollBar::handle:vertical { background: %7; border-radius: 3px; min-height: 30px; }"
-               "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"
+               "QScrollBar:horizontal { background: transparent; height: 10px; margin: 2px; }"
+               "QScrollBar::handle:horizontal { background: %7; border-radius: 3px; min-width: 30px; }"
+               "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
                "QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }"
                "QLineEdit#field { background: %8; color: %2; border: 1px solid %3; border-radius: 6px;"
                " padding: 3px 7px; selection-background-color: %4; }"

@@ -1,6 +1,7 @@
 #include "linux/qt/controls/image_label.h"
 #include "linux/qt/controls/switch_control.h"
 #include "linux/qt/controls/text_label.h"
+#include "linux/qt/style.h"
 #include "view_fixture.h"
 
 #include <QImage>
@@ -122,6 +123,19 @@ TEST_F(Layout, TextStylesKeepTheirOrderOfSizes) {
     EXPECT_GT(widthOf({}), widthOf({.style = TextStyle::callout}));
     EXPECT_GT(widthOf({.style = TextStyle::callout}), widthOf({.style = TextStyle::caption}));
     EXPECT_GT(widthOf({.style = TextStyle::caption}), widthOf({.style = TextStyle::caption2}));
+}
+
+TEST_F(Layout, TextStylesHaveTheirOwnPartOfTheBodysSize) {
+    const double body = style::font(Font{}).pointSizeF();
+    const auto partOf = [&](TextStyle textStyle) {
+        return style::font(Font{.style = textStyle}).pointSizeF() / body * 13;
+    };
+    // Fonts are sized in hundredths of a point.
+    constexpr double rounding = 0.02;
+    EXPECT_NEAR(partOf(TextStyle::headline), 13, rounding);
+    EXPECT_NEAR(partOf(TextStyle::callout), 12, rounding);
+    EXPECT_NEAR(partOf(TextStyle::caption), 11, rounding);
+    EXPECT_NEAR(partOf(TextStyle::caption2), 10, rounding);
 }
 
 /// The leftmost column with ink.

@@ -1,4 +1,5 @@
 #include "linux/text/lazy_text_renderer.h"
+#include "linux/text/pango/font_description.h"
 #include "linux/text/pango/pango_text_renderer.h"
 
 #include <gtest/gtest.h>
@@ -169,6 +170,20 @@ TEST(TextRenderer, SizesFollowFontAndScale) {
     auto bold = attributes("DejaVu Sans 10");
     bold.font.weight = FontWeight::bold;
     EXPECT_GT(renderer.width(text, bold), renderer.width(text, attributes("DejaVu Sans 10")));
+}
+
+TEST(TextRenderer, StylesHaveTheirOwnPartOfTheBodysSize) {
+    Appearance appearance;
+    appearance.font = "DejaVu Sans 13px";
+    const auto sizeOf = [&](TextStyle style) {
+        const auto description = fontDescription({.style = style}, appearance);
+        return pango_font_description_get_size(description.get()) / PANGO_SCALE;
+    };
+    EXPECT_EQ(sizeOf(TextStyle::body), 13);
+    EXPECT_EQ(sizeOf(TextStyle::headline), 13);
+    EXPECT_EQ(sizeOf(TextStyle::callout), 12);
+    EXPECT_EQ(sizeOf(TextStyle::caption), 11);
+    EXPECT_EQ(sizeOf(TextStyle::caption2), 10);
 }
 
 TEST(TextRenderer, WhatDoesNotFitEndsInAnEllipsis) {

@@ -1,5 +1,7 @@
 #include "font_description.h"
 
+#include "linux/text/style_size.h"
+
 #include <algorithm>
 
 namespace velmo {
@@ -12,21 +14,6 @@ constexpr double pixelsPerFontPoint = 96.0 / 72;
 /// Pixels at scale 1; a line of the largest fits into the bar.
 constexpr double smallestSize = 7;
 constexpr double largestSize = 19;
-
-/// Of the body's size.
-double sizeOf(TextStyle style) {
-    switch (style) {
-        case TextStyle::body:
-        case TextStyle::headline:
-            return 1;
-        case TextStyle::callout:
-            return 12.0 / 13;
-        case TextStyle::caption:
-        case TextStyle::caption2:
-            return 10.0 / 13;
-    }
-    return 1;
-}
 
 PangoWeight weightOf(FontWeight weight) {
     switch (weight) {
@@ -59,7 +46,7 @@ FontDescriptionPointer fontDescription(const Font& font, const Appearance& appea
         pango_font_description_set_family(description.get(), "monospace");
     else if (!pango_font_description_get_family(description.get()))
         pango_font_description_set_family(description.get(), "sans");
-    const double size = font.size.value_or(bodySize(description.get()) * sizeOf(font.style));
+    const double size = font.size.value_or(bodySize(description.get()) * styleSize(font.style));
     pango_font_description_set_absolute_size(
         description.get(), std::clamp(size, smallestSize, largestSize) * appearance.scale * PANGO_SCALE);
     if (font.weight)
