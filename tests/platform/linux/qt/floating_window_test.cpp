@@ -3,10 +3,13 @@
 #include "linux/event_loop/event_loop.h"
 #include "linux/local_events.h"
 #include "platform/simulated/simulated_desktop.h"
+#include "wheel.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <optional>
 
@@ -64,6 +67,10 @@ protected:
         return host_.declaredMargin;
     }
 
+    static View rowOf(std::size_t count) {
+        return {HStack{.spacing = 0}, Views(count, View{EmptyView{}}.with(Frame{.width = 30, .height = 20}))};
+    }
+
     FakeHost host_;
 };
 
@@ -78,6 +85,51 @@ TEST_F(FloatingWindows, WithoutAShadowTellThatNobodyIsToAddOne) {
 TEST_F(FloatingWindows, TellNothingWhereNobodyAddsShadows) {
     host_.composited = false;
     EXPECT_EQ(marginOf(true), std::nullopt);
+}
+
+TEST_F(FloatingWindows, ShowRowsThatAreWiderThanTheScreenInPartsOfThem) {
+    host_.composited = false;
+    FloatingWindow window(host_, {.isRow = true});
+    window.content().setContent(rowOf(10));
+    EXPECT_EQ(window.fittingSize(), (Size{300, 20}));
+    window.showAt({8, 100});
+    QApplication::processEvents();
+    const auto* bar = window.findChild<QScrollArea*>()->horizontalScrollBar();
+    EXPECT_EQ(window.size(), QSize(300, 20));
+    EXPECT_FALSE(bar->isVisible());
+    EXPECT_EQ(bar->maximum(), 0);
+    window.content().setContent(rowOf(100));
+    const Size size = window.fittingSize();
+    EXPECT_EQ(size.width, 800 - 2 * 8);
+    EXPECT_GT(size.height, 20);
+    EXPECT_LT(size.height, 40);
+    window.showAt({8, 100});
+    QApplication::processEvents();
+    EXPECT_EQ(window.size(), QSize(784, static_cast<int>(size.height)));
+    EXPECT_EQ(window.content().size(), QSize(3000, 20));
+    EXPECT_EQ(window.content().mapTo(&window, QPoint(0, 0)), QPoint(0, 0));
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(bar->maximum(), 3000 - 784);
+    window.content().setContent(rowOf(26));
+    EXPECT_EQ(window.fittingSize(), (Size{780, 20})) << "what fits needs no bar";
+}
+
+TEST_F(FloatingWindows, ScrollRowsByTheWheelAndToTheirBegin) {
+    host_.composited = false;
+    FloatingWindow window(host_, {.isRow = true});
+    window.content().setContent(rowOf(100));
+    window.showAt({8, 100});
+    QApplication::processEvents();
+    const auto left = [&] { return window.content().mapTo(&window, QPoint(0, 0)).x(); };
+    turnWheel(window.content(), {0, -120});
+    const int first = left();
+    EXPECT_LT(first, 0);
+    turnWheel(window.content(), {-120, 0});
+    EXPECT_LT(left(), first);
+    turnWheel(window.content(), {0, 120});
+    EXPECT_EQ(left(), first);
+    window.scrollToBegin();
+    EXPECT_EQ(left(), 0);
 }
 
 }  // namespace

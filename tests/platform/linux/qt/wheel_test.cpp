@@ -1,11 +1,10 @@
+#include "wheel.h"
 #include "linux/qt/controls/pop_up_button.h"
 #include "linux/qt/controls/slider_control.h"
 #include "view_fixture.h"
 
-#include <QtTest/qtestspontaneevent.h>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QWheelEvent>
 
 namespace velmo {
 
@@ -13,16 +12,7 @@ namespace {
 
 using Wheel = ViewTest;
 
-void turnOver(QWidget& widget) {
-    constexpr QPoint oneNotchDown(0, -120);
-    const QPoint middle = widget.rect().center();
-    QWheelEvent event(middle, widget.mapToGlobal(middle), {}, oneNotchDown, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    // What comes from the user goes on to the parents of those who do not want it.
-    QSpontaneKeyEvent::setSpontaneous(&event);
-    qApp->notify(&widget, &event);
-    QApplication::processEvents();
-}
+constexpr QPoint oneNotchDown(0, -120);
 
 TEST_F(Wheel, ScrollsTheFormAndChangesNoControlUnderThePointer) {
     int changes = 0;
@@ -42,7 +32,7 @@ TEST_F(Wheel, ScrollsTheFormAndChangesNoControlUnderThePointer) {
     const auto* bar = only<QScrollArea>()->verticalScrollBar();
     for (QWidget* control : std::initializer_list<QWidget*>{only<SliderControl>(), only<PopUpButton>()}) {
         only<QScrollArea>()->verticalScrollBar()->setValue(0);
-        turnOver(*control);
+        turnWheel(*control, oneNotchDown);
         EXPECT_GT(bar->value(), 0);
         EXPECT_EQ(changes, 0);
     }

@@ -1,10 +1,12 @@
 #include "floating_window.h"
 
+#include "hanging_frame.h"
 #include "linux/qt/controls/painting.h"
 #include "linux/qt/pixels.h"
 #include "linux/qt/windows/await_server.h"
 
 #include <QAccessible>
+#include <QScrollBar>
 #include <QWindow>
 
 #include <algorithm>
@@ -24,6 +26,8 @@ constexpr qreal shadowOpacity = 0.3;
 
 FloatingWindow::FloatingWindow(ToolkitHost& host, const Traits& traits)
     : host_(host), traits_(traits), content_(host.loop(), this), screenChanges_([this] { followBar(); }) {
+    if (traits.isRow)
+        scroller_.emplace(*this, content_);
     Qt::WindowFlags flags =
         Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowStaysOnTopHint;
     if (!traits.takesKeyboard)
@@ -55,10 +59,36 @@ QSize FloatingWindow::contentSize() const {
     return {static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height()))};
 }
 
+/// Qt's units and ours differ where a desktop scales windows by other means than the resolution.
+qreal FloatingWindow::pointsPerUnit() const {
+    return devicePixelRatioF() / style::appearance().scale;
+}
+
+QSize FloatingWindow::bodySize() const {
+    if (!scroller_)
+        return contentSize();
+    const Point end = host_.barEnd();
+    const double room = host_.visibleFrame({end.x - 1, end.y - 1}).width - 2 * hangingEdgeGap;
+    return scroller_->sizeFor(contentSize(), static_cast<int>(room / pointsPerUnit()));
+}
+
 Size FloatingWindow::fittingSize() const {
-    // Qt's units and ours differ where a desktop scales windows by other means than the resolution.
-    const qreal factor = devicePixelRatioF() / style::appearance().scale;
-    return {contentSize().width() * factor, contentSize().height() * factor};
+    const QSize size = bodySize();
+    return {size.width() * pointsPerUnit(), size.height() * pointsPerUnit()};
+}
+
+void FloatingWindow::scrollToBegin() {
+    if (scroller_)
+        scroller_->horizontalScrollBar()->setValue(0);
+}
+
+void FloatingWindow::placeContent() {
+    if (scroller_) {
+        scroller_->setGeometry(body());
+        content_.resize(contentSize());
+    } else {
+        content_.setGeometry(body());
+    }
 }
 
 /// A window's depth stays what it was made with.
@@ -96,9 +126,9 @@ void FloatingWindow::showAt(const QPointF& pixel) {
     const bool isAnother = matchScreen();
     const int margin = shadowMargin();
     const QRect place =
-        QRect(fromPixels(pixel).toPoint(), contentSize()).adjusted(-margin, -margin, margin, margin);
+        QRect(fromPixels(pixel).toPoint(), bodySize()).adjusted(-margin, -margin, margin, margin);
     scale_.resize(*this, [&](int more) { setGeometry(place.adjusted(0, 0, more, more)); });
-    content_.setGeometry(body());
+    placeContent();
     declareShadow();
     show();
     raise();
@@ -151,7 +181,7 @@ void FloatingWindow::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void FloatingWindow::resizeEvent(QResizeEvent* /*event*/) {
-    content_.setGeometry(body());
+    placeContent();
 }
 
 void FloatingWindow::hideEvent(QHideEvent* event) {

@@ -2,6 +2,7 @@
 
 #include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
+#include "linux/qt/windows/row_scroller.h"
 #include "linux/qt/windows/scale_follower.h"
 #include "linux/qt/windows/screen_changes.h"
 #include "linux/toolkit/toolkit_host.h"
@@ -9,6 +10,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace velmo {
@@ -22,14 +24,19 @@ public:
         bool hasShadow = true;
         /// Points.
         double cornerRadius = style::floatingRadius;
+        /// What is wider than the screen with the bar scrolls.
+        bool isRow = false;
     };
 
     FloatingWindow(ToolkitHost& host, const Traits& traits);
 
     ViewHost& content() { return content_; }
+    /// Of a row that scrolls.
+    void scrollToBegin();
     /// Points that the window takes on the screen, less its shadow.
     Size fittingSize() const;
-    /// The upper left corner, less the shadow, in pixels of the root window; as large as the content wants.
+    /// The upper left corner, less the shadow, in pixels of the root window; as large as the content wants
+    /// and, in a row, the screen has room for.
     void showAt(const QPointF& pixel);
     WindowNumber number() const;
     /// For a window that hangs below the bar: called while it is shown, when the bar has another place or
@@ -44,7 +51,11 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    qreal pointsPerUnit() const;
     QSize contentSize() const;
+    /// The part of it that there is room for, with what it takes to see the rest.
+    QSize bodySize() const;
+    void placeContent();
     /// True where the window was made anew, which hides it.
     bool matchScreen();
     void followBar();
@@ -56,6 +67,7 @@ private:
     ToolkitHost& host_;
     Traits traits_;
     ViewHost content_;
+    std::optional<RowScroller> scroller_;
     /// Pixels of the root window.
     QPointF corner_;
     ScaleFollower scale_;

@@ -7,7 +7,9 @@ namespace velmo {
 
 QtPanel::QtPanel(ToolkitHost& host, const PanelConfiguration& configuration)
     : host_(host),
-      window_(host, {.hasShadow = configuration.hasShadow, .cornerRadius = configuration.cornerRadius}) {
+      window_(
+          host,
+          {.hasShadow = configuration.hasShadow, .cornerRadius = configuration.cornerRadius, .isRow = true}) {
     window_.setWindowTitle(QStringLiteral("Velmo.Panel"));
     window_.setAccessibleName(
         QString::fromUtf8(configuration.accessibilityLabel.data(),
@@ -47,6 +49,7 @@ void QtPanel::leave() {
 
 void QtPanel::orderFrontRegardless() {
     show();
+    window_.scrollToBegin();
     shown_ = host_.localEvents().addPanel();
 }
 
