@@ -61,6 +61,20 @@ protected:
         xcb_map_window(x().raw(), window);
         x().exists(window);
     }
+    /// Managed by nobody, with windows in it and in those.
+    xcb_window_t showFilled(int inside = 16) const {
+        const auto window = makeWindow({0, 0, 400, 300});
+        for (int count = 0; count < inside; ++count) {
+            const auto child = makeWindow({0, 0, 20, 20});
+            for (int inner = 0; inner < inside; ++inner)
+                putInto(child, makeWindow({0, 0, 10, 10}));
+            putInto(window, child);
+        }
+        show(window);
+        return window;
+    }
+    /// That have been sent so far, and this one.
+    unsigned requests() const { return xcb_no_operation(connection_->raw()).sequence; }
     void raise(xcb_window_t window) const {
         const std::uint32_t mode = XCB_STACK_MODE_ABOVE;
         xcb_configure_window(x().raw(), window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
@@ -109,7 +123,6 @@ TEST_F(TopWindows, LeaveOthersAloneThatDoNotOverlap) {
 TEST_F(TopWindows, TakeNoLookAtWhatMovesElsewhere) {
     show(panel_);
     const auto beside = showManaged({400, 300, 100, 50});
-    const auto requests = [&] { return xcb_no_operation(connection_->raw()).sequence; };
     turnUntil([] { return false; }, milliseconds(300));
     const auto before = requests();
     for (std::uint32_t step = 0; step < 30; ++step) {
@@ -265,6 +278,75 @@ TEST_F(TopWindows, AreRaisedAsOftenAsItTakesWhereTimePasses) {
         raise(other);
         ASSERT_TRUE(become({panel_, other})) << count;
     }
+}
+
+TEST_F(TopWindows, AskLittleOfManyThatMoveWithoutEndAndRiseAtOnce) {
+    show(panel_);
+    const auto managed = showManaged({0, 0, 500, 300});
+    std::vector<xcb_window_t> others;
+    for (int count = 0; count < 12; ++count) {
+        others.push_back(showFilled());
+        ASSERT_TRUE(areStacked({others.back(), panel_}));
+    }
+    turnUntil([] { return false; }, milliseconds(1200));
+    ASSERT_TRUE(areStacked({panel_, managed}));
+    const auto before = requests();
+    const auto begin = std::chrono::steady_clock::now();
+    for (std::uint32_t step = 0; step < 100; ++step) {
+        const std::uint32_t values[] = {step % 50};
+        xcb_configure_window(x().raw(), others[step % others.size()], XCB_CONFIG_WINDOW_X, values);
+        x().exists(managed);
+        turnUntil([] { return false; }, milliseconds(10));
+    }
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - begin;
+    // 12 times 50 questions about who manages them, twice a second, and 20 looks at where they are.
+    EXPECT_LT(requests() - before, 1500 + 2500 * passed.count());
+    raise(managed);
+    EXPECT_TRUE(turnUntil([&] { return areStacked({panel_, managed}); }, milliseconds(200)));
+}
+
+TEST_F(TopWindows, FindWhatIsManagedBeneathManyOthers) {
+    const auto managed = showManaged({0, 0, 500, 300});
+    std::vector<xcb_window_t> order;
+    for (int count = 0; count < 40; ++count)
+        order.insert(order.begin(), showFilled(1));
+    order.push_back(panel_);
+    order.push_back(managed);
+    show(panel_);
+    EXPECT_TRUE(become(order));
+    turnUntil([] { return false; }, milliseconds(1200));
+    const auto before = requests();
+    EXPECT_TRUE(stay(order));
+    EXPECT_EQ(requests() - before, 1U) << "nobody is asked again";
+}
+
+TEST_F(TopWindows, ForgetWhatTheyKnowOfAWindowThatIsHidden) {
+    show(panel_);
+    const auto other = makeWindow({0, 0, 500, 300});
+    show(other);
+    turnUntil([] { return false; }, milliseconds(300));
+    ASSERT_TRUE(areStacked({other, panel_}));
+    xcb_unmap_window(x().raw(), other);
+    setState(other, 1);
+    show(other);
+    EXPECT_TRUE(turnUntil([&] { return areStacked({panel_, other}); }, milliseconds(80)));
+    xcb_unmap_window(x().raw(), other);
+    setState(other, 0);
+    show(other);
+    raise(other);
+    EXPECT_TRUE(stay({other, panel_}));
+}
+
+TEST_F(TopWindows, ForgetWhatTheyKnowOfAFrameThatGetsAWindow) {
+    show(panel_);
+    const auto frame = makeWindow({0, 0, 500, 300});
+    show(frame);
+    turnUntil([] { return false; }, milliseconds(300));
+    ASSERT_TRUE(areStacked({frame, panel_}));
+    const auto inside = makeWindow({0, 0, 20, 20});
+    setState(inside, 1);
+    putInto(frame, inside);
+    EXPECT_TRUE(turnUntil([&] { return areStacked({panel_, frame}); }, milliseconds(80)));
 }
 
 TEST_F(TopWindows, LieWhereTheyAreOnceNobodyKeepsThemAbove) {

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <span>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -15,7 +15,7 @@ namespace {
 
 /// A frame has the window in it, or one more window between.
 constexpr int managedDepth = 2;
-/// Beside what a frame is drawn with; more are not asked.
+/// In a window, and in all of those: beside what a frame is drawn with. More are not asked.
 constexpr std::size_t mostChildren = 16;
 
 }  // namespace
@@ -29,39 +29,68 @@ ManagedWindows::ManagedWindows(const Connection& connection)
         std::memcpy(&managersWindow_, value.data(), sizeof(xcb_window_t));
 }
 
-bool ManagedWindows::contain(xcb_window_t window) const {
-    return contain(window, managedDepth);
+std::vector<bool> ManagedWindows::contain(const std::vector<xcb_window_t>& windows) const {
+    std::vector<bool> managed(windows.size());
+    std::vector<Member> members;
+    members.reserve(windows.size());
+    for (std::size_t index = 0; index < windows.size(); ++index)
+        members.push_back({index, windows[index]});
+    for (int depth = 0; depth < managedDepth; ++depth)
+        members = look(members, managed);
+    std::vector<PropertyQuestion> marks;
+    marks.reserve(members.size());
+    for (const auto& member : members)
+        marks.push_back(askForMark(member.window));
+    for (std::size_t index = 0; index < members.size(); ++index) {
+        if (isMark(marks[index]))
+            managed[members[index].asked] = true;
+    }
+    return managed;
 }
 
-bool ManagedWindows::contain(xcb_window_t window, int depth) const {
-    if (isMarked(window))
-        return true;
-    if (depth == 0)
-        return false;
-    const auto children = childrenOf(connection_, window);
+std::vector<ManagedWindows::Member> ManagedWindows::look(const std::vector<Member>& members,
+                                                         std::vector<bool>& managed) const {
+    std::vector<std::pair<PropertyQuestion, xcb_query_tree_cookie_t>> questions;
+    questions.reserve(members.size());
+    for (const auto& member : members)
+        questions.emplace_back(askForMark(member.window), xcb_query_tree(connection_.raw(), member.window));
     const auto isAnothers = [this](xcb_window_t child) { return !managerMade(child); };
-    if (managerMade(window) && std::any_of(children.begin(), children.end(), isAnothers))
-        return true;
-    const std::span asked(children.data(), std::min(children.size(), mostChildren));
-    return std::any_of(asked.begin(), asked.end(),
-                       [&](xcb_window_t child) { return contain(child, depth - 1); });
+    std::vector<Member> inside;
+    std::vector<std::size_t> counts(managed.size());
+    for (std::size_t index = 0; index < members.size(); ++index) {
+        const auto& [asked, window] = members[index];
+        const auto children = childrenFrom(connection_, questions[index].second);
+        if (isMark(questions[index].first) ||
+            (managerMade(window) && std::any_of(children.begin(), children.end(), isAnothers)))
+            managed[asked] = true;
+        for (const auto child : children) {
+            if (++counts[asked] <= mostChildren)
+                inside.push_back({asked, child});
+        }
+    }
+    std::erase_if(inside, [&](const auto& member) { return managed[member.asked]; });
+    return inside;
 }
 
 bool ManagedWindows::havePutInto(xcb_window_t parent, xcb_window_t window) const {
     // Managers that give no window of theirs away, or have frames made by a helper, mark at least the window.
     return parent != connection_.root() && !haveOneMaker(parent, window) &&
-           (managerMade(parent) || isMarked(window));
+           (managerMade(parent) || isMark(askForMark(window)));
 }
 
 bool ManagedWindows::managerMade(xcb_window_t window) const {
     return managersWindow_ != XCB_WINDOW_NONE && haveOneMaker(window, managersWindow_);
 }
 
-bool ManagedWindows::isMarked(xcb_window_t window) const {
+PropertyQuestion ManagedWindows::askForMark(xcb_window_t window) const {
     const auto name = connection_.atoms().wmState;
+    return {connection_, window, name, name, sizeof(std::uint32_t)};
+}
+
+bool ManagedWindows::isMark(const PropertyQuestion& question) {
     // Managers leave it on windows that they let go.
     std::uint32_t state = XCB_ICCCM_WM_STATE_WITHDRAWN;
-    const auto value = connection_.property(window, name, name, sizeof state);
+    const auto value = question.text();
     if (value.size() == sizeof state)
         std::memcpy(&state, value.data(), sizeof state);
     return state != XCB_ICCCM_WM_STATE_WITHDRAWN;

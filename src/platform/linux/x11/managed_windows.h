@@ -1,8 +1,11 @@
 #pragma once
 
 #include "linux/x11/connection.h"
+#include "linux/x11/property_question.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace velmo::x11 {
 
@@ -12,19 +15,28 @@ class ManagedWindows {
 public:
     explicit ManagedWindows(const Connection& connection);
 
-    /// Of a child of the root window.
-    bool contain(xcb_window_t window) const;
+    /// For each of these children of the root window. The server is waited for as often as frames are deep,
+    /// however many they are.
+    std::vector<bool> contain(const std::vector<xcb_window_t>& windows) const;
     /// True where it is the window manager that has put another program's `window` into `parent`, and not
     /// that program, which may do so for reasons of its own.
     bool havePutInto(xcb_window_t parent, xcb_window_t window) const;
 
 private:
-    bool contain(xcb_window_t window, int depth) const;
+    /// A window in one of those that are asked about, or that one itself.
+    struct Member {
+        std::size_t asked;
+        xcb_window_t window;
+    };
+
+    /// Marks those asked about that are known by their members, and returns what is in the others' members.
+    std::vector<Member> look(const std::vector<Member>& members, std::vector<bool>& managed) const;
     bool haveOneMaker(xcb_window_t window, xcb_window_t other) const {
         return (window & ~resourceMask_) == (other & ~resourceMask_);
     }
     bool managerMade(xcb_window_t window) const;
-    bool isMarked(xcb_window_t window) const;
+    PropertyQuestion askForMark(xcb_window_t window) const;
+    static bool isMark(const PropertyQuestion& question);
 
     const Connection& connection_;
     std::uint32_t resourceMask_;

@@ -20,7 +20,14 @@ constexpr Seconds restTime = 3;
 constexpr int looksAtOnce = 10;
 constexpr Seconds lookPause = 0.05;
 /// Until a window manager has marked what it has just shown.
-constexpr Seconds markingTime = 0.1;
+constexpr std::chrono::milliseconds markingTime{100};
+/// What is not marked by then may be so later, but seldom is.
+constexpr std::chrono::milliseconds verdictTime{500};
+/// Windows that are asked about in one look, and known of at a time.
+constexpr std::size_t mostAsked = 16;
+constexpr std::size_t mostVerdicts = 1000;
+/// What lies over ours is looked at down to here.
+constexpr std::size_t mostOver = 256;
 
 struct Candidate {
     xcb_window_t window;
@@ -47,6 +54,7 @@ TopWindow::~TopWindow() {
 }
 
 void TopWindow::handle(const xcb_generic_event_t& event) {
+    forget(event);
     const auto type = event.response_type & 0x7f;
     bool matters = type == XCB_CIRCULATE_NOTIFY || type == XCB_REPARENT_NOTIFY;
     if (type == XCB_MAP_NOTIFY)
@@ -55,6 +63,23 @@ void TopWindow::handle(const xcb_generic_event_t& event) {
         matters = mayCover(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
     if (matters)
         checking_.request();
+}
+
+/// What was known of a window that is hidden, or put into another; or of that one.
+void TopWindow::forget(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7f) {
+        case XCB_UNMAP_NOTIFY:
+            verdicts_.erase(reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window);
+            break;
+        case XCB_REPARENT_NOTIFY: {
+            const auto& change = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
+            verdicts_.erase(change.window);
+            verdicts_.erase(change.parent);
+            break;
+        }
+        default:
+            break;
+    }
 }
 
 /// A window that is dragged about elsewhere tells of each step. Where ours comes to, others may be already.
@@ -97,13 +122,15 @@ std::vector<xcb_window_t> TopWindow::windowsOver() const {
         if (isSeen && own && area && own->overlaps(*area))
             over.push_back(candidate.window);
     }
+    over.resize(std::min(over.size(), mostOver));
     return over;
 }
 
 void TopWindow::check() {
     endSecondLook();
-    if (!rise())
-        secondLook_ = connection_.loop().schedule(markingTime, [this] { rise(); });
+    const auto over = windowsOver();
+    if (!riseOver(over))
+        secondLook_ = connection_.loop().schedule(untilSecondLook(over), [this] { riseOver(windowsOver()); });
 }
 
 void TopWindow::endSecondLook() {
@@ -112,14 +139,66 @@ void TopWindow::endSecondLook() {
     secondLook_.reset();
 }
 
-bool TopWindow::rise() {
-    const auto over = windowsOver();
+/// By then all that is known by now is to be asked anew.
+Seconds TopWindow::untilSecondLook(const std::vector<xcb_window_t>& windows) const {
+    const auto now = Clock::now();
+    auto latest = now + markingTime;
+    for (const auto window : windows) {
+        const auto known = verdicts_.find(window);
+        if (known != verdicts_.end() && !known->second.isManaged)
+            latest = std::max(latest, known->second.askAgain);
+    }
+    return std::chrono::duration<Seconds>(latest - now).count();
+}
+
+bool TopWindow::isManaged(xcb_window_t window) const {
+    const auto known = verdicts_.find(window);
+    return window == beneath_ || (known != verdicts_.end() && known->second.isManaged);
+}
+
+void TopWindow::judge(const std::vector<xcb_window_t>& windows) {
+    // Timers may be early by what their arithmetic leaves.
+    const auto now = Clock::now() + std::chrono::milliseconds(1);
+    std::vector<xcb_window_t> unknown;
+    std::vector<xcb_window_t> doubtful;
+    for (const auto window : windows) {
+        if (window == beneath_)
+            break;
+        const auto known = verdicts_.find(window);
+        if (known == verdicts_.end())
+            unknown.push_back(window);
+        else if (known->second.isManaged)
+            break;
+        else if (known->second.askAgain <= now)
+            doubtful.push_back(window);
+    }
+    // The rest has its turn in the next look.
+    if (unknown.size() > mostAsked)
+        checking_.request();
+    unknown.insert(unknown.end(), doubtful.begin(), doubtful.end());
+    unknown.resize(std::min(unknown.size(), mostAsked));
+    ask(unknown);
+}
+
+void TopWindow::ask(const std::vector<xcb_window_t>& windows) {
+    if (windows.empty())
+        return;
+    if (verdicts_.size() > mostVerdicts)
+        verdicts_.clear();
+    const auto managed = ManagedWindows(connection_).contain(windows);
+    const auto now = Clock::now();
+    for (std::size_t index = 0; index < windows.size(); ++index) {
+        const auto [known, isNew] = verdicts_.try_emplace(windows[index]);
+        known->second = {managed[index], now + (isNew ? markingTime : verdictTime)};
+    }
+}
+
+bool TopWindow::riseOver(const std::vector<xcb_window_t>& over) {
     if (over.empty())
         return true;
-    const ManagedWindows managed(connection_);
-    const auto highest = std::find_if(over.begin(), over.end(), [&](xcb_window_t window) {
-        return window == beneath_ || managed.contain(window);
-    });
+    judge(over);
+    const auto highest =
+        std::find_if(over.begin(), over.end(), [this](xcb_window_t window) { return isManaged(window); });
     if (highest == over.end())
         return false;
     if (!mayRaise())
@@ -133,7 +212,7 @@ bool TopWindow::rise() {
 bool TopWindow::mayRaise() {
     if (nextAttempt_)
         return false;
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = Clock::now();
     if (now - countBegin_ > countTime) {
         countBegin_ = now;
         raisesLeft_ = mostRaises;
@@ -143,7 +222,7 @@ bool TopWindow::mayRaise() {
     // A flicker that goes on is worse.
     nextAttempt_ = connection_.loop().schedule(restTime, [this] {
         nextAttempt_.reset();
-        countBegin_ = std::chrono::steady_clock::now();
+        countBegin_ = Clock::now();
         raisesLeft_ = 1;
         check();
     });

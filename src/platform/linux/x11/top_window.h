@@ -8,6 +8,7 @@
 #include <chrono>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace velmo::x11 {
@@ -27,11 +28,26 @@ public:
     void look() { checking_.request(); }
 
 private:
+    using Clock = std::chrono::steady_clock;
+
+    /// Whether somebody manages a window, as far as is known. That one does stays true until it is hidden or
+    /// put elsewhere; that nobody does, until this time.
+    struct Verdict {
+        bool isManaged = false;
+        Clock::time_point askAgain;
+    };
+
     void handle(const xcb_generic_event_t& event);
+    void forget(const xcb_generic_event_t& event);
     bool mayCover(const xcb_configure_notify_event_t& change);
     void check();
-    /// False where something lies over it that is not known to be managed.
-    bool rise();
+    /// Of what lies over it, the highest first. False where some of that is not known to be managed.
+    bool riseOver(const std::vector<xcb_window_t>& over);
+    /// Asks about what is not known yet, or not any more, of the windows; the highest of them first.
+    void judge(const std::vector<xcb_window_t>& windows);
+    void ask(const std::vector<xcb_window_t>& windows);
+    bool isManaged(xcb_window_t window) const;
+    Seconds untilSecondLook(const std::vector<xcb_window_t>& windows) const;
     void endSecondLook();
     std::vector<xcb_window_t> windowsAbove() const;
     std::vector<xcb_window_t> windowsOver() const;
@@ -41,10 +57,11 @@ private:
     xcb_window_t window_;
     xcb_window_t beneath_;
     /// Since when raises are counted, and how many more there may be.
-    std::chrono::steady_clock::time_point countBegin_;
+    Clock::time_point countBegin_;
     int raisesLeft_ = 0;
     /// Where it is, once that is known.
     std::optional<PixelRect> area_;
+    std::unordered_map<xcb_window_t, Verdict> verdicts_;
     PacedWork checking_;
     std::shared_ptr<Timer> secondLook_;
     /// While it rests.

@@ -20,8 +20,11 @@ constexpr int deepest = 8;
 }  // namespace
 
 std::vector<xcb_window_t> childrenOf(const Connection& connection, xcb_window_t window) {
-    const auto tree =
-        owned(xcb_query_tree_reply(connection.raw(), xcb_query_tree(connection.raw(), window), nullptr));
+    return childrenFrom(connection, xcb_query_tree(connection.raw(), window));
+}
+
+std::vector<xcb_window_t> childrenFrom(const Connection& connection, xcb_query_tree_cookie_t cookie) {
+    const auto tree = owned(xcb_query_tree_reply(connection.raw(), cookie, nullptr));
     if (!tree)
         return {};
     const auto* begin = xcb_query_tree_children(tree.get());

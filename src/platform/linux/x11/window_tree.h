@@ -10,6 +10,7 @@ namespace velmo::x11 {
 
 /// The lowest first. Empty where the window is gone.
 std::vector<xcb_window_t> childrenOf(const Connection& connection, xcb_window_t window);
+std::vector<xcb_window_t> childrenFrom(const Connection& connection, xcb_query_tree_cookie_t cookie);
 /// The child of the root window that is the window or holds it. The window itself where it is gone.
 xcb_window_t topLevelOf(const Connection& connection, xcb_window_t window);
 /// Of a child of the root window, with its border. Nothing where it is gone.
