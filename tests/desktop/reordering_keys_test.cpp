@@ -204,6 +204,33 @@ TEST_F(ReorderingKeys, WhoeverKeepsSuperGetsAKeyWithoutMeaningAsSoonAsTheItemMov
     }
 }
 
+TEST_F(ReorderingKeys, WhoeverKeepsSuperGetsAKeyWithoutMeaningAfterAClick) {
+    startRevealed();
+    const auto window = makeWindow({100, 300, 200, 200}, 0x203040);
+    giveKeyboardTo(window);
+    xcb_grab_key(x().raw(), 0, x().root(), XCB_MOD_MASK_ANY, superCode, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    for (const int place : {areaOf("two").midX(), int(farLeft)}) {
+        keysGot();
+        moveTo(place);
+        xdotool({"keydown", "Super_L", "mousedown", "1"});
+        EXPECT_TRUE(stays([&] { return isAsBefore(); }, moment));
+        EXPECT_EQ(keysGot(), std::vector<int>{superCode});
+        xdotool({"mouseup", "1"});
+        std::vector<int> got;
+        EXPECT_TRUE(eventually([&] {
+            got = keysGot();
+            return !got.empty();
+        })) << place;
+        ASSERT_EQ(got.size(), 1U) << testing::PrintToString(got);
+        EXPECT_EQ(symbolsOf(got.front()), std::vector<xcb_keysym_t>{});
+        xdotool({"keyup", "Super_L"});
+        expectStaysAsBefore();
+    }
+    xdotool({"key", "a"});
+    EXPECT_TRUE(eventually([&] { return eventsGot(XCB_KEY_PRESS) == 1; })) << "the keyboard is free";
+}
+
 TEST_F(ReorderingKeys, KeyboardIsFreeOnceTheDraggedItemHasEnded) {
     startRevealed();
     const auto window = makeWindow({100, 300, 200, 200}, 0x203040);

@@ -44,6 +44,17 @@ protected:
         std::erase_if(windows, [&](xcb_window_t window) { return !x().isViewable(window); });
         return windows;
     }
+    bool staysWithoutMoreThan(const std::vector<xcb_window_t>& windows) const {
+        const auto isNew = [&](xcb_window_t window) {
+            return std::find(windows.begin(), windows.end(), window) == windows.end();
+        };
+        return stays(
+            [&] {
+                const auto present = seenWindows();
+                return std::none_of(present.begin(), present.end(), isNew);
+            },
+            milliseconds(300));
+    }
     void change(xcb_window_t window, const std::string& states) const {
         outputOf({"wmctrl", "-i", "-r", std::to_string(window), "-b", states}, environment_);
     }
@@ -254,20 +265,26 @@ TEST_P(BarUnder, ADragWithSuperOpensNoMenuOfTheWindowManager) {
     const auto icon = startTrayProgram("gxkb", "Gxkb");
     ASSERT_TRUE(barStaysOnTopAt(640, 13));
     const auto before = seenWindows();
-    const auto isNew = [&](xcb_window_t window) {
-        return std::find(before.begin(), before.end(), window) == before.end();
-    };
-    const auto nothingHasOpened = [&] {
-        const auto windows = seenWindows();
-        return std::none_of(windows.begin(), windows.end(), isNew);
-    };
     const auto place = *x().area(icon);
     // As slowly as a hand at least.
     xdotool({"mousemove", std::to_string(place.midX()), "13", "keydown", "Super_L", "mousedown", "1", "sleep",
              "0.1", "mousemove", std::to_string(farLeft), "13", "sleep", "0.1", "mouseup", "1", "keyup",
              "Super_L"});
     ASSERT_TRUE(eventually([&] { return isHidden(icon); }));
-    EXPECT_TRUE(stays(nothingHasOpened, milliseconds(300)));
+    EXPECT_TRUE(staysWithoutMoreThan(before));
+}
+
+TEST_P(BarUnder, AClickWithSuperOpensNoMenuOfTheWindowManager) {
+    start();
+    const auto icon = startTrayProgram("gxkb", "Gxkb");
+    ASSERT_TRUE(barStaysOnTopAt(640, 13));
+    const auto place = *x().area(icon);
+    movePointer(place.midX(), place.midY());
+    const auto before = seenWindows();
+    xdotool({"keydown", "Super_L", "sleep", "0.1", "mousedown", "1", "sleep", "0.1", "mouseup", "1", "sleep",
+             "0.1", "keyup", "Super_L"});
+    EXPECT_TRUE(staysWithoutMoreThan(before));
+    EXPECT_EQ(x().area(icon), place);
 }
 
 TEST_P(BarUnder, EscapePutsADraggedItemBack) {

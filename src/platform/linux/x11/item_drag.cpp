@@ -56,7 +56,7 @@ void ItemDrag::handle(const xcb_generic_event_t& event) {
             break;
         case XCB_BUTTON_RELEASE:
             if (reinterpret_cast<const xcb_button_release_event_t&>(event).detail == XCB_BUTTON_INDEX_1)
-                bar_.drop();
+                released();
             break;
         case XCB_KEY_PRESS:
             keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event).detail);
@@ -79,6 +79,7 @@ void ItemDrag::pressed(const xcb_button_press_event_t& event) {
 void ItemDrag::begin(const xcb_button_press_event_t& event) {
     // The end of an earlier drag has been lost.
     bar_.putBack();
+    moving_ = false;
     // Whatever is open closes. Nobody can keep the item from being taken.
     bar_.localEvents().deliver({.type = EventType::leftMouseDown,
                                 .modifierFlags = modifiers_.flags(event.state),
@@ -89,7 +90,13 @@ void ItemDrag::begin(const xcb_button_press_event_t& event) {
     bar_.take(*item);
     startX_ = event.event_x;
     offsetInItem_ = event.event_x - item->place()->x;
-    moving_ = false;
+}
+
+/// A click is no use of Super either, to those who see keys alone.
+void ItemDrag::released() {
+    if (!moving_)
+        useSuper();
+    bar_.drop();
 }
 
 void ItemDrag::move(const xcb_motion_notify_event_t& event) {
@@ -98,7 +105,7 @@ void ItemDrag::move(const xcb_motion_notify_event_t& event) {
     if (!moving_ && std::abs(event.event_x - startX_) < bar_.appearance().pixels(dragThreshold))
         return;
     if (!std::exchange(moving_, true))
-        beginMoving();
+        useSuper();
     else if (!hasKeyboard_ && questionsLeft_-- > 0)
         takeKeyboard();
     bar_.dragTo(event.event_x - offsetInItem_);
@@ -107,7 +114,7 @@ void ItemDrag::move(const xcb_motion_notify_event_t& event) {
 /// For Escape, whoever has the focus, and whoever else may have a shortcut with it. Where somebody keeps the
 /// keyboard to himself, that may be a window manager that opens a menu for a Super key without another: it
 /// gets another, and may then let go.
-void ItemDrag::beginMoving() {
+void ItemDrag::useSuper() {
     questionsLeft_ = mostQuestions;
     takeKeyboard();
     const auto key = keyboard_.meaninglessKey();

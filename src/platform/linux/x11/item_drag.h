@@ -21,10 +21,11 @@ private:
     void handle(const xcb_generic_event_t& event);
     void pressed(const xcb_button_press_event_t& event);
     void begin(const xcb_button_press_event_t& event);
+    void released();
     void move(const xcb_motion_notify_event_t& event);
     void keyPressed(xcb_keycode_t key);
     void keyReleased(xcb_keycode_t key);
-    void beginMoving();
+    void useSuper();
     void takeKeyboard();
     void giveKeyboardBack();
 
