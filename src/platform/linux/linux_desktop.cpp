@@ -131,7 +131,7 @@ bool LinuxDesktop::Services::build() {
     notifierTray->setOnBus([this](const auto& bus) {
         colorScheme = std::make_unique<dbus::ColorScheme>(
             bus, [this](auto prefersDark) { settings->setPrefersDark(prefersDark); });
-        assistance = std::make_unique<dbus::Assistance>(bus, [this] {
+        assistance = std::make_unique<dbus::Assistance>(loop, bus, [this] {
             if (!accessibleItems)
                 accessibleItems = std::make_unique<x11::AccessibleItems>(*bar, *syntheticEvents);
         });

@@ -12,18 +12,20 @@ constexpr const char* assistanceName = "org.a11y.Bus";
 constexpr const char* assistancePath = "/org/a11y/bus";
 constexpr const char* statusInterface = "org.a11y.Status";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
+/// Between two questions: it may say without end that something has changed.
+constexpr Seconds askingPause = 1;
 
 }  // namespace
 
-Assistance::Assistance(std::shared_ptr<Bus> bus, std::function<void()> onStart)
-    : bus_(std::move(bus)), onStart_(std::move(onStart)) {
+Assistance::Assistance(RunLoop& loop, std::shared_ptr<Bus> bus, std::function<void()> onStart)
+    : bus_(std::move(bus)), onStart_(std::move(onStart)), asks_(loop, askingPause, [this] { ask(); }) {
     changes_ = bus_->onSignal(std::string("type='signal',path='") + assistancePath + "',interface='" +
                                   propertiesInterface + "',member='PropertiesChanged',arg0='" +
                                   statusInterface + "'",
                               [this](sd_bus_message* message) {
                                   const char* sender = sd_bus_message_get_sender(message);
                                   if (sender && owner_ == sender)
-                                      ask();
+                                      asks_.request();
                               });
     ownerChanges_ = bus_->onOwnerChange(assistanceName, [this](const auto& owner) { ownerChanged(owner); });
     askingForOwner_ = bus_->askForOwner(assistanceName, [this](const auto& owner) { ownerChanged(owner); });
@@ -32,11 +34,11 @@ Assistance::Assistance(std::shared_ptr<Bus> bus, std::function<void()> onStart)
 void Assistance::ownerChanged(const std::string& owner) {
     owner_ = owner;
     if (!owner.empty())
-        ask();
+        asks_.request();
 }
 
 void Assistance::ask() {
-    if (!onStart_)
+    if (!onStart_ || owner_.empty())
         return;
     const MethodCall call = {.destination = owner_,
                              .path = assistancePath,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/dbus/bus.h"
+#include "linux/event_loop/paced_work.h"
 
 #include <functional>
 #include <memory>
@@ -12,7 +13,7 @@ namespace velmo::dbus {
 class Assistance {
 public:
     /// `onStart` is called once, when the session says so first.
-    Assistance(std::shared_ptr<Bus> bus, std::function<void()> onStart);
+    Assistance(RunLoop& loop, std::shared_ptr<Bus> bus, std::function<void()> onStart);
 
 private:
     void ownerChanged(const std::string& owner);
@@ -23,6 +24,7 @@ private:
     std::function<void()> onStart_;
     /// Unique name, empty while nobody knows.
     std::string owner_;
+    PacedWork asks_;
     Registration ownerChanges_;
     Registration askingForOwner_;
     Registration asking_;
