@@ -66,6 +66,38 @@ TEST_F(CalendarDisplayTest, OpensUnderTheClockAndTurnsItsMonths) {
     });
 }
 
+TEST_F(CalendarDisplayTest, HangsUnderTheClockUntilTheUserClicksElsewhere) {
+    run([&](const Platform& /*platform*/) {
+        click("Velmo.Clock");
+        EXPECT_EQ(system.popoverBehavior, 1);
+        EXPECT_EQ(system.popoverEdge, 1U);
+        EXPECT_TRUE(system.popoverAnimates);
+        EXPECT_EQ(system.popoverSize.width, 246);
+        EXPECT_EQ(system.popoverSize.height, calendar().bounds().size.height);
+        EXPECT_TRUE(std::any_of(system.accessibilityLabels.begin(), system.accessibilityLabels.end(),
+                                [](const auto& label) { return label.second == "Calendar"; }));
+    });
+}
+
+TEST_F(CalendarDisplayTest, LetsNoTimePassOnceItHasClosed) {
+    run([&](const Platform& platform) {
+        click("Velmo.Clock");
+        const NSView content = calendar();
+        ASSERT_TRUE(content);
+        const auto time = [&] { return platform.dates.formatted(platform.runLoop.now(), DateStyle::time); };
+        EXPECT_TRUE(runUntil([&] { return shows(content, time()); }));
+        click("Velmo.Clock");
+        const std::string last = time();
+        const Date end = platform.runLoop.now() + 2.2;
+        bool goesOn = false;
+        runUntil([&] {
+            goesOn = goesOn || (time() != last && shows(content, time()));
+            return platform.runLoop.now() > end;
+        });
+        EXPECT_FALSE(goesOn);
+    });
+}
+
 TEST_F(CalendarDisplayTest, HasTodayOnACircle) {
     run([&](const Platform& platform) {
         click("Velmo.Clock");

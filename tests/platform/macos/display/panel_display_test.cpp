@@ -62,6 +62,18 @@ TEST_F(PanelDisplayTest, ShowsPicturesInTheirWidthsBelowTheToggle) {
     picture("panel");
 }
 
+TEST_F(PanelDisplayTest, FloatsAboveAllOnEverySpaceWithoutAGroundOfItsOwn) {
+    show({item(7, "Wide", 60)}, {});
+    const Id shown = shownPanel().get();
+    const NSInteger level = Message<"NSWindow", false, "level", NSInteger>::send(shown);
+    EXPECT_EQ(level, 101);
+    const bool isOpaque = Message<"NSWindow", false, "isOpaque", bool>::send(shown);
+    EXPECT_FALSE(isOpaque);
+    const bool hidesOnDeactivate = Message<"NSWindow", false, "hidesOnDeactivate", bool>::send(shown);
+    EXPECT_FALSE(hidesOnDeactivate);
+    EXPECT_EQ(system.collectionBehavior, 265U);
+}
+
 TEST_F(PanelDisplayTest, ActivatesWhatIsClickedAndOpensTheSettings) {
     show({item(7, "Wide", 60)}, {item(9, "Plain", 30, false)});
     const NSView content = contentOf(shownPanel());

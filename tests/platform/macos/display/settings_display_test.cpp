@@ -186,6 +186,50 @@ TEST_F(SettingsDisplayTest, LaunchAtLoginAsTheSystemSays) {
     });
 }
 
+TEST_F(SettingsDisplayTest, ShowASwitchAsItIsWhereUsingItHasChangedNothing) {
+    system.registeredStatus = 2;
+    runSettings([&] {
+        const auto login = named<NSSwitch>(page(), "Launch at login");
+        ASSERT_TRUE(login);
+        press(login);
+        EXPECT_EQ(system.loginCalls, std::vector<std::string>{"register"});
+        EXPECT_EQ(login.state(), 0);
+    });
+}
+
+TEST_F(SettingsDisplayTest, KeepTheCaretWhereATextIsChangedFromElsewhere) {
+    runSettings([&] {
+        const NSView page = open(2);
+        const auto pattern = named<NSTextField>(page, "Pattern");
+        const bool hasKeyboard =
+            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window_.get(), pattern);
+        ASSERT_TRUE(hasKeyboard);
+        pattern.currentEditor().setSelectedRange({2, 0});
+        choose(named<NSPopUpButton>(page, "Preset"), 5);
+        EXPECT_EQ(pattern.stringValue().text(), "HH:mm:ss");
+        EXPECT_EQ(pattern.currentEditor().selectedRange().location, 2U);
+    });
+}
+
+TEST_F(SettingsDisplayTest, LetNoTimePassOnceTheyAreClosed) {
+    defaults().setObject(NSString::from("HH:mm:ss"), NSString::from("clockFormat"));
+    runSettings([&] {
+        const auto texts = [labels = allBelow<NSTextField>(open(2))] {
+            std::vector<std::string> found;
+            for (const NSTextField& label : labels)
+                found.push_back(label.stringValue().text());
+            return found;
+        };
+        const auto atFirst = texts();
+        EXPECT_TRUE(runUntil([&] { return texts() != atFirst; }));
+        window_.close();
+        runFor(0.1);
+        const auto atLast = texts();
+        runFor(2.2);
+        EXPECT_EQ(texts(), atLast);
+    });
+}
+
 TEST_F(SettingsDisplayTest, SwitchAndSlideOnTheHidingTab) {
     runSettings([&] {
         const NSView page = open(1);

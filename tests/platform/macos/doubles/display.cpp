@@ -89,6 +89,24 @@ void closePopover(const NSPopover& popover) {
 void performClosePopover(const NSPopover& popover, const Object& /*sender*/) {
     closePopover(popover);
 }
+void setPopoverBehavior(const NSPopover& /*popover*/, NSInteger behavior) {
+    system().popoverBehavior = behavior;
+}
+void setPopoverSize(const NSPopover& /*popover*/, const CGSize& size) {
+    system().popoverSize = size;
+}
+void setPopoverAnimates(const NSPopover& /*popover*/, bool animates) {
+    system().popoverAnimates = animates;
+}
+Implementation& ownShowing() {
+    static Implementation original = nullptr;
+    return original;
+}
+void showPopover(const NSPopover& popover, const CGRect& rect, const NSView& view, NSUInteger edge) {
+    system().popoverEdge = edge;
+    reinterpret_cast<void (*)(Id, Selector, CGRect, Id, NSUInteger)>(ownShowing())(
+        popover.get(), selectorNamed<"showRelativeToRect:ofView:preferredEdge:">(), rect, view.get(), edge);
+}
 CGSize switchSize(const NSSwitch& /*control*/) {
     return {38, 20};
 }
@@ -151,6 +169,9 @@ void setShownMainMenu(const NSApplication& application, const NSMenu& menu) {
 
 void setToolTipsInBackground(const NSWindow& /*window*/, bool allows) {
     system().showsToolTipsInBackground = allows;
+}
+void setCollectionBehavior(const NSWindow& /*window*/, std::uint64_t behavior) {
+    system().collectionBehavior = behavior;
 }
 void setAnimation(const NSWindow& /*window*/, NSWindowAnimationBehavior /*behavior*/) {}
 
@@ -241,6 +262,12 @@ void addViews() {
     setMethod<"isShown", &isPopoverShown>(popover);
     setMethod<"close", &closePopover>(popover);
     setMethod<"performClose:", &performClosePopover>(popover);
+    setMethod<"setBehavior:", &setPopoverBehavior>(popover);
+    setMethod<"setContentSize:", &setPopoverSize>(popover);
+    setMethod<"setAnimates:", &setPopoverAnimates>(popover);
+    ownShowing() =
+        class_getMethodImplementation(popover, selectorNamed<"showRelativeToRect:ofView:preferredEdge:">());
+    setMethod<"showRelativeToRect:ofView:preferredEdge:", &showPopover>(popover);
     setMethod<"intrinsicContentSize", &switchSize>(classNamed<"NSSwitch">());
     setMethod<"intrinsicContentSize", &sliderSize>(classNamed<"NSSlider">());
     setMethod<"setContentTintColor:", &setTint>(classNamed<"NSButton">());
@@ -248,6 +275,7 @@ void addViews() {
     const RawClass window = classNamed<"NSWindow">();
     setMethod<"setStyleMask:", &setStyleMask>(window);
     setMethod<"setAllowsToolTipsWhenApplicationIsInactive:", &setToolTipsInBackground>(window);
+    setMethod<"setCollectionBehavior:", &setCollectionBehavior>(window);
     setMethod<"setToolbarStyle:", &setToolbarStyle>(window);
     setMethod<"setAnimationBehavior:", &setAnimation>(window);
     setMethod<"setAccessibilityLabel:", &setAccessibilityLabel>(window);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "geometry.h"
+#include "macos/core_graphics/cg_rect.h"
 #include "macos/foundation/ns_array.h"
 #include "macos/foundation/ns_dictionary.h"
 #include "macos/foundation/ns_time_zone.h"
@@ -87,6 +88,8 @@ struct DoubleSystem {
     std::int64_t loginStatus = 0;
     /// Empty: registering succeeds.
     std::string loginError;
+    /// What registering leads to.
+    std::int64_t registeredStatus = 1;
     std::vector<std::string> loginCalls;
 
     std::vector<Object> statusItems;
@@ -110,6 +113,11 @@ struct DoubleSystem {
     /// Each with the button of a status item.
     std::vector<Object> barWindows;
     std::int64_t toolbarStyle = 0;
+    CGSize popoverSize;
+    std::int64_t popoverBehavior = 0;
+    std::uint64_t popoverEdge = 0;
+    bool popoverAnimates = false;
+    std::uint64_t collectionBehavior = 0;
     bool showsToolTipsInBackground = false;
     Object application;
     Id applicationDelegate = nullptr;

@@ -85,7 +85,7 @@ bool changeLogin(const char* call, std::int64_t status, Id* error) {
 }
 
 bool registerLogin(const NSObject& /*service*/, Id* error) {
-    return changeLogin("register", 1, error);
+    return changeLogin("register", system().registeredStatus, error);
 }
 bool unregisterLogin(const NSObject& /*service*/, Id* error) {
     return changeLogin("unregister", 0, error);
