@@ -1,5 +1,7 @@
 #include "macos_status_item.h"
 
+#include "kept_position.h"
+
 namespace velmo::macos {
 
 MacosStatusItem::MacosStatusItem(double length) : item_(NSStatusBar::system().statusItem(length)) {
@@ -8,7 +10,18 @@ MacosStatusItem::MacosStatusItem(double length) : item_(NSStatusBar::system().st
 }
 
 MacosStatusItem::~MacosStatusItem() {
+    const KeptPosition position(autosaveName_);
     NSStatusBar::system().remove(item_);
+}
+
+void MacosStatusItem::setAutosaveName(const std::string& name) {
+    autosaveName_ = name;
+    item_.setAutosaveName(NSString::from(name));
+}
+
+void MacosStatusItem::setVisible(bool visible) {
+    const KeptPosition position(autosaveName_);
+    item_.setVisible(visible);
 }
 
 }  // namespace velmo::macos

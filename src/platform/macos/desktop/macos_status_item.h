@@ -4,6 +4,7 @@
 #include "macos_status_bar_button.h"
 
 #include <optional>
+#include <string>
 
 namespace velmo::macos {
 
@@ -16,13 +17,14 @@ public:
 
     double length() const override { return item_.length(); }
     void setLength(double length) override { item_.setLength(length); }
-    void setAutosaveName(const std::string& name) override { item_.setAutosaveName(NSString::from(name)); }
+    void setAutosaveName(const std::string& name) override;
     bool isVisible() const override { return item_.isVisible(); }
-    void setVisible(bool visible) override { item_.setVisible(visible); }
+    void setVisible(bool visible) override;
     StatusBarButton* button() override { return button_ ? &*button_ : nullptr; }
 
 private:
     NSStatusItem item_;
+    std::string autosaveName_;
     std::optional<MacosStatusBarButton> button_;
 };
 

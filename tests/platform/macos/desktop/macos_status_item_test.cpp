@@ -1,3 +1,4 @@
+#include "macos/desktop/kept_position.h"
 #include "macos/desktop/macos_status_bar.h"
 #include "platform/macos/doubles/menu_bar.h"
 #include "platform/macos/doubles/record_class.h"
@@ -59,6 +60,34 @@ TEST_F(MacosStatusItemTest, StandsInTheBarUntilItGoes) {
     EXPECT_FALSE(item->isVisible());
     item.reset();
     EXPECT_TRUE(system.statusItems.empty());
+}
+
+TEST_F(MacosStatusItemTest, ComesBackToItsPlaceAfterItWasHiddenOrRemoved) {
+    const NSUserDefaults defaults = NSUserDefaults::standard();
+    const NSString key = NSString::from("NSStatusItem Preferred Position Velmo.Test");
+    defaults.setDouble(417, key);
+    item->setAutosaveName("Velmo.Test");
+    item->setVisible(false);
+    EXPECT_EQ(defaults.doubleForKey(key), 417);
+    item->setVisible(true);
+    item.reset();
+    EXPECT_EQ(defaults.doubleForKey(key), 417);
+    defaults.removeObject(key);
+}
+
+TEST_F(MacosStatusItemTest, HasNoPlaceThatTheSystemHasNotGivenIt) {
+    const NSUserDefaults defaults = NSUserDefaults::standard();
+    const NSString key = NSString::from("NSStatusItem Preferred Position Velmo.Test");
+    item->setAutosaveName("Velmo.Test");
+    item->setVisible(false);
+    EXPECT_FALSE(defaults.objectForKey(key));
+    defaults.setDouble(417, key);
+    {
+        const KeptPosition kept("Velmo.Test");
+        defaults.setDouble(30, key);
+    }
+    EXPECT_EQ(defaults.doubleForKey(key), 30);
+    defaults.removeObject(key);
 }
 
 TEST_F(MacosStatusItemTest, HasNoButtonWhereTheSystemGivesNone) {

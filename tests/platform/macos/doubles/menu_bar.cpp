@@ -2,6 +2,7 @@
 
 #include "macos/appkit/ns_menu.h"
 #include "macos/appkit/ns_status_bar.h"
+#include "macos/foundation/ns_user_defaults.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/array_of.h"
 #include "platform/macos/doubles/display.h"
@@ -32,7 +33,14 @@ NSObject statusItem(const NSObject& /*bar*/, CGFloat length) {
     system().statusItems.push_back(item);
     return Object::share<NSObject>(item.get());
 }
+/// The system forgets the places of items that it does not show.
+void forgetPosition(const NSObject& item) {
+    if (const auto name = as<NSString>(member(item, "autosaveName")))
+        NSUserDefaults::standard().removeObject(
+            NSString::from("NSStatusItem Preferred Position " + name.text()));
+}
 void removeStatusItem(const NSObject& /*bar*/, const NSObject& item) {
+    forgetPosition(item);
     std::erase_if(system().statusItems, [&](const Object& other) { return other == item; });
 }
 CGFloat itemLength(const NSObject& item) {
@@ -49,6 +57,8 @@ bool isItemVisible(const NSObject& item) {
 }
 void setItemVisible(const NSObject& item, bool visible) {
     setMember(item, "isVisible", visible ? 1 : 0);
+    if (!visible)
+        forgetPosition(item);
 }
 NSObject itemButton(const NSObject& item) {
     return Object::share<NSObject>(member(item, "button").get());
