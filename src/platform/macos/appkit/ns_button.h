@@ -5,6 +5,12 @@
 
 namespace velmo::macos {
 
+/// Of buttons and switches.
+namespace control_state {
+inline constexpr NSInteger off = 0;
+inline constexpr NSInteger on = 1;
+}  // namespace control_state
+
 enum class NSButtonType : NSUInteger { radio = 4, momentaryPushIn = 7 };
 enum class NSBezelStyle : NSUInteger { push = 1 };
 enum class NSCellImagePosition : NSUInteger { noImage = 0, imageOnly = 1 };
@@ -30,7 +36,7 @@ public:
     void setBordered(bool bordered) const { send<void, "setBordered:">(bordered); }
     /// It draws nothing and can be pressed all the same.
     void setTransparent(bool transparent) const { send<void, "setTransparent:">(transparent); }
-    /// 0: off, 1: on.
+    /// One of `control_state`.
     NSInteger state() const { return send<NSInteger, "state">(); }
     void setState(NSInteger state) const { send<void, "setState:">(state); }
     void setKeyEquivalent(const NSString& characters) const { send<void, "setKeyEquivalent:">(characters); }
@@ -43,7 +49,7 @@ class NSSwitch : public ClassOf<NSSwitch, "NSSwitch", NSControl> {
 public:
     static NSSwitch create() { return make<"initWithFrame:">(CGRect{}); }
 
-    /// 0: off, 1: on.
+    /// One of `control_state`.
     NSInteger state() const { return send<NSInteger, "state">(); }
     void setState(NSInteger state) const { send<void, "setState:">(state); }
 };

@@ -13,6 +13,9 @@ inline constexpr std::string_view frameworkName<NSLineBreakMode> = "NSLineBreakM
 class NSCell : public ClassOf<NSCell, "NSCell", NSObject> {
 public:
     void setWraps(bool wraps) const { send<void, "setWraps:">(wraps); }
+    void setUsesSingleLineMode(bool uses) const { send<void, "setUsesSingleLineMode:">(uses); }
+    /// True: what is typed beyond the edge moves the text along.
+    void setScrollable(bool scrollable) const { send<void, "setScrollable:">(scrollable); }
     void setLineBreakMode(NSLineBreakMode mode) const { send<void, "setLineBreakMode:">(mode); }
     /// What it wants where it is offered that much.
     CGSize cellSizeForBounds(const CGRect& bounds) const {

@@ -9,7 +9,7 @@
 
 namespace velmo::macos {
 
-enum class NSControlSize : NSUInteger { regular = 0, small = 1 };
+enum class NSControlSize : NSUInteger { small = 1 };
 
 template <>
 inline constexpr std::string_view frameworkName<NSControlSize> = "NSControlSize";
@@ -23,7 +23,9 @@ public:
 
 class NSControl : public ClassOf<NSControl, "NSControl", NSView> {
 public:
+    bool isEnabled() const { return send<bool, "isEnabled">(); }
     void setEnabled(bool enabled) const { send<void, "setEnabled:">(enabled); }
+    NSFont font() const { return send<NSFont, "font">(); }
     void setFont(const NSFont& font) const { send<void, "setFont:">(font); }
     void setControlSize(NSControlSize size) const { send<void, "setControlSize:">(size); }
     /// Not retained.

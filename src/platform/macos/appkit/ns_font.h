@@ -36,7 +36,7 @@ inline constexpr Global<"NSForegroundColorAttributeName", NSString, &NSForegroun
 class NSFont : public ClassOf<NSFont, "NSFont", NSObject> {
 public:
     static NSFont preferred(const NSString& textStyle) {
-        return sendToClass<NSFont, "preferredFontForTextStyle:options:">(textStyle, NSDictionary());
+        return sendToClass<NSFont, "preferredFontForTextStyle:options:">(textStyle, NSDictionary::create());
     }
     static NSFont system(CGFloat size, CGFloat weight) {
         return sendToClass<NSFont, "systemFontOfSize:weight:">(size, weight);
@@ -47,9 +47,6 @@ public:
     static NSFont monospaced(CGFloat size, CGFloat weight) {
         return sendToClass<NSFont, "monospacedSystemFontOfSize:weight:">(size, weight);
     }
-    /// Points; of texts in controls.
-    static CGFloat systemFontSize() { return sendToClass<CGFloat, "systemFontSize">(); }
-
     CGFloat pointSize() const { return send<CGFloat, "pointSize">(); }
     /// From a line's baseline to its top.
     CGFloat ascender() const { return send<CGFloat, "ascender">(); }

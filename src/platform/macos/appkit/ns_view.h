@@ -19,6 +19,7 @@ public:
     /// In the view around it.
     CGRect frame() const { return send<CGRect, "frame">(); }
     void setFrame(const CGRect& frame) const { send<void, "setFrame:">(frame); }
+    void setFrameSize(const CGSize& size) const { send<void, "setFrameSize:">(size); }
     /// True: y grows downwards.
     bool isFlipped() const { return send<bool, "isFlipped">(); }
     /// None while the view stands in no window.
@@ -29,6 +30,7 @@ public:
     }
     void addTrackingArea(const NSTrackingArea& area) const { send<void, "addTrackingArea:">(area); }
     void removeTrackingArea(const NSTrackingArea& area) const { send<void, "removeTrackingArea:">(area); }
+    NSString toolTip() const { return send<NSString, "toolTip">(); }
     void setToolTip(const NSString& text) const { send<void, "setToolTip:">(text); }
     void setAccessibilityLabel(const NSString& text) const { send<void, "setAccessibilityLabel:">(text); }
 

@@ -30,7 +30,9 @@ public:
     NSInteger windowNumber() const { return send<NSInteger, "windowNumber">(); }
     /// None while the window lies on no screen.
     NSScreen screen() const { return send<NSScreen, "screen">(); }
+    /// False for a window that is miniaturized.
     bool isVisible() const { return send<bool, "isVisible">(); }
+    bool isMiniaturized() const { return send<bool, "isMiniaturized">(); }
 
     void setContentView(const NSView& view) const;
     void setContentSize(const CGSize& size) const { send<void, "setContentSize:">(size); }

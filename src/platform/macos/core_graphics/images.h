@@ -7,10 +7,12 @@
 
 namespace velmo::macos {
 
+enum class CGImageAlphaInfo : std::uint32_t { premultipliedFirst = 2 };
 enum class CGBitmapInfo : std::uint32_t {
+    byteOrder32Little = 2 << 12,
     /// Premultiplied, and first in a number of 32 bits whose lowest byte comes first: blue, green, red,
     /// alpha.
-    bgra = 2 | 2 << 12,
+    bgra = static_cast<std::uint32_t>(CGImageAlphaInfo::premultipliedFirst) | byteOrder32Little,
 };
 
 template <>

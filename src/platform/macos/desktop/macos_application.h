@@ -22,11 +22,15 @@ public:
 
 private:
     void didFinishLaunching(const NSNotification& notification);
+    /// Otherwise the system complains of it on the error output at each start.
+    bool supportsSecureRestorableState(const NSApplication& /*application*/) { return true; }
     bool shouldHandleReopen(const NSApplication& application, bool hasVisibleWindows);
 
     using Class = Subclass<MacosApplication, "VelmoApplicationDelegate", NSObject,
                            Method<"applicationDidFinishLaunching:", &MacosApplication::didFinishLaunching,
                                   "NSApplicationDelegate">,
+                           Method<"applicationSupportsSecureRestorableState:",
+                                  &MacosApplication::supportsSecureRestorableState, "NSApplicationDelegate">,
                            Method<"applicationShouldHandleReopen:hasVisibleWindows:",
                                   &MacosApplication::shouldHandleReopen, "NSApplicationDelegate">>;
 

@@ -6,6 +6,9 @@ namespace velmo::macos {
 
 class NSDictionary : public ClassOf<NSDictionary, "NSDictionary", NSObject> {
 public:
+    /// Empty.
+    static NSDictionary create() { return make<"init">(); }
+
     /// None where the key is not in it.
     Object objectForKey(const Object& key) const { return send<Object, "objectForKey:">(key); }
 };

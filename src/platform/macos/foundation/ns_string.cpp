@@ -1,11 +1,6 @@
 #include "ns_string.h"
 
 namespace velmo::macos {
-namespace {
-
-constexpr NSUInteger utf8Encoding = 4;
-
-}  // namespace
 
 NSString NSString::from(const std::string& text) {
     const void* bytes = text.data();

@@ -11,6 +11,8 @@ using NSInteger = std::int64_t;
 using NSUInteger = std::uint64_t;
 using CGFloat = double;
 
+inline constexpr NSUInteger utf8Encoding = 4;
+
 class NSString : public ClassOf<NSString, "NSString", NSObject> {
 public:
     /// UTF-8. None where it is not.

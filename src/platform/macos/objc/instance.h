@@ -19,9 +19,13 @@ public:
     explicit Instance(Owner& owner) : Instance(owner, [](Id allocated) { return initialized(allocated); }) {}
     /// Made by another initializer: `initialize` takes what was allocated over and gives what has come of it.
     template <typename Initialize>
-    Instance(Owner& owner, const Initialize& initialize)
-        : object_(Object::adopt<Base>(initialize(allocated()))) {
-        if (object_)
+    Instance(Owner& owner, const Initialize& initialize) {
+        const Id fresh = allocated();
+        // An initializer may ask the object already, and remember the answer.
+        if (fresh != nullptr)
+            Class::setOwner(fresh, &owner);
+        object_ = Object::adopt<Base>(initialize(fresh));
+        if (object_ && object_.get() != fresh)
             Class::setOwner(object_.get(), &owner);
     }
     Instance(const Instance&) = delete;

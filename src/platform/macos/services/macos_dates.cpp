@@ -1,6 +1,5 @@
 #include "macos_dates.h"
 
-#include "macos_date_formatter.h"
 #include "notification_target.h"
 
 #include <utility>
@@ -28,11 +27,16 @@ std::unique_ptr<DateFormatter> MacosDates::makeDateFormatter() {
 }
 
 std::string MacosDates::formatted(Date date, DateStyle style) const {
-    MacosDateFormatter formatter;
-    formatter.setDateFormat(
+    // The user may have changed the language or the hours of the day since.
+    const std::string pattern =
         NSDateFormatter::formatFromTemplate(NSString::from(fieldsOf(style)), NSLocale::autoupdatingCurrent())
-            .text());
-    return formatter.string(date).value_or("");
+            .text();
+    KeptFormatter& kept = formatters_[style];
+    if (kept.pattern != pattern) {
+        kept.formatter.setDateFormat(pattern);
+        kept.pattern = pattern;
+    }
+    return kept.formatter.string(date).value_or("");
 }
 
 std::unique_ptr<NotificationObserver> MacosDates::observeTimeZone(std::function<void()> handler) {

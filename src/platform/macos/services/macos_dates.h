@@ -1,8 +1,11 @@
 #pragma once
 
 #include "macos_calendar.h"
+#include "macos_date_formatter.h"
 
+#include <map>
 #include <memory>
+#include <string>
 
 namespace velmo::macos {
 
@@ -14,7 +17,14 @@ public:
     std::unique_ptr<NotificationObserver> observeTimeZone(std::function<void()> handler) override;
 
 private:
+    struct KeptFormatter {
+        MacosDateFormatter formatter;
+        std::string pattern = {};
+    };
+
     MacosCalendar calendar_;
+    /// Making one takes longer than using it.
+    mutable std::map<DateStyle, KeptFormatter> formatters_;
 };
 
 }  // namespace velmo::macos

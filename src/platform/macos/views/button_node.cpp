@@ -83,8 +83,7 @@ void ButtonNode::applyFace(const ViewContext& context) {
     button_.setTitle(NSString::from(face.title));
     button_.setImage(face.image ? imageFrom(*face.image) : NSImage());
     button_.setImagePosition(face.image ? NSCellImagePosition::imageOnly : NSCellImagePosition::noImage);
-    if (!isBordered)
-        button_.setContentTintColor(colorFrom(face.color.role));
+    button_.setContentTintColor(isBordered ? NSColor() : colorFrom(face.color.role));
     font_ = face.font;
     minWidth_ = face.minWidth > 0 && isBordered ? face.minWidth + 2 * titleMargin : face.minWidth;
 }

@@ -16,20 +16,15 @@ constexpr double usualSliderWidth = 160;
 
 }  // namespace
 
-ToggleNode::ToggleNode(const NSView& surface) : RowNode(surface) {
-    control_.setControlSize(NSControlSize::small);
-    surface.addSubview(control_);
-}
-
-ToggleNode::~ToggleNode() {
-    control_.removeFromSuperview();
+ToggleNode::ToggleNode(const NSView& surface) : RowNode(surface), control_(surface, NSSwitch::create()) {
+    control_->setControlSize(NSControlSize::small);
 }
 
 void ToggleNode::used() {
     // Copies: the handler may end this node.
     const auto onChange = content<Toggle>().onChange;
     const auto reassert = reassert_;
-    const bool isOn = control_.state() != 0;
+    const bool isOn = control_->state() != control_state::off;
     if (onChange)
         onChange(isOn);
     reassert();
@@ -39,26 +34,18 @@ void ToggleNode::apply(const ViewContext& context) {
     const auto& toggle = content<Toggle>();
     reassert_ = context.reassert;
     showTitle(toggle.title, context);
-    describe(control_, context.accessibilityLabel.empty() ? toggle.title : context.accessibilityLabel,
+    describe(*control_, context.accessibilityLabel.empty() ? toggle.title : context.accessibilityLabel,
              context.help);
-    control_.setEnabled(context.isEnabled);
-    control_.setState(toggle.isOn ? 1 : 0);
+    control_->setEnabled(context.isEnabled);
+    control_->setState(toggle.isOn ? control_state::on : control_state::off);
 }
 
 Size ToggleNode::controlSize(double /*width*/) const {
-    return naturalSize(control_);
+    return naturalSize(*control_);
 }
 
 void ToggleNode::placeControl(const Rect& area) {
-    placeAligned(control_, area);
-}
-
-SliderNode::SliderNode(const NSView& surface) : ViewNode(surface) {
-    surface.addSubview(control_);
-}
-
-SliderNode::~SliderNode() {
-    control_.removeFromSuperview();
+    placeAligned(*control_, area);
 }
 
 void SliderNode::used() {
@@ -67,7 +54,7 @@ void SliderNode::used() {
     const auto onChange = slider.onChange;
     const auto reassert = reassert_;
     const double step = slider.step > 0 ? slider.step : 1;
-    const double steps = std::round((control_.doubleValue() - slider.minimum) / step);
+    const double steps = std::round((control_->doubleValue() - slider.minimum) / step);
     const double value = std::clamp(slider.minimum + steps * step, slider.minimum, slider.maximum);
     // A drag comes here for each point.
     if (onChange && value != slider.value)
@@ -78,19 +65,19 @@ void SliderNode::used() {
 void SliderNode::apply(const ViewContext& context) {
     const auto& slider = content<Slider>();
     reassert_ = context.reassert;
-    describe(control_, context.accessibilityLabel, context.help);
-    control_.setEnabled(context.isEnabled);
-    control_.setMinValue(slider.minimum);
-    control_.setMaxValue(slider.maximum);
-    control_.setDoubleValue(slider.value);
+    describe(*control_, context.accessibilityLabel, context.help);
+    control_->setEnabled(context.isEnabled);
+    control_->setMinValue(slider.minimum);
+    control_->setMaxValue(slider.maximum);
+    control_->setDoubleValue(slider.value);
 }
 
 Size SliderNode::contentSize(const Size& offer) const {
-    return {std::min(usualSliderWidth, offer.width), naturalSize(control_).height};
+    return {std::min(usualSliderWidth, offer.width), naturalSize(*control_).height};
 }
 
 void SliderNode::placeContent(const Rect& area) {
-    placeAligned(control_, area);
+    placeAligned(*control_, area);
 }
 
 void LabeledContentNode::apply(const ViewContext& context) {

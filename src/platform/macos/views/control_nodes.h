@@ -5,6 +5,7 @@
 #include "macos/appkit/ns_button.h"
 #include "macos/appkit/ns_pop_up_button.h"
 #include "macos/appkit/ns_slider.h"
+#include "placed.h"
 #include "row_node.h"
 
 #include <memory>
@@ -15,7 +16,6 @@ namespace velmo::macos {
 class ToggleNode : public RowNode {
 public:
     explicit ToggleNode(const NSView& surface);
-    ~ToggleNode() override;
 
 protected:
     void apply(const ViewContext& context) override;
@@ -25,9 +25,9 @@ protected:
 private:
     void used();
 
-    NSSwitch control_ = NSSwitch::create();
+    Placed<NSSwitch> control_;
     std::function<void()> reassert_;
-    ControlTarget target_{control_, [this] { used(); }};
+    ControlTarget target_{*control_, [this] { used(); }};
 };
 
 /// Either a button that shows the choice or a group of options.
@@ -56,22 +56,21 @@ private:
 
 class SliderNode : public ViewNode {
 public:
-    explicit SliderNode(const NSView& surface);
-    ~SliderNode() override;
+    explicit SliderNode(const NSView& surface) : ViewNode(surface), control_(surface, NSSlider::create()) {}
 
 protected:
     void apply(const ViewContext& context) override;
     Size contentSize(const Size& offer) const override;
     void placeContent(const Rect& area) override;
     bool contentExpands(Axis direction) const override { return direction == Axis::horizontal; }
-    NSView lowestContent() const override { return control_; }
+    NSView lowestContent() const override { return *control_; }
 
 private:
     void used();
 
-    NSSlider control_ = NSSlider::create();
+    Placed<NSSlider> control_;
     std::function<void()> reassert_;
-    ControlTarget target_{control_, [this] { used(); }};
+    ControlTarget target_{*control_, [this] { used(); }};
 };
 
 class LabeledContentNode : public RowNode {

@@ -19,14 +19,8 @@ constexpr double footerGap = 6;
 
 }  // namespace
 
-FormNode::FormNode(const NSView& surface) : ViewNode(surface) {
-    area_.setDocumentView(document_.view());
-    surface.addSubview(area_);
-}
-
-FormNode::~FormNode() {
-    sections_ = {};
-    area_.removeFromSuperview();
+FormNode::FormNode(const NSView& surface) : ViewNode(surface), area_(surface, NSScrollView::create()) {
+    area_->setDocumentView(document_.view());
 }
 
 void FormNode::apply(const ViewContext& context) {
@@ -47,10 +41,10 @@ Size FormNode::contentSize(const Size& offer) const {
 }
 
 void FormNode::placeContent(const Rect& area) {
-    macos::place(area_, area);
+    macos::place(*area_, area);
     // Whether a scroll bar takes some of the width shows once the height is known.
     macos::place(document_.view(), {0, 0, area.width, std::ceil(heightFor(area.width))});
-    const double width = area_.contentSize().width;
+    const double width = area_->contentSize().width;
     macos::place(document_.view(), {0, 0, width, std::ceil(heightFor(width))});
     double y = formMargin;
     for (const auto& section : sections_) {
@@ -62,13 +56,10 @@ void FormNode::placeContent(const Rect& area) {
 }
 
 SectionNode::SectionNode(const NSView& surface)
-    : ViewNode(surface), header_((surface.addSubview(group_), surface)), footer_(surface) {}
-
-SectionNode::~SectionNode() {
-    for (const NSBox& line : lines_)
-        line.removeFromSuperview();
-    group_.removeFromSuperview();
-}
+    : ViewNode(surface),
+      group_(surface, NSBox::with(NSBoxType::primary)),
+      header_(surface),
+      footer_(surface) {}
 
 void SectionNode::apply(const ViewContext& context) {
     const auto& section = content<Section>();
@@ -80,14 +71,10 @@ void SectionNode::apply(const ViewContext& context) {
 
 void SectionNode::matchLines() {
     const std::size_t count = rows_.empty() ? 0 : rows_.size() - 1;
-    while (lines_.size() > count) {
-        lines_.back().removeFromSuperview();
+    while (lines_.size() > count)
         lines_.pop_back();
-    }
-    while (lines_.size() < count) {
-        lines_.push_back(NSBox::with(NSBoxType::separator));
-        surface().addSubview(lines_.back());
-    }
+    while (lines_.size() < count)
+        lines_.emplace_back(surface(), NSBox::with(NSBoxType::separator));
 }
 
 double SectionNode::rowHeight(const ViewNode& row, double width) const {
@@ -120,7 +107,7 @@ void SectionNode::placeContent(const Rect& area) {
 }
 
 void SectionNode::placeRows(const Rect& area) {
-    macos::place(group_, area);
+    macos::place(*group_, area);
     const double innerWidth = area.width - 2 * rowSidePadding;
     double y = area.y;
     for (std::size_t index = 0; index < rows_.size(); ++index) {
@@ -132,7 +119,7 @@ void SectionNode::placeRows(const Rect& area) {
         row.place({area.x + rowSidePadding, y + (height - size.height) / 2, size.width, size.height});
         y += height;
         if (index < lines_.size())
-            macos::place(lines_[index], {area.x + rowSidePadding, std::round(y), innerWidth, 1});
+            macos::place(*lines_[index], {area.x + rowSidePadding, std::round(y), innerWidth, 1});
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "macos/appkit/ns_box.h"
 #include "macos/appkit/ns_scroll_view.h"
+#include "placed.h"
 #include "surface_view.h"
 #include "text_label.h"
 #include "view_node.h"
@@ -12,19 +13,18 @@ namespace velmo::macos {
 class FormNode : public ViewNode {
 public:
     explicit FormNode(const NSView& surface);
-    ~FormNode() override;
 
 protected:
     void apply(const ViewContext& context) override;
     Size contentSize(const Size& offer) const override;
     void placeContent(const Rect& area) override;
     bool contentExpands(Axis /*direction*/) const override { return true; }
-    NSView lowestContent() const override { return area_; }
+    NSView lowestContent() const override { return *area_; }
 
 private:
     double heightFor(double width) const;
 
-    NSScrollView area_ = NSScrollView::create();
+    Placed<NSScrollView> area_;
     SurfaceView document_;
     ViewNodes sections_;
 };
@@ -33,25 +33,24 @@ private:
 class SectionNode : public ViewNode {
 public:
     explicit SectionNode(const NSView& surface);
-    ~SectionNode() override;
 
 protected:
     void apply(const ViewContext& context) override;
     Size contentSize(const Size& offer) const override;
     void placeContent(const Rect& area) override;
-    NSView lowestContent() const override { return group_; }
+    NSView lowestContent() const override { return *group_; }
 
 private:
     double rowHeight(const ViewNode& row, double width) const;
     void placeRows(const Rect& area);
     void matchLines();
 
-    NSBox group_ = NSBox::with(NSBoxType::primary);
+    Placed<NSBox> group_;
     TextLabel header_;
     TextLabel footer_;
     ViewNodes rows_;
     /// Between the rows.
-    std::vector<NSBox> lines_;
+    std::vector<Placed<NSBox>> lines_;
 };
 
 }  // namespace velmo::macos

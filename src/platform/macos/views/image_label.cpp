@@ -7,30 +7,22 @@
 
 namespace velmo::macos {
 
-ImageLabel::ImageLabel(const NSView& surface) {
-    surface.addSubview(view_);
-}
-
-ImageLabel::~ImageLabel() {
-    view_.removeFromSuperview();
-}
-
 void ImageLabel::display(const Image& image, const SemanticColor& color, bool isResizable) {
-    view_.setImageScaling(isResizable ? NSImageScaling::axesIndependently
-                                      : NSImageScaling::proportionallyDown);
-    view_.setContentTintColor(colorFrom(color.role));
-    view_.setAlphaValue(color.opacity);
+    view_->setImageScaling(isResizable ? NSImageScaling::axesIndependently
+                                       : NSImageScaling::proportionallyDown);
+    view_->setContentTintColor(colorFrom(color.role));
+    view_->setAlphaValue(color.opacity);
     if (image == image_)
         return;
     image_ = image;
     const NSImage made = imageFrom(image);
     const CGSize size = made.size();
     size_ = {size.width, size.height};
-    view_.setImage(made);
+    view_->setImage(made);
 }
 
 void ImageLabel::place(const Rect& area) {
-    macos::place(view_, area);
+    macos::place(*view_, area);
 }
 
 Image imageIn(const Image& image, const ViewContext& context) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "macos/appkit/ns_image_view.h"
+#include "placed.h"
 #include "view_content.h"
 #include "view_context.h"
 
@@ -11,20 +12,17 @@ namespace velmo::macos {
 /// A picture on a surface.
 class ImageLabel {
 public:
-    explicit ImageLabel(const NSView& surface);
-    ~ImageLabel();
-    ImageLabel(const ImageLabel&) = delete;
-    ImageLabel& operator=(const ImageLabel&) = delete;
+    explicit ImageLabel(const NSView& surface) : view_(surface, NSImageView::create()) {}
 
     void display(const Image& image, const SemanticColor& color, bool isResizable);
     Size naturalSize() const { return size_; }
     /// Points on the surface.
     void place(const Rect& area);
 
-    const NSView& view() const { return view_; }
+    const NSView& view() const { return *view_; }
 
 private:
-    NSImageView view_ = NSImageView::create();
+    Placed<NSImageView> view_;
     std::optional<Image> image_;
     Size size_;
 };

@@ -9,19 +9,13 @@ namespace velmo::macos {
 void describe(const NSView& view, const std::string& name, const std::string& help) {
     // What has a text of its own says that where there is no name.
     view.setAccessibilityLabel(name.empty() ? NSString() : NSString::from(name));
-    view.setToolTip(help.empty() ? NSString() : NSString::from(help));
+    // One that stands on the screen would go.
+    if (view.toolTip().text() != help)
+        view.setToolTip(help.empty() ? NSString() : NSString::from(help));
 }
 
 double middleBaseline(double height, const Font& font) {
     return (height + fontFrom(font).capHeight()) / 2;
-}
-
-DividerNode::DividerNode(const NSView& surface) : ViewNode(surface) {
-    surface.addSubview(line_);
-}
-
-DividerNode::~DividerNode() {
-    line_.removeFromSuperview();
 }
 
 Size DividerNode::contentSize(const Size& offer) const {

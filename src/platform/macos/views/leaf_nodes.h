@@ -3,6 +3,7 @@
 #include "control_layout.h"
 #include "image_label.h"
 #include "macos/appkit/ns_box.h"
+#include "placed.h"
 #include "text_label.h"
 #include "view_node.h"
 
@@ -34,18 +35,18 @@ private:
 
 class DividerNode : public ViewNode {
 public:
-    explicit DividerNode(const NSView& surface);
-    ~DividerNode() override;
+    explicit DividerNode(const NSView& surface)
+        : ViewNode(surface), line_(surface, NSBox::with(NSBoxType::separator)) {}
 
 protected:
     void apply(const ViewContext& context) override { axis_ = context.axis; }
     Size contentSize(const Size& offer) const override;
-    void placeContent(const Rect& area) override { macos::place(line_, area); }
-    NSView lowestContent() const override { return line_; }
+    void placeContent(const Rect& area) override { macos::place(*line_, area); }
+    NSView lowestContent() const override { return *line_; }
     bool contentExpands(Axis direction) const override { return direction != axis_; }
 
 private:
-    NSBox line_ = NSBox::with(NSBoxType::separator);
+    Placed<NSBox> line_;
     Axis axis_ = Axis::vertical;
 };
 

@@ -19,14 +19,11 @@ constexpr double markWidth = 20;
 class PickerNode::Menu {
 public:
     Menu(const NSView& surface, std::function<void(std::size_t)> choose)
-        : choose_(std::move(choose)), target_(button_, [this] {
-              const NSInteger index = button_.indexOfSelectedItem();
+        : button_(surface, NSPopUpButton::create()), choose_(std::move(choose)), target_(*button_, [this] {
+              const NSInteger index = button_->indexOfSelectedItem();
               if (index >= 0)
                   choose_(static_cast<std::size_t>(index));
-          }) {
-        surface.addSubview(button_);
-    }
-    ~Menu() { button_.removeFromSuperview(); }
+          }) {}
     Menu(const Menu&) = delete;
     Menu& operator=(const Menu&) = delete;
 
@@ -41,19 +38,19 @@ public:
         }
         const auto chosen = std::find_if(picker.options.begin(), picker.options.end(),
                                          [&](const auto& option) { return option.tag == picker.selection; });
-        button_.selectItemAtIndex(chosen == picker.options.end() ? -1 : chosen - picker.options.begin());
+        button_->selectItemAtIndex(chosen == picker.options.end() ? -1 : chosen - picker.options.begin());
     }
-    const NSPopUpButton& view() const { return button_; }
+    const NSPopUpButton& view() const { return *button_; }
 
 private:
     void fill() {
-        button_.removeAllItems();
+        button_->removeAllItems();
         // The button's own way of adding a title takes away what has the same one.
         for (const std::string& title : titles_)
-            button_.menu().addItem(NSMenuItem::with(NSString::from(title), nullptr, NSString::from("")));
+            button_->menu().addItem(NSMenuItem::with(NSString::from(title), nullptr, NSString::from("")));
     }
 
-    NSPopUpButton button_ = NSPopUpButton::create();
+    Placed<NSPopUpButton> button_;
     std::vector<std::string> titles_;
     std::function<void(std::size_t)> choose_;
     ControlTarget target_;
@@ -87,29 +84,27 @@ private:
 
 struct PickerNode::Options::Row {
     Row(const NSView& surface, std::function<void()> chosen)
-        : description(surface), target(button, std::move(chosen)) {
-        button.setButtonType(NSButtonType::radio);
-        surface.addSubview(button);
+        : button(surface, NSButton::create()), description(surface), target(*button, std::move(chosen)) {
+        button->setButtonType(NSButtonType::radio);
     }
-    ~Row() { button.removeFromSuperview(); }
     Row(const Row&) = delete;
     Row& operator=(const Row&) = delete;
 
     Size sizeThatFits(double width) const {
-        const Size first = naturalSize(button);
+        const Size first = naturalSize(*button);
         if (description.isEmpty())
             return first;
         const Size second = description.sizeThatFits(width - markWidth);
         return {std::max(first.width, markWidth + second.width), first.height + second.height};
     }
     void place(const Rect& area) {
-        const Size first = naturalSize(button);
-        placeAligned(button, {area.x, area.y, area.width, first.height});
+        const Size first = naturalSize(*button);
+        placeAligned(*button, {area.x, area.y, area.width, first.height});
         description.place({area.x + markWidth, area.y + first.height, area.width - markWidth,
                            std::max(area.height - first.height, 0.0)});
     }
 
-    NSButton button = NSButton::create();
+    Placed<NSButton> button;
     TextLabel description;
     ControlTarget target;
 };
@@ -127,9 +122,9 @@ void PickerNode::Options::display(const Picker& picker, const ViewContext& conte
     for (std::size_t index = 0; index < rows_.size(); ++index) {
         const PickerOption& option = picker.options[index];
         Row& row = *rows_[index];
-        row.button.setTitle(NSString::from(option.title));
-        row.button.setState(option.tag == picker.selection ? 1 : 0);
-        row.button.setEnabled(context.isEnabled);
+        row.button->setTitle(NSString::from(option.title));
+        row.button->setState(option.tag == picker.selection ? control_state::on : control_state::off);
+        row.button->setEnabled(context.isEnabled);
         row.description.display(option.description, {{.style = TextStyle::caption}, {ColorRole::secondary}});
     }
 }

@@ -13,21 +13,22 @@ constexpr double usualWidth = 220;
 
 }  // namespace
 
-TextFieldNode::TextFieldNode(const NSView& surface) : RowNode(surface) {
-    field_.setDelegate(delegate_.object());
-    surface.addSubview(field_);
+TextFieldNode::TextFieldNode(const NSView& surface)
+    : RowNode(surface), field_(surface, NSTextField::create()) {
+    field_->setDelegate(delegate_.object());
+    field_->cell().setUsesSingleLineMode(true);
+    field_->cell().setScrollable(true);
 }
 
 TextFieldNode::~TextFieldNode() {
-    field_.setDelegate(Object());
-    field_.removeFromSuperview();
+    field_->setDelegate(Object());
 }
 
 void TextFieldNode::edited(const NSNotification& /*notification*/) {
     // Copies: the handler may end this node.
     const auto onEdit = content<TextField>().onEdit;
     const auto reassert = reassert_;
-    const std::string text = field_.stringValue().text();
+    const std::string text = field_->stringValue().text();
     if (onEdit)
         onEdit(text);
     reassert();
@@ -40,31 +41,34 @@ void TextFieldNode::apply(const ViewContext& context) {
     ViewContext titleContext = context;
     titleContext.font = {};
     showTitle(field.title, titleContext);
-    describe(field_, context.accessibilityLabel.empty() ? field.title : context.accessibilityLabel,
+    describe(*field_, context.accessibilityLabel.empty() ? field.title : context.accessibilityLabel,
              context.help);
-    field_.setEnabled(context.isEnabled);
-    field_.setFont(fontFrom(context.font));
+    // Either would disturb whoever is typing.
+    if (field_->isEnabled() != context.isEnabled)
+        field_->setEnabled(context.isEnabled);
+    if (const NSFont font = fontFrom(context.font); !font.isEqual(field_->font()))
+        field_->setFont(font);
     show(field.text);
 }
 
 void TextFieldNode::show(const std::string& text) const {
-    if (field_.stringValue().text() == text)
+    if (field_->stringValue().text() == text)
         return;
     // A new text would put the caret to its end.
-    const NSText editor = field_.currentEditor();
+    const NSText editor = field_->currentEditor();
     const NSRange caret = editor.selectedRange();
     const NSString shown = NSString::from(text);
-    field_.setStringValue(shown);
+    field_->setStringValue(shown);
     if (editor)
         editor.setSelectedRange({std::min(caret.location, shown.length()), 0});
 }
 
 Size TextFieldNode::controlSize(double width) const {
-    return {std::min(usualWidth, width), naturalSize(field_).height};
+    return {std::min(usualWidth, width), naturalSize(*field_).height};
 }
 
 void TextFieldNode::placeControl(const Rect& area) {
-    placeAligned(field_, area);
+    placeAligned(*field_, area);
 }
 
 }  // namespace velmo::macos

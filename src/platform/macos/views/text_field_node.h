@@ -3,6 +3,7 @@
 #include "macos/appkit/ns_text_field.h"
 #include "macos/foundation/ns_notification_center.h"
 #include "macos/objc/instance.h"
+#include "placed.h"
 #include "row_node.h"
 
 namespace velmo::macos {
@@ -24,7 +25,7 @@ private:
     using Class = Subclass<TextFieldNode, "VelmoTextFieldDelegate", NSObject,
                            Method<"controlTextDidChange:", &TextFieldNode::edited, "NSTextFieldDelegate">>;
 
-    NSTextField field_ = NSTextField::create();
+    Placed<NSTextField> field_;
     std::function<void()> reassert_;
     Instance<TextFieldNode, Class, NSObject> delegate_{*this};
 };

@@ -21,14 +21,6 @@ Font bold(Font font) {
 
 }  // namespace
 
-TextLabel::TextLabel(const NSView& surface) {
-    surface.addSubview(field_);
-}
-
-TextLabel::~TextLabel() {
-    field_.removeFromSuperview();
-}
-
 bool TextLabel::isEmpty() const {
     return std::all_of(text_.runs.begin(), text_.runs.end(),
                        [](const TextRun& run) { return run.text.empty(); });
@@ -39,11 +31,11 @@ void TextLabel::display(const Text& text, const Look& look) {
         return;
     text_ = text;
     look_ = look;
-    field_.cell().setWraps(!look.singleLine);
-    field_.cell().setLineBreakMode(look.singleLine ? NSLineBreakMode::truncatingTail
-                                                   : NSLineBreakMode::wordWrapping);
-    field_.setTextColor(colorFrom(look.color.role));
-    field_.setAlphaValue(look.color.opacity);
+    field_->cell().setWraps(!look.singleLine);
+    field_->cell().setLineBreakMode(look.singleLine ? NSLineBreakMode::truncatingTail
+                                                    : NSLineBreakMode::wordWrapping);
+    field_->setTextColor(colorFrom(look.color.role));
+    field_->setAlphaValue(look.color.opacity);
     show(1);
     whole_ = measured(unlimited);
 }
@@ -54,11 +46,11 @@ void TextLabel::show(double scale) {
     const NSFont full = fontFrom(font);
     if (scale != 1)
         font.size = full.pointSize() * scale;
-    field_.setFont(scale == 1 ? full : fontFrom(font));
+    field_->setFont(scale == 1 ? full : fontFrom(font));
     if (text_.runs.size() == 1 && !text_.runs.front().isBold)
-        field_.setStringValue(NSString::from(text_.runs.front().text));
+        field_->setStringValue(NSString::from(text_.runs.front().text));
     else
-        field_.setAttributedStringValue(attributed(font));
+        field_->setAttributedStringValue(attributed(font));
 }
 
 NSAttributedString TextLabel::attributed(const Font& font) const {
@@ -73,8 +65,8 @@ NSAttributedString TextLabel::attributed(const Font& font) const {
 }
 
 Size TextLabel::measured(double width) const {
-    const CGSize cell = field_.cell().cellSizeForBounds({{0, 0}, {std::min(width, endless), endless}});
-    const CGSize seen = field_.alignmentRectForFrame({{0, 0}, cell}).size;
+    const CGSize cell = field_->cell().cellSizeForBounds({{0, 0}, {std::min(width, endless), endless}});
+    const CGSize seen = field_->alignmentRectForFrame({{0, 0}, cell}).size;
     return {std::ceil(seen.width), std::ceil(seen.height)};
 }
 
@@ -91,7 +83,7 @@ void TextLabel::place(const Rect& area) {
     if (scale != scale_)
         show(scale);
     const double height = scale == 1 ? area.height : std::min(measured(unlimited).height, area.height);
-    placeAligned(field_,
+    placeAligned(*field_,
                  {std::round(area.x), std::round(area.y + (area.height - height) / 2), area.width, height});
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "macos/appkit/ns_text_field.h"
+#include "placed.h"
 #include "view_content.h"
 #include "view_context.h"
 
@@ -20,10 +21,7 @@ public:
         bool operator==(const Look&) const = default;
     };
 
-    explicit TextLabel(const NSView& surface);
-    ~TextLabel();
-    TextLabel(const TextLabel&) = delete;
-    TextLabel& operator=(const TextLabel&) = delete;
+    explicit TextLabel(const NSView& surface) : field_(surface, NSTextField::label()) {}
 
     void display(const Text& text, const Look& look);
     void display(const std::string& text, const Look& look) { display(Text{{{text, false}}}, look); }
@@ -34,7 +32,7 @@ public:
     double firstBaseline() const;
     bool isEmpty() const;
 
-    const NSTextField& view() const { return field_; }
+    const NSTextField& view() const { return *field_; }
 
 private:
     Size measured(double width) const;
@@ -42,7 +40,7 @@ private:
     void show(double scale);
     NSAttributedString attributed(const Font& font) const;
 
-    NSTextField field_ = NSTextField::label();
+    Placed<NSTextField> field_;
     Text text_;
     Look look_;
     double scale_ = 0;

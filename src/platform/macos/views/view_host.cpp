@@ -41,6 +41,11 @@ void ViewHost::place(const Rect& area) {
     layOut();
 }
 
+void ViewHost::resize(const Size& size) {
+    view().setFrameSize({size.width, size.height});
+    layOut();
+}
+
 void ViewHost::layOut() {
     if (root_.empty())
         return;

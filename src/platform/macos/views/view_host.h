@@ -20,6 +20,8 @@ public:
     Size fittingSize() const;
     /// Points, in the view around it.
     void place(const Rect& area);
+    /// Leaves it where it is.
+    void resize(const Size& size);
 
     const NSView& view() const { return surface_.view(); }
 

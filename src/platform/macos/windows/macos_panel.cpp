@@ -1,5 +1,6 @@
 #include "macos_panel.h"
 
+#include <cmath>
 #include <string>
 
 namespace velmo::macos {
@@ -8,7 +9,6 @@ MacosPanel::MacosPanel(RunLoop& loop, const PanelConfiguration& configuration)
     : panel_(NSPanel::with({}, NSWindowStyleMask{configuration.styleMask})), host_(loop) {
     // The reference that closing would give up is ours.
     panel_.setReleasedWhenClosed(false);
-    panel_.setLevel(configuration.level);
     panel_.setFloatingPanel(configuration.isFloating);
     // A floating panel has a level of its own.
     panel_.setLevel(configuration.level);
@@ -36,8 +36,10 @@ MacosPanel::~MacosPanel() {
 }
 
 void MacosPanel::setFrame(const Rect& frame) {
-    panel_.setFrame(cgRect(frame));
-    host_.place({0, 0, frame.width, frame.height});
+    // Between two pixels everything would be blurred.
+    const Size size{std::ceil(frame.width), std::ceil(frame.height)};
+    panel_.setFrame({{std::round(frame.x), std::round(frame.y)}, {size.width, size.height}});
+    host_.place({0, 0, size.width, size.height});
 }
 
 }  // namespace velmo::macos

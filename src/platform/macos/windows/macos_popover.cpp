@@ -1,8 +1,19 @@
 #include "macos_popover.h"
 
+#include "macos/appkit/ns_application.h"
+#include "macos/desktop/event_from.h"
 #include "macos/desktop/macos_status_bar_button.h"
 
 namespace velmo::macos {
+namespace {
+
+/// 0 where the system handles no event, or none of the mouse's button.
+std::int64_t currentClick() {
+    const NSEvent event = NSApplication::shared().currentEvent();
+    return event ? eventFrom(event).eventNumber : 0;
+}
+
+}  // namespace
 
 MacosPopover::MacosPopover(RunLoop& loop) : host_(loop) {
     popover_.setDelegate(delegate_.object());
@@ -29,12 +40,21 @@ void MacosPopover::setContent(const View& content) {
     if (area.size.width == size.width && area.size.height == size.height)
         return;
     popover_.setContentSize({size.width, size.height});
-    host_.place({0, 0, size.width, size.height});
+    // Where it lies inside of the popover is the system's to say.
+    host_.resize(size);
 }
 
 void MacosPopover::show(const Rect& rect, StatusBarButton& button, RectEdge preferredEdge) {
     const NSView& view = static_cast<MacosStatusBarButton&>(button).view();
     popover_.show(cgRect(rect), view, NSRectEdge{static_cast<NSUInteger>(preferredEdge)});
+}
+
+bool MacosPopover::isShown() const {
+    return popover_.isShown() || (closingPress_ != 0 && closingPress_ == currentClick());
+}
+
+void MacosPopover::willClose(const NSNotification& /*notification*/) {
+    closingPress_ = currentClick();
 }
 
 void MacosPopover::didClose(const NSNotification& /*notification*/) {

@@ -26,7 +26,8 @@ public:
         window_.setFrameAutosaveName(NSString::from(name));
     }
     void makeKeyAndOrderFront() override { window_.makeKeyAndOrderFront(); }
-    bool isVisible() const override { return window_.isVisible(); }
+    /// Also while it is miniaturized: what it shows is looked at again.
+    bool isVisible() const override { return window_.isVisible() || window_.isMiniaturized(); }
     void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }
 
 private:

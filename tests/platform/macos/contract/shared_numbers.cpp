@@ -10,8 +10,10 @@
 #include "macos/appkit/ns_toolbar.h"
 #include "macos/carbon/hot_keys.h"
 #include "macos/core_graphics/events.h"
+#include "macos/core_graphics/images.h"
 #include "macos/core_graphics/window_list.h"
 #include "macos/foundation/ns_calendar_unit.h"
+#include "macos/screen_capture_kit/sc_stream_configuration.h"
 #include "macos/service_management/sm_app_service.h"
 #include "panel.h"
 #include "popover.h"
@@ -42,6 +44,10 @@ Numbers eventNumbers() {
             shared("NSEventType", "ScrollWheel", EventType::scrollWheel),
             shared("NSEventType", "OtherMouseDown", EventType::otherMouseDown),
             shared("NSEventType", "OtherMouseUp", EventType::otherMouseUp),
+            shared("NSEventMask", "LeftMouseDown", maskOf(EventType::leftMouseDown)),
+            shared("NSEventMask", "LeftMouseUp", maskOf(EventType::leftMouseUp)),
+            shared("NSEventMask", "RightMouseDown", maskOf(EventType::rightMouseDown)),
+            shared("NSEventMask", "RightMouseUp", maskOf(EventType::rightMouseUp)),
             shared("NSEventMask", "KeyDown", maskOf(EventType::keyDown)),
             shared("NSEventMask", "ScrollWheel", maskOf(EventType::scrollWheel)),
             shared("NSEventModifierFlags", "CapsLock", modifier::capsLock),
@@ -91,6 +97,12 @@ Numbers windowNumbers() {
         shared("NSWindingRule", "EvenOdd", WindingRule::evenOdd),
         shared("CGWindowListOption", "OptionOnScreenOnly", WindowListOption::onScreenOnly),
         shared("CGWindowListOption", "OptionOnScreenOnly", CGWindowListOption::onScreenOnly),
+        shared("", "NSStatusWindowLevel", window_layer::status),
+        shared("", "NSPopUpMenuWindowLevel", window_layer::popUpMenu),
+        shared("SCCaptureResolutionType", "Best", SCCaptureResolutionType::best),
+        shared("", "kCVPixelFormatType_32BGRA", SCStreamConfiguration::bgra),
+        shared("CGImageAlphaInfo", "PremultipliedFirst", CGImageAlphaInfo::premultipliedFirst),
+        shared("CGBitmapInfo", "ByteOrder32Little", CGBitmapInfo::byteOrder32Little),
         shared("", "NSVariableStatusItemLength", StatusItem::variableLength)};
 }
 
@@ -100,10 +112,11 @@ Numbers controlNumbers() {
             shared("NSBackingStoreType", "Buffered", NSBackingStoreType::buffered),
             shared("NSLineBreakMode", "WordWrapping", NSLineBreakMode::wordWrapping),
             shared("NSLineBreakMode", "TruncatingTail", NSLineBreakMode::truncatingTail),
-            shared("NSControlSize", "Regular", NSControlSize::regular),
             shared("NSControlSize", "Small", NSControlSize::small),
             shared("NSButtonType", "Radio", NSButtonType::radio),
             shared("NSButtonType", "MomentaryPushIn", NSButtonType::momentaryPushIn),
+            shared("", "NSControlStateValueOff", control_state::off),
+            shared("", "NSControlStateValueOn", control_state::on),
             shared("NSBezelStyle", "Push", NSBezelStyle::push),
             shared("NSCellImagePosition", "NoImage", NSCellImagePosition::noImage),
             shared("NSCellImagePosition", "ImageOnly", NSCellImagePosition::imageOnly),
@@ -118,7 +131,8 @@ Numbers controlNumbers() {
 }
 
 Numbers serviceNumbers() {
-    return {shared("NSApplicationActivationPolicy", "Regular", ActivationPolicy::regular),
+    return {shared("", "NSUTF8StringEncoding", utf8Encoding),
+            shared("NSApplicationActivationPolicy", "Regular", ActivationPolicy::regular),
             shared("NSApplicationActivationPolicy", "Accessory", ActivationPolicy::accessory),
             shared("NSApplicationActivationPolicy", "Prohibited", ActivationPolicy::prohibited),
             shared("SMAppServiceStatus", "NotRegistered", LoginServiceStatus::notRegistered),

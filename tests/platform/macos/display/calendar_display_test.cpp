@@ -1,8 +1,10 @@
 #include "dates.h"
+#include "event.h"
 #include "macos/appkit/ns_box.h"
 #include "macos/appkit/ns_text_field.h"
 #include "macos/services/macos_dates.h"
 #include "platform/macos/display/program_display_test.h"
+#include "platform/macos/doubles/menu_bar.h"
 
 #include <algorithm>
 #include <iterator>
@@ -122,6 +124,44 @@ TEST_F(CalendarDisplayTest, ClosesWithTheNextClickOnTheClock) {
         EXPECT_FALSE(calendar());
         click("Velmo.Clock");
         EXPECT_TRUE(calendar());
+    });
+}
+
+TEST_F(CalendarDisplayTest, StaysClosedWithTheReleaseOfThePressThatClosedIt) {
+    run([&](const Platform& /*platform*/) {
+        const auto clickNumbered = [&](std::int64_t number) {
+            system.currentEvent = doubles::makeEvent({.type = EventType::leftMouseUp, .eventNumber = number});
+            doubles::click(buttonOf("Velmo.Clock"));
+            system.currentEvent = {};
+            runFor(0.2);
+        };
+        clickNumbered(3);
+        EXPECT_TRUE(calendar());
+        // A press outside of it closes it, as the system does.
+        system.currentEvent = doubles::makeEvent({.type = EventType::leftMouseDown, .eventNumber = 4});
+        Message<"NSPopover", false, "close", void>::send(system.popover.get());
+        EXPECT_FALSE(calendar());
+        clickNumbered(4);
+        EXPECT_FALSE(calendar());
+        clickNumbered(5);
+        EXPECT_TRUE(calendar());
+    });
+}
+
+TEST_F(CalendarDisplayTest, GrowsWhereThePopoverHasPutIt) {
+    run([&](const Platform& /*platform*/) {
+        click("Velmo.Clock");
+        const auto next = named<NSButton>(calendar(), "Next month");
+        ASSERT_TRUE(next);
+        const auto content = Message<"NSView", false, "superview", NSView>::send(next.get());
+        Message<"NSView", false, "setFrameOrigin:", void, CGPoint>::send(content.get(), CGPoint{13, 7});
+        const double height = content.frame().size.height;
+        // Not all months of a year have the same number of weeks.
+        for (int month = 0; month < 12 && content.frame().size.height == height; ++month)
+            press(next);
+        EXPECT_NE(content.frame().size.height, height);
+        EXPECT_EQ(content.frame().origin.x, 13);
+        EXPECT_EQ(content.frame().origin.y, 7);
     });
 }
 

@@ -4,11 +4,37 @@
 #include "macos/appkit/ns_text_field.h"
 #include "macos/appkit/ns_toolbar.h"
 #include "platform/macos/display/program_display_test.h"
+#include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/application.h"
 #include "platform/macos/doubles/menu_bar.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 namespace velmo::macos {
 namespace {
+
+/// Of controls, since they are counted.
+std::vector<Id>& fontChanges() {
+    static std::vector<Id> changed;
+    return changed;
+}
+Implementation& ownFontChange() {
+    static Implementation original = nullptr;
+    return original;
+}
+void setCountedFont(const NSTextField& field, const NSFont& font) {
+    fontChanges().push_back(field.get());
+    reinterpret_cast<void (*)(Id, Selector, Id)>(ownFontChange())(field.get(), selectorNamed<"setFont:">(),
+                                                                  font.get());
+}
+bool countFontChanges() {
+    const RawClass field = classNamed<"NSTextField">();
+    ownFontChange() = class_getMethodImplementation(field, selectorNamed<"setFont:">());
+    doubles::setMethod<"setFont:", &setCountedFont>(field);
+    return true;
+}
 
 class SettingsDisplayTest : public ProgramDisplayTest {
 protected:
@@ -317,6 +343,38 @@ TEST_F(SettingsDisplayTest, AskForPermissionsOnThePanelTab) {
         const auto opened = system.openedAddresses.size();
         press(named<NSButton>(page, "Accessibility, Open Settings"));
         EXPECT_EQ(system.openedAddresses.size(), opened + 1);
+    });
+}
+
+TEST_F(SettingsDisplayTest, KnowAfterMiniaturizingWhatHasChangedMeanwhile) {
+    runSettings([&] {
+        const NSView page = open(3);
+        Message<"NSWindow", false, "miniaturize:", void, Object>::send(window_.get(), Object());
+        runFor(0.1);
+        EXPECT_TRUE(window_.isMiniaturized());
+        EXPECT_FALSE(window_.isVisible());
+        EXPECT_FALSE(named<NSButton>(page, "Accessibility, Open Settings"));
+        system.isTrusted = true;
+        EXPECT_TRUE(runUntil(
+            [&] { return static_cast<bool>(named<NSButton>(page, "Accessibility, Open Settings")); }));
+        Message<"NSWindow", false, "deminiaturize:", void, Object>::send(window_.get(), Object());
+    });
+}
+
+TEST_F(SettingsDisplayTest, LeaveAloneWhoeverTypesAPattern) {
+    runSettings([&] {
+        const NSView page = open(2);
+        const auto pattern = named<NSTextField>(page, "Pattern");
+        ASSERT_TRUE(pattern);
+        EXPECT_TRUE((Message<"NSCell", false, "usesSingleLineMode", bool>::send(pattern.cell().get())));
+        EXPECT_TRUE((Message<"NSCell", false, "isScrollable", bool>::send(pattern.cell().get())));
+        fontChanges().clear();
+        static const bool isCounting = countFontChanges();
+        EXPECT_TRUE(isCounting);
+        // The page is described anew each second.
+        runFor(1.5);
+        const auto disturbs = [&](Id changed) { return changed == pattern.get(); };
+        EXPECT_TRUE(std::none_of(fontChanges().begin(), fontChanges().end(), disturbs));
     });
 }
 

@@ -82,8 +82,9 @@ bool isPopoverShown(const NSPopover& popover) {
 void closePopover(const NSPopover& popover) {
     if (!isPopoverShown(popover))
         return;
-    popoverWindow(popover).orderOut();
     const auto delegate = Message<"NSPopover", false, "delegate", Object>::send(popover.get());
+    Message<"NSPopoverDelegate", false, "popoverWillClose:", void, Object>::send(delegate.get(), Object());
+    popoverWindow(popover).orderOut();
     Message<"NSPopoverDelegate", false, "popoverDidClose:", void, Object>::send(delegate.get(), Object());
 }
 void performClosePopover(const NSPopover& popover, const Object& /*sender*/) {
@@ -103,6 +104,7 @@ Implementation& ownShowing() {
     return original;
 }
 void showPopover(const NSPopover& popover, const CGRect& rect, const NSView& view, NSUInteger edge) {
+    system().popover = popover;
     system().popoverEdge = edge;
     reinterpret_cast<void (*)(Id, Selector, CGRect, Id, NSUInteger)>(ownShowing())(
         popover.get(), selectorNamed<"showRelativeToRect:ofView:preferredEdge:">(), rect, view.get(), edge);

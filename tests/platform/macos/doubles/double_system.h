@@ -119,6 +119,8 @@ struct DoubleSystem {
     bool popoverAnimates = false;
     std::uint64_t collectionBehavior = 0;
     bool showsToolTipsInBackground = false;
+    /// The one that was shown last.
+    Object popover;
     Object application;
     Id applicationDelegate = nullptr;
     std::int64_t activationPolicy = 0;

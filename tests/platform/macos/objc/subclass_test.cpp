@@ -103,6 +103,30 @@ TEST(Subclass, DoesNothingOnceItsOwnerHasGone) {
     EXPECT_FALSE(kept.fresh());
 }
 
+/// Is asked while it is being made.
+class AskedTarget {
+public:
+    double answer = 0;
+
+private:
+    Id askedAndInitialized(Id allocated) {
+        answer = Receiver::of(Object::share(allocated)).half(5);
+        return Message<"NSObject", false, "init", Object>::send(allocated).leave();
+    }
+    double half(double number) { return number / 2; }
+
+    using Class =
+        Subclass<AskedTarget, "VelmoTestAskedTarget", NSObject, Method<"half:", &AskedTarget::half>>;
+    Instance<AskedTarget, Class, NSObject> instance_{
+        *this, [this](Id allocated) { return askedAndInitialized(allocated); }};
+};
+
+TEST(Subclass, AnswersWhileItIsBeingMade) {
+    const AutoreleasePool pool;
+    const AskedTarget target;
+    EXPECT_EQ(target.answer, 2.5);
+}
+
 TEST(Subclass, HoldsWhatItsOwnerIsGivenNoLongerThanTheOwnerDoes) {
     {
         const AutoreleasePool pool;

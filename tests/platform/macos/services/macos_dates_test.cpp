@@ -1,6 +1,9 @@
 #include "macos/services/macos_dates.h"
 #include "macos/foundation/ns_notification_center.h"
+#include "platform/macos/doubles/added_method.h"
 #include "platform/macos/macos_test.h"
+
+#include <string>
 
 namespace velmo::macos {
 namespace {
@@ -13,6 +16,27 @@ constexpr Date startOf2025 = 1735686000;
 constexpr Date noonOnNewYearsEve2024 = 1735642800;
 constexpr Date hour = 3600;
 constexpr Date day = 24 * hour;
+
+int& formattersMade() {
+    static int made = 0;
+    return made;
+}
+Implementation& ownInitializer() {
+    static Implementation original = nullptr;
+    return original;
+}
+Id initializeCounted(Id formatter, Selector selector) {
+    ++formattersMade();
+    return reinterpret_cast<Id (*)(Id, Selector)>(ownInitializer())(formatter, selector);
+}
+bool countFormatters() {
+    const RawClass formatter = classNamed<"NSDateFormatter">();
+    const auto counted = reinterpret_cast<Implementation>(&initializeCounted);
+    ownInitializer() = class_getMethodImplementation(formatter, selectorNamed<"init">());
+    if (!class_addMethod(formatter, selectorNamed<"init">(), counted, "@@:"))
+        doubles::class_replaceMethod(formatter, selectorNamed<"init">(), counted, "@@:");
+    return true;
+}
 
 class MacosDatesTest : public MacosTest {
 protected:
@@ -106,6 +130,21 @@ TEST_F(MacosDatesTest, WritesDatesAsTheLocaleHasThem) {
     EXPECT_NE(dates.formatted(noonOnNewYearsEve2024, DateStyle::monthAndYear).find("2024"),
               std::string::npos);
     EXPECT_NE(dates.formatted(noonOnNewYearsEve2024, DateStyle::time).find("12"), std::string::npos);
+}
+
+TEST_F(MacosDatesTest, WritesManyDatesWithOneFormatterForEachStyle) {
+    static const bool isCounting = countFormatters();
+    EXPECT_TRUE(isCounting);
+    MacosDates fresh;
+    const int before = formattersMade();
+    const std::string first = fresh.formatted(noonOnNewYearsEve2024, DateStyle::fullDate);
+    EXPECT_EQ(formattersMade(), before + 1);
+    for (int index = 0; index < 31; ++index)
+        EXPECT_NE(fresh.formatted(startOfMarch2024 + index * day, DateStyle::fullDate), first);
+    EXPECT_EQ(formattersMade(), before + 1);
+    EXPECT_NE(fresh.formatted(noonOnNewYearsEve2024, DateStyle::monthAndYear), first);
+    EXPECT_EQ(fresh.formatted(noonOnNewYearsEve2024, DateStyle::fullDate), first);
+    EXPECT_EQ(formattersMade(), before + 2);
 }
 
 TEST_F(MacosDatesTest, TellsOfAChangedTimeZoneUntilTheObserverGoes) {
