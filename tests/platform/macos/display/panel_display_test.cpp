@@ -4,7 +4,6 @@
 #include "platform/macos/display/program_display_test.h"
 #include "platform/macos/doubles/menu_bar.h"
 
-#include <cmath>
 #include <memory>
 
 namespace velmo::macos {
@@ -73,13 +72,6 @@ TEST_F(PanelDisplayTest, FloatsAboveAllOnEverySpaceWithoutAGroundOfItsOwn) {
     const bool hidesOnDeactivate = Message<"NSWindow", false, "hidesOnDeactivate", bool>::send(shown);
     EXPECT_FALSE(hidesOnDeactivate);
     EXPECT_EQ(system.collectionBehavior, 265U);
-}
-
-TEST_F(PanelDisplayTest, LiesOnWholePoints) {
-    show({item(7, "Odd", 61)}, {});
-    const CGRect odd = frameOf(shownPanel());
-    EXPECT_EQ(odd.origin.x, std::floor(odd.origin.x));
-    EXPECT_NEAR(odd.origin.x + odd.size.width / 2, 615, 0.5);
 }
 
 TEST_F(PanelDisplayTest, ActivatesWhatIsClickedAndOpensTheSettings) {
