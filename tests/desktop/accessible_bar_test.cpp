@@ -74,6 +74,12 @@ TEST_F(AccessibleBarItems, OfOtherProgramsAreToldAndPressed) {
 
     tree_->activate("Network");
     EXPECT_TRUE(eventually([&] { return program->callsOf("Activate") == 1; }));
+    const auto calls = program->calls();
+    const auto token = std::find_if(calls.begin(), calls.end(), [](const auto& call) {
+        return call.starts_with("ProvideXdgActivationToken ");
+    });
+    ASSERT_NE(token, calls.end());
+    EXPECT_EQ(token->find("_TIME0"), std::string::npos) << *token << ", which asks not to come to the front";
     tree_->activate("Keyboard layout");
     const auto place = *x().area(icon);
     EXPECT_TRUE(eventually([&] { return x().pointer() == std::pair(place.midX(), place.midY()); }))

@@ -26,7 +26,7 @@ protected:
         dock(icon);
         return icon;
     }
-    int widthOf(xcb_window_t icon) const { return areaOnScreen(*itemOf(icon)).width; }
+    int widthOf(xcb_window_t icon) const { return itemOf(icon)->place()->width; }
     /// Icons that find room in the bar without standing closer, each docked with that spacing.
     int iconsThatFit(std::optional<std::int64_t> points) {
         setSpacing(points);

@@ -34,6 +34,19 @@ TEST(FittingWidths, AreSmallerByAsMuchForAll) {
     EXPECT_EQ(widthsIn(60, {{40, 12}, {22, 12}}), (Widths{38, 20}));
 }
 
+TEST(FittingWidths, AreThePreferredOnesUntilThoseThatYieldFirstCanDoNoMore) {
+    constexpr ItemWidth yielding = {30, 12, true};
+    const std::vector<ItemWidth> items = {firmItem, iconItem, yielding, yielding};
+    EXPECT_EQ(widthsIn(116, items), (Widths{26, 30, 30, 30}));
+    EXPECT_EQ(widthsIn(115, items), (Widths{26, 30, 28, 28}));
+    EXPECT_EQ(widthsIn(80, items), (Widths{26, 30, 12, 12}));
+    EXPECT_EQ(widthsIn(79, items), (Widths{26, 28, 12, 12}));
+    EXPECT_EQ(widthsIn(10, items), (Widths{26, 12, 12, 12}));
+    EXPECT_EQ(widthsIn(56, {firmItem, iconItem, hidingItem, yielding}), (Widths{26, 30, 500, 30}));
+    EXPECT_EQ(widthsIn(55, {firmItem, iconItem, hidingItem, yielding}), (Widths{26, 28, 500, 30}))
+        << "what is hidden has no room to give";
+}
+
 TEST(FittingWidths, AreNeverBelowTheLeastOnes) {
     EXPECT_EQ(widthsIn(50, {firmItem, iconItem, iconItem}), (Widths{26, 12, 12}));
     EXPECT_EQ(widthsIn(10, {firmItem, iconItem, iconItem}), (Widths{26, 12, 12}));

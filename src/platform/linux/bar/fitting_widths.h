@@ -9,6 +9,8 @@ struct ItemWidth {
     int preferred = 0;
     /// What it can do with where there are too many; no more than preferred.
     int least = 0;
+    /// Others become narrower only where it is as narrow as can be.
+    bool yieldsFirst = false;
 };
 
 /// What there is for items, in pixels.
@@ -20,8 +22,9 @@ struct BarRoom {
     int step = 1;
 };
 
-/// Widths of items, from right to left, in a bar. Where they do not fit, all that can become narrower by as
-/// much, whether they are hidden or not; where even that is not enough, those at the left have no room.
+/// Widths of items, from right to left, in a bar. Where they do not fit, those that yield first become
+/// narrower, all by as much, whether they are hidden or not, and then the others; where even that is not
+/// enough, those at the left have no room.
 std::vector<int> fittingWidths(const std::vector<ItemWidth>& items, const BarRoom& room);
 
 }  // namespace velmo

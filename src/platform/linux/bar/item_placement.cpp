@@ -51,6 +51,10 @@ bool isToggle(const std::string& identity) {
     return fixedRank(identity) == 0;
 }
 
+bool isHiddenDivider(const std::string& identity) {
+    return identity == hiddenDivider;
+}
+
 bool isOwnName(const std::string& identity) {
     return identity.starts_with("Velmo.");
 }

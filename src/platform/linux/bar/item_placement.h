@@ -19,6 +19,9 @@ void placeOwnItem(StatusItemOrder& order, const std::string& identity);
 /// True for the name of the item that reveals and hides others.
 bool isToggle(const std::string& identity);
 
+/// True for the name of the divider left of which the others lie that are hidden and revealed.
+bool isHiddenDivider(const std::string& identity);
+
 /// True for the names of our own items.
 bool isOwnName(const std::string& identity);
 

@@ -7,6 +7,7 @@
 #include "linux/x11/menu_bar.h"
 #include "linux/x11/synthetic_events.h"
 
+#include <deque>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -30,12 +31,23 @@ public:
     }
 
 private:
+    struct Click {
+        WindowNumber item = 0;
+        xcb_button_t button = 0;
+    };
+
     void click(WindowNumber item, xcb_button_t button);
-    void clickNow(WindowNumber item, xcb_button_t button);
+    void handle(const xcb_generic_event_t& event);
+    void clickNow(const Click& click, xcb_timestamp_t time);
+    bool isSeen(const BarItem& item) const;
 
     MenuBar& bar_;
     SyntheticEvents& events_;
     Listeners listeners_;
+    /// Its property is changed so that the server says what time it is.
+    xcb_window_t window_;
+    std::deque<Click> clicks_;
+    Registration times_;
     PacedWork telling_;
     Registration layouts_;
     Lifetime lifetime_;

@@ -56,8 +56,9 @@ public:
         std::string description;
     };
     virtual Label label() const;
-    /// As if the button were pressed on it and let go. False where only the pointer can do that.
-    virtual bool click(xcb_button_t /*button*/) { return false; }
+    /// As if the button were pressed on it and let go at that time of the server's. False where only the
+    /// pointer can do that.
+    virtual bool click(xcb_button_t /*button*/, xcb_timestamp_t /*time*/) { return false; }
     /// True where a click with the second button may open one.
     virtual bool hasMenu() const { return false; }
     /// As other programs may see it. Bounds and place are the bar's business.

@@ -1,6 +1,5 @@
 #include "menu_bar.h"
 
-#include "linux/bar/fitting_widths.h"
 #include "linux/x11/server_grab.h"
 #include "linux/x11/status_item_window.h"
 
@@ -203,17 +202,34 @@ int MenuBar::widthOf(const BarItem& item) const {
     return waits ? place->width : item.preferredWidth();
 }
 
-/// Where there are too many, the toggle stays where the next click expects it.
+/// As wide as the item is wanted and, where it yields to others, as narrow as it can be. While an item is
+/// held what could yield stays as it is: else where that is held would decide how wide the others are, and so
+/// where it is held.
+ItemWidth MenuBar::wantedWidth(const BarItem& item, bool yields) const {
+    const int preferred = widthOf(item);
+    const int least = std::min(item.leastWidth(), preferred);
+    if (taken_ && item.place() && least < preferred) {
+        const int present = std::clamp(item.place()->width, least, preferred);
+        return {present, present};
+    }
+    return {preferred, yields ? least : preferred};
+}
+
+/// Where there are too many, the toggle stays where the next click expects it, and what is always seen stays
+/// as long as what is revealed can yield instead.
 std::vector<int> MenuBar::widthsOf(const std::vector<BarItem*>& items) const {
-    const auto toggle = std::find_if(items.begin(), items.end(), [](const auto* item) {
-        return item_placement::isToggle(item->identity());
-    });
+    const auto leftOf = [&](auto isIt) {
+        const auto found = std::find_if(items.begin(), items.end(),
+                                        [&](const auto* item) { return isIt(item->identity()); });
+        return found == items.end() ? items.begin() : found + 1;
+    };
+    const auto toggle = leftOf(item_placement::isToggle);
+    const auto divider = leftOf(item_placement::isHiddenDivider);
     std::vector<ItemWidth> wanted;
     wanted.reserve(items.size());
     for (auto item = items.begin(); item != items.end(); ++item) {
-        const int preferred = widthOf(**item);
-        const bool yields = toggle == items.end() || item > toggle;
-        wanted.push_back({preferred, yields ? std::min((*item)->leastWidth(), preferred) : preferred});
+        wanted.push_back(wantedWidth(**item, item >= toggle));
+        wanted.back().yieldsFirst = item >= divider;
     }
     const auto& scaled = appearance();
     return fittingWidths(wanted, {rightEdge(), scaled.pixels(longItem), scaled.pixels(narrowingStep)});
@@ -296,8 +312,11 @@ void MenuBar::moveItems(const std::vector<BarItem*>& shown, const std::vector<Pi
 
 PixelRect MenuBar::shownArea(const BarItem& item) const {
     const int width = item.place() ? item.place()->width : 0;
-    const int height = item.isOurs() ? area_.height : appearance().pixels(bar_metrics::contentHeight);
-    return {0, (area_.height - height) / 2, width, height};
+    if (item.isOurs() || !item.place())
+        return {0, 0, width, area_.height};
+    const int shown = item.preferredWidth();
+    const int height = appearance().pixels(bar_metrics::contentHeight);
+    return {(width - shown) / 2, (area_.height - height) / 2, shown, height};
 }
 
 BarItem* MenuBar::itemAt(int x) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/bar/fitting_widths.h"
 #include "linux/bar/item_placement.h"
 #include "linux/bar/item_spacing.h"
 #include "linux/bar/order_saver.h"
@@ -96,7 +97,8 @@ public:
     /// An item has another name.
     void tellOfChange() const { changes_.notify(); }
     /// What others are told of an item's place, and what its picture shows, in pixels of its window: our own
-    /// items as a whole, of others the middle of the bar, beyond which nothing of theirs is.
+    /// items as a whole, of others the middle of the bar, beyond which nothing of theirs is, as wide as they
+    /// want to be: beyond the edges of the window where the bar is crowded.
     PixelRect shownArea(const BarItem& item) const;
     /// The item at a place in the bar, in pixels of the bar. Null where there is none.
     BarItem* itemAt(int x) const;
@@ -132,6 +134,7 @@ private:
     void placeNewItems();
     void letGo();
     int widthOf(const BarItem& item) const;
+    ItemWidth wantedWidth(const BarItem& item, bool yields) const;
     /// Of those items, from right to left.
     std::vector<int> widthsOf(const std::vector<BarItem*>& items) const;
     std::size_t dropIndex() const;

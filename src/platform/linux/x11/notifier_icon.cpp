@@ -75,9 +75,9 @@ int NotifierIcon::leastWidth() const {
     return leastTraySlotWidth(bar_.appearance(), spacing_);
 }
 
-PixelRect NotifierIcon::iconArea() const {
+PixelRect NotifierIcon::iconArea(const PixelRect& place) const {
     const int width = preferredWidth();
-    return {(place()->width - width) / 2, 0, width, place()->height};
+    return {(place.width - width) / 2, 0, width, place.height};
 }
 
 std::optional<BarItem::Content> NotifierIcon::content() const {
@@ -86,11 +86,12 @@ std::optional<BarItem::Content> NotifierIcon::content() const {
         return std::nullopt;
     updateIcon(place()->height);
     content->pixmap = icon_.id();
-    content->area = iconArea();
+    content->area = iconArea(*place());
     return content;
 }
 
-bool NotifierIcon::click(xcb_button_t button) {
+bool NotifierIcon::click(xcb_button_t button, xcb_timestamp_t time) {
+    lastTime_ = time;
     const PixelRect area = bar_.onRoot(*place());
     clicked(button, area.x + area.width / 2, area.y + area.height / 2);
     return true;
@@ -202,33 +203,43 @@ bool NotifierIcon::isOffScreen() const {
     return !place() || place()->x + place()->width <= 0;
 }
 
-void NotifierIcon::willMove(const PixelRect& place) {
-    if (place.x + place.width > 0)
-        updateIcon(place.height);
+void NotifierIcon::willMove(const PixelRect& next) {
+    if (next.x + next.width <= 0)
+        return;
+    const auto& present = place();
+    if (!unpainted_ && present && next.width == present->width && next.height == present->height)
+        return;
+    nextLook_ = look(next);
+    unpainted_ = false;
 }
 
 /// It is painted before it can be seen as it was.
 void NotifierIcon::moved() {
-    if (unpainted_ && !isOffScreen())
-        paint();
+    if (nextLook_) {
+        unpainted_ = false;
+        bar_.painting().setBackground(window(), *std::exchange(nextLook_, std::nullopt));
+    } else if (unpainted_) {
+        painting_.request();
+    }
 }
 
 void NotifierIcon::paint() {
     // Off the screen nobody looks.
     unpainted_ = isOffScreen();
-    if (unpainted_) {
+    if (!unpainted_)
+        bar_.painting().setBackground(window(), look(*place()));
+    else if (!place())
         // The release of a press goes nowhere once the window is hidden.
-        if (!place())
-            pressedButton_ = 0;
-        return;
-    }
-    updateIcon(place()->height);
-    const auto& painting = bar_.painting();
+        pressedButton_ = 0;
+}
+
+Pixmap NotifierIcon::look(const PixelRect& place) const {
+    updateIcon(place.height);
     const bool isHighlighted = pressedButton_ != 0 || menuIsOpen_;
-    const Pixmap highlighted = isHighlighted ? highlight() : Pixmap();
-    painting.setBackground(
-        window(), painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), place()->width,
-                                   place()->height, {icon_.id(), painting.alphaFormat(), iconArea()}));
+    const Pixmap highlighted = isHighlighted ? highlight(place) : Pixmap();
+    const auto& painting = bar_.painting();
+    return painting.overlay(isHighlighted ? highlighted : bar_.backgroundTile(), place.width, place.height,
+                            {icon_.id(), painting.alphaFormat(), iconArea(place)});
 }
 
 void NotifierIcon::updateIcon(int height) const {
@@ -241,8 +252,8 @@ void NotifierIcon::updateIcon(int height) const {
 }
 
 /// The bar as it looks behind an item that is in use.
-Pixmap NotifierIcon::highlight() const {
-    Canvas canvas(place()->width, place()->height);
+Pixmap NotifierIcon::highlight(const PixelRect& place) const {
+    Canvas canvas(place.width, place.height);
     bar_.drawBackground(canvas);
     bar_.drawHighlight(canvas, spacing_.iconHighlightWidth());
     return bar_.painting().upload(canvas);

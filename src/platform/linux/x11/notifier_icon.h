@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -31,7 +32,7 @@ public:
     int leastWidth() const override;
     void appearanceChanged() override { change(); }
     std::optional<Content> content() const override;
-    bool click(xcb_button_t button) override;
+    bool click(xcb_button_t button, xcb_timestamp_t time) override;
     bool hasMenu() const override { return true; }
     WindowListEntry describe() const override;
     void willMove(const PixelRect& place) override;
@@ -58,8 +59,10 @@ private:
     /// Draws the icon if it has changed. It has the same size in every width.
     void updateIcon(int height) const;
     /// What the drawn icon covers, in pixels of the window: beyond its edges, where the bar is crowded.
-    PixelRect iconArea() const;
-    Pixmap highlight() const;
+    PixelRect iconArea(const PixelRect& place) const;
+    /// What is seen of the item there.
+    Pixmap look(const PixelRect& place) const;
+    Pixmap highlight(const PixelRect& place) const;
     std::string toolTip() const;
 
     MenuBar& bar_;
@@ -77,8 +80,9 @@ private:
     /// The icon alone, for those who picture it, who may be the first to want it.
     mutable Pixmap icon_;
     mutable bool iconIsKnown_ = false;
-    /// Pixels.
     bool unpainted_ = false;
+    /// For the place that the item is about to have.
+    std::optional<Pixmap> nextLook_;
     PostedOnce painting_;
     HoverToolTip toolTip_;
     Lifetime lifetime_;

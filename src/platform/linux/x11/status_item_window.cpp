@@ -238,7 +238,7 @@ BarItem::Label StatusItemWindow::label() const {
     return {title_.empty() ? name : title_, purpose};
 }
 
-bool StatusItemWindow::click(xcb_button_t button) {
+bool StatusItemWindow::click(xcb_button_t button, xcb_timestamp_t /*time*/) {
     const auto press = pressType(button);
     if (!press || !enabled_)
         return true;

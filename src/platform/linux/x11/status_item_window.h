@@ -54,7 +54,7 @@ public:
     int preferredWidth() const override;
     void displayIfNeeded() override;
     Label label() const override;
-    bool click(xcb_button_t button) override;
+    bool click(xcb_button_t button, xcb_timestamp_t time) override;
     bool hasMenu() const override { return true; }
     WindowListEntry describe() const override;
 

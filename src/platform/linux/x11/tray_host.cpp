@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -16,8 +17,11 @@ constexpr std::uint32_t horizontal = 0;
 /// More than anybody has; a program gone wild ends here.
 constexpr std::size_t mostIcons = 1000;
 /// The server is waited for once for so many, while clicks wait.
-constexpr int dockingsAtOnce = 8;
+constexpr int atOnce = 8;
 constexpr Seconds dockingPause = 0.01;
+/// Between two times that we ask what is new of icons, however many there are: programs may say something new
+/// without end.
+constexpr Seconds readingPause = 0.025;
 
 /// Red, green and blue as the tray protocol has them.
 void append(std::vector<std::uint32_t>& values, const Color& color) {
@@ -31,6 +35,7 @@ TrayHost::TrayHost(MenuBar& bar)
     : bar_(bar),
       connection_(bar.connection()),
       docking_(connection_.loop(), dockingPause, [this] { dockSome(); }),
+      reading_(connection_.loop(), readingPause, [this] { readSome(); }),
       // In a later turn, because it is the icon itself that notices its end.
       removeEnded_(connection_.loop(),
                    [this] { std::erase_if(icons_, [](const auto& icon) { return icon->hasEnded(); }); }),
@@ -77,6 +82,7 @@ void TrayHost::open() {
 void TrayHost::close() {
     icons_.clear();
     waiting_.clear();
+    unread_.clear();
     events_ = {};
     if (window_ == XCB_WINDOW_NONE)
         return;
@@ -129,7 +135,7 @@ void TrayHost::requestDocking(xcb_window_t client) {
 
 void TrayHost::dockSome() {
     std::vector<TrayIconQuestions> questions;
-    for (int count = 0; count < dockingsAtOnce && !waiting_.empty(); ++count) {
+    for (int count = 0; count < atOnce && !waiting_.empty(); ++count) {
         questions.emplace_back(connection_, waiting_.front());
         waiting_.pop_front();
     }
@@ -145,7 +151,29 @@ void TrayHost::dock(const TrayIconFacts& facts) {
     auto icon =
         std::make_unique<TrayIcon>(bar_, facts, bar_.identityFor(facts.application, facts.formerIdentity));
     icon->setOnEnd([this] { removeEnded_.request(); });
+    icon->setOnNews([this, client = facts.client] {
+        unread_.push_back(client);
+        reading_.request();
+    });
     icons_.push_back(std::move(icon));
+}
+
+void TrayHost::readSome() {
+    std::vector<std::pair<TrayIcon*, TrayIconNews>> asked;
+    for (int count = 0; count < atOnce && !unread_.empty(); ++count) {
+        const auto found = std::find_if(icons_.begin(), icons_.end(), [this](const auto& icon) {
+            return icon->client() == unread_.front() && !icon->hasEnded();
+        });
+        unread_.pop_front();
+        if (found != icons_.end())
+            asked.emplace_back(found->get(), (*found)->askForNews());
+    }
+    for (const auto& [icon, news] : asked)
+        icon->takeNews(news);
+    if (!unread_.empty())
+        reading_.request();
+    if (!asked.empty())
+        bar_.tellOfChange();
 }
 
 }  // namespace velmo::x11

@@ -31,6 +31,7 @@ private:
     void requestDocking(xcb_window_t client);
     void dockSome();
     void dock(const TrayIconFacts& facts);
+    void readSome();
 
     MenuBar& bar_;
     Connection& connection_;
@@ -39,7 +40,10 @@ private:
     std::vector<std::unique_ptr<TrayIcon>> icons_;
     /// Windows that are to be docked.
     std::deque<xcb_window_t> waiting_;
+    /// Icons of which there is news.
+    std::deque<xcb_window_t> unread_;
     PacedWork docking_;
+    PacedWork reading_;
     PostedOnce removeEnded_;
     Registration appearanceChanges_;
     Registration events_;

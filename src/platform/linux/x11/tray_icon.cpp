@@ -17,10 +17,9 @@ namespace {
 
 constexpr std::uint32_t embeddedNotify = 0;
 constexpr std::uint32_t embedVersion = 0;
-/// Between two times that we draw an icon anew, read what its program says of it, and give its window back
-/// the size that it is to have: a program may ask for each of them without end.
+/// Between two times that we draw an icon anew, and give its window back the size that it is to have: a
+/// program may ask for either without end.
 constexpr Seconds paintingPause = 0.01;
-constexpr Seconds readingPause = 0.1;
 constexpr Seconds correctionPause = 0.25;
 /// In a second, of one icon. The next second nobody listens to it; what it asks for is done then, at the
 /// server's cost, so that silence for all icons of a program that floods us would slow down everybody.
@@ -47,8 +46,6 @@ TrayIcon::TrayIcon(MenuBar& bar, const TrayIconFacts& facts, const std::string& 
       facts_(facts),
       composited_(facts.depth != bar.connection().screen().root_depth),
       painting_(connection_.loop(), paintingPause, [this] { paint(); }),
-      embeddingInfo_(connection_.loop(), readingPause, [this] { readEmbeddingInfo(); }),
-      title_(connection_.loop(), readingPause, [this] { readTitle(); }),
       sizeCorrection_(connection_.loop(), correctionPause, [this] { tellSize(); }),
       mapping_(connection_.loop(), correctionPause, [this] { mapClient(); }) {
     setIdentity(identity);
@@ -56,7 +53,7 @@ TrayIcon::TrayIcon(MenuBar& bar, const TrayIconFacts& facts, const std::string& 
     requests_ = connection_.onWindow(window(), [this](const auto& event) { handleRequest(event); });
     damageEvents_ = connection_.onExtension(xcb_damage_id, [this](const xcb_generic_event_t& event) {
         const auto& damage = reinterpret_cast<const xcb_damage_notify_event_t&>(event);
-        if (damage.damage == damage_)
+        if (damage.damage == damage_ && !isOfStep(event.full_sequence))
             damaged();
     });
     listen(true);
@@ -85,6 +82,7 @@ void TrayIcon::embed() {
     isClaimed_ = false;
     setSaved(connection_, facts_.client, true);
     const PixelRect area = clientArea();
+    told_ = area;
     xcb_reparent_window(raw, facts_.client, window(), static_cast<std::int16_t>(area.x),
                         static_cast<std::int16_t>(area.y));
     // Not before, as a compositing manager has what lies in the root window redirected, and nobody else can.
@@ -153,36 +151,40 @@ void TrayIcon::release() const {
     connection_.selectEvents(facts_.client, XCB_EVENT_MASK_NO_EVENT);
 }
 
-void TrayIcon::placeClient() {
+unsigned TrayIcon::placeClient() const {
     const PixelRect area = clientArea();
     const std::uint32_t values[] = {static_cast<std::uint32_t>(area.x), static_cast<std::uint32_t>(area.y),
                                     static_cast<std::uint32_t>(area.width),
                                     static_cast<std::uint32_t>(area.height), 0};
-    xcb_configure_window(connection_.raw(), facts_.client,
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                             XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_BORDER_WIDTH,
-                         values);
+    const auto request =
+        xcb_configure_window(connection_.raw(), facts_.client,
+                             XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                                 XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_BORDER_WIDTH,
+                             values);
+    return request.sequence;
 }
 
 void TrayIcon::resized() {
     if (ended_)
         return;
-    placeClient();
-    damaged();
+    const auto request = placeClient();
+    // Else its look for this size is there already.
+    if (nextLook_)
+        resizing_ = request;
+    else
+        damaged();
 }
 
 void TrayIcon::appearanceChanged() {
-    resized();
-    if (composited_ || ended_)
+    if (ended_)
+        return;
+    placeClient();
+    damaged();
+    if (composited_)
         return;
     // The client's background may be that of the bar; what it has drawn over that, it is asked to draw anew.
     xcb_clear_area(connection_.raw(), 0, window(), 0, 0, 0, 0);
     xcb_clear_area(connection_.raw(), 1, facts_.client, 0, 0, 0, 0);
-}
-
-void TrayIcon::moved() {
-    if (unpainted_)
-        paint();
 }
 
 std::optional<BarItem::Content> TrayIcon::content() const {
@@ -231,8 +233,7 @@ void TrayIcon::listenAgain() {
         return;
     }
     placeClient();
-    embeddingInfo_.request();
-    title_.request();
+    noticeNews(true, true);
     damaged();
 }
 
@@ -252,10 +253,12 @@ void TrayIcon::handleChange(const xcb_generic_event_t& event) {
     switch (event.response_type & 0x7f) {
         case XCB_CONFIGURE_NOTIFY: {
             const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-            if (PixelRect{change.x, change.y, change.width, change.height} == clientArea())
-                damaged();
-            else
+            const PixelRect told = {change.x, change.y, change.width, change.height};
+            const auto former = std::exchange(told_, told);
+            if (told != clientArea())
                 sizeCorrection_.request();
+            else if (told.width != former.width || told.height != former.height)
+                damaged();
             break;
         }
         case XCB_REPARENT_NOTIFY: {
@@ -272,10 +275,8 @@ void TrayIcon::handleChange(const xcb_generic_event_t& event) {
             break;
         case XCB_PROPERTY_NOTIFY: {
             const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
-            if (atom == connection_.atoms().xembedInfo)
-                embeddingInfo_.request();
-            else if (atom == connection_.atoms().netWmName || atom == XCB_ATOM_WM_NAME)
-                title_.request();
+            noticeNews(atom == connection_.atoms().xembedInfo,
+                       atom == connection_.atoms().netWmName || atom == XCB_ATOM_WM_NAME);
             break;
         }
         default:
@@ -300,10 +301,29 @@ void TrayIcon::mapClient() {
         xcb_map_window(connection_.raw(), facts_.client);
 }
 
-void TrayIcon::readEmbeddingInfo() {
-    if (ended_)
+void TrayIcon::noticeNews(bool ofEmbedding, bool ofTitle) {
+    const bool isKnown = news_.ofEmbedding || news_.ofTitle;
+    news_ = {news_.ofEmbedding || ofEmbedding, news_.ofTitle || ofTitle};
+    if (!isKnown && (ofEmbedding || ofTitle) && onNews_)
+        onNews_();
+}
+
+TrayIconNews TrayIcon::askForNews() {
+    const auto news = std::exchange(news_, {});
+    TrayIconNews questions;
+    if (news.ofEmbedding)
+        questions.embedding.emplace(connection_, facts_.client);
+    if (news.ofTitle)
+        questions.title.emplace(connection_, facts_.client);
+    return questions;
+}
+
+void TrayIcon::takeNews(const TrayIconNews& news) {
+    if (news.title)
+        facts_.title = news.title->answer();
+    if (!news.embedding)
         return;
-    facts_.wantsToBeShown = EmbeddingQuestion(connection_, facts_.client).answer();
+    facts_.wantsToBeShown = news.embedding->answer();
     showOrHide();
 }
 
@@ -313,13 +333,6 @@ void TrayIcon::showOrHide() {
     else
         xcb_unmap_window(connection_.raw(), facts_.client);
     bar_.setNeedsLayout();
-}
-
-void TrayIcon::readTitle() {
-    if (ended_)
-        return;
-    facts_.title = IconTitleQuestion(connection_, facts_.client).answer();
-    bar_.tellOfChange();
 }
 
 /// A client that asks for a size is told which one it has; one that took it gets its own back.
@@ -340,28 +353,6 @@ void TrayIcon::tellSize() {
     notice.height = static_cast<std::uint16_t>(area.height);
     xcb_send_event(connection_.raw(), 0, facts_.client, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&notice));
-}
-
-void TrayIcon::damaged() {
-    unpainted_ = composited_ && !ended_;
-    if (unpainted_)
-        painting_.request();
-}
-
-void TrayIcon::paint() {
-    // Off the screen nobody looks; the next report of damage waits for this one to be answered.
-    if (!unpainted_ || ended_ || !place() || place()->x + place()->width <= 0)
-        return;
-    unpainted_ = false;
-    xcb_connection_t* raw = connection_.raw();
-    xcb_damage_subtract(raw, damage_, XCB_NONE, XCB_NONE);
-    const xcb_pixmap_t content = connection_.newId();
-    xcb_composite_name_window_pixmap(raw, facts_.client, content);
-    const auto& painting = bar_.painting();
-    painting.setBackground(
-        window(), painting.overlay(bar_.backgroundTile(), place()->width, place()->height,
-                                   {content, painting.formatOf(facts_.visual), clientArea(), facts_.client}));
-    xcb_free_pixmap(raw, content);
 }
 
 /// The program has taken its window elsewhere.

@@ -25,6 +25,11 @@ public:
     xcb_window_t client() const { return facts_.client; }
     /// Called once the program has taken its window away.
     void setOnEnd(std::function<void()> handler) { onEnd_ = std::move(handler); }
+    /// Called when the program says something new of its icon, and not again before that is asked for.
+    void setOnNews(std::function<void()> handler) { onNews_ = std::move(handler); }
+    TrayIconNews askForNews();
+    /// The answers are taken here.
+    void takeNews(const TrayIconNews& news);
 
     bool isOurs() const override { return false; }
     bool isShown() const override { return facts_.wantsToBeShown && !ended_; }
@@ -34,6 +39,7 @@ public:
     void appearanceChanged() override;
     std::optional<Content> content() const override;
     WindowListEntry describe() const override;
+    void willMove(const PixelRect& place) override;
 
 protected:
     void resized() override;
@@ -53,14 +59,19 @@ private:
     bool isBearable();
     void listen(bool listening) const;
     void listenAgain();
-    void readEmbeddingInfo();
+    void noticeNews(bool ofEmbedding, bool ofTitle);
     void showOrHide();
-    void readTitle();
-    void placeClient();
+    /// Returns the number of the request.
+    unsigned placeClient() const;
     void tellSize();
     void mapClient();
     void damaged();
+    unsigned subtractDamage() const;
+    /// True where what that request has done is painted already.
+    bool isOfStep(unsigned request) const;
     void paint();
+    /// What is seen of the icon there.
+    Pixmap look(const PixelRect& place);
     void unredirect() const;
     void release() const;
     void leave();
@@ -86,14 +97,28 @@ private:
     int claims_ = 0;
     /// The content has changed since it was painted last.
     bool unpainted_ = false;
+    /// For the place that the icon is about to have.
+    std::optional<Pixmap> nextLook_;
+    /// The request that has moved the client in its window, until the step is over.
+    std::optional<unsigned> resizing_;
+    /// From that one on, of the last step for which it had been painted before. Requests have numbers from 1.
+    struct {
+        unsigned begin = 0;
+        unsigned end = 0;
+    } step_;
+    /// Of the client, as far as we have been told: another size comes with another content.
+    PixelRect told_;
     /// Events that the client has caused in the present second.
     int eventCount_ = 0;
     Date countedSince_ = 0;
     PacedWork painting_;
-    PacedWork embeddingInfo_;
-    PacedWork title_;
     PacedWork sizeCorrection_;
     PacedWork mapping_;
+    struct {
+        bool ofEmbedding = false;
+        bool ofTitle = false;
+    } news_;
+    std::function<void()> onNews_;
     std::function<void()> onEnd_;
     Registration events_;
     Registration requests_;

@@ -8,6 +8,9 @@ namespace velmo::x11 {
 
 namespace {
 
+/// Bytes that are read of what makes the icon's name.
+constexpr std::uint32_t nameLimit = 512;
+
 /// Listening begins before the first question: who dies after its answer is heard of.
 xcb_get_window_attributes_cookie_t listenAndAsk(const Connection& connection, xcb_window_t client) {
     connection.selectEvents(client, trayClientEvents);
@@ -23,8 +26,9 @@ TrayIconQuestions::TrayIconQuestions(const Connection& connection, xcb_window_t 
       geometry_(xcb_get_geometry(connection.raw(), client)),
       tree_(xcb_query_tree(connection.raw(), client)),
       process_(connection, client),
-      classes_(connection, client, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING),
-      formerIdentity_(connection, client, connection.atoms().velmoItem, connection.atoms().utf8String),
+      classes_(connection, client, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, nameLimit),
+      formerIdentity_(connection, client, connection.atoms().velmoItem, connection.atoms().utf8String,
+                      nameLimit),
       title_(connection, client),
       embedding_(connection, client) {}
 

@@ -31,6 +31,12 @@ struct TrayIconFacts {
     bool wantsToBeShown = true;
 };
 
+/// Questions for what a program may say anew of an icon that is in the bar.
+struct TrayIconNews {
+    std::optional<EmbeddingQuestion> embedding;
+    std::optional<IconTitleQuestion> title;
+};
+
 /// Asks all of that, at once. The answer is to be taken, once.
 class TrayIconQuestions {
 public:

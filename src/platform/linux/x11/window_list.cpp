@@ -30,7 +30,8 @@ void WindowList::appendItems(std::vector<WindowListEntry>& entries) const {
     bar_.layOutIfNeeded();
     const Rect screen = bar_.screens().toGlobal(bar_.screens().primary());
     for (const auto* item : bar_.items()) {
-        if (!item->place())
+        // What it shows may reach farther than its place.
+        if (!item->place() || !bar_.screens().toGlobal(bar_.onRoot(*item->place())).intersects(screen))
             continue;
         auto entry = item->describe();
         entry.layer = window_layer::status;
@@ -39,8 +40,7 @@ void WindowList::appendItems(std::vector<WindowListEntry>& entries) const {
         area.y += item->place()->y;
         entry.bounds = bar_.screens().toGlobal(bar_.onRoot(area));
         entry.isOnScreen = true;
-        if (entry.bounds->intersects(screen))
-            entries.push_back(std::move(entry));
+        entries.push_back(std::move(entry));
     }
 }
 
