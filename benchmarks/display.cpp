@@ -1,5 +1,6 @@
 #include "display.h"
 
+#include "built_files.h"
 #include "timing.h"
 
 #include <xcb/xcb_icccm.h>
@@ -120,7 +121,7 @@ Display::HiddenIcons Display::startVelmoWithHiddenIcons(int count, nlohmann::jso
         order.push_back("bench" + std::to_string(number) + ".Bench");
     defaults["statusItemOrder"] = order;
     writeDefaults(std::move(defaults));
-    HiddenIcons result{run({VELMO_PROGRAM}), {}};
+    HiddenIcons result{run({velmoProgram}), {}};
     waitFor([&] { return hasTray() && x().windowTitled("Velmo.Toggle"); }, "Velmo");
     for (int number = 0; number < count; ++number) {
         result.icons.push_back(dockAndWait(number));

@@ -1,5 +1,7 @@
 #include "hosts.h"
 
+#include "built_files.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -76,13 +78,13 @@ bool isInstalled(const std::string& program) {
 }  // namespace
 
 std::vector<Host> installedHosts() {
-    std::vector<Host> hosts = {{"velmo", {VELMO_PROGRAM}, configureVelmo},
+    std::vector<Host> hosts = {{"velmo", {velmoProgram}, configureVelmo},
                                {"xfce4-panel", {"xfce4-panel", "--disable-wm-check"}, configureXfce},
                                {"lxqt-panel", {"lxqt-panel"}, configureLxqt},
                                {"tint2", {"tint2"}, configureTint2},
                                {"trayer", {"trayer"}, configureNothing}};
     std::erase_if(hosts, [](const Host& host) {
-        return host.command.front() != VELMO_PROGRAM && !isInstalled(host.command.front());
+        return host.command.front() != velmoProgram && !isInstalled(host.command.front());
     });
     return hosts;
 }

@@ -1,5 +1,6 @@
 #include "reveal_benchmark.h"
 
+#include "built_files.h"
 #include "display.h"
 #include "hosts.h"
 #include "timing.h"
@@ -62,7 +63,7 @@ protected:
 class BareMover : public Contender {
 public:
     explicit BareMover(int icons)
-        : Contender(screenFor(icons)), process_(display_.run({VELMO_BARE_MOVER, std::to_string(icons)})) {
+        : Contender(screenFor(icons)), process_(display_.run({bareMoverProgram, std::to_string(icons)})) {
         waitFor([&] { return display_.x().windowTitled("toggle").has_value(); }, "the bare program");
         toggle_ = *display_.x().windowTitled("toggle");
         for (const auto window : display_.x().children(display_.x().parent(toggle_))) {

@@ -1,5 +1,6 @@
 #include "accessible_tree.h"
 
+#include "built_files.h"
 #include "bus_program.h"
 
 #include <algorithm>
@@ -39,7 +40,7 @@ AccessibleTree::AccessibleTree(const Environment& environment)
 
 std::string AccessibleTree::client(const std::vector<std::string>& arguments) const {
     std::vector<std::string> command = {"/usr/bin/python3",
-                                        std::string(VELMO_CLIENTS) + "/accessible_tree.py", "velmo"};
+                                        std::string(clientScripts) + "/accessible_tree.py", "velmo"};
     command.insert(command.end(), arguments.begin(), arguments.end());
     return outputOf(command, environment_);
 }

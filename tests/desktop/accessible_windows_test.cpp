@@ -1,4 +1,5 @@
 #include "accessible_tree.h"
+#include "built_files.h"
 #include "bus_program.h"
 #include "panel_window_session.h"
 
@@ -84,7 +85,7 @@ TEST_F(AccessibleWindows, CalendarHasAName) {
 
 TEST_F(AccessibleWindows, EachControlOfTheSettingsHasANameOfItsOwn) {
     startVelmoForPanels({{"hotkey", {{"data", R"({"keyCode":40,"modifiers":1179648,"display":"⇧⌘K"})"}}}});
-    outputOf({VELMO_PROGRAM}, environment_);
+    outputOf({velmoProgram}, environment_);
     ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
     const std::map<std::string, std::vector<std::string>> expected = {
         {"General",

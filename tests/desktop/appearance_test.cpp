@@ -1,4 +1,5 @@
 #include "accessible_tree.h"
+#include "built_files.h"
 #include "bus_program.h"
 #include "icons_session.h"
 
@@ -205,7 +206,7 @@ TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenCalendar) {
 
 TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenSettings) {
     start();
-    outputOf({VELMO_PROGRAM}, environment_);
+    outputOf({velmoProgram}, environment_);
     ASSERT_TRUE(eventually([&] { return areaOfWindow("Velmo Settings").width > 100; }));
     const auto former = areaOfWindow("Velmo Settings");
     for (const double scale : scales) {
@@ -249,7 +250,7 @@ TEST_F(AppearanceSession, LightAndDarkAreFollowedByTheOpenCalendar) {
 
 TEST_F(AppearanceSession, LightAndDarkAreFollowedByAllThatIsOpen) {
     start({{"clickAction", "showPanel"}});
-    outputOf({VELMO_PROGRAM}, environment_);
+    outputOf({velmoProgram}, environment_);
     ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
     hideIcon("window");
     openPanelWindow();
@@ -288,7 +289,7 @@ TEST_F(AppearanceSession, PreferenceOfTheUserWinsOverTheThemesName) {
     std::optional<ChildProcess> portal;
     const auto startPortal = [&] {
         portal.emplace(
-            run({"/usr/bin/python3", std::string(VELMO_CLIENTS) + "/color_scheme_portal.py", file}));
+            run({"/usr/bin/python3", std::string(clientScripts) + "/color_scheme_portal.py", file}));
         ASSERT_TRUE(eventually([&] { return program_->isTaken("org.freedesktop.portal.Desktop"); }));
     };
     startPortal();

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "icon_files.h"
 #include "session_bus_desktop.h"
 
@@ -74,7 +75,7 @@ TEST_F(BusItems, FollowTheIconTheme) {
 }
 
 TEST_F(BusItems, ThatWereHiddenAreHiddenWhenVelmoStartsAgain) {
-    const auto program = run({VELMO_QT_TRAY, noteFile()});
+    const auto program = run({qtTrayProgram, noteFile()});
     const auto visible = programWithItem("Visible");
     untilShown("Visible");
     superDrag(untilShown("qt-tray"), farLeft);

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "desktop_session.h"
 #include "process_figures.h"
 
@@ -148,7 +149,7 @@ TEST_F(ClockItem, WakesOnceASecondAfterTheSettingsWereOpen) {
     ASSERT_TRUE(eventually([&] { return x().windowTitled("Velmo.Clock").has_value(); }));
     // Between two ticks.
     ASSERT_TRUE(comesToRest());
-    outputOf({VELMO_PROGRAM}, environment_);
+    outputOf({velmoProgram}, environment_);
     const auto settings = [&] { return x().windowTitled("Velmo Settings"); };
     ASSERT_TRUE(eventually([&] { return settings() && x().isViewable(*settings()); }));
     outputOf({"wmctrl", "-i", "-c", std::to_string(*settings())}, environment_);

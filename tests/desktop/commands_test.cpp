@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "settings_session.h"
 
 #include <sys/socket.h>
@@ -31,7 +32,7 @@ protected:
             return std::string(std::istreambuf_iterator<char>(stream), {});
         };
         std::vector<std::string> line = {"/bin/sh", "-c", "exec \"$@\" >\"$HOME/command.out\"", "sh",
-                                         VELMO_PROGRAM};
+                                         velmoProgram};
         line.insert(line.end(), words.begin(), words.end());
         auto process = run(line, home_ / "command.err");
         const auto status = process.wait(milliseconds(9000));
@@ -194,7 +195,7 @@ TEST_F(Commands, HelpAndVersionNeedNoDisplay) {
 }
 
 TEST_F(Commands, AnOutputThatIsFullIsAFailure) {
-    auto process = run({"/bin/sh", "-c", "exec \"$0\" --help >/dev/full", VELMO_PROGRAM});
+    auto process = run({"/bin/sh", "-c", "exec \"$0\" --help >/dev/full", velmoProgram});
     EXPECT_EQ(process.wait(milliseconds(5000)), 1);
 }
 
@@ -228,7 +229,7 @@ TEST_F(Commands, LoadNoPartOfTheProgramAndReachNoBus) {
     ASSERT_EQ(listen(bus, 1), 0);
     environment_["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + path;
     const auto files =
-        outputOf({"/bin/sh", "-c", "LD_DEBUG=files \"$0\" toggle 2>&1", VELMO_PROGRAM}, environment_);
+        outputOf({"/bin/sh", "-c", "LD_DEBUG=files \"$0\" toggle 2>&1", velmoProgram}, environment_);
     EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
     EXPECT_NE(files.find("libxcb.so"), std::string::npos) << files.substr(0, 500);
     EXPECT_EQ(files.find("libQt6"), std::string::npos);

@@ -1,5 +1,6 @@
 #include "desktop_session.h"
 
+#include "built_files.h"
 #include "process_figures.h"
 
 #include <fcntl.h>
@@ -216,7 +217,7 @@ std::vector<std::string> DesktopSession::savedOrder() const {
 }
 
 void DesktopSession::startVelmo() {
-    velmo_.emplace(run({VELMO_PROGRAM}, home_ / "velmo.err"));
+    velmo_.emplace(run({velmoProgram}, home_ / "velmo.err"));
     ASSERT_TRUE(eventually([&] {
         const auto toggle = x().windowTitled("Velmo.Toggle");
         return toggle && x().isViewable(*toggle) && isOnScreen(*toggle);

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "session_bus_desktop.h"
 
 #include <algorithm>
@@ -37,9 +38,11 @@ protected:
                          "Velmo.AlwaysHiddenDivider", "qt_tray.qt-tray", "wx_tray.py.Wx_tray"}}});
         startVelmoOnBus();
         programs_.push_back(run({"parcellite"}));
-        programs_.push_back(run({"/usr/bin/python3", VELMO_CLIENTS "/indicator.py", noteFile()}));
-        programs_.push_back(run({"/usr/bin/python3", VELMO_CLIENTS "/wx_tray.py", noteFile()}));
-        programs_.push_back(run({VELMO_QT_TRAY, noteFile(), "popup"}));
+        programs_.push_back(
+            run({"/usr/bin/python3", std::string(clientScripts) + "/indicator.py", noteFile()}));
+        programs_.push_back(
+            run({"/usr/bin/python3", std::string(clientScripts) + "/wx_tray.py", noteFile()}));
+        programs_.push_back(run({qtTrayProgram, noteFile(), "popup"}));
         const auto onBus = [&](const std::string& title) {
             EXPECT_TRUE(eventually([&] { return isHidden(itemTitled(title)); }, milliseconds(20000)))
                 << title;
@@ -191,7 +194,7 @@ TEST_P(PicturesOfPrograms, AreThoseOfTheIconsPixelByPixel) {
 
 TEST_F(PanelOfPrograms, OpensTheMenuOfAnX11IconInTheHiddenSection) {
     start(1);
-    programs_.push_back(run({"/usr/bin/python3", VELMO_CLIENTS "/clipboard.py", noteFile()}));
+    programs_.push_back(run({"/usr/bin/python3", std::string(clientScripts) + "/clipboard.py", noteFile()}));
     ASSERT_TRUE(eventually([&] { return hasNoted("second"); }, milliseconds(20000)));
     // The clipboard's icon looks at it now and then.
     xdotool({"sleep", "1"});

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "reordering_session.h"
 
 #include <xcb/xtest.h>
@@ -133,7 +134,7 @@ TEST_F(ReorderingKeys, EscapeThatIsHeldOnIsNobodyElsesUntilItIsReleased) {
 
 TEST_F(ReorderingKeys, EscapeLeavesWhatIsOpenAndShownAlone) {
     startRevealed();
-    outputOf({VELMO_PROGRAM}, environment_);
+    outputOf({velmoProgram}, environment_);
     ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
     drag("two", 36);
     xdotool({"key", "Escape"});

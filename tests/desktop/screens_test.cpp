@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "icons_session.h"
 
 #include <algorithm>
@@ -346,7 +347,7 @@ protected:
         startAgain();
         ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
     }
-    void startAgain() const { outputOf({VELMO_PROGRAM}, environment_); }
+    void startAgain() const { outputOf({velmoProgram}, environment_); }
     Area settings() const { return x().area(*shown("Velmo Settings")).value_or(Area{}); }
     void moveSettings(int pixelX, int pixelY) const {
         xdotool({"windowmove", std::to_string(*shown("Velmo Settings")), std::to_string(pixelX),

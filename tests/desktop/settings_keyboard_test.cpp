@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "settings_by_keyboard.h"
 
 #include <filesystem>
@@ -31,7 +32,7 @@ TEST_F(SettingsByKeyboard, GeneralTab) {
     EXPECT_FALSE(std::filesystem::exists(autostart));
     press("space");
     EXPECT_TRUE(eventually([&] { return std::filesystem::exists(autostart); }));
-    EXPECT_NE(textOf(autostart).find(VELMO_PROGRAM), std::string::npos);
+    EXPECT_NE(textOf(autostart).find(velmoProgram), std::string::npos);
     press("space");
     EXPECT_TRUE(eventually([&] { return !std::filesystem::exists(autostart); }));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "built_files.h"
 #include "desktop_session.h"
 
 namespace velmo::desktop {
@@ -18,7 +19,7 @@ protected:
     }
 
     /// As the user does who starts the program once more.
-    void startAgain() const { outputOf({VELMO_PROGRAM}, environment_); }
+    void startAgain() const { outputOf({velmoProgram}, environment_); }
 
     void openSettings() {
         startAgain();

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "desktop_session.h"
 
 #include <algorithm>
@@ -13,7 +14,7 @@ protected:
     /// Runs Velmo to its end; its exit status and what it wrote to standard error.
     std::pair<std::optional<int>, std::string> runToEnd() {
         const auto errors = home_ / "start.err";
-        auto process = run({VELMO_PROGRAM}, errors);
+        auto process = run({velmoProgram}, errors);
         const auto status = process.wait(milliseconds(5000));
         std::ifstream stream(errors);
         return {status, std::string(std::istreambuf_iterator<char>(stream), {})};
@@ -77,8 +78,8 @@ TEST_F(Start, SecondStartAsksTheFirstToReopen) {
 
 TEST_F(Start, OfTwoAtOnceOneRuns) {
     startServer();
-    auto one = run({VELMO_PROGRAM});
-    auto other = run({VELMO_PROGRAM});
+    auto one = run({velmoProgram});
+    auto other = run({velmoProgram});
     ASSERT_TRUE(eventually([&] { return x().windowTitled("Velmo.Toggle").has_value(); }));
     const auto oneEnded = one.wait(milliseconds(1500));
     const auto otherEnded = other.wait(milliseconds(1500));

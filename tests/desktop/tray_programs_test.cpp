@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "session_bus_desktop.h"
 
 #include <algorithm>
@@ -10,12 +11,12 @@ namespace {
 /// Real programs of several toolkits, hosted over the bus and over the X11 tray.
 class TrayPrograms : public SessionBusDesktop {
 protected:
-    ChildProcess startQt() const { return run({VELMO_QT_TRAY, noteFile()}); }
+    ChildProcess startQt() const { return run({qtTrayProgram, noteFile()}); }
     ChildProcess startGtk() const { return runScript("indicator.py"); }
     ChildProcess startWx() const { return runScript("wx_tray.py"); }
 
     ChildProcess runScript(const std::string& name) const {
-        return run({"/usr/bin/python3", std::string(VELMO_CLIENTS) + "/" + name, noteFile()});
+        return run({"/usr/bin/python3", std::string(clientScripts) + "/" + name, noteFile()});
     }
 
     /// Hides an icon, reveals it, and shows that it is the same.

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "tray_client.h"
 
 #include "desktop_session.h"
@@ -34,7 +35,7 @@ protected:
         DesktopSession::TearDown();
     }
 
-    void begin() { velmo_.emplace(run({VELMO_PROGRAM}, home_ / "velmo.err")); }
+    void begin() { velmo_.emplace(run({velmoProgram}, home_ / "velmo.err")); }
     void kill() {
         velmo_->signal(SIGKILL);
         velmo_->wait(milliseconds(5000));

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "session_bus_desktop.h"
 #include "window_managers.h"
 
@@ -40,7 +41,7 @@ protected:
         return window && x().isViewable(*window) ? window : std::nullopt;
     }
     std::optional<xcb_window_t> settings() const { return shown("Velmo Settings"); }
-    void startAgain() const { outputOf({VELMO_PROGRAM}, environment_); }
+    void startAgain() const { outputOf({velmoProgram}, environment_); }
     /// Of a program that knows of no bus, where it would have an item of another kind.
     xcb_window_t startProgramWithIcon() {
         const auto bus = std::exchange(environment_["DBUS_SESSION_BUS_ADDRESS"], "disabled:");

@@ -1,5 +1,7 @@
 #include "bus_session.h"
 
+#include "built_files.h"
+
 #include <poll.h>
 
 #include <chrono>
@@ -12,7 +14,7 @@ void BusSession::SetUp() {
     folder_ = mkdtemp(pattern.data());
     bus_ = std::make_unique<desktop::PrivateBus>(folder_);
     bus_->start();
-    icons_ = std::make_unique<IconLoader>(loop_, VELMO_ICON_LOADER);
+    icons_ = std::make_unique<IconLoader>(loop_, iconLoaderProgram);
 }
 
 void BusSession::TearDown() {

@@ -1,4 +1,5 @@
 #include "linux/icons/icon_loader.h"
+#include "built_files.h"
 
 #include "bus_session.h"
 
@@ -163,7 +164,7 @@ TEST_F(IconLoading, AsksAnotherProcessWhereOneHangs) {
 TEST_F(IconLoading, GivesUpOnAnIconThatHangsTwiceAndTriesItAnewLater) {
     const auto slow = write("slow", "");
     const auto program = script("#!/bin/sh\nif [ -e '" + slow.string() +
-                                "' ]; then exec sleep 60; fi\nexec " VELMO_ICON_LOADER);
+                                "' ]; then exec sleep 60; fi\nexec " + std::string(iconLoaderProgram));
     icons_ = std::make_unique<IconLoader>(loop_, program);
     EXPECT_FALSE(load(request("audio-volume-high-symbolic")));
     std::filesystem::remove(slow);
@@ -207,7 +208,8 @@ TEST_F(IconLoading, WhatNobodyWantsAnyLongerTakesNoRoom) {
     const auto mark = (folder_ / "mark").string();
     // Only the first process hangs.
     icons_ = std::make_unique<IconLoader>(
-        loop_, script("#!/bin/sh\nif mkdir '" + mark + "'; then exec sleep 60; fi\nexec " VELMO_ICON_LOADER));
+        loop_, script("#!/bin/sh\nif mkdir '" + mark + "'; then exec sleep 60; fi\nexec " +
+                      std::string(iconLoaderProgram)));
     const auto slow = icons_->load(request("slow"), [](const auto&) {});
     runFor(0.1);
     for (int count = 0; count < 5000; ++count) {

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "bus_session.h"
 #include "icon_files.h"
 
@@ -205,8 +206,8 @@ TEST_F(ItemPictures, AnotherThemeBringsItsIcons) {
     desktop::writeTheme(folder_ / "icons", "First", "#00ff00");
     desktop::writeTheme(folder_ / "icons", "Second", "#0000ff");
     const std::string file = folder_ / "with-themes";
-    std::ofstream(file) << "#!/bin/sh\nXDG_DATA_HOME='" << folder_.string()
-                        << "' exec " VELMO_ICON_LOADER "\n";
+    std::ofstream(file) << "#!/bin/sh\nXDG_DATA_HOME='" << folder_.string() << "' exec " << iconLoaderProgram
+                        << "\n";
     std::filesystem::permissions(file, std::filesystem::perms::owner_all);
     stopHost();
     icons_ = std::make_unique<IconLoader>(loop_, file);

@@ -1,3 +1,4 @@
+#include "built_files.h"
 #include "bus_session.h"
 #include "child_process.h"
 
@@ -13,7 +14,7 @@ class OtherByteOrder : public BusSession {
 protected:
     /// A program whose icon has so many pixels a side.
     desktop::ChildProcess foreigner(int side) const {
-        return {{"/usr/bin/python3", VELMO_LINUX_TESTS "/other_byte_order.py", bus_->address(),
+        return {{"/usr/bin/python3", std::string(linuxTestFiles) + "/other_byte_order.py", bus_->address(),
                  std::to_string(side)},
                 {}};
     }

@@ -35,7 +35,7 @@ void addMenu(const NSMenu& bar, const char* title, std::initializer_list<Command
 }  // namespace
 
 NSMenu makeMainMenu() {
-    const NSMenu bar = NSMenu::create();
+    NSMenu bar = NSMenu::create();
     addMenu(bar, "Velmo", {{"Quit Velmo", actionNamed<"NSApplication", "terminate:">(), "q"}});
     // What can be undone is known to the window, whose headers do not say so.
     addMenu(bar, "Edit",

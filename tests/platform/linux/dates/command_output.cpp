@@ -1,5 +1,7 @@
 #include "command_output.h"
 
+#include "built_files.h"
+
 #include <array>
 #include <cstdio>
 #include <fstream>
@@ -18,7 +20,7 @@ std::string commandOutput(const std::string& command, bool& succeeded) {
 }
 
 std::string testFile(const std::string& name) {
-    return std::string(VELMO_DATE_TESTS) + "/" + name;
+    return std::string(linuxTestFiles) + "/dates/" + name;
 }
 
 std::string zoneFile(const std::string& zone) {
