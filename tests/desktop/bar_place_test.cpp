@@ -363,6 +363,11 @@ TEST_F(BarPlaces, OfThousandsOfWindowsTheNewestAreKnownAndFewAreAsked) {
     EXPECT_TRUE(comesHome());
     setFullScreen(window);
     EXPECT_TRUE(goesAway()) << "and the oldest";
+    std::swap(windows[0], windows[windows.size() / 2]);
+    set(x().root(), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW, windows);
+    EXPECT_TRUE(comesHome());
+    set(x().root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {window});
+    EXPECT_TRUE(goesAway()) << "and the one that the user works with";
 }
 
 }  // namespace

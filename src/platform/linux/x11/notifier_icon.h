@@ -35,7 +35,7 @@ public:
     bool click(xcb_button_t button, xcb_timestamp_t time) override;
     bool hasMenu() const override { return true; }
     WindowListEntry describe() const override;
-    void willMove(const PixelRect& place) override;
+    void willMove(const PixelRect& next) override;
 
 protected:
     void resized() override { unpainted_ = true; }

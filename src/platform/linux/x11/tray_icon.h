@@ -39,7 +39,7 @@ public:
     void appearanceChanged() override;
     std::optional<Content> content() const override;
     WindowListEntry describe() const override;
-    void willMove(const PixelRect& place) override;
+    void willMove(const PixelRect& next) override;
 
 protected:
     void resized() override;

@@ -6,8 +6,9 @@ namespace velmo::macos {
 
 class NSTimeZone : public ClassOf<NSTimeZone, "NSTimeZone", NSObject> {
 public:
-    /// What the user has chosen by now, once the system has told of a change.
+    /// What the user had chosen when the program first asked, or after `resetSystem`.
     static NSTimeZone system() { return sendToClass<NSTimeZone, "systemTimeZone">(); }
+    static void resetSystem() { sendToClass<void, "resetSystemTimeZone">(); }
 };
 
 }  // namespace velmo::macos

@@ -40,8 +40,16 @@ std::string MacosDates::formatted(Date date, DateStyle style) const {
 }
 
 std::unique_ptr<NotificationObserver> MacosDates::observeTimeZone(std::function<void()> handler) {
-    // The system has forgotten the old time zone by the time it says so.
-    return std::make_unique<NotificationTarget>(systemTimeZoneDidChange.value(), std::move(handler));
+    // The program keeps its own idea of the zone until that is dropped, of which the system may tell, too.
+    auto isResetting = std::make_shared<bool>(false);
+    return std::make_unique<NotificationTarget>(systemTimeZoneDidChange.value(),
+                                                [handler = std::move(handler), isResetting] {
+                                                    if (std::exchange(*isResetting, true))
+                                                        return;
+                                                    NSTimeZone::resetSystem();
+                                                    *isResetting = false;
+                                                    handler();
+                                                });
 }
 
 }  // namespace velmo::macos

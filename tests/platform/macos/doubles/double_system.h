@@ -138,6 +138,8 @@ struct DoubleSystem {
     std::vector<double> timerTolerances;
     /// None: that of the tests' surroundings.
     NSTimeZone timeZone;
+    /// What the program has been told, and is told again until it has that reset.
+    NSTimeZone keptTimeZone;
 };
 
 /// The one that there is, as a fresh one.

@@ -1,6 +1,7 @@
 #include "macos/appkit/ns_workspace.h"
 #include "macos/foundation/ns_apple_script.h"
 #include "macos/foundation/ns_date_formatter.h"
+#include "macos/foundation/ns_notification_center.h"
 #include "macos/foundation/ns_number.h"
 #include "macos/foundation/ns_run_loop.h"
 #include "macos/service_management/sm_app_service.h"
@@ -39,10 +40,19 @@ Implementation& ownSystemTimeZone() {
     return original;
 }
 NSTimeZone systemTimeZone(const NSTimeZone& zoneClass) {
-    if (system().timeZone)
-        return system().timeZone;
-    return Object::share<NSTimeZone>(reinterpret_cast<Id (*)(Id, Selector)>(ownSystemTimeZone())(
-        zoneClass.get(), selectorNamed<"systemTimeZone">()));
+    auto& kept = system().keptTimeZone;
+    if (!kept && system().timeZone)
+        kept = system().timeZone;
+    if (!kept)
+        kept = Object::share<NSTimeZone>(reinterpret_cast<Id (*)(Id, Selector)>(ownSystemTimeZone())(
+            zoneClass.get(), selectorNamed<"systemTimeZone">()));
+    return kept;
+}
+void resetSystemTimeZone(const NSTimeZone& /*zoneClass*/) {
+    system().keptTimeZone = {};
+    Message<"NSNotificationCenter", false, "postNotificationName:object:", void, NSString, Object>::send(
+        NSNotificationCenter::defaultCenter().get(), NSString::from("NSSystemTimeZoneDidChangeNotification"),
+        Object());
 }
 
 void setTolerance(const NSTimer& /*timer*/, double seconds) {
@@ -118,6 +128,7 @@ void addMissingMethods() {
         const RawClass zones = metaclassOf(classNamed<"NSTimeZone">());
         ownSystemTimeZone() = class_getMethodImplementation(zones, selectorNamed<"systemTimeZone">());
         setMethod<"systemTimeZone", &systemTimeZone>(zones);
+        setMethod<"resetSystemTimeZone", &resetSystemTimeZone>(zones);
         setMethod<"setTolerance:", &setTolerance>(classNamed<"NSTimer">());
         setMethod<"initWithSource:", &initWithSource>(classNamed<"NSAppleScript">());
         setMethod<"executeAndReturnError:", &executeScript>(classNamed<"NSAppleScript">());

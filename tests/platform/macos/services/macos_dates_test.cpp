@@ -122,6 +122,10 @@ TEST_F(MacosDatesTest, WritesDatesInTheTimeZoneThatTheUserHasChosenSince) {
     EXPECT_EQ(formatter->string(noonOnNewYearsEve2024), "12:00");
     system.timeZone = Message<"NSTimeZone", true, "timeZoneWithName:", NSTimeZone, NSString>::send(
         NSTimeZone::classObject(), NSString::from("Asia/Tokyo"));
+    EXPECT_EQ(formatter->string(noonOnNewYearsEve2024), "12:00") << "the system keeps what it has said";
+    const auto observer = dates.observeTimeZone([] {});
+    Message<"NSNotificationCenter", false, "postNotificationName:object:", void, NSString, Object>::send(
+        NSNotificationCenter::defaultCenter().get(), systemTimeZoneDidChange.value(), Object());
     EXPECT_EQ(formatter->string(noonOnNewYearsEve2024), "20:00");
 }
 
