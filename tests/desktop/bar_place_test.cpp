@@ -364,6 +364,7 @@ TEST_F(BarPlaces, OfThousandsOfWindowsTheNewestAreKnownAndFewAreAsked) {
     setFullScreen(window);
     EXPECT_TRUE(goesAway()) << "and the oldest";
     std::swap(windows[0], windows[windows.size() / 2]);
+    set(x().root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {XCB_WINDOW_NONE});
     set(x().root(), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW, windows);
     EXPECT_TRUE(comesHome());
     set(x().root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {window});

@@ -117,14 +117,8 @@ std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const 
     };
     // All questions before the first answer, so that the server is waited for only once.
     std::vector<Question> questions;
-    const auto active = askForActive();
-    auto windows = managedWindowsOfOthers(connection_);
-    // A list of very many is not asked whole, but the one that the user works with always is.
-    for (const auto window : numbersFrom(connection_, active)) {
-        if (std::find(windows.begin(), windows.end(), window) == windows.end() && window != XCB_WINDOW_NONE &&
-            window != connection_.root() && !connection_.isOurs(window))
-            windows.push_back(window);
-    }
+    const auto windows = managedWindowsOfOthers(connection_, activeWindow());
+    questions.reserve(windows.size());
     for (const auto window : windows) {
         questions.push_back({window,
                              xcb_get_property(raw, 0, window, atoms.netWmState, XCB_ATOM_ATOM, 0, mostStates),
@@ -163,14 +157,11 @@ bool FullScreenWindows::isBareProgram(xcb_window_t window) const {
            !hasShadow && !is(atoms.netWmWindowTypeDesktop) && !is(atoms.netWmWindowTypeDock);
 }
 
-xcb_get_property_cookie_t FullScreenWindows::askForActive() const {
-    return xcb_get_property(connection_.raw(), 0, connection_.root(), connection_.atoms().netActiveWindow,
-                            XCB_ATOM_WINDOW, 0, 1);
-}
-
-bool FullScreenWindows::isActive(xcb_window_t window) const {
-    const auto active = numbersFrom(connection_, askForActive());
-    return !active.empty() && active.front() == window;
+xcb_window_t FullScreenWindows::activeWindow() const {
+    const auto cookie = xcb_get_property(connection_.raw(), 0, connection_.root(),
+                                         connection_.atoms().netActiveWindow, XCB_ATOM_WINDOW, 0, 1);
+    const auto active = numbersFrom(connection_, cookie);
+    return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
 }
 
 bool FullScreenWindows::isSeen(xcb_window_t window) const {
@@ -200,7 +191,7 @@ bool FullScreenWindows::find() const {
     const auto dock = std::find(stack.begin(), stack.end(), topLevelOf(connection_, dock_));
     return std::any_of(clients.begin(), clients.end(), [&](const Client& client) {
         return std::find(dock, stack.end(), client.topLevel) != stack.end() ||
-               (!client.saysSo && isActive(client.window));
+               (!client.saysSo && client.window == activeWindow());
     });
 }
 

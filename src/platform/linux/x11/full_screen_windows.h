@@ -43,8 +43,7 @@ private:
     /// Those of them that lie over the area.
     std::vector<Client> coveringClients() const;
     bool isBareProgram(xcb_window_t window) const;
-    xcb_get_property_cookie_t askForActive() const;
-    bool isActive(xcb_window_t window) const;
+    xcb_window_t activeWindow() const;
     bool isSeen(xcb_window_t window) const;
     bool find() const;
 

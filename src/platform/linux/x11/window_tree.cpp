@@ -2,6 +2,7 @@
 
 #include "linux/x11/reply.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -50,7 +51,7 @@ std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry
                      reply->height + 2 * reply->border_width};
 }
 
-std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection) {
+std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection, xcb_window_t always) {
     const auto value = connection.property(connection.root(), connection.atoms().netClientList,
                                            XCB_ATOM_WINDOW, longestList * sizeof(xcb_window_t));
     std::vector<xcb_window_t> windows(value.size() / sizeof(xcb_window_t));
@@ -59,8 +60,14 @@ std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection) {
     std::erase_if(windows, [&](xcb_window_t window) {
         return connection.isOurs(window) || window == connection.root();
     });
-    if (std::ssize(windows) > mostManaged)
-        windows.erase(windows.begin() + mostManaged / 2, windows.end() - mostManaged / 2);
+    if (std::ssize(windows) > mostManaged) {
+        const auto first = windows.begin() + mostManaged / 2;
+        const auto last = windows.end() - mostManaged / 2;
+        const bool isAmongThem = std::find(first, last, always) != last;
+        windows.erase(first, last);
+        if (isAmongThem)
+            windows.push_back(always);
+    }
     return windows;
 }
 
