@@ -383,7 +383,7 @@ bool DesktopSession::isHidden(xcb_window_t window) const {
 
 bool DesktopSession::dividerIsExpanded() const {
     const auto place = x().area(divider());
-    return place && place->width == 10000;
+    return place && place->width == 1;
 }
 
 std::optional<Area> DesktopSession::panel() const {

@@ -114,6 +114,7 @@ protected:
     bool isOnScreen(xcb_window_t window) const;
     /// There, and pushed off the left edge of the screen.
     bool isHidden(xcb_window_t window) const;
+    /// Longer than the bar, which no window of it is.
     bool dividerIsExpanded() const;
     /// Where the panel of hidden items is, while it is shown.
     std::optional<Area> panel() const;

@@ -117,6 +117,10 @@ bool IconsSession::areLaidOut(const Area& monitor, double scale) const {
     for (const auto& [name, area] : items()) {
         if (area.x < outOfReach)
             continue;
+        if (name == "Divider" && dividerIsExpanded()) {
+            edge = area.x;
+            continue;
+        }
         if (area.x + area.width != edge || area.y != monitor.y || area.height != pixels(barThickness))
             return false;
         edge = area.x;

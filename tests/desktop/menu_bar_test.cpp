@@ -138,7 +138,7 @@ TEST_F(MenuBarWindow, DrawsAtTheDesktopsScale) {
     startVelmo();
     EXPECT_EQ(x().area(bar())->height, 52);
     EXPECT_EQ(x().area(toggle())->width, 62);
-    EXPECT_TRUE(eventually([&] { return x().area(divider())->width == 20000; }));
+    EXPECT_TRUE(eventually([&] { return dividerIsExpanded(); }));
     const auto icon = startTrayProgram("gxkb", "Gxkb");
     EXPECT_TRUE(eventually([&] { return x().area(icon)->width == 40; }));
     EXPECT_TRUE(isOnScreen(icon));
@@ -155,11 +155,23 @@ TEST_F(MenuBarWindow, ItemsBeyondTheReachOfCoordinatesStayOffTheScreen) {
     ASSERT_TRUE(eventually([&] { return x().area(icon)->x < x().area(alwaysHiddenDivider())->x; }));
     click(toggle());
     // 40,000 pixels left of the screen is more than a window can be told.
-    ASSERT_TRUE(eventually([&] { return x().area(alwaysHiddenDivider())->width == 20000; }));
+    ASSERT_TRUE(eventually([&] { return isHidden(alwaysHiddenDivider()); }));
     EXPECT_TRUE(eventually([&] { return x().area(icon)->x < -20000; }));
     EXPECT_LT(x().area(alwaysHiddenDivider())->x + x().area(alwaysHiddenDivider())->width, 0);
     clickHolding("Alt_L", toggle());
     EXPECT_TRUE(eventually([&] { return isOnScreen(icon); }));
+}
+
+TEST_F(MenuBarWindow, IsBareWhereALongDividerReaches) {
+    startVelmo();
+    ASSERT_TRUE(eventually([&] { return dividerIsExpanded(); }));
+    const int beforeToggle = x().area(toggle())->x - 1;
+    EXPECT_EQ(x().childAt(bar(), beforeToggle, 13), xcb_window_t{XCB_WINDOW_NONE});
+    EXPECT_EQ(x().childAt(bar(), 0, 13), xcb_window_t{XCB_WINDOW_NONE});
+    click(toggle());
+    ASSERT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+    EXPECT_EQ(x().childAt(bar(), beforeToggle, 13), divider());
+    EXPECT_EQ(x().childAt(bar(), 0, 13), xcb_window_t{XCB_WINDOW_NONE});
 }
 
 TEST_F(MenuBarWindow, FollowsTheDesktopsSettingsLive) {

@@ -80,7 +80,7 @@ TEST_F(ToggleMenu, EntriesChosenByKeyboard) {
     openMenuAt(toggle());
     chooseEntry(1);
     ASSERT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
-    EXPECT_EQ(x().area(alwaysHiddenDivider())->width, 10000);
+    EXPECT_TRUE(isHidden(alwaysHiddenDivider()));
     openMenuAt(toggle());
     chooseEntry(2);
     ASSERT_TRUE(eventually([&] { return x().area(alwaysHiddenDivider())->width == 12; }));

@@ -115,6 +115,13 @@ std::optional<Area> XObserver::area(xcb_window_t window) const {
     return Area{place->dst_x, place->dst_y, geometry->width, geometry->height};
 }
 
+xcb_window_t XObserver::childAt(xcb_window_t window, int x, int y) const {
+    const auto cookie = xcb_translate_coordinates(connection_, window, window, static_cast<std::int16_t>(x),
+                                                  static_cast<std::int16_t>(y));
+    const auto reply = owned(xcb_translate_coordinates_reply(connection_, cookie, nullptr));
+    return reply ? reply->child : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 xcb_window_t XObserver::topAt(int x, int y) const {
     xcb_window_t top = XCB_WINDOW_NONE;
     for (const auto window : children(root_)) {

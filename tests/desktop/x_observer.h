@@ -44,6 +44,8 @@ public:
     /// The first window below `ancestor` with this class.
     std::optional<xcb_window_t> windowOfClass(xcb_window_t ancestor, const std::string& name) const;
     std::optional<Area> area(xcb_window_t window) const;
+    /// The topmost of its mapped children at that pixel of the window. XCB_WINDOW_NONE where there is none.
+    xcb_window_t childAt(xcb_window_t window, int x, int y) const;
     /// The child of the root window that is seen at that place. None where there is none.
     xcb_window_t topAt(int x, int y) const;
     /// True where it and all its ancestors are mapped.

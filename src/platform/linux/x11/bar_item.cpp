@@ -1,6 +1,7 @@
 #include "bar_item.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -29,7 +30,7 @@ std::optional<BarItem::Content> BarItem::content() const {
     return Content{window_,
                    connection_.screen().root_visual,
                    false,
-                   {0, 0, place_->width, place_->height},
+                   {0, 0, windowArea_.width, windowArea_.height},
                    XCB_PIXMAP_NONE};
 }
 
@@ -43,28 +44,39 @@ bool BarItem::contains(int x, int y) const {
     return place_ && x >= 0 && y >= 0 && x < place_->width && y < place_->height;
 }
 
+PixelRect BarItem::windowArea(const PixelRect& place) const {
+    return {std::max(place.x, leftmost), place.y, std::clamp(place.width, 1, widest),
+            std::clamp(place.height, 1, widest)};
+}
+
 void BarItem::setPlace(const std::optional<PixelRect>& place) {
     if (place == place_)
         return;
-    const auto former = place_;
+    const bool wasShown = place_.has_value();
     place_ = place;
     if (!place) {
         xcb_unmap_window(connection_.raw(), window_);
         return;
     }
-    const std::uint32_t values[] = {static_cast<std::uint32_t>(std::max(place->x, leftmost)),
-                                    static_cast<std::uint32_t>(place->y),
-                                    static_cast<std::uint32_t>(std::clamp(place->width, 1, widest)),
-                                    static_cast<std::uint32_t>(std::clamp(place->height, 1, widest))};
-    xcb_configure_window(
-        connection_.raw(), window_,
-        XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-        values);
-    if (!former || former->width != place->width || former->height != place->height)
+    const PixelRect former = std::exchange(windowArea_, windowArea(*place));
+    const bool resizes =
+        !wasShown || former.width != windowArea_.width || former.height != windowArea_.height;
+    configureWindow(resizes);
+    if (resizes)
         resized();
-    if (!former)
+    if (!wasShown)
         xcb_map_window(connection_.raw(), window_);
     moved();
+}
+
+/// A server that is told a size lays out all that is in the window, also where it has that size already.
+void BarItem::configureWindow(bool resizes) const {
+    const std::uint32_t values[] = {
+        static_cast<std::uint32_t>(windowArea_.x), static_cast<std::uint32_t>(windowArea_.y),
+        static_cast<std::uint32_t>(windowArea_.width), static_cast<std::uint32_t>(windowArea_.height)};
+    constexpr std::uint16_t position = XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y;
+    constexpr std::uint16_t size = XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
+    xcb_configure_window(connection_.raw(), window_, resizes ? position | size : position, values);
 }
 
 void BarItem::listenToMouse() {

@@ -76,6 +76,8 @@ public:
 
 protected:
     void setIdentity(const std::string& identity) { identity_ = identity; }
+    /// Where the window is to lie for an item at that place, in pixels of the bar.
+    virtual PixelRect windowArea(const PixelRect& place) const;
     /// The window's size has changed.
     virtual void resized() = 0;
     /// The item has another place.
@@ -91,10 +93,13 @@ protected:
 
 private:
     void handle(const xcb_generic_event_t& event);
+    void configureWindow(bool resizes) const;
 
     std::string identity_;
     xcb_window_t window_;
     std::optional<PixelRect> place_;
+    /// The window's own, in pixels of the bar.
+    PixelRect windowArea_;
     Registration mouseEvents_;
 };
 

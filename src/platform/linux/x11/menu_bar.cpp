@@ -190,15 +190,19 @@ int MenuBar::rightEdge() const {
     return area_.width - appearance().pixels(bar_metrics::rightMargin);
 }
 
+bool MenuBar::isLong(int width) const {
+    return width >= appearance().pixels(longItem);
+}
+
 bool MenuBar::isLong(const BarItem& item) const {
-    return item.preferredWidth() >= appearance().pixels(longItem);
+    return isLong(item.preferredWidth());
 }
 
 /// What is short while an item is held stays short until that is let go: else the items between which it is
 /// to be dropped would be taken away.
 int MenuBar::widthOf(const BarItem& item) const {
     const auto& place = item.place();
-    const bool waits = taken_ && place && isLong(item) && place->width < appearance().pixels(longItem);
+    const bool waits = taken_ && place && isLong(item) && !isLong(place->width);
     return waits ? place->width : item.preferredWidth();
 }
 
@@ -288,19 +292,30 @@ void MenuBar::layOut() {
         places.push_back({x, 0, widths[index], area_.height});
     }
     moveItems(shown, places);
-    // The server moves the items while we draw those of ours that have changed.
     for (auto* item : items_)
         item->displayIfNeeded();
     tellOfChange();
 }
 
-/// In one step: nobody sees, or pictures, a bar in which some have moved and others have not.
 void MenuBar::moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places) {
+    bool changes = std::any_of(items_.begin(), items_.end(),
+                               [](const auto* item) { return !item->isShown() && item->place(); });
     // What takes longer comes first, as everybody waits for the step itself.
     for (std::size_t index = 0; index < shown.size(); ++index) {
-        if (shown[index]->place() != places[index])
-            shown[index]->willMove(places[index]);
+        if (shown[index]->place() == places[index])
+            continue;
+        shown[index]->willMove(places[index]);
+        changes = true;
     }
+    if (!changes)
+        return;
+    moveInOneStep(shown, places);
+    // Often the server shares our processor: nothing that we draw delays the step.
+    connection().sync();
+}
+
+/// Nobody sees, or pictures, a bar in which some have moved and others have not.
+void MenuBar::moveInOneStep(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places) {
     const ServerGrab grab(connection());
     for (std::size_t index = 0; index < shown.size(); ++index)
         shown[index]->setPlace(places[index]);

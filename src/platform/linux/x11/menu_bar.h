@@ -124,12 +124,15 @@ public:
     void setLifted(bool lifted) { place_.setLifted(lifted); }
     /// True where the item hides what lies left of it.
     bool isLong(const BarItem& item) const;
+    /// The same of one so many pixels wide.
+    bool isLong(int width) const;
 
 private:
     void settle();
     void makeTile();
     void layOut();
     void moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places);
+    void moveInOneStep(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places);
     void stackAtRest(const BarItem& item) const;
     void placeNewItems();
     void letGo();

@@ -159,6 +159,14 @@ std::unique_ptr<TrackingArea> StatusItemWindow::addTrackingArea(const Rect& rect
     return std::make_unique<WindowTracking>(connection_, bar_.currentEvent(), window(), *owner);
 }
 
+/// What is long shows nothing. A window over all of it would be painted, and be in the way of the bare bar.
+PixelRect StatusItemWindow::windowArea(const PixelRect& place) const {
+    auto area = BarItem::windowArea(place);
+    if (bar_.isLong(place.width))
+        area.width = 1;
+    return area;
+}
+
 int StatusItemWindow::preferredWidth() const {
     const auto& appearance = bar_.appearance();
     if (length_ != variableLength)
@@ -265,16 +273,9 @@ void StatusItemWindow::setHighlighted(bool highlighted) {
     setNeedsDisplay();
 }
 
-void StatusItemWindow::pointerEntered() {
-    if (!bar_.isLong(*this))
-        toolTip_.pointerEntered();
-}
-
 void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {
     const auto type = pressType(event.detail);
-    // A long divider is not seen: what is pressed there is the bare bar.
-    const bool isSeen = !bar_.isLong(*this);
-    const std::int64_t number = isSeen ? bar_.localEvents().notePress(event.time) : 0;
+    const std::int64_t number = bar_.localEvents().notePress(event.time);
     toolTip_.end();
     // A second button during a press belongs to the first one's click.
     if (!type || pressedButton_ != 0)
@@ -283,9 +284,7 @@ void StatusItemWindow::pressed(const xcb_button_press_event_t& event) {
                       .modifierFlags = bar_.modifiers().flags(event.state),
                       .windowNumber = window(),
                       .eventNumber = number};
-    if (isSeen && isSwallowed(press))
-        return;
-    if (!enabled_)
+    if (isSwallowed(press) || !enabled_)
         return;
     pressedButton_ = event.detail;
     pressNumber_ = number;

@@ -61,6 +61,7 @@ public:
     void appearanceChanged() override;
 
 protected:
+    PixelRect windowArea(const PixelRect& place) const override;
     void resized() override { needsDisplay_ = true; }
 
 private:
@@ -87,7 +88,7 @@ private:
     void setHighlighted(bool highlighted);
     void pressed(const xcb_button_press_event_t& event) override;
     void released(const xcb_button_release_event_t& event) override;
-    void pointerEntered() override;
+    void pointerEntered() override { toolTip_.pointerEntered(); }
     void pointerLeft() override { toolTip_.end(); }
     bool isSwallowed(const Event& event);
     void send(const Event& event);
