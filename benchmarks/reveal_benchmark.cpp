@@ -7,6 +7,7 @@
 #include "x_event.h"
 
 #include <poll.h>
+#include <sched.h>
 #include <xcb/xtest.h>
 
 #include <chrono>
@@ -189,6 +190,30 @@ private:
     std::set<xcb_window_t> shown_;
 };
 
+/// The watch keeps to the last processor and leaves the others to those that it watches: it is woken by each
+/// icon that moves, and the server would wait for it.
+class OutOfTheWay {
+public:
+    OutOfTheWay() {
+        sched_getaffinity(0, sizeof(allowed_), &allowed_);
+        if (CPU_COUNT(&allowed_) < 2)
+            return;
+        int last = CPU_SETSIZE - 1;
+        while (!CPU_ISSET(last, &allowed_))
+            --last;
+        cpu_set_t own;
+        CPU_ZERO(&own);
+        CPU_SET(last, &own);
+        sched_setaffinity(0, sizeof(own), &own);
+    }
+    ~OutOfTheWay() { sched_setaffinity(0, sizeof(allowed_), &allowed_); }
+    OutOfTheWay(const OutOfTheWay&) = delete;
+    OutOfTheWay& operator=(const OutOfTheWay&) = delete;
+
+private:
+    cpu_set_t allowed_{};
+};
+
 struct Figures {
     std::vector<double> reveals;
     std::vector<double> hides;
@@ -196,6 +221,7 @@ struct Figures {
 
 /// A round of one after a round of the other: what else the machine does falls on all alike.
 std::vector<Figures> race(const std::vector<std::unique_ptr<Contender>>& contenders) {
+    const OutOfTheWay outOfTheWay;
     std::vector<Stopwatch> watches;
     for (const auto& contender : contenders)
         watches.emplace_back(*contender);
@@ -211,20 +237,31 @@ std::vector<Figures> race(const std::vector<std::unique_ptr<Contender>>& contend
     return figures;
 }
 
-void print(const char* what, const std::vector<double>& times, const std::vector<double>& ours) {
-    std::printf("  %s %8.2f ms, 95th %8.2f  x%6.2f", what, median(times), percentile95(times),
-                median(times) / median(ours));
-}
-
-/// As many times the first one's.
 void print(int icons, const std::vector<std::string>& names, const std::vector<Figures>& figures) {
     for (std::size_t index = 0; index < figures.size(); ++index) {
         std::printf("%4d icons %-13s", icons, names[index].c_str());
-        print("reveal", figures[index].reveals, figures.front().reveals);
-        print("hide", figures[index].hides, figures.front().hides);
+        const auto print = [&](const char* what, std::vector<double> Figures::*times) {
+            const auto& theirs = figures[index].*times;
+            const auto& ours = figures.front().*times;
+            std::printf("  %s %6.2f ms, 95th %6.2f", what, median(theirs), percentile95(theirs));
+            if (index > 0)
+                std::printf(", ours is %.2f and %.2f times that", median(ours) / median(theirs),
+                            percentile95(ours) / percentile95(theirs));
+        };
+        print("reveal", &Figures::reveals);
+        print("hide", &Figures::hides);
         std::printf("\n");
         std::fflush(stdout);
     }
+}
+
+/// Of the first one's medians and those of the other.
+bool areAtMost(const char* what, const Figures& ours, const Figures& theirs, double limit) {
+    bool kept = isAtMost((std::string("reveals, as many times ") + what).c_str(),
+                         median(ours.reveals) / median(theirs.reveals), limit);
+    return isAtMost((std::string("hides, as many times ") + what).c_str(),
+                    median(ours.hides) / median(theirs.hides), limit) &&
+           kept;
 }
 
 /// Where icons become narrower with each reveal, and wider with each that hides them.
@@ -236,9 +273,7 @@ bool compareCrowdedReveals() {
         contenders.push_back(std::make_unique<VelmoContender>(icons, crowdedScreen));
         const auto figures = race(contenders);
         print(icons, {"with room", "crowded"}, figures);
-        kept = isAtMost("as many times that with room",
-                        median(figures[1].reveals) / median(figures[0].reveals), mostCrowded) &&
-               kept;
+        kept = areAtMost("those with room", figures[1], figures[0], mostCrowded) && kept;
     }
     return kept;
 }
@@ -260,10 +295,9 @@ bool compareReveals() {
         for (const auto& contender : contenders)
             names.push_back(contender->name());
         print(icons, names, figures);
-        const double ours = median(figures[0].reveals);
-        kept = isAtMost("as many times the bare program's", ours / median(figures[1].reveals), 2) && kept;
+        kept = areAtMost("the bare program's", figures[0], figures[1], 2) && kept;
         if (xfce)
-            kept = isAtMost("the same of xfce4-panel's", ours / median(figures[2].reveals), 1.0 / 3) && kept;
+            kept = areAtMost("xfce4-panel's", figures[0], figures[2], 1.0 / 3) && kept;
     }
     return compareCrowdedReveals() && kept;
 }
