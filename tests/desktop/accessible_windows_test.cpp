@@ -50,6 +50,7 @@ TEST_F(AccessibleWindows, PanelNamesEachItemAndIsWorkedByAssistivePrograms) {
 
     activate("Network");
     EXPECT_TRUE(eventually([&] { return !panelWindow() && isOnScreen(icon); }));
+    EXPECT_TRUE(eventually([&] { return program.callsOf("Activate") == 1; }));
     movePointer(farLeft, 300);
     openPanelWindow();
     activate("Velmo Settings");
