@@ -15,6 +15,8 @@ import mach_o
 
 ARCHITECTURES = {"arm64", "x86_64"}
 MINIMUM_SYSTEM = "14.0"
+# By which messages are sent whose results do not fit the registers.
+LARGE_RESULTS = "_objc_msgSend_stret"
 LIBRARIES = {*frameworks.install_names().values(), "/usr/lib/libobjc.A.dylib", "/usr/lib/libSystem.B.dylib"}
 # What a compiler other than Zig links, too.
 POSSIBLE_LIBRARIES = LIBRARIES | {"/usr/lib/libc++.1.dylib"}
@@ -25,6 +27,12 @@ def program_problems(program):
         yield "is not a position-independent program"
     if program.minimum_system != MINIMUM_SYSTEM:
         yield f"needs macOS {program.minimum_system or '(does not say)'}"
+    # The system treats programs as what they were built for.
+    if not float(program.sdk or 0) >= float(MINIMUM_SYSTEM):
+        yield f"is built for macOS {program.sdk or '(does not say)'}"
+    # On arm64 all results come in registers or where the caller says; there is no such function.
+    if (LARGE_RESULTS in program.imports) != (program.architecture == "x86_64"):
+        yield f"imports {LARGE_RESULTS}" if LARGE_RESULTS in program.imports else f"does not import {LARGE_RESULTS}"
     paths = set(program.libraries)
     yield from (f"does not load {path}" for path in sorted(LIBRARIES - paths))
     yield from (f"loads {path}" for path in sorted(paths - POSSIBLE_LIBRARIES))
@@ -106,8 +114,11 @@ def icon_sides(icon):
         return set()
     sides, at = set(), 8
     while at < len(icon):
+        length = struct.unpack_from(">I", icon, at + 4)[0]
+        if length < 28:
+            return set()
         sides.add(struct.unpack_from(">I", icon, at + 24)[0])
-        at += struct.unpack_from(">I", icon, at + 4)[0]
+        at += length
     return sides
 
 

@@ -6,10 +6,12 @@ usage: damaged_bundles.py FOLDER.app
 
 import pathlib
 import shutil
+import struct
 import sys
 import tempfile
 
 import check_bundle
+import mach_o
 
 
 def replace(path, old, new):
@@ -17,6 +19,13 @@ def replace(path, old, new):
     if old not in data:
         sys.exit(f"{path} has no {old!r}")
     path.write_bytes(data.replace(old, new, 1))
+
+
+def clear_after(path, mark):
+    """The number that follows the mark."""
+    data = path.read_bytes()
+    at = data.index(mark) + len(mark)
+    path.write_bytes(data[:at] + bytes(4) + data[at + 4:])
 
 
 def change_byte(path, part):
@@ -32,6 +41,19 @@ def change_directory(path, offset, value):
     path.write_bytes(data)
 
 
+def rename_import(path, architecture, old, new):
+    """In all tables of that architecture's part."""
+    data = path.read_bytes()
+    cpu = {name: number for number, name in mach_o.CPU_NAMES.items()}[architecture]
+    parts = (struct.unpack_from(">IIIII", data, 8 + 20 * number)
+             for number in range(struct.unpack_from(">I", data, 4)[0]))
+    start, end = next((offset, offset + size) for kind, _, offset, size, _ in parts if kind == cpu)
+    part = data[start:end].replace(old + b"\0", new.ljust(len(old), b"\0") + b"\0")
+    if part == data[start:end]:
+        sys.exit(f"{path} has no {old!r} for {architecture}")
+    path.write_bytes(data[:start] + part + data[end:])
+
+
 # What is done to the contents, and words of the complaint.
 DAMAGES = [
     (lambda contents: (contents / "PkgInfo").unlink(), "has no PkgInfo"),
@@ -43,6 +65,13 @@ DAMAGES = [
     (lambda contents: replace(contents / "Resources/Velmo.icns", b"icns", b"icnt"), "has a damaged icon"),
     (lambda contents: replace(contents / "Resources/Velmo.icns", b"IHDR\0\0\0\x10", b"IHDR\0\0\0\x11"),
      "has a damaged icon"),
+    (lambda contents: clear_after(contents / "Resources/Velmo.icns", b"icp4"), "has a damaged icon"),
+    (lambda contents: replace(contents / "MacOS/Velmo", struct.pack("<II", 14 << 16, 15 << 16 | 1 << 8),
+                              struct.pack("<II", 14 << 16, 13 << 16)), "x86_64: is built for macOS 13.0"),
+    (lambda contents: rename_import(contents / "MacOS/Velmo", "x86_64", b"_objc_msgSend_stret", b"_objc_msgSend"),
+     "x86_64: does not import _objc_msgSend_stret"),
+    (lambda contents: rename_import(contents / "MacOS/Velmo", "arm64", b"_objc_registerClassPair",
+                                    b"_objc_msgSend_stret"), "arm64: imports _objc_msgSend_stret"),
     (lambda contents: change_byte(contents / "MacOS/Velmo", 0.25), "x86_64: has been changed"),
     (lambda contents: change_byte(contents / "MacOS/Velmo", 0.75), "arm64: has been changed"),
     (lambda contents: replace(contents / "MacOS/Velmo", b"Carbon.framework", b"Cardon.framework"), "does not load"),

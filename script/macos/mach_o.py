@@ -15,6 +15,8 @@ class Program:
     file_type: int
     flags: int
     minimum_system: str = ""
+    # Of the system for which it was built.
+    sdk: str = ""
     libraries: list = field(default_factory=list)
     # Undefined symbol -> path of the library in which it is looked for.
     imports: dict = field(default_factory=dict)
@@ -43,8 +45,8 @@ def _program(data):
         if command in (0xC, 0x80000018):  # LC_LOAD_DYLIB, LC_LOAD_WEAK_DYLIB
             program.libraries.append(_text(data, at + struct.unpack_from("<I", data, at + 8)[0]))
         elif command == 0x32:  # LC_BUILD_VERSION
-            minimum = struct.unpack_from("<I", data, at + 12)[0]
-            program.minimum_system = f"{minimum >> 16}.{minimum >> 8 & 0xFF}"
+            program.minimum_system, program.sdk = (f"{version >> 16}.{version >> 8 & 0xFF}"
+                                                   for version in struct.unpack_from("<II", data, at + 12))
         elif command == 0x2:  # LC_SYMTAB
             symbols = struct.unpack_from("<4I", data, at + 8)
         elif command == 0x1D:  # LC_CODE_SIGNATURE
