@@ -4,95 +4,19 @@
 #include "linux/qt/views/leaf_nodes.h"
 #include "linux/qt/views/stack_nodes.h"
 #include "linux/qt/views/tab_view_node.h"
+#include "make_node.h"
 #include "view_node.h"
 
 namespace velmo {
 
-namespace {
-
-template <typename Content>
-struct NodeOf;
-template <>
-struct NodeOf<EmptyView> {
-    using Type = EmptyNode;
-};
-template <>
-struct NodeOf<Text> {
-    using Type = TextNode;
-};
-template <>
-struct NodeOf<ImageView> {
-    using Type = ImageNode;
-};
-template <>
-struct NodeOf<Divider> {
-    using Type = DividerNode;
-};
-template <>
-struct NodeOf<Spacer> {
-    using Type = SpacerNode;
-};
-template <>
-struct NodeOf<HStack> {
-    using Type = HStackNode;
-};
-template <>
-struct NodeOf<VStack> {
-    using Type = VStackNode;
-};
-template <>
-struct NodeOf<Grid> {
-    using Type = GridNode;
-};
-template <>
-struct NodeOf<Label> {
-    using Type = LabelNode;
-};
-template <>
-struct NodeOf<Button> {
-    using Type = ButtonNode;
-};
-template <>
-struct NodeOf<Toggle> {
-    using Type = ToggleNode;
-};
-template <>
-struct NodeOf<Picker> {
-    using Type = PickerNode;
-};
-template <>
-struct NodeOf<Slider> {
-    using Type = SliderNode;
-};
-template <>
-struct NodeOf<TextField> {
-    using Type = TextFieldNode;
-};
-template <>
-struct NodeOf<LabeledContent> {
-    using Type = LabeledContentNode;
-};
-template <>
-struct NodeOf<Form> {
-    using Type = FormNode;
-};
-template <>
-struct NodeOf<Section> {
-    using Type = SectionNode;
-};
-template <>
-struct NodeOf<TabView> {
-    using Type = TabViewNode;
-};
-
-}  // namespace
-
 std::unique_ptr<ViewNode> makeViewNode(const ViewContent& content, QWidget& surface) {
-    return std::visit(
-        [&]<typename Content>(const Content& /*content*/) -> std::unique_ptr<ViewNode> {
-            return std::make_unique<typename NodeOf<Content>::Type>(surface);
-        },
-        content);
+    return makeNode<ViewNode, Shows<EmptyView, EmptyNode>, Shows<Text, TextNode>, Shows<ImageView, ImageNode>,
+                    Shows<Divider, DividerNode>, Shows<Spacer, SpacerNode>, Shows<HStack, HStackNode>,
+                    Shows<VStack, VStackNode>, Shows<Grid, GridNode>, Shows<Label, LabelNode>,
+                    Shows<Button, ButtonNode>, Shows<Toggle, ToggleNode>, Shows<Picker, PickerNode>,
+                    Shows<Slider, SliderNode>, Shows<TextField, TextFieldNode>,
+                    Shows<LabeledContent, LabeledContentNode>, Shows<Form, FormNode>,
+                    Shows<Section, SectionNode>, Shows<TabView, TabViewNode>>(content, surface);
 }
 
 }  // namespace velmo
