@@ -30,6 +30,10 @@ public:
     void setControlSize(NSControlSize size) const { send<void, "setControlSize:">(size); }
     /// Not retained.
     void setTarget(const Object& target) const { send<void, "setTarget:">(target); }
+    /// Has the target perform the action.
+    void performAction() const {
+        send<bool, "sendAction:to:">(send<Selector, "action">(), send<Object, "target">());
+    }
     void setAction(Selector action) const { send<void, "setAction:">(action); }
     void sendActionOn(NSEventMask mask) const { send<NSInteger, "sendActionOn:">(mask); }
 

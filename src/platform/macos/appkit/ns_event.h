@@ -29,6 +29,8 @@ public:
 
     NSEventType type() const { return send<NSEventType, "type">(); }
     NSEventModifierFlags modifierFlags() const { return send<NSEventModifierFlags, "modifierFlags">(); }
+    /// Of mouse events. Points, origin at the bottom left.
+    CGPoint locationInWindow() const { return send<CGPoint, "locationInWindow">(); }
     NSInteger windowNumber() const { return send<NSInteger, "windowNumber">(); }
 
     // Only events of the right kind may be asked for these.

@@ -36,6 +36,11 @@ public:
     void setDelegate(const Object& delegate) const { send<void, "setDelegate:">(delegate); }
     void setDisplayMode(NSToolbarDisplayMode mode) const { send<void, "setDisplayMode:">(mode); }
     void setAllowsUserCustomization(bool allows) const { send<void, "setAllowsUserCustomization:">(allows); }
+    /// Since macOS 15; before, it does nothing.
+    void setAllowsDisplayModeCustomization(bool allows) const {
+        if (respondsTo(selectorNamed<"setAllowsDisplayModeCustomization:">()))
+            send<void, "setAllowsDisplayModeCustomization:">(allows);
+    }
     void setSelectedItemIdentifier(const NSString& identifier) const {
         send<void, "setSelectedItemIdentifier:">(identifier);
     }

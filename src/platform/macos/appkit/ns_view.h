@@ -19,7 +19,6 @@ public:
     /// In the view around it.
     CGRect frame() const { return send<CGRect, "frame">(); }
     void setFrame(const CGRect& frame) const { send<void, "setFrame:">(frame); }
-    void setFrameSize(const CGSize& size) const { send<void, "setFrameSize:">(size); }
     /// True: y grows downwards.
     bool isFlipped() const { return send<bool, "isFlipped">(); }
     /// None while the view stands in no window.
@@ -32,7 +31,15 @@ public:
     void removeTrackingArea(const NSTrackingArea& area) const { send<void, "removeTrackingArea:">(area); }
     NSString toolTip() const { return send<NSString, "toolTip">(); }
     void setToolTip(const NSString& text) const { send<void, "setToolTip:">(text); }
+
+    // For assistive programs.
+
     void setAccessibilityLabel(const NSString& text) const { send<void, "setAccessibilityLabel:">(text); }
+    void setAccessibilityHelp(const NSString& text) const { send<void, "setAccessibilityHelp:">(text); }
+    /// One of those in ns_accessibility.h.
+    void setAccessibilityRole(const NSString& role) const { send<void, "setAccessibilityRole:">(role); }
+    /// False: only what lies in it is told.
+    void setAccessibilityElement(bool isElement) const { send<void, "setAccessibilityElement:">(isElement); }
 
     /// Above those that it has.
     void addSubview(const NSView& view) const { send<void, "addSubview:">(view); }

@@ -9,6 +9,7 @@ public:
     static NSObject create() { return make<"init">(); }
 
     bool isKindOfClass(RawClass other) const { return send<bool, "isKindOfClass:">(other); }
+    bool respondsTo(Selector selector) const { return send<bool, "respondsToSelector:">(selector); }
     bool isEqual(const Object& other) const { return send<bool, "isEqual:">(other); }
 };
 

@@ -2,6 +2,7 @@
 
 #include "notification_target.h"
 
+#include <memory>
 #include <utility>
 
 namespace velmo::macos {
@@ -40,15 +41,10 @@ std::string MacosDates::formatted(Date date, DateStyle style) const {
 }
 
 std::unique_ptr<NotificationObserver> MacosDates::observeTimeZone(std::function<void()> handler) {
-    // The program keeps its own idea of the zone until that is dropped, of which the system may tell, too.
-    auto isResetting = std::make_shared<bool>(false);
     return std::make_unique<NotificationTarget>(systemTimeZoneDidChange.value(),
-                                                [handler = std::move(handler), isResetting] {
-                                                    if (std::exchange(*isResetting, true))
-                                                        return;
-                                                    NSTimeZone::resetSystem();
-                                                    *isResetting = false;
-                                                    handler();
+                                                [handler = std::move(handler), reset = timeZoneReset_] {
+                                                    if (reset->resetUnlessJustDone())
+                                                        handler();
                                                 });
 }
 

@@ -2,6 +2,7 @@
 
 #include "macos_calendar.h"
 #include "macos_date_formatter.h"
+#include "time_zone_reset.h"
 
 #include <map>
 #include <memory>
@@ -23,6 +24,8 @@ private:
     };
 
     MacosCalendar calendar_;
+    /// One for all who observe the time zone, of which each is told.
+    std::shared_ptr<TimeZoneReset> timeZoneReset_ = std::make_shared<TimeZoneReset>();
     /// Making one takes longer than using it.
     mutable std::map<DateStyle, KeptFormatter> formatters_;
 };

@@ -25,6 +25,7 @@ std::shared_ptr<MacosTimer> MacosTimer::repeating(Seconds interval, Seconds tole
 
 std::shared_ptr<MacosTimer> MacosTimer::add(std::shared_ptr<MacosTimer> timer) {
     timer->self_ = timer;
+    timer->activity_.emplace();
     NSRunLoop::main().add(timer->timer_, commonRunLoopModes.value());
     return timer;
 }
@@ -47,6 +48,7 @@ void MacosTimer::invalidate() {
         return;
     work_ = nullptr;
     timer_.invalidate();
+    activity_.reset();
 }
 
 }  // namespace velmo::macos

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "activity.h"
 #include "macos/foundation/ns_timer.h"
 #include "macos/objc/instance.h"
 #include "run_loop.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace velmo::macos {
 
@@ -32,8 +34,10 @@ private:
     std::function<void()> work_;
     Instance<MacosTimer, Class, NSObject> instance_{*this};
     NSTimer timer_;
-    /// Held while the timer is valid.
+    // Both held while the timer is valid.
+
     std::shared_ptr<MacosTimer> self_;
+    std::optional<Activity> activity_;
 };
 
 }  // namespace velmo::macos

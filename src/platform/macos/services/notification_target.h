@@ -5,10 +5,11 @@
 #include "macos/objc/instance.h"
 
 #include <functional>
+#include <memory>
 
 namespace velmo::macos {
 
-/// Calls a function whenever somebody posts a notification to the default centre.
+/// Calls a function on the main thread whenever somebody posts a notification to the default centre.
 class NotificationTarget : public NotificationObserver {
 public:
     NotificationTarget(const NSString& notification, std::function<void()> handler);
@@ -20,7 +21,7 @@ private:
     using Class = Subclass<NotificationTarget, "VelmoNotificationTarget", NSObject,
                            Method<"received:", &NotificationTarget::received>>;
 
-    std::function<void()> handler_;
+    std::shared_ptr<const std::function<void()>> handler_;
     Instance<NotificationTarget, Class, NSObject> instance_{*this};
 };
 

@@ -6,6 +6,7 @@
 #include "macos/desktop/color_from.h"
 #include "macos/desktop/font_from.h"
 #include "macos/desktop/image_from.h"
+#include "report.h"
 
 #include <algorithm>
 
@@ -38,12 +39,7 @@ ButtonNode::~ButtonNode() {
 }
 
 void ButtonNode::used() {
-    // Copies: the action may end this node.
-    const auto action = content<Button>().action;
-    const auto reassert = reassert_;
-    if (action)
-        action();
-    reassert();
+    report(content<Button>().action, reassert_);
 }
 
 void ButtonNode::apply(const ViewContext& context) {

@@ -3,6 +3,7 @@
 #include "control_layout.h"
 #include "leaf_nodes.h"
 #include "macos/desktop/font_from.h"
+#include "report.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,13 +22,7 @@ ToggleNode::ToggleNode(const NSView& surface) : RowNode(surface), control_(surfa
 }
 
 void ToggleNode::used() {
-    // Copies: the handler may end this node.
-    const auto onChange = content<Toggle>().onChange;
-    const auto reassert = reassert_;
-    const bool isOn = control_->state() != control_state::off;
-    if (onChange)
-        onChange(isOn);
-    reassert();
+    report(content<Toggle>().onChange, reassert_, control_->state() != control_state::off);
 }
 
 void ToggleNode::apply(const ViewContext& context) {
@@ -50,16 +45,14 @@ void ToggleNode::placeControl(const Rect& area) {
 
 void SliderNode::used() {
     const auto& slider = content<Slider>();
-    // Copies: the handler may end this node.
-    const auto onChange = slider.onChange;
-    const auto reassert = reassert_;
     const double step = slider.step > 0 ? slider.step : 1;
     const double steps = std::round((control_->doubleValue() - slider.minimum) / step);
     const double value = std::clamp(slider.minimum + steps * step, slider.minimum, slider.maximum);
     // A drag comes here for each point.
-    if (onChange && value != slider.value)
-        onChange(value);
-    reassert();
+    if (value != slider.value)
+        report(slider.onChange, reassert_, value);
+    else
+        reassert_();
 }
 
 void SliderNode::apply(const ViewContext& context) {

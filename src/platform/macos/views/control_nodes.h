@@ -3,13 +3,11 @@
 #include "control_target.h"
 #include "image_label.h"
 #include "macos/appkit/ns_button.h"
-#include "macos/appkit/ns_pop_up_button.h"
 #include "macos/appkit/ns_slider.h"
 #include "placed.h"
 #include "row_node.h"
 
-#include <memory>
-#include <optional>
+#include <functional>
 
 namespace velmo::macos {
 
@@ -28,30 +26,6 @@ private:
     Placed<NSSwitch> control_;
     std::function<void()> reassert_;
     ControlTarget target_{*control_, [this] { used(); }};
-};
-
-/// Either a button that shows the choice or a group of options.
-class PickerNode : public RowNode {
-public:
-    explicit PickerNode(const NSView& surface);
-    ~PickerNode() override;
-
-protected:
-    void apply(const ViewContext& context) override;
-    Size controlSize(double width) const override;
-    void placeControl(const Rect& area) override;
-
-private:
-    class Menu;
-    class Options;
-
-    void choose(std::size_t index);
-
-    // One of the two.
-
-    std::unique_ptr<Menu> menu_;
-    std::unique_ptr<Options> options_;
-    std::function<void()> reassert_;
 };
 
 class SliderNode : public ViewNode {

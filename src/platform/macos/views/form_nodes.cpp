@@ -1,6 +1,8 @@
 #include "form_nodes.h"
 
 #include "control_layout.h"
+#include "leaf_nodes.h"
+#include "macos/appkit/ns_accessibility.h"
 
 #include <algorithm>
 #include <cmath>
@@ -63,6 +65,7 @@ SectionNode::SectionNode(const NSView& surface)
 
 void SectionNode::apply(const ViewContext& context) {
     const auto& section = content<Section>();
+    describeGroup(*group_, groupRole.value(), section.header);
     header_.display(section.header, {{.style = TextStyle::headline}, {ColorRole::primary}});
     footer_.display(section.footer, {{.style = TextStyle::caption}, {ColorRole::secondary}});
     rows_.update(view().children, context.forChildren(Axis::vertical), surface());
@@ -107,7 +110,7 @@ void SectionNode::placeContent(const Rect& area) {
 }
 
 void SectionNode::placeRows(const Rect& area) {
-    macos::place(*group_, area);
+    placeAligned(*group_, area);
     const double innerWidth = area.width - 2 * rowSidePadding;
     double y = area.y;
     for (std::size_t index = 0; index < rows_.size(); ++index) {
@@ -119,7 +122,7 @@ void SectionNode::placeRows(const Rect& area) {
         row.place({area.x + rowSidePadding, y + (height - size.height) / 2, size.width, size.height});
         y += height;
         if (index < lines_.size())
-            macos::place(*lines_[index], {area.x + rowSidePadding, std::round(y), innerWidth, 1});
+            placeAligned(*lines_[index], {area.x + rowSidePadding, std::round(y), innerWidth, 1});
     }
 }
 

@@ -14,6 +14,12 @@ void describe(const NSView& view, const std::string& name, const std::string& he
         view.setToolTip(help.empty() ? NSString() : NSString::from(help));
 }
 
+void describeGroup(const NSView& view, const NSString& role, const std::string& name) {
+    view.setAccessibilityElement(!name.empty());
+    view.setAccessibilityRole(role);
+    view.setAccessibilityLabel(NSString::from(name));
+}
+
 double middleBaseline(double height, const Font& font) {
     return (height + fontFrom(font).capHeight()) / 2;
 }

@@ -85,6 +85,8 @@ private:
 
 /// Says of a view what is to be known of it beyond its look.
 void describe(const NSView& view, const std::string& name, const std::string& help);
+/// Has assistive programs tell of a view that only holds or surrounds others, where it has a name.
+void describeGroup(const NSView& view, const NSString& role, const std::string& name);
 
 /// From the top to where a text of that font would stand, in something of which it is the middle.
 double middleBaseline(double height, const Font& font);

@@ -3,6 +3,7 @@
 #include "form_nodes.h"
 #include "leaf_nodes.h"
 #include "make_node.h"
+#include "picker_node.h"
 #include "stack_nodes.h"
 #include "tab_view_node.h"
 #include "text_field_node.h"

@@ -1,9 +1,18 @@
+#include "picker_node.h"
+
 #include "control_layout.h"
-#include "control_nodes.h"
+#include "control_target.h"
 #include "leaf_nodes.h"
+#include "macos/appkit/ns_accessibility.h"
+#include "macos/appkit/ns_button.h"
+#include "macos/appkit/ns_pop_up_button.h"
+#include "placed.h"
+#include "report.h"
 #include "surface_view.h"
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 namespace velmo::macos {
 namespace {
@@ -69,7 +78,7 @@ public:
     Options(const Options&) = delete;
     Options& operator=(const Options&) = delete;
 
-    void display(const Picker& picker, const ViewContext& context);
+    void display(const Picker& picker, const std::string& name, bool isEnabled);
     Size sizeThatFits(double width) const;
     void place(const Rect& area);
 
@@ -109,7 +118,8 @@ struct PickerNode::Options::Row {
     ControlTarget target;
 };
 
-void PickerNode::Options::display(const Picker& picker, const ViewContext& context) {
+void PickerNode::Options::display(const Picker& picker, const std::string& name, bool isEnabled) {
+    describeGroup(surface_.view(), radioGroupRole.value(), name);
     while (rows_.size() < picker.options.size()) {
         const std::size_t index = rows_.size();
         rows_.push_back(std::make_unique<Row>(surface_.view(), [this, index] {
@@ -124,7 +134,8 @@ void PickerNode::Options::display(const Picker& picker, const ViewContext& conte
         Row& row = *rows_[index];
         row.button->setTitle(NSString::from(option.title));
         row.button->setState(option.tag == picker.selection ? control_state::on : control_state::off);
-        row.button->setEnabled(context.isEnabled);
+        row.button->setEnabled(isEnabled);
+        row.button->setAccessibilityHelp(NSString::from(option.description));
         row.description.display(option.description, {{.style = TextStyle::caption}, {ColorRole::secondary}});
     }
 }
@@ -157,25 +168,20 @@ void PickerNode::choose(std::size_t index) {
     const auto& picker = content<Picker>();
     if (index >= picker.options.size())
         return;
-    // Copies: the handler may end this node.
-    const auto onSelect = picker.onSelect;
-    const auto tag = picker.options[index].tag;
-    const auto reassert = reassert_;
-    if (onSelect)
-        onSelect(tag);
-    reassert();
+    report(picker.onSelect, reassert_, std::string(picker.options[index].tag));
 }
 
 void PickerNode::apply(const ViewContext& context) {
     const auto& picker = content<Picker>();
     reassert_ = context.reassert;
     showTitle(picker.title, context);
+    const std::string& name = context.accessibilityLabel.empty() ? picker.title : context.accessibilityLabel;
     const auto choose = [this](std::size_t index) { this->choose(index); };
     if (picker.style == PickerStyle::radioGroup) {
         menu_.reset();
         if (!options_)
             options_ = std::make_unique<Options>(surface(), choose);
-        options_->display(picker, context);
+        options_->display(picker, name, context.isEnabled);
         return;
     }
     options_.reset();
@@ -183,8 +189,7 @@ void PickerNode::apply(const ViewContext& context) {
         menu_ = std::make_unique<Menu>(surface(), choose);
     menu_->display(picker);
     menu_->view().setEnabled(context.isEnabled);
-    describe(menu_->view(), context.accessibilityLabel.empty() ? picker.title : context.accessibilityLabel,
-             context.help);
+    describe(menu_->view(), name, context.help);
 }
 
 Size PickerNode::controlSize(double width) const {

@@ -1,7 +1,6 @@
 #include "plain_button.h"
 
 #include "control_layout.h"
-#include "macos/objc/super_message.h"
 
 #include <utility>
 
@@ -26,18 +25,31 @@ void PlainButton::place(const Rect& area) const {
 }
 
 void PlainButton::setPressed(bool pressed) {
+    if (isPressed_ == pressed)
+        return;
     isPressed_ = pressed;
     onPressChange_();
 }
 
-void PlainButton::mouseDown(const NSEvent& event) {
+bool PlainButton::isUnder(const NSEvent& event) const {
+    const CGPoint point = event.locationInWindow();
+    return rectOf(button().convertRectTo(button().bounds(), NSView())).contains({point.x, point.y});
+}
+
+void PlainButton::mouseDown(const NSEvent& /*event*/) {
+    setPressed(button().isEnabled());
+}
+
+void PlainButton::mouseDragged(const NSEvent& event) {
+    setPressed(button().isEnabled() && isUnder(event));
+}
+
+void PlainButton::mouseUp(const NSEvent& event) {
     // Held here, because the action may end this.
     const NSButton self = button();
-    auto release = lifetime_.guard([this] { setPressed(false); });
-    setPressed(true);
-    // Follows the mouse until its button is let go, and sends the action.
-    SuperMessage<NSButton, "mouseDown:", void, NSEvent>::send(self, event);
-    release();
+    setPressed(false);
+    if (self.isEnabled() && isUnder(event))
+        self.performAction();
 }
 
 /// What lies on it would take the clicks otherwise.

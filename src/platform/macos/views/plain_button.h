@@ -1,6 +1,5 @@
 #pragma once
 
-#include "lifetime.h"
 #include "macos/appkit/ns_button.h"
 #include "macos/objc/instance.h"
 #include "surface_view.h"
@@ -24,7 +23,12 @@ public:
     void place(const Rect& area) const;
 
 private:
+    // The system's own button says nothing of a mouse that leaves it with the button held.
+
     void mouseDown(const NSEvent& event);
+    void mouseDragged(const NSEvent& event);
+    void mouseUp(const NSEvent& event);
+    bool isUnder(const NSEvent& event) const;
     // NOLINTNEXTLINE(readability-make-member-function-const): methods of a class made here are not.
     NSView hitTest(const CGPoint& point);
     /// Also the first click into a window of an application that is not in front.
@@ -33,6 +37,8 @@ private:
 
     using Class = Subclass<PlainButton, "VelmoPlainButton", NSButton,
                            Method<"mouseDown:", &PlainButton::mouseDown, "NSResponder">,
+                           Method<"mouseDragged:", &PlainButton::mouseDragged, "NSResponder">,
+                           Method<"mouseUp:", &PlainButton::mouseUp, "NSResponder">,
                            Method<"acceptsFirstMouse:", &PlainButton::acceptsFirstMouse, "NSView">,
                            Method<"hitTest:", &PlainButton::hitTest, "NSView">>;
 
@@ -40,7 +46,6 @@ private:
     SurfaceView surface_;
     std::function<void()> onPressChange_;
     bool isPressed_ = false;
-    Lifetime lifetime_;
 };
 
 }  // namespace velmo::macos

@@ -3,6 +3,7 @@
 #include "control_layout.h"
 #include "leaf_nodes.h"
 #include "macos/desktop/font_from.h"
+#include "report.h"
 
 #include <algorithm>
 
@@ -25,13 +26,7 @@ TextFieldNode::~TextFieldNode() {
 }
 
 void TextFieldNode::edited(const NSNotification& /*notification*/) {
-    // Copies: the handler may end this node.
-    const auto onEdit = content<TextField>().onEdit;
-    const auto reassert = reassert_;
-    const std::string text = field_->stringValue().text();
-    if (onEdit)
-        onEdit(text);
-    reassert();
+    report(content<TextField>().onEdit, reassert_, field_->stringValue().text());
 }
 
 void TextFieldNode::apply(const ViewContext& context) {

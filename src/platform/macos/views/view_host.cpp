@@ -2,6 +2,7 @@
 
 #include "control_layout.h"
 
+#include <cmath>
 #include <utility>
 
 namespace velmo::macos {
@@ -33,30 +34,31 @@ void ViewHost::reassert() {
 }
 
 Size ViewHost::fittingSize() const {
-    return root_.empty() ? Size{} : root_[0].sizeThatFits({unlimited, unlimited});
+    if (root_.empty())
+        return {};
+    const Size size = root_[0].sizeThatFits({unlimited, unlimited});
+    // Windows have whole points only.
+    return {std::ceil(size.width), std::ceil(size.height)};
 }
 
 void ViewHost::place(const Rect& area) {
     macos::place(surface_.view(), area);
-    layOut();
+    layOutFor({area.width, area.height});
 }
 
-void ViewHost::resize(const Size& size) {
-    view().setFrameSize({size.width, size.height});
+void ViewHost::layOutFor(const Size& size) {
+    room_ = size;
     layOut();
 }
 
 void ViewHost::layOut() {
-    if (root_.empty())
+    if (root_.empty() || room_.width <= 0 || room_.height <= 0)
         return;
-    const Rect room = rectOf(surface_.view().bounds());
-    if (room.width <= 0 || room.height <= 0)
-        return;
-    Size size = root_[0].sizeThatFits({room.width, room.height});
+    Size size = root_[0].sizeThatFits(room_);
     if (root_[0].expands(Axis::horizontal))
-        size.width = room.width;
+        size.width = room_.width;
     if (root_[0].expands(Axis::vertical))
-        size.height = room.height;
+        size.height = room_.height;
     root_[0].place({0, 0, size.width, size.height});
 }
 

@@ -16,12 +16,12 @@ public:
         : loop_(loop), showTabs_(std::move(showTabs)) {}
 
     void setContent(const View& content);
-    /// Points that the content wants.
+    /// Whole points that the content wants.
     Size fittingSize() const;
     /// Points, in the view around it.
     void place(const Rect& area);
-    /// Leaves it where it is.
-    void resize(const Size& size);
+    /// Lays the content out for a view of that size, which somebody else gives it.
+    void layOutFor(const Size& size);
 
     const NSView& view() const { return surface_.view(); }
 
@@ -34,6 +34,8 @@ private:
     std::function<void(const TabView&)> showTabs_;
     SurfaceView surface_;
     View content_;
+    /// What the content is laid out for.
+    Size room_;
     // Ends before the surface, on which its views lie.
     ViewNodes root_;
     bool isStale_ = false;

@@ -1,8 +1,10 @@
 #include "macos_popover.h"
 
+#include "macos/appkit/ns_accessibility.h"
 #include "macos/appkit/ns_application.h"
 #include "macos/desktop/event_from.h"
 #include "macos/desktop/macos_status_bar_button.h"
+#include "macos/views/leaf_nodes.h"
 
 namespace velmo::macos {
 namespace {
@@ -30,18 +32,18 @@ void MacosPopover::setBehavior(PopoverBehavior behavior) {
 }
 
 void MacosPopover::setAccessibilityLabel(const std::string& label) {
-    host_.view().setAccessibilityLabel(NSString::from(label));
+    describeGroup(host_.view(), groupRole.value(), label);
 }
 
 void MacosPopover::setContent(const View& content) {
     host_.setContent(content);
     const Size size = host_.fittingSize();
-    const CGRect area = host_.view().frame();
-    if (area.size.width == size.width && area.size.height == size.height)
+    if (size == size_)
         return;
+    size_ = size;
+    // The popover gives its content that frame, little by little where it is shown.
     popover_.setContentSize({size.width, size.height});
-    // Where it lies inside of the popover is the system's to say.
-    host_.resize(size);
+    host_.layOutFor(size);
 }
 
 void MacosPopover::show(const Rect& rect, StatusBarButton& button, RectEdge preferredEdge) {

@@ -37,6 +37,7 @@ private:
 
     NSPopover popover_ = NSPopover::create();
     ViewHost host_;
+    Size size_;
     std::function<void()> onClose_;
     /// The number of that press; 0 for none.
     std::int64_t closingPress_ = 0;

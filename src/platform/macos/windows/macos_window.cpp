@@ -30,6 +30,11 @@ void MacosWindow::setContent(const View& content) {
     host_.place({0, 0, size.width, size.height});
 }
 
+void MacosWindow::makeKeyAndOrderFront() {
+    window_.makeKeyAndOrderFront();
+    window_.orderFrontRegardless();
+}
+
 void MacosWindow::willClose(const NSNotification& /*notification*/) {
     // Later: the owner may end the window, which is still at closing.
     loop_.post(lifetime_.guard([this] { closed(); }));

@@ -25,7 +25,9 @@ public:
     void setFrameAutosaveName(const std::string& name) override {
         window_.setFrameAutosaveName(NSString::from(name));
     }
-    void makeKeyAndOrderFront() override { window_.makeKeyAndOrderFront(); }
+    /// Also in front of the applications that the user works with: to be made the active one is no more than
+    /// a request, which the system may turn down.
+    void makeKeyAndOrderFront() override;
     /// Also while it is miniaturized: what it shows is looked at again.
     bool isVisible() const override { return window_.isVisible() || window_.isMiniaturized(); }
     void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }

@@ -25,6 +25,7 @@ void TabToolbar::makeToolbar() {
     toolbar_.setDelegate(delegate_.object());
     toolbar_.setDisplayMode(NSToolbarDisplayMode::iconAndLabel);
     toolbar_.setAllowsUserCustomization(false);
+    toolbar_.setAllowsDisplayModeCustomization(false);
     window_.setToolbarStyle(NSWindowToolbarStyle::preference);
     window_.setToolbar(toolbar_);
 }

@@ -59,6 +59,9 @@ TEST_F(ImageFromTest, BitmapsCoverTheirPoints) {
     EXPECT_EQ(numberMember(image, "height"), 22);
     EXPECT_EQ(numberMember(image, "isTemplate"), 0);
     EXPECT_FALSE(imageFrom({.content = Bitmap{}}));
+    system.makesContexts = false;
+    EXPECT_FALSE(
+        imageFrom({.content = Bitmap{.width = 21, .height = 44, .pixels = pixels, .size = {10.5, 22}}}));
 }
 
 TEST_F(ImageFromTest, FontsAreTheSystemsStylesUnlessSomethingElseIsSaid) {

@@ -1,5 +1,6 @@
 #include "dates.h"
 #include "event.h"
+#include "macos/appkit/ns_accessibility.h"
 #include "macos/appkit/ns_box.h"
 #include "macos/appkit/ns_text_field.h"
 #include "macos/services/macos_dates.h"
@@ -74,10 +75,14 @@ TEST_F(CalendarDisplayTest, HangsUnderTheClockUntilTheUserClicksElsewhere) {
         EXPECT_EQ(system.popoverBehavior, 1);
         EXPECT_EQ(system.popoverEdge, 1U);
         EXPECT_TRUE(system.popoverAnimates);
-        EXPECT_EQ(system.popoverSize.width, 246);
-        EXPECT_EQ(system.popoverSize.height, calendar().bounds().size.height);
-        EXPECT_TRUE(std::any_of(system.accessibilityLabels.begin(), system.accessibilityLabels.end(),
-                                [](const auto& label) { return label.second == "Calendar"; }));
+        ASSERT_FALSE(system.popoverSizes.empty());
+        EXPECT_EQ(system.popoverSizes.back().width, 246);
+        EXPECT_EQ(system.popoverSizes.back().height, calendar().bounds().size.height);
+        const auto content =
+            std::find_if(system.accessibilityLabels.begin(), system.accessibilityLabels.end(),
+                         [](const auto& label) { return label.second == "Calendar"; });
+        ASSERT_NE(content, system.accessibilityLabels.end());
+        EXPECT_EQ(system.accessibilityRoles[content->first], groupRole.value().text());
     });
 }
 

@@ -125,13 +125,14 @@ void DisplayTest::clickInto(const NSView& view) {
     const CGRect area = view.convertRectTo(view.bounds(), NSView());
     const CGPoint middle{area.origin.x + area.size.width / 2, area.origin.y + area.size.height / 2};
     const NSWindow window = view.window();
-    const auto post = [&](EventType type) {
-        Message<"NSApplication", false, "postEvent:atStart:", void, NSEvent, bool>::send(
-            NSApplication::shared().get(), mouseEvent(static_cast<NSUInteger>(type), middle, window), false);
-    };
-    post(EventType::leftMouseDown);
-    post(EventType::leftMouseUp);
-    runFor(0.1);
+    tellOfMouse(EventType::leftMouseDown, middle, window);
+    tellOfMouse(EventType::leftMouseUp, middle, window);
+}
+
+void DisplayTest::tellOfMouse(EventType type, const CGPoint& point, const NSWindow& window) {
+    Message<"NSApplication", false, "postEvent:atStart:", void, NSEvent, bool>::send(
+        NSApplication::shared().get(), mouseEvent(static_cast<NSUInteger>(type), point, window), false);
+    runFor(0.05);
 }
 
 void DisplayTest::picture(const std::string& name) {

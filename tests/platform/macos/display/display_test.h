@@ -1,5 +1,6 @@
 #pragma once
 
+#include "event.h"
 #include "macos/appkit/ns_application.h"
 #include "macos/appkit/ns_button.h"
 #include "platform/macos/macos_test.h"
@@ -12,6 +13,9 @@ namespace velmo::macos {
 /// A test with an application of GNUstep's on a display.
 class DisplayTest : public MacosTest {
 protected:
+    /// The core knows no such event.
+    static constexpr auto dragged = EventType{6};
+
     DisplayTest();
     ~DisplayTest() override;
 
@@ -53,6 +57,8 @@ protected:
     static void use(const NSControl& control);
     /// Presses and lets go of the left mouse button in the middle of a view, through the application.
     static void clickInto(const NSView& view);
+    /// Has the application handle what the mouse does. Points from the bottom left of the window.
+    static void tellOfMouse(EventType type, const CGPoint& point, const NSWindow& window);
     /// Where VELMO_PICTURES names a folder, a picture of the screen goes there.
     static void picture(const std::string& name);
 };

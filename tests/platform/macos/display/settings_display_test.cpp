@@ -9,7 +9,9 @@
 #include "platform/macos/doubles/menu_bar.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmo::macos {
@@ -153,6 +155,31 @@ TEST_F(SettingsDisplayTest, OpenOnceMoreInTheSameWindow) {
         EXPECT_FALSE(doubles::reopenApplication(false));
         EXPECT_TRUE(window_.isVisible());
         EXPECT_EQ(windowTitled("Velmo Settings"), window_);
+    });
+}
+
+TEST_F(SettingsDisplayTest, ComeInFrontOfTheActiveApplicationEachTimeTheyAreOpened) {
+    runSettings([&] {
+        const auto times = [&] {
+            // Once it is visible.
+            const auto& all = system.windowsPutInFront;
+            return std::count(all.begin(), all.end(), std::pair<Id, bool>{window_.get(), true});
+        };
+        EXPECT_EQ(times(), 1);
+        EXPECT_FALSE(doubles::reopenApplication(false));
+        EXPECT_EQ(times(), 2);
+    });
+}
+
+TEST_F(SettingsDisplayTest, LetNobodyTakeTheSymbolsOffTheTabs) {
+    runSettings([&] { EXPECT_EQ(system.allowsDisplayModeCustomization, false); });
+}
+
+TEST_F(SettingsDisplayTest, ShowTheirTabsOnSystemsWhereNobodyCanTakeTheSymbolsOff) {
+    system.hasDisplayModeCustomization = false;
+    runSettings([&] {
+        EXPECT_EQ(tabs().size(), 5U);
+        EXPECT_EQ(system.allowsDisplayModeCustomization, std::nullopt);
     });
 }
 

@@ -6,6 +6,7 @@
 #include "macos/appkit/ns_image_view.h"
 #include "macos/appkit/ns_panel.h"
 #include "macos/appkit/ns_popover.h"
+#include "macos/appkit/ns_toolbar.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/call_block.h"
 #include "platform/macos/doubles/double_system.h"
@@ -71,10 +72,13 @@ void drawSwitch(const NSSwitch& control, const CGRect& /*dirty*/) {
 }
 // GNUstep's popovers neither say that they are shown nor close.
 
-NSWindow popoverWindow(const NSPopover& popover) {
+NSView popoverContent(const NSPopover& popover) {
     const auto controller =
         Message<"NSPopover", false, "contentViewController", NSViewController>::send(popover.get());
-    return Message<"NSViewController", false, "view", NSView>::send(controller.get()).window();
+    return Message<"NSViewController", false, "view", NSView>::send(controller.get());
+}
+NSWindow popoverWindow(const NSPopover& popover) {
+    return popoverContent(popover).window();
 }
 bool isPopoverShown(const NSPopover& popover) {
     return popoverWindow(popover).isVisible();
@@ -93,8 +97,11 @@ void performClosePopover(const NSPopover& popover, const Object& /*sender*/) {
 void setPopoverBehavior(const NSPopover& /*popover*/, NSInteger behavior) {
     system().popoverBehavior = behavior;
 }
-void setPopoverSize(const NSPopover& /*popover*/, const CGSize& size) {
-    system().popoverSize = size;
+void setPopoverSize(const NSPopover& popover, const CGSize& size) {
+    system().popover = popover;
+    system().popoverSizes.push_back(size);
+    if (system().resizesPopovers)
+        Message<"NSView", false, "setFrameSize:", void, CGSize>::send(popoverContent(popover).get(), size);
 }
 void setPopoverAnimates(const NSPopover& /*popover*/, bool animates) {
     system().popoverAnimates = animates;
@@ -117,6 +124,25 @@ CGSize sliderSize(const NSControl& /*control*/) {
 }
 void setAccessibilityLabel(const NSObject& view, const NSString& text) {
     system().accessibilityLabels[view.get()] = text.text();
+}
+void setAccessibilityHelp(const NSObject& view, const NSString& text) {
+    system().accessibilityHelps[view.get()] = text.text();
+}
+void setAccessibilityElement(const NSObject& view, bool isElement) {
+    if (isElement)
+        system().accessibilityRoles[view.get()] = "";
+    else
+        system().accessibilityRoles.erase(view.get());
+}
+void setAccessibilityRole(const NSObject& view, const NSString& role) {
+    if (const auto found = system().accessibilityRoles.find(view.get());
+        found != system().accessibilityRoles.end())
+        found->second = role.text();
+}
+CGRect boxFrame(const NSView& /*view*/, const CGRect& rect) {
+    const double margin = system().boxMargin;
+    return {{rect.origin.x - margin, rect.origin.y - margin},
+            {rect.size.width + 2 * margin, rect.size.height + 2 * margin}};
 }
 void setSize(const NSControl& /*control*/, NSControlSize /*size*/) {}
 void setTint(const NSControl& /*control*/, const NSColor& /*color*/) {}
@@ -146,6 +172,16 @@ void setToolbarStyle(const NSWindow& window, NSInteger style) {
     keep(window);
     system().toolbarStyle = style;
 }
+bool respondsToolbar(const NSToolbar& toolbar, Selector selector) {
+    const auto responds = reinterpret_cast<RawBool (*)(Id, Selector, Selector)>(
+        class_getMethodImplementation(classNamed<"NSObject">(), selectorNamed<"respondsToSelector:">()));
+    return (system().hasDisplayModeCustomization ||
+            selector != selectorNamed<"setAllowsDisplayModeCustomization:">()) &&
+           responds(toolbar.get(), selectorNamed<"respondsToSelector:">(), selector) != 0;
+}
+void setDisplayModeCustomization(const NSToolbar& /*toolbar*/, bool allows) {
+    system().allowsDisplayModeCustomization = allows;
+}
 Implementation& ownToolbarMaking() {
     static Implementation original = nullptr;
     return original;
@@ -158,6 +194,30 @@ Id makeToolbar(Id toolbar, Selector selector, Id identifier) {
         reinterpret_cast<Id (*)(Id, Selector, Id)>(ownToolbarMaking())(toolbar, selector, name.get());
     keep(Object::share(made));
     return made;
+}
+Implementation& ownOrderFront() {
+    static Implementation original = nullptr;
+    return original;
+}
+Implementation& ownMakingKey() {
+    static Implementation original = nullptr;
+    return original;
+}
+bool& isMakingKey() {
+    static bool isMaking = false;
+    return isMaking;
+}
+void makeKeyAndOrderFront(const NSWindow& window, const Object& sender) {
+    isMakingKey() = true;
+    reinterpret_cast<void (*)(Id, Selector, Id)>(ownMakingKey())(
+        window.get(), selectorNamed<"makeKeyAndOrderFront:">(), sender.get());
+    isMakingKey() = false;
+}
+void orderFrontRegardless(const NSWindow& window) {
+    if (!isMakingKey())
+        system().windowsPutInFront.emplace_back(window.get(), window.isVisible());
+    reinterpret_cast<void (*)(Id, Selector)>(ownOrderFront())(window.get(),
+                                                              selectorNamed<"orderFrontRegardless">());
 }
 Implementation& ownMainMenu() {
     static Implementation original = nullptr;
@@ -250,7 +310,11 @@ void addViews() {
     setMethod<"layer", &layer>(view);
     setMethod<"frameForAlignmentRect:", &sameRect>(view);
     setMethod<"alignmentRectForFrame:", &sameRect>(view);
+    setMethod<"frameForAlignmentRect:", &boxFrame>(classNamed<"NSBox">());
     setMethod<"setAccessibilityLabel:", &setAccessibilityLabel>(view);
+    setMethod<"setAccessibilityHelp:", &setAccessibilityHelp>(view);
+    setMethod<"setAccessibilityElement:", &setAccessibilityElement>(view);
+    setMethod<"setAccessibilityRole:", &setAccessibilityRole>(view);
     setMethod<"setAlphaValue:", &setAlpha>(view);
     setMethod<"addTrackingArea:", &addArea>(view);
     setMethod<"removeTrackingArea:", &removeArea>(view);
@@ -276,6 +340,10 @@ void addViews() {
     setMethod<"setContentTintColor:", &setTint>(classNamed<"NSImageView">());
     const RawClass window = classNamed<"NSWindow">();
     setMethod<"setStyleMask:", &setStyleMask>(window);
+    ownOrderFront() = class_getMethodImplementation(window, selectorNamed<"orderFrontRegardless">());
+    setMethod<"orderFrontRegardless", &orderFrontRegardless>(window);
+    ownMakingKey() = class_getMethodImplementation(window, selectorNamed<"makeKeyAndOrderFront:">());
+    setMethod<"makeKeyAndOrderFront:", &makeKeyAndOrderFront>(window);
     setMethod<"setAllowsToolTipsWhenApplicationIsInactive:", &setToolTipsInBackground>(window);
     setMethod<"setCollectionBehavior:", &setCollectionBehavior>(window);
     setMethod<"setToolbarStyle:", &setToolbarStyle>(window);
@@ -301,6 +369,8 @@ void addDisplay() {
     ownMainMenu() = class_getMethodImplementation(application, selectorNamed<"setMainMenu:">());
     setMethod<"setMainMenu:", &setShownMainMenu>(application);
     const RawClass toolbar = classNamed<"NSToolbar">();
+    setMethod<"respondsToSelector:", &respondsToolbar>(toolbar);
+    setMethod<"setAllowsDisplayModeCustomization:", &setDisplayModeCustomization>(toolbar);
     const Selector making = selectorNamed<"initWithIdentifier:">();
     ownToolbarMaking() = class_getMethodImplementation(toolbar, making);
     class_replaceMethod(toolbar, making, reinterpret_cast<Implementation>(&makeToolbar), "@@:@");

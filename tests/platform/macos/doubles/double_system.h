@@ -45,6 +45,12 @@ struct PostedMouseEvent {
     bool operator==(const PostedMouseEvent&) const = default;
 };
 
+struct BegunActivity {
+    std::uint64_t options = 0;
+    std::string reason;
+    Object token;
+};
+
 struct RegisteredHotKey {
     std::uint32_t keyCode = 0;
     std::uint32_t modifiers = 0;
@@ -79,6 +85,8 @@ struct DoubleSystem {
     std::vector<std::pair<bool, bool>> contentRequests;
     std::vector<RequestedCapture> captures;
     bool capturesSucceed = true;
+    /// Of bitmaps.
+    bool makesContexts = true;
 
     std::int32_t hotKeyStatus = 0;
     bool installsHandlers = true;
@@ -110,16 +118,30 @@ struct DoubleSystem {
     bool hasDisplay = false;
     /// By the view or the window.
     std::map<Id, std::string> accessibilityLabels;
+    std::map<Id, std::string> accessibilityHelps;
+    /// Of the elements alone.
+    std::map<Id, std::string> accessibilityRoles;
+    /// Points that boxes leave free at each side of what is seen of them.
+    double boxMargin = 0;
     /// Each with the button of a status item.
     std::vector<Object> barWindows;
     std::int64_t toolbarStyle = 0;
-    CGSize popoverSize;
+    /// Whether toolbars can be told who may choose how they show their items.
+    bool hasDisplayModeCustomization = true;
+    /// Absent: nothing was said.
+    std::optional<bool> allowsDisplayModeCustomization;
+    /// Each that was asked for.
+    std::vector<CGSize> popoverSizes;
+    /// False: the popover gets its size later, as it does where that is animated.
+    bool resizesPopovers = true;
     std::int64_t popoverBehavior = 0;
     std::uint64_t popoverEdge = 0;
     bool popoverAnimates = false;
     std::uint64_t collectionBehavior = 0;
+    /// Those that were put in front of everything, and whether they were visible already.
+    std::vector<std::pair<Id, bool>> windowsPutInFront;
     bool showsToolTipsInBackground = false;
-    /// The one that was shown last.
+    /// The one that was shown, or got a size, last.
     Object popover;
     Object application;
     Id applicationDelegate = nullptr;
@@ -136,10 +158,15 @@ struct DoubleSystem {
     std::vector<std::string> scripts;
     std::vector<std::string> openedAddresses;
     std::vector<double> timerTolerances;
+    /// Those that have not been ended.
+    std::vector<BegunActivity> activities;
     /// None: that of the tests' surroundings.
     NSTimeZone timeZone;
     /// What the program has been told, and is told again until it has that reset.
     NSTimeZone keptTimeZone;
+    int timeZoneResets = 0;
+    /// What a reset leads to is told in a later turn of the run loop, and not within the reset.
+    bool tellsOfResetsLater = false;
 };
 
 /// The one that there is, as a fresh one.

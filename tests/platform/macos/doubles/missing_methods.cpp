@@ -3,6 +3,7 @@
 #include "macos/foundation/ns_date_formatter.h"
 #include "macos/foundation/ns_notification_center.h"
 #include "macos/foundation/ns_number.h"
+#include "macos/foundation/ns_process_info.h"
 #include "macos/foundation/ns_run_loop.h"
 #include "macos/service_management/sm_app_service.h"
 #include "platform/macos/doubles/added_method.h"
@@ -50,9 +51,20 @@ NSTimeZone systemTimeZone(const NSTimeZone& zoneClass) {
 }
 void resetSystemTimeZone(const NSTimeZone& /*zoneClass*/) {
     system().keptTimeZone = {};
+    ++system().timeZoneResets;
+    if (system().tellsOfResetsLater)
+        return;
     Message<"NSNotificationCenter", false, "postNotificationName:object:", void, NSString, Object>::send(
         NSNotificationCenter::defaultCenter().get(), NSString::from("NSSystemTimeZoneDidChangeNotification"),
         Object());
+}
+
+Object beginActivity(const NSProcessInfo& /*process*/, std::uint64_t options, const NSString& reason) {
+    system().activities.push_back({options, reason.text(), NSObject::create()});
+    return system().activities.back().token;
+}
+void endActivity(const NSProcessInfo& /*process*/, const Object& token) {
+    std::erase_if(system().activities, [&](const BegunActivity& one) { return one.token == token; });
 }
 
 void setTolerance(const NSTimer& /*timer*/, double seconds) {
@@ -129,6 +141,8 @@ void addMissingMethods() {
         ownSystemTimeZone() = class_getMethodImplementation(zones, selectorNamed<"systemTimeZone">());
         setMethod<"systemTimeZone", &systemTimeZone>(zones);
         setMethod<"resetSystemTimeZone", &resetSystemTimeZone>(zones);
+        setMethod<"beginActivityWithOptions:reason:", &beginActivity>(classNamed<"NSProcessInfo">());
+        setMethod<"endActivity:", &endActivity>(classNamed<"NSProcessInfo">());
         setMethod<"setTolerance:", &setTolerance>(classNamed<"NSTimer">());
         setMethod<"initWithSource:", &initWithSource>(classNamed<"NSAppleScript">());
         setMethod<"executeAndReturnError:", &executeScript>(classNamed<"NSAppleScript">());

@@ -4,6 +4,8 @@
 #include "platform/macos/macos_test.h"
 
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace velmo::macos {
 namespace {
@@ -36,6 +38,11 @@ bool countFormatters() {
     if (!class_addMethod(formatter, selectorNamed<"init">(), counted, "@@:"))
         doubles::class_replaceMethod(formatter, selectorNamed<"init">(), counted, "@@:");
     return true;
+}
+
+void postTimeZoneChange() {
+    Message<"NSNotificationCenter", false, "postNotificationName:object:", void, NSString, Object>::send(
+        NSNotificationCenter::defaultCenter().get(), systemTimeZoneDidChange.value(), Object());
 }
 
 class MacosDatesTest : public MacosTest {
@@ -124,8 +131,7 @@ TEST_F(MacosDatesTest, WritesDatesInTheTimeZoneThatTheUserHasChosenSince) {
         NSTimeZone::classObject(), NSString::from("Asia/Tokyo"));
     EXPECT_EQ(formatter->string(noonOnNewYearsEve2024), "12:00") << "the system keeps what it has said";
     const auto observer = dates.observeTimeZone([] {});
-    Message<"NSNotificationCenter", false, "postNotificationName:object:", void, NSString, Object>::send(
-        NSNotificationCenter::defaultCenter().get(), systemTimeZoneDidChange.value(), Object());
+    postTimeZoneChange();
     EXPECT_EQ(formatter->string(noonOnNewYearsEve2024), "20:00");
 }
 
@@ -153,17 +159,51 @@ TEST_F(MacosDatesTest, WritesManyDatesWithOneFormatterForEachStyle) {
 
 TEST_F(MacosDatesTest, TellsOfAChangedTimeZoneUntilTheObserverGoes) {
     int changes = 0;
-    const auto post = [] {
-        Message<"NSNotificationCenter", false, "postNotificationName:object:", void, NSString, Object>::send(
-            NSNotificationCenter::defaultCenter().get(), systemTimeZoneDidChange.value(), Object());
-    };
     auto observer = dates.observeTimeZone([&] { ++changes; });
     EXPECT_EQ(changes, 0);
-    post();
+    postTimeZoneChange();
     EXPECT_EQ(changes, 1);
     observer.reset();
-    post();
+    postTimeZoneChange();
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(MacosDatesTest, HasAChangedTimeZoneReadAnewOnceForAllWhoAreToldOfIt) {
+    int changes = 0;
+    const auto one = dates.observeTimeZone([&] { ++changes; });
+    const auto other = dates.observeTimeZone([&] { ++changes; });
+    postTimeZoneChange();
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(system.timeZoneResets, 1);
+}
+
+TEST_F(MacosDatesTest, DoesNotReadTheTimeZoneAnewWhereItIsToldOfThatOnlyLater) {
+    system.tellsOfResetsLater = true;
+    int changes = 0;
+    const auto observer = dates.observeTimeZone([&] { ++changes; });
+    postTimeZoneChange();
+    EXPECT_EQ(system.timeZoneResets, 1);
+    postTimeZoneChange();
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(system.timeZoneResets, 1);
+    runFor(1.05);
+    postTimeZoneChange();
+    EXPECT_EQ(changes, 3);
+    EXPECT_EQ(system.timeZoneResets, 2);
+}
+
+TEST_F(MacosDatesTest, TellsOnTheMainThreadWhatIsPostedOnAnother) {
+    std::vector<std::thread::id> threads;
+    const auto observer = dates.observeTimeZone([&] { threads.push_back(std::this_thread::get_id()); });
+    auto ended = dates.observeTimeZone([&] { threads.emplace_back(); });
+    std::thread([] {
+        const AutoreleasePool own;
+        postTimeZoneChange();
+    }).join();
+    EXPECT_TRUE(threads.empty());
+    ended.reset();
+    EXPECT_TRUE(runUntil([&] { return !threads.empty(); }));
+    EXPECT_EQ(threads, std::vector{std::this_thread::get_id()});
 }
 
 TEST_F(MacosDatesTest, LetsAHandlerEndItsOwnObservation) {
@@ -173,10 +213,8 @@ TEST_F(MacosDatesTest, LetsAHandlerEndItsOwnObservation) {
         observer.reset();
         ++changes;
     });
-    for (int time = 0; time < 2; ++time) {
-        Message<"NSNotificationCenter", false, "postNotificationName:object:", void, NSString, Object>::send(
-            NSNotificationCenter::defaultCenter().get(), systemTimeZoneDidChange.value(), Object());
-    }
+    for (int time = 0; time < 2; ++time)
+        postTimeZoneChange();
     EXPECT_EQ(changes, 1);
 }
 

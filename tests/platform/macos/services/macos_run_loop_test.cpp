@@ -100,6 +100,18 @@ TEST_F(MacosRunLoopTest, RepeatsUntilInvalidated) {
     EXPECT_EQ(done.size(), 3U);
 }
 
+TEST_F(MacosRunLoopTest, KeepsTheProgramFromBeingSlowedDownWhileATimerIsPending) {
+    const auto once = loop.schedule(0.02, [this] { done.push_back(1); });
+    const auto repeated = loop.scheduleRepeating(60, 0, [] {});
+    ASSERT_EQ(system.activities.size(), 2U);
+    EXPECT_EQ(system.activities[0].options, 0x00efffffU);
+    EXPECT_FALSE(system.activities[0].reason.empty());
+    EXPECT_TRUE(runUntil([this] { return !done.empty(); }));
+    EXPECT_EQ(system.activities.size(), 1U);
+    repeated->invalidate();
+    EXPECT_TRUE(system.activities.empty());
+}
+
 TEST_F(MacosRunLoopTest, LetsRepeatedWorkInvalidateItsOwnTimer) {
     std::shared_ptr<Timer> timer;
     const auto kept = std::make_shared<int>(0);

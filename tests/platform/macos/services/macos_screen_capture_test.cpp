@@ -100,6 +100,16 @@ TEST_F(MacosScreenCaptureTest, GivesNoPictureWhereTheSystemFails) {
     EXPECT_EQ(system.captures.size(), 1U);
 }
 
+TEST_F(MacosScreenCaptureTest, GivesNoPictureWithoutPixelsOrRoomForThem) {
+    share({7});
+    shareableWindows();
+    EXPECT_EQ(picture(7, {.width = 0, .height = 1}), std::nullopt);
+    EXPECT_EQ(picture(7, {.width = 1, .height = 0}), std::nullopt);
+    EXPECT_TRUE(picture(7, {.width = 1, .height = 1}));
+    system.makesContexts = false;
+    EXPECT_EQ(picture(7, {.width = 1, .height = 1}), std::nullopt);
+}
+
 TEST_F(MacosScreenCaptureTest, DropsAnswersThatComeAfterItsEnd) {
     share({7});
     bool isAnswered = false;

@@ -1,0 +1,150 @@
+#include "macos/views/view_host.h"
+#include "macos/appkit/ns_accessibility.h"
+#include "macos/appkit/ns_box.h"
+#include "macos/appkit/ns_pop_up_button.h"
+#include "macos/appkit/ns_slider.h"
+#include "macos/appkit/ns_text_field.h"
+#include "macos/services/macos_run_loop.h"
+#include "platform/macos/display/display_test.h"
+
+#include <string>
+#include <vector>
+
+namespace velmo::macos {
+namespace {
+
+class ViewHostTest : public DisplayTest {
+protected:
+    ViewHostTest() {
+        window.setReleasedWhenClosed(false);
+        window.setContentView(host.view());
+        host.place({0, 0, 400, 300});
+    }
+    ~ViewHostTest() override { window.close(); }
+
+    void show(View view) { host.setContent(std::move(view)); }
+    template <typename Handle>
+    std::vector<Handle> all() const {
+        return allBelow<Handle>(host.view());
+    }
+    std::string roleOf(const NSView& view) const {
+        const auto found = system.accessibilityRoles.find(view.get());
+        return found == system.accessibilityRoles.end() ? "" : found->second;
+    }
+
+    MacosRunLoop loop;
+    NSWindow window = NSWindow::with({{100, 100}, {400, 300}}, NSWindowStyleMask{1});
+    ViewHost host{loop};
+};
+
+View text(const std::string& words) {
+    return {Text{{{words}}}};
+}
+
+Picker twoOptions(PickerStyle style) {
+    return {.title = "Click",
+            .options = {{"one", "Reveal", "In the menu bar."}, {"two", "Open", ""}},
+            .selection = "one",
+            .style = style};
+}
+
+TEST_F(ViewHostTest, WantsWholePoints) {
+    show(View{EmptyView{}}.with(Frame{.width = 100.2, .height = 20.5}));
+    EXPECT_EQ(host.fittingSize(), (Size{101, 21}));
+    show(View{EmptyView{}}.with(Frame{.width = 100, .height = 20}));
+    EXPECT_EQ(host.fittingSize(), (Size{100, 20}));
+}
+
+TEST_F(ViewHostTest, NamesGroupsByTheirTitles) {
+    const View picker{twoOptions(PickerStyle::radioGroup)};
+    show({Form{}, {View{Section{.header = "Toggle"}, {picker}}, View{Section{}, {text("row")}}}});
+    const auto box = named<NSBox>(host.view(), "Toggle");
+    ASSERT_TRUE(box);
+    EXPECT_EQ(roleOf(box), groupRole.value().text());
+    int groups = 0;
+    for (const NSBox& one : all<NSBox>())
+        groups += roleOf(one).empty() ? 0 : 1;
+    EXPECT_EQ(groups, 1);
+    const auto options = named<NSView>(host.view(), "Click");
+    ASSERT_TRUE(options);
+    EXPECT_EQ(roleOf(options), radioGroupRole.value().text());
+    const auto buttons = allBelow<NSButton>(options);
+    ASSERT_EQ(buttons.size(), 2U);
+    EXPECT_EQ(system.accessibilityHelps[buttons[0].get()], "In the menu bar.");
+    EXPECT_EQ(system.accessibilityHelps[buttons[1].get()], "");
+}
+
+TEST_F(ViewHostTest, PutsWhatIsSeenOfABoxWhereItBelongs) {
+    const View section{Section{}, {text("one"), text("two")}};
+    show(section);
+    const CGRect group = all<NSBox>().at(0).frame();
+    const CGRect line = all<NSBox>().at(1).frame();
+    system.boxMargin = 3;
+    show(text("other"));
+    show(section);
+    EXPECT_EQ(all<NSBox>().at(0).frame().origin.x, group.origin.x - 3);
+    EXPECT_EQ(all<NSBox>().at(0).frame().size.width, group.size.width + 6);
+    EXPECT_EQ(all<NSBox>().at(1).frame().origin.y, line.origin.y - 3);
+    EXPECT_EQ(all<NSBox>().at(1).frame().size.height, line.size.height + 6);
+}
+
+TEST_F(ViewHostTest, ShowsAPickerInEachOfItsStyles) {
+    show({twoOptions(PickerStyle::menu)});
+    EXPECT_EQ(all<NSPopUpButton>().size(), 1U);
+    EXPECT_EQ(all<NSButton>().size(), 1U);
+    show({twoOptions(PickerStyle::radioGroup)});
+    EXPECT_EQ(all<NSPopUpButton>().size(), 0U);
+    EXPECT_EQ(all<NSButton>().size(), 2U);
+    show({twoOptions(PickerStyle::menu)});
+    EXPECT_EQ(all<NSPopUpButton>().size(), 1U);
+    EXPECT_EQ(all<NSButton>().size(), 1U);
+}
+
+TEST_F(ViewHostTest, PressesAButtonInEachOfItsStyles) {
+    int presses = 0;
+    for (const ButtonStyle style : {ButtonStyle::automatic, ButtonStyle::plain, ButtonStyle::borderless}) {
+        show({Button{style, [&] { ++presses; }}, {text("Go")}});
+        const auto buttons = all<NSButton>();
+        ASSERT_EQ(buttons.size(), 1U);
+        const int before = presses;
+        press(buttons[0]);
+        EXPECT_EQ(presses, before + 1);
+    }
+}
+
+TEST_F(ViewHostTest, ShowsNothingOfTabsThatHaveGone) {
+    const auto tab = [](const std::string& tag) { return TabItem{tag, tag, {.content = Symbol{"gear"}}}; };
+    show({TabView{{tab("one"), tab("two")}, "two"}, {text("first"), text("second")}});
+    EXPECT_TRUE(shows(host.view(), "second"));
+    EXPECT_FALSE(shows(host.view(), "first"));
+    show({TabView{{tab("one")}, "one"}, {text("first")}});
+    EXPECT_FALSE(shows(host.view(), "second"));
+    EXPECT_TRUE(shows(host.view(), "first"));
+}
+
+TEST_F(ViewHostTest, TakesWholeStepsWhereASliderHasNone) {
+    std::vector<double> values;
+    show({Slider{.value = 1, .minimum = 0, .maximum = 10, .step = 0, .onChange = [&](double value) {
+                     values.push_back(value);
+                 }}});
+    const auto slider = all<NSSlider>().at(0);
+    slider.setDoubleValue(3.6);
+    use(slider);
+    EXPECT_EQ(values, std::vector{4.0});
+}
+
+TEST_F(ViewHostTest, MakesATextSmallerThatHasToStayInALine) {
+    const auto heightIn = [&](double width) {
+        show(text("Some words of one line").with(SingleLine{0.5}).with(Frame{.width = width}));
+        const NSControl label = all<NSTextField>().at(0);
+        return label.cell().cellSizeForBounds({{0, 0}, {1e5, 1e5}}).height;
+    };
+    const double whole = heightIn(380);
+    const double small = heightIn(60);
+    EXPECT_LT(small, whole);
+    EXPECT_GT(small, whole / 3);
+    EXPECT_EQ(heightIn(380), whole);
+}
+
+}  // namespace
+}  // namespace velmo::macos
