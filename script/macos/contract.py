@@ -1,6 +1,7 @@
 """What the macOS desktop uses of the system, as macos_contract_list prints it, held against the frameworks'
 interfaces."""
 
+import re
 from dataclasses import dataclass
 
 
@@ -42,6 +43,9 @@ def parse(line):
     if kind == "number":
         owner, name, number = rest.split(" ")
         return Entry(line, kind, owner, name, number=int(number))
+    if kind == "field":
+        owner, name, offset, types = rest.split(" ", 3)
+        return Entry(line, kind, owner, name, types=(types,), number=int(offset))
     raise ValueError(f"unknown entry: {line}")
 
 
@@ -92,10 +96,37 @@ class Checker:
             variable = self._metadata.variables.get(entry.name)
             known = variable.value if variable else None
         else:
-            known = self._metadata.enums.get(entry.owner, {}).get(entry.name)
+            # Sets of options seldom have a name for the empty one.
+            known = self._metadata.enums.get(entry.owner, {}).get(entry.name, 0 if entry.name == "none" else None)
         if known is None:
             return "there is no number of that name"
         return "" if known == entry.number else f"it is {known:g}" if isinstance(known, float) else f"it is {known}"
+
+    def _check_field(self, entry):
+        known = self._metadata.records.get(entry.owner, {}).get(entry.name)
+        if known is None:
+            return "there is no field of that name"
+        offset, theirs = known
+        if entry.number != offset:
+            return f"it lies at {offset}"
+        return self._mismatch(entry.types[0], theirs, is_given=True, owner="")
+
+    def gaps(self, entries):
+        """Pairs of entries with types of which the list does not say enough, and what is missing."""
+        numbered = {entry.owner for entry in entries if entry.kind == "number"}
+        fields = {(entry.owner, entry.name) for entry in entries if entry.kind == "field"}
+        seen = set()
+        for entry in entries:
+            used = set(re.findall(r"\b(?:struct|enum) (\w+)", entry.line))
+            if entry.kind == "field":
+                used.add(entry.owner)
+            for name in sorted(used - seen):
+                if name in self._metadata.enums and name not in numbered:
+                    yield entry, f"no number of {name} is on the list"
+                for field in self._metadata.records.get(name, {}):
+                    if (name, field) not in fields:
+                        yield entry, f"{name}.{field} is not on the list"
+            seen |= used
 
     def _check_types(self, entry, known, gives=None):
         """Of something that the program calls: it is given the result and hands the arguments over."""
@@ -174,4 +205,4 @@ def problems(entries, metadata):
     """Pairs of the wrong entries and what is wrong with them."""
     checker = Checker(metadata)
     found = ((entry, checker.problem(entry)) for entry in entries)
-    return [(entry, problem) for entry, problem in found if problem]
+    return [(entry, problem) for entry, problem in found if problem] + list(checker.gaps(entries))

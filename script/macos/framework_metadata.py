@@ -65,6 +65,8 @@ class Metadata:
         self.variables = dict(self._read_variables())
         self.enums = dict(self._read_enums())
         self.functions = dict(self._read_functions())
+        # Name -> field -> offset in bytes, type
+        self.records = dict(self._read_records())
         self.protocols = self._read_interfaces(self._protocols, self._classes, False)
         self.classes = self._read_interfaces(self._classes, self._structs, True)
 
@@ -191,6 +193,21 @@ class Metadata:
     def _read_functions(self):
         for at in range(self._functions, self._protocols, 8):
             yield self._text(self._u32(at)), self._read_signature(self._u32(at + 4))
+
+    def _read_records(self):
+        at = self._structs
+        while at < self._unions:
+            name, fields = self._text(self._u32(at)), {}
+            at += 6
+            more = self._u32(at) != NULL
+            if not more:
+                at += 4
+            while more:
+                key, offset = self._u32(at), self._u16(at + 4)
+                text, _, at = self._read_type(at + 6)
+                fields[self._text(key)] = offset, text
+                more = bool(key & NEXT)
+            yield name, fields
 
     def _read_interfaces(self, start, end, are_classes):
         found = {}

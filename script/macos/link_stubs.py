@@ -33,9 +33,11 @@ def symbols_by_framework(entries, package):
     """Frameworks that only have classes have no symbols here: classes are looked up by name."""
     found = {}
     for entry in entries:
+        if entry.kind in ("number", "field"):
+            continue
         name = entry.owner if entry.kind in ("message", "method") else entry.name
         framework = package.framework_of(name)
-        if entry.kind == "number" or framework == "Runtime":
+        if framework == "Runtime":
             continue
         if framework is None:
             sys.exit(f"no framework has {name}")

@@ -36,6 +36,10 @@ MISTAKES = [
     ("a variable that is not there", "global kCGWindowLayer", "kCGWindowLayer", "kCGWindowLevel", "no variable"),
     ("a variable of another type", "global NSRunLoopCommonModes", "object NSString", "f64", "object NSString"),
     ("a number that is another one", "number NSEventType ScrollWheel", " 22", " 23", "it is 22"),
+    ("two fields the wrong way round", "field EventHotKeyID id", " 4 ", " 0 ", "it lies at 4"),
+    ("a field of another type", "field EventTypeSpec eventKind", "u32", "u16", "u32 and not u16"),
+    ("a record without one of its fields", "field CGRect size", "field CGRect size 16 struct CGSize", "", "CGRect.size is not"),
+    ("an enumeration without a number", "number NSBackingStoreType", "number NSBackingStoreType Buffered 2", "", "no number"),
     ("a constant that is another one", "number - optionKey", "2048", "1024", "it is 2048"),
 ]
 

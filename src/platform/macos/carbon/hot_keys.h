@@ -17,6 +17,8 @@ struct EventHotKeyID {
 };
 
 template <>
+inline constexpr std::string_view frameworkName<EventTypeSpec> = "EventTypeSpec";
+template <>
 inline constexpr std::string_view frameworkName<EventHotKeyID> = "EventHotKeyID";
 
 namespace carbon {

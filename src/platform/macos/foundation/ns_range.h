@@ -14,7 +14,4 @@ struct NSRange {
 template <>
 inline constexpr std::string_view frameworkName<NSRange> = "_NSRange";
 
-/// What takes the place of a number where there is none.
-inline constexpr NSUInteger NSNotFound = 0x7fffffffffffffff;
-
 }  // namespace velmo::macos

@@ -1,5 +1,7 @@
 #include "macos_calendar.h"
 
+#include <limits>
+
 namespace velmo::macos {
 namespace {
 
@@ -19,8 +21,10 @@ NSCalendarUnit systemUnit(CalendarUnit unit) {
     return NSCalendarUnit::year;
 }
 
+/// What takes the place of a number where there is none is larger than any.
 std::optional<int> knownNumber(NSUInteger number) {
-    return number == NSNotFound ? std::nullopt : std::optional(static_cast<int>(number));
+    constexpr NSUInteger largest = std::numeric_limits<int>::max();
+    return number > largest ? std::nullopt : std::optional(static_cast<int>(number));
 }
 
 }  // namespace
@@ -35,7 +39,7 @@ std::optional<DateInterval> MacosCalendar::dateInterval(CalendarUnit unit, Date 
 
 std::optional<int> MacosCalendar::dayCount(CalendarUnit in, Date date) const {
     const NSRange range = calendar_.rangeOfUnit(NSCalendarUnit::day, systemUnit(in), NSDate::with(date));
-    return range.location == NSNotFound ? std::nullopt : knownNumber(range.length);
+    return knownNumber(range.location) ? knownNumber(range.length) : std::nullopt;
 }
 
 std::optional<int> MacosCalendar::ordinalityOfDay(CalendarUnit in, Date date) const {

@@ -3,6 +3,7 @@
 
 #include "macos/objc/contract.h"
 #include "platform/macos/contract/shared_numbers.h"
+#include "platform/macos/contract/shared_records.h"
 
 #include <iostream>
 
@@ -12,4 +13,6 @@ int main() {
     for (const auto& [enumeration, member, number] : velmo::macos::sharedNumbers())
         std::cout << "number " << (enumeration.empty() ? "-" : enumeration) << ' ' << member << ' ' << number
                   << '\n';
+    for (const auto& [record, field, offset, type] : velmo::macos::sharedRecords())
+        std::cout << "field " << record << ' ' << field << ' ' << offset << ' ' << type << '\n';
 }

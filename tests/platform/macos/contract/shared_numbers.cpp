@@ -13,6 +13,7 @@
 #include "macos/core_graphics/images.h"
 #include "macos/core_graphics/window_list.h"
 #include "macos/foundation/ns_calendar_unit.h"
+#include "macos/foundation/ns_process_info.h"
 #include "macos/screen_capture_kit/sc_stream_configuration.h"
 #include "macos/service_management/sm_app_service.h"
 #include "panel.h"
@@ -135,6 +136,9 @@ Numbers serviceNumbers() {
             shared("NSApplicationActivationPolicy", "Regular", ActivationPolicy::regular),
             shared("NSApplicationActivationPolicy", "Accessory", ActivationPolicy::accessory),
             shared("NSApplicationActivationPolicy", "Prohibited", ActivationPolicy::prohibited),
+            shared("NSCalendarOptions", "none", NSCalendarOptions::none),
+            shared("NSActivityOptions", "UserInitiatedAllowingIdleSystemSleep",
+                   NSActivityOptions::userInitiatedAllowingIdleSystemSleep),
             shared("SMAppServiceStatus", "NotRegistered", LoginServiceStatus::notRegistered),
             shared("SMAppServiceStatus", "Enabled", LoginServiceStatus::enabled),
             shared("SMAppServiceStatus", "RequiresApproval", LoginServiceStatus::requiresApproval),

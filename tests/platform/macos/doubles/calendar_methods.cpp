@@ -9,6 +9,8 @@
 namespace velmo::macos::doubles {
 namespace {
 
+constexpr NSUInteger NSNotFound = 0x7fffffffffffffff;
+
 constexpr NSUInteger yearUnit = 1 << 2;
 constexpr NSUInteger monthUnit = 1 << 3;
 constexpr NSUInteger dayUnit = 1 << 4;
