@@ -46,7 +46,7 @@ ButtonNode::ButtonNode(QWidget& surface) : ViewNode(surface), button_(std::make_
 
 void ButtonNode::apply(const ViewContext& context) {
     const auto style = content<Button>().style;
-    labelContext_ = context.forChildren(Qt::Horizontal);
+    labelContext_ = context.forChildren(Axis::horizontal);
     if (style == ButtonStyle::borderless)
         labelContext_.color = {ColorRole::accent};
     else if (style == ButtonStyle::automatic && !context.isEnabled)
@@ -58,7 +58,7 @@ void ButtonNode::apply(const ViewContext& context) {
     button_->setStyle(style);
     button_->setEnabled(context.isEnabled);
     describe(*button_,
-             context.accessibilityLabel.isEmpty() ? describedText(view()) : context.accessibilityLabel,
+             context.accessibilityLabel.empty() ? describedText(view()) : context.accessibilityLabel,
              context.help);
     // Asked for only where it has changed: the button takes each one for a new shortcut.
     const QKeySequence shortcut = context.shortcut ? sequenceOf(*context.shortcut) : QKeySequence();

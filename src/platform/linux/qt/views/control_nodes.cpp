@@ -21,10 +21,7 @@ constexpr qreal optionGap = 8;
 constexpr qreal markGap = 8;
 
 void name(QWidget& control, const std::string& title, const ViewContext& context) {
-    describe(
-        control,
-        context.accessibilityLabel.isEmpty() ? QString::fromStdString(title) : context.accessibilityLabel,
-        context.help);
+    describe(control, context.accessibilityLabel.empty() ? title : context.accessibilityLabel, context.help);
     control.setEnabled(context.isEnabled);
 }
 
@@ -292,7 +289,7 @@ void TextFieldNode::placeControl(const QRectF& area) {
 
 void LabeledContentNode::apply(const ViewContext& context) {
     showTitle(content<LabeledContent>().title, context);
-    ViewContext inner = context.forChildren(Qt::Horizontal);
+    ViewContext inner = context.forChildren(Axis::horizontal);
     inner.color = {ColorRole::secondary};
     children_.update(view().children, inner, surface());
 }
@@ -318,7 +315,7 @@ void LabelNode::apply(const ViewContext& context) {
         std::round(QFontInfo(style::font(context.font)).pixelSize() * symbolFactor));
     image_->display(imageIn(content<Label>().image, symbol), style::color({ColorRole::accent}), false);
     image_->setAccessibleName(QString::fromStdString(content<Label>().image.accessibilityDescription));
-    children_.update(view().children, context.forChildren(Qt::Horizontal), surface());
+    children_.update(view().children, context.forChildren(Axis::horizontal), surface());
 }
 
 qreal LabelNode::textLeft() const {

@@ -1,14 +1,16 @@
 #include "describe.h"
 
+#include "linux/qt/plain_tool_tip.h"
+
 #include <QWidget>
 
 namespace velmo {
 
-void describe(QWidget& widget, const QString& name, const QString& help) {
-    if (widget.accessibleName() != name)
-        widget.setAccessibleName(name);
-    if (widget.toolTip() != help)
-        widget.setToolTip(help);
+void describe(QWidget& widget, const std::string& name, const std::string& help) {
+    if (const QString text = QString::fromStdString(name); widget.accessibleName() != text)
+        widget.setAccessibleName(text);
+    if (const QString text = plainToolTip(help); widget.toolTip() != text)
+        widget.setToolTip(text);
 }
 
 }  // namespace velmo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <string>
 
 class QWidget;
 
@@ -8,6 +8,6 @@ namespace velmo {
 
 /// What assistive programs and the pointer learn of a widget. Said only where it has changed: each saying is
 /// an event on the accessibility bus.
-void describe(QWidget& widget, const QString& name, const QString& help);
+void describe(QWidget& widget, const std::string& name, const std::string& help);
 
 }  // namespace velmo

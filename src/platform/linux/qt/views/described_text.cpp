@@ -2,16 +2,16 @@
 
 namespace velmo {
 
-QString describedText(const View& view) {
-    QString result;
+std::string describedText(const View& view) {
+    std::string result;
     if (const auto* text = std::get_if<Text>(&view.content)) {
         for (const auto& run : text->runs)
-            result += QString::fromStdString(run.text);
+            result += run.text;
     } else if (const auto* image = std::get_if<ImageView>(&view.content)) {
-        result = QString::fromStdString(image->image.accessibilityDescription);
+        result = image->image.accessibilityDescription;
     }
     for (const auto& child : view.children) {
-        if (!result.isEmpty())
+        if (!result.empty())
             break;
         result = describedText(child);
     }

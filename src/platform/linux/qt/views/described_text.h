@@ -2,11 +2,11 @@
 
 #include "view.h"
 
-#include <QString>
+#include <string>
 
 namespace velmo {
 
 /// The first text or the first description of a picture in a view and the views inside of it.
-QString describedText(const View& view);
+std::string describedText(const View& view);
 
 }  // namespace velmo

@@ -43,7 +43,7 @@ FormNode::~FormNode() {
 }
 
 void FormNode::apply(const ViewContext& context) {
-    sections_.update(view().children, context.forChildren(Qt::Vertical), *area_->widget());
+    sections_.update(view().children, context.forChildren(Axis::vertical), *area_->widget());
 }
 
 qreal FormNode::heightFor(qreal width) const {
@@ -134,7 +134,7 @@ void SectionNode::apply(const ViewContext& context) {
     footer_->display(Text{{{section.footer}}}, lookIn(footer));
     footer_->setVisible(!section.footer.empty());
     group_->setAccessibleName(QString::fromStdString(section.header));
-    rows_.update(view().children, context.forChildren(Qt::Vertical), surface());
+    rows_.update(view().children, context.forChildren(Axis::vertical), surface());
 }
 
 qreal SectionNode::rowHeight(const ViewNode& row, qreal width) const {

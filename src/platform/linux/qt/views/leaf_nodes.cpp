@@ -54,7 +54,7 @@ DividerNode::DividerNode(QWidget& surface)
 }
 
 void DividerNode::apply(const ViewContext& context) {
-    axis_ = context.axis;
+    axis_ = orientationOf(context.axis);
 }
 
 QSizeF DividerNode::contentSize(const QSizeF& offer) const {
@@ -85,11 +85,10 @@ ImageNode::ImageNode(QWidget& surface) : ViewNode(surface), label_(std::make_uni
 void ImageNode::apply(const ViewContext& context) {
     const auto& view = content<ImageView>();
     label_->display(imageIn(view.image, context), colorIn(context), view.isResizable);
-    describe(*label_,
-             context.accessibilityLabel.isEmpty()
-                 ? QString::fromStdString(view.image.accessibilityDescription)
-                 : context.accessibilityLabel,
-             context.help);
+    describe(
+        *label_,
+        context.accessibilityLabel.empty() ? view.image.accessibilityDescription : context.accessibilityLabel,
+        context.help);
     font_ = context.font;
 }
 

@@ -23,7 +23,7 @@ public:
     using EmptyNode::EmptyNode;
 
 protected:
-    void apply(const ViewContext& context) override { axis_ = context.axis; }
+    void apply(const ViewContext& context) override { axis_ = orientationOf(context.axis); }
     bool contentExpands(Qt::Orientation direction) const override { return direction == axis_; }
 
 private:

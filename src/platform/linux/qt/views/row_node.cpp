@@ -1,5 +1,6 @@
 #include "row_node.h"
 
+#include "linux/qt/plain_tool_tip.h"
 #include "linux/qt/views/leaf_nodes.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ RowNode::RowNode(QWidget& surface) : ViewNode(surface), title_(std::make_unique<
 void RowNode::showTitle(const std::string& title, const ViewContext& context) {
     title_->display(Text{{{title}}}, lookIn(context));
     title_->setVisible(!title.empty());
-    title_->setToolTip(context.help);
+    title_->setToolTip(plainToolTip(context.help));
 }
 
 RowNode::Parts RowNode::parts(qreal width) const {

@@ -16,7 +16,7 @@ qreal gaps(std::size_t count, qreal spacing) {
 }  // namespace
 
 void HStackNode::apply(const ViewContext& context) {
-    children_.update(view().children, context.forChildren(Qt::Horizontal), surface());
+    children_.update(view().children, context.forChildren(Axis::horizontal), surface());
 }
 
 qreal HStackNode::spacing() const {
@@ -129,7 +129,7 @@ qreal HStackNode::contentBaseline(const QSizeF& size) const {
 }
 
 void VStackNode::apply(const ViewContext& context) {
-    children_.update(view().children, context.forChildren(Qt::Vertical), surface());
+    children_.update(view().children, context.forChildren(Axis::vertical), surface());
 }
 
 qreal VStackNode::spacing() const {
@@ -177,7 +177,7 @@ qreal VStackNode::contentBaseline(const QSizeF& size) const {
 }
 
 void GridNode::apply(const ViewContext& context) {
-    children_.update(view().children, context.forChildren(Qt::Horizontal), surface());
+    children_.update(view().children, context.forChildren(Axis::horizontal), surface());
 }
 
 std::vector<qreal> GridNode::rowHeights() const {

@@ -97,7 +97,7 @@ void TabViewNode::apply(const ViewContext& context) {
         if (!pages_[index])
             continue;
         if (isChosen)
-            pages_[index]->nodes.update({children[index]}, context.forChildren(Qt::Vertical),
+            pages_[index]->nodes.update({children[index]}, context.forChildren(Axis::vertical),
                                         pages_[index]->widget);
         else if (hasKeyboard(pages_[index]->widget) && chosen() < tabs_.size())
             // Left to itself the keyboard goes on to whichever control of the page is next in the chain.

@@ -1,6 +1,5 @@
 #include "view_node.h"
 
-#include "linux/qt/plain_tool_tip.h"
 #include "linux/qt/views/background_widget.h"
 
 #include <algorithm>
@@ -8,25 +7,6 @@
 namespace velmo {
 
 namespace {
-
-struct AddToContext {
-    ViewContext& context;
-
-    void operator()(const Font& font) const { context.font = font; }
-    void operator()(const Foreground& foreground) const { context.color = foreground.color; }
-    void operator()(const SingleLine& singleLine) const { context.singleLine = singleLine; }
-    void operator()(const Help& help) const { context.help = plainToolTip(help.text); }
-    void operator()(const Disabled& disabled) const {
-        context.isEnabled = context.isEnabled && !disabled.isDisabled;
-    }
-    void operator()(const AccessibilityLabel& label) const {
-        context.accessibilityLabel = QString::fromStdString(label.text);
-    }
-    void operator()(const KeyboardShortcut& shortcut) const { context.shortcut = shortcut.key; }
-    void operator()(const Padding& /*padding*/) const {}
-    void operator()(const Frame& /*frame*/) const {}
-    void operator()(const Background& /*background*/) const {}
-};
 
 QSizeF extentOf(const Insets& insets) {
     return {insets.leading + insets.trailing, insets.top + insets.bottom};
@@ -55,12 +35,8 @@ ViewNode::~ViewNode() = default;
 
 void ViewNode::update(const View& view, const ViewContext& context) {
     view_ = view;
-    ViewContext own = context;
-    // From the outside in: what stands closest to the view holds.
-    std::for_each(view.modifiers.rbegin(), view.modifiers.rend(),
-                  [&](const Modifier& modifier) { std::visit(AddToContext{own}, modifier); });
     applyBackgrounds();
-    apply(own);
+    apply(context.with(view.modifiers));
 }
 
 void ViewNode::applyBackgrounds() {

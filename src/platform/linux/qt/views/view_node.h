@@ -1,7 +1,7 @@
 #pragma once
 
-#include "linux/qt/views/view_context.h"
 #include "view.h"
+#include "view_context.h"
 
 #include <QRectF>
 #include <QWidget>
@@ -11,6 +11,10 @@
 #include <vector>
 
 namespace velmo {
+
+inline Qt::Orientation orientationOf(Axis axis) {
+    return axis == Axis::horizontal ? Qt::Horizontal : Qt::Vertical;
+}
 
 inline constexpr qreal unlimited = std::numeric_limits<qreal>::infinity();
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace velmo::macos {
+namespace velmo {
 namespace {
 
 struct AddToContext {
@@ -41,4 +41,4 @@ ViewContext ViewContext::forChildren(Axis newAxis) const {
     return inner;
 }
 
-}  // namespace velmo::macos
+}  // namespace velmo
