@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace velmo {
 namespace {
 
@@ -169,6 +171,15 @@ TEST_F(AppDelegateTest, OpensNoPanelBeforeLaunchingHasFinished) {
     delegate.openSettings(SettingsTab::panel);
     press(windows().front()->content(), "Open the panel now");
     EXPECT_EQ(desktop_.screenCapture().requestCount(), 0U);
+}
+
+using AppDelegateDeathTest = AppDelegateTest;
+
+TEST_F(AppDelegateDeathTest, TakesCommandsOnItsOwnThreadAlone) {
+    AppDelegate delegate(desktop_.platform());
+    delegate.applicationPerform(ApplicationCommand::toggle);
+    EXPECT_DEATH(std::thread([&] { delegate.applicationPerform(ApplicationCommand::toggle); }).join(),
+                 "Incorrect actor executor assumption");
 }
 
 TEST_F(AppDelegateTest, LeavesNothingBehind) {
