@@ -23,8 +23,8 @@ std::filesystem::path folder() {
 /// Whatever the file holds, a setting can be stored, and nothing that was a defaults file loses another.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace velmo;
-    static const auto home = folder();
-    const auto file = home / "defaults.json";
+    static const auto file = folder() / "defaults.json";
+    static const auto aside = std::filesystem::path(file.string() + ".damaged-1");
     const std::string content(reinterpret_cast<const char*>(data), size);
     std::ofstream(file, std::ios::binary) << content;
     const auto before = nlohmann::json::parse(content, nullptr, false);
@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 std::abort();
         }
     }
-    for (const auto& entry : std::filesystem::directory_iterator(home))
-        std::filesystem::remove(entry);
+    // The file itself is written over the next time.
+    std::filesystem::remove(aside);
     return 0;
 }
