@@ -1,6 +1,6 @@
 #include "full_screen_windows.h"
 
-#include "linux/x11/property_value.h"
+#include "linux/x11/property_question.h"
 #include "linux/x11/reply.h"
 #include "linux/x11/window_tree.h"
 
@@ -17,23 +17,19 @@ constexpr Seconds writingTime = 0.1;
 /// Somebody may move a window without end.
 constexpr int looksAtOnce = 10;
 constexpr Seconds lookPause = 0.05;
-/// More are not read.
-constexpr std::uint32_t mostStates = 32;
+/// More is not read, in bytes.
+constexpr std::uint32_t atomsLimit = 128;
 constexpr std::size_t mostLikelyClients = 16;
 
 /// Of the hints about a window's frame: which of the numbers count, and where the one about the frame is.
 constexpr std::size_t hintFlags = 0;
 constexpr std::size_t hintFrame = 2;
 constexpr std::uint32_t saysFrame = 1U << 1U;
-constexpr std::uint32_t sides = 4;
+constexpr std::uint32_t hintsLimit = 12;
+constexpr std::uint32_t marginsLimit = 16;
 
-std::vector<std::uint32_t> numbersFrom(const Connection& connection, xcb_get_property_cookie_t cookie) {
-    return numbersIn(owned(xcb_get_property_reply(connection.raw(), cookie, nullptr)).get());
-}
-
-bool hasState(const Connection& connection, xcb_get_property_cookie_t cookie, xcb_atom_t state) {
-    const auto states = numbersFrom(connection, cookie);
-    return std::find(states.begin(), states.end(), state) != states.end();
+bool isAmong(const std::vector<std::uint32_t>& atoms, xcb_atom_t atom) {
+    return std::find(atoms.begin(), atoms.end(), atom) != atoms.end();
 }
 
 bool contains(const PixelRect& window, const PixelRect& monitor) {
@@ -112,7 +108,7 @@ std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const 
     const auto& atoms = connection_.atoms();
     struct Question {
         xcb_window_t window;
-        xcb_get_property_cookie_t states;
+        PropertyQuestion states;
         xcb_get_geometry_cookie_t geometry;
     };
     // All questions before the first answer, so that the server is waited for only once.
@@ -121,12 +117,12 @@ std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const 
     questions.reserve(windows.size());
     for (const auto window : windows) {
         questions.push_back({window,
-                             xcb_get_property(raw, 0, window, atoms.netWmState, XCB_ATOM_ATOM, 0, mostStates),
+                             {connection_, window, atoms.netWmState, XCB_ATOM_ATOM, atomsLimit},
                              xcb_get_geometry(raw, window)});
     }
     std::vector<Client> clients;
     for (const auto& [window, states, geometry] : questions) {
-        const bool saysSo = hasState(connection_, states, atoms.netWmStateFullscreen);
+        const bool saysSo = isAmong(states.numbers(), atoms.netWmStateFullscreen);
         const auto area = areaFrom(connection_, geometry);
         const bool isLarge = area && area->width >= monitor_.width && area->height >= monitor_.height;
         if ((saysSo || isLarge) && clients.size() < mostLikelyClients)
@@ -138,29 +134,26 @@ std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const 
 /// What shows icons behind all windows is as large, and has no frame either. A program that draws its own has
 /// a shadow in its window, without which that is smaller.
 bool FullScreenWindows::isBareProgram(xcb_window_t window) const {
-    xcb_connection_t* raw = connection_.raw();
     const auto& atoms = connection_.atoms();
-    const auto hintsCookie =
-        xcb_get_property(raw, 0, window, atoms.motifWmHints, atoms.motifWmHints, 0, hintFrame + 1);
-    const auto typeCookie =
-        xcb_get_property(raw, 0, window, atoms.netWmWindowType, XCB_ATOM_ATOM, 0, mostStates);
-    const auto marginsCookie =
-        xcb_get_property(raw, 0, window, atoms.gtkFrameExtents, XCB_ATOM_CARDINAL, 0, sides);
-    const auto hints = numbersFrom(connection_, hintsCookie);
-    const auto types = numbersFrom(connection_, typeCookie);
-    const auto margins = numbersFrom(connection_, marginsCookie);
+    const PropertyQuestion hintsQuestion(connection_, window, atoms.motifWmHints, atoms.motifWmHints,
+                                         hintsLimit);
+    const PropertyQuestion typesQuestion(connection_, window, atoms.netWmWindowType, XCB_ATOM_ATOM,
+                                         atomsLimit);
+    const PropertyQuestion marginsQuestion(connection_, window, atoms.gtkFrameExtents, XCB_ATOM_CARDINAL,
+                                           marginsLimit);
+    const auto hints = hintsQuestion.numbers();
+    const auto types = typesQuestion.numbers();
+    const auto margins = marginsQuestion.numbers();
     const bool hasShadow = std::any_of(margins.begin(), margins.end(), [](auto width) { return width > 0; });
-    const auto is = [&](xcb_atom_t type) {
-        return std::find(types.begin(), types.end(), type) != types.end();
-    };
     return hints.size() > hintFrame && (hints[hintFlags] & saysFrame) != 0 && hints[hintFrame] == 0 &&
-           !hasShadow && !is(atoms.netWmWindowTypeDesktop) && !is(atoms.netWmWindowTypeDock);
+           !hasShadow && !isAmong(types, atoms.netWmWindowTypeDesktop) &&
+           !isAmong(types, atoms.netWmWindowTypeDock);
 }
 
 xcb_window_t FullScreenWindows::activeWindow() const {
-    const auto cookie = xcb_get_property(connection_.raw(), 0, connection_.root(),
-                                         connection_.atoms().netActiveWindow, XCB_ATOM_WINDOW, 0, 1);
-    const auto active = numbersFrom(connection_, cookie);
+    const auto active = PropertyQuestion(connection_, connection_.root(), connection_.atoms().netActiveWindow,
+                                         XCB_ATOM_WINDOW, 4)
+                            .numbers();
     return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
 }
 

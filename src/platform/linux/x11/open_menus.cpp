@@ -1,7 +1,7 @@
 #include "open_menus.h"
 
 #include "linux/x11/client_process.h"
-#include "linux/x11/property_value.h"
+#include "linux/x11/property_question.h"
 #include "linux/x11/reply.h"
 
 #include <algorithm>
@@ -13,10 +13,13 @@ namespace velmo::x11 {
 
 namespace {
 
+/// More is not read, in bytes.
+constexpr std::uint32_t typesLimit = 128;
+
 struct Candidate {
     xcb_window_t window;
     xcb_get_window_attributes_cookie_t attributes;
-    xcb_get_property_cookie_t types;
+    PropertyQuestion types;
     xcb_get_geometry_cookie_t geometry;
 };
 
@@ -35,10 +38,9 @@ bool looksLikeMenu(const Atoms& atoms, const xcb_get_window_attributes_reply_t& 
 std::optional<OpenMenu> menuFrom(const Connection& connection, const Candidate& candidate) {
     xcb_connection_t* raw = connection.raw();
     const auto attributes = owned(xcb_get_window_attributes_reply(raw, candidate.attributes, nullptr));
-    const auto types = owned(xcb_get_property_reply(raw, candidate.types, nullptr));
+    const auto types = candidate.types.numbers();
     const auto geometry = owned(xcb_get_geometry_reply(raw, candidate.geometry, nullptr));
-    if (!attributes || !types || !geometry ||
-        !looksLikeMenu(connection.atoms(), *attributes, numbersIn(types.get())))
+    if (!attributes || !geometry || !looksLikeMenu(connection.atoms(), *attributes, types))
         return std::nullopt;
     return OpenMenu{candidate.window,
                     {geometry->x, geometry->y, geometry->width, geometry->height},
@@ -59,8 +61,9 @@ std::vector<OpenMenu> openMenus(const Connection& connection) {
     candidates.reserve(windows.size());
     for (const auto window : windows) {
         candidates.push_back(
-            {window, xcb_get_window_attributes(raw, window),
-             xcb_get_property(raw, 0, window, connection.atoms().netWmWindowType, XCB_ATOM_ATOM, 0, 32),
+            {window,
+             xcb_get_window_attributes(raw, window),
+             {connection, window, connection.atoms().netWmWindowType, XCB_ATOM_ATOM, typesLimit},
              xcb_get_geometry(raw, window)});
     }
     std::vector<OpenMenu> menus;

@@ -1,6 +1,6 @@
 #include "reserved_edges.h"
 
-#include "linux/x11/property_value.h"
+#include "linux/x11/property_question.h"
 #include "linux/x11/reply.h"
 #include "linux/x11/window_tree.h"
 
@@ -24,13 +24,12 @@ constexpr std::size_t partialCount = 12;
 using Numbers = std::array<std::uint32_t, partialCount>;
 
 struct Question {
-    xcb_get_property_cookie_t partial;
-    xcb_get_property_cookie_t whole;
+    PropertyQuestion partial;
+    PropertyQuestion whole;
 };
 
-bool readNumbers(xcb_connection_t* connection, xcb_get_property_cookie_t cookie, std::size_t count,
-                 Numbers& numbers) {
-    const auto values = numbersIn(owned(xcb_get_property_reply(connection, cookie, nullptr)).get());
+bool readNumbers(const PropertyQuestion& question, std::size_t count, Numbers& numbers) {
+    const auto values = question.numbers();
     if (values.size() < count)
         return false;
     std::copy_n(values.begin(), count, numbers.begin());
@@ -69,7 +68,8 @@ void ReservedEdges::read() {
     const auto& atoms = connection_.atoms();
     const auto windows = managedWindowsOfOthers(connection_);
     const auto ask = [&](xcb_window_t window, xcb_atom_t name) {
-        return xcb_get_property(raw, 0, window, name, XCB_ATOM_CARDINAL, 0, partialCount);
+        return PropertyQuestion(connection_, window, name, XCB_ATOM_CARDINAL,
+                                partialCount * sizeof(std::uint32_t));
     };
     // All questions before the first answer, so that the server is waited for only once.
     std::vector<Question> questions;
@@ -84,8 +84,8 @@ void ReservedEdges::read() {
     for (const auto& [partial, whole] : questions) {
         constexpr auto farthest = std::numeric_limits<std::uint32_t>::max();
         Numbers numbers = {0, 0, 0, 0, 0, farthest, 0, farthest, 0, farthest, 0, farthest};
-        const bool hasWhole = readNumbers(raw, whole, depthCount, numbers);
-        const bool hasPartial = readNumbers(raw, partial, partialCount, numbers);
+        const bool hasWhole = readNumbers(whole, depthCount, numbers);
+        const bool hasPartial = readNumbers(partial, partialCount, numbers);
         const auto& [left, right, top, bottom, leftBegin, leftEnd, rightBegin, rightEnd, topBegin, topEnd,
                      bottomBegin, bottomEnd] = numbers;
         if (hasWhole || hasPartial)

@@ -30,10 +30,11 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    /// Whether somebody manages a window, as far as is known. That one does stays true until it is hidden or
-    /// put elsewhere; that nobody does, until this time.
+    /// Whether somebody manages a window, as far as is known. It is forgotten once that window is hidden or
+    /// put elsewhere.
     struct Verdict {
         bool isManaged = false;
+        /// From then on nobody relies on it that the window is not managed.
         Clock::time_point askAgain;
     };
 
