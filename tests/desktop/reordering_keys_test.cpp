@@ -211,9 +211,9 @@ TEST_F(ReorderingKeys, WhoeverKeepsSuperGetsAKeyWithoutMeaningAfterAClick) {
     giveKeyboardTo(window);
     xcb_grab_key(x().raw(), 0, x().root(), XCB_MOD_MASK_ANY, superCode, XCB_GRAB_MODE_ASYNC,
                  XCB_GRAB_MODE_ASYNC);
-    for (const int place : {areaOf("two").midX(), int(farLeft)}) {
+    for (const auto* item : {"two", "Toggle"}) {
         keysGot();
-        moveTo(place);
+        moveTo(areaOf(item).midX());
         xdotool({"keydown", "Super_L", "mousedown", "1"});
         EXPECT_TRUE(stays([&] { return isAsBefore(); }, moment));
         EXPECT_EQ(keysGot(), std::vector<int>{superCode});
@@ -222,7 +222,7 @@ TEST_F(ReorderingKeys, WhoeverKeepsSuperGetsAKeyWithoutMeaningAfterAClick) {
         EXPECT_TRUE(eventually([&] {
             got = keysGot();
             return !got.empty();
-        })) << place;
+        })) << item;
         ASSERT_EQ(got.size(), 1U) << testing::PrintToString(got);
         EXPECT_EQ(symbolsOf(got.front()), std::vector<xcb_keysym_t>{});
         xdotool({"keyup", "Super_L"});
@@ -230,6 +230,21 @@ TEST_F(ReorderingKeys, WhoeverKeepsSuperGetsAKeyWithoutMeaningAfterAClick) {
     }
     xdotool({"key", "a"});
     EXPECT_TRUE(eventually([&] { return eventsGot(XCB_KEY_PRESS) == 1; })) << "the keyboard is free";
+}
+
+TEST_F(ReorderingKeys, KeyboardIsNotTakenForAClickBesideTheItems) {
+    startRevealed();
+    const auto window = makeWindow({100, 300, 200, 200}, 0x203040);
+    const std::uint32_t events = XCB_EVENT_MASK_FOCUS_CHANGE;
+    xcb_change_window_attributes(x().raw(), window, XCB_CW_EVENT_MASK, &events);
+    giveKeyboardTo(window);
+    moveTo(farLeft);
+    eventsGot(XCB_FOCUS_OUT);
+    xdotool({"keydown", "Super_L", "click", "1", "keyup", "Super_L"});
+    EXPECT_TRUE(stays([&] { return eventsGot(XCB_FOCUS_OUT) == 0; }, moment));
+    moveTo(areaOf("two").midX());
+    xdotool({"keydown", "Super_L", "click", "1", "keyup", "Super_L"});
+    EXPECT_TRUE(eventually([&] { return eventsGot(XCB_FOCUS_OUT) == 1; })) << "where there is one, it is";
 }
 
 TEST_F(ReorderingKeys, KeyboardIsFreeOnceTheDraggedItemHasEnded) {

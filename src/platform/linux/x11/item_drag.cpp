@@ -92,9 +92,9 @@ void ItemDrag::begin(const xcb_button_press_event_t& event) {
     offsetInItem_ = event.event_x - item->place()->x;
 }
 
-/// A click is no use of Super either, to those who see keys alone.
+/// A click is no use of Super either, to those who see keys alone. One on the bare bar does nothing at all.
 void ItemDrag::released() {
-    if (!moving_)
+    if (!moving_ && bar_.taken())
         useSuper();
     bar_.drop();
 }
