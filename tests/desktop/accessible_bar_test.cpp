@@ -1,4 +1,5 @@
 #include "accessible_tree.h"
+#include "built_files.h"
 #include "bus_program.h"
 #include "session_bus_desktop.h"
 #include "tray_client.h"
@@ -35,6 +36,12 @@ protected:
     }
     bool tellsOf(const std::vector<std::string>& names) const {
         return eventually([&] { return tree_->namesIn(barName) == names; }, milliseconds(8000));
+    }
+
+    /// Lines that the listener has written.
+    std::ptrdiff_t eventsHeard() const {
+        std::ifstream file(home_ / "events");
+        return std::count(std::istreambuf_iterator<char>(file), {}, '\n');
     }
 
     std::optional<AccessibleTree> tree_;
@@ -89,6 +96,40 @@ TEST_F(AccessibleBarItems, OfOtherProgramsAreToldAndPressed) {
     program->emit(itemPath, itemInterface, "NewTitle");
     client.destroy(icon);
     EXPECT_TRUE(tellsOf({"frame: Velmo menu bar", "push button: No network", "push button: Velmo"}));
+}
+
+TEST_F(AccessibleBarItems, AreToldAnewInAnotherOrder) {
+    assist();
+    startVelmoOnBus();
+    TrayClient client(environment_.at("DISPLAY"));
+    std::vector<xcb_window_t> icons;
+    for (const auto* name : {"one", "two"}) {
+        const auto icon = client.makeIcon(name);
+        xcb_change_property(client.x().raw(), XCB_PROP_MODE_REPLACE, icon, XCB_ATOM_WM_NAME, XCB_ATOM_STRING,
+                            8, 3, name);
+        client.dock(icon);
+        ASSERT_TRUE(eventually([&] { return isOnScreen(icon); }));
+        icons.push_back(icon);
+    }
+    const std::string bar = "frame: Velmo menu bar";
+    const std::string toggle = "push button: Velmo";
+    ASSERT_TRUE(tellsOf({bar, "push button: two", "push button: one", toggle}));
+    const auto listener = run({"/usr/bin/python3", std::string(clientScripts) + "/accessible_events.py",
+                               home_ / "events", barName});
+    ASSERT_TRUE(eventually([&] { return eventsHeard() == 1; })) << "it listens";
+    for (const bool isBack : {false, true}) {
+        const auto place = *x().area(icons[0]);
+        const auto heard = eventsHeard();
+        movePointer(place.midX(), place.midY());
+        xdotool({"keydown", "Super_L", "mousedown", "1"});
+        for (const int by : {18, 36})
+            movePointer(place.midX() + (isBack ? by : -by), place.midY());
+        xdotool({"mouseup", "1", "keyup", "Super_L"});
+        EXPECT_TRUE(eventually([&] { return eventsHeard() > heard; })) << isBack;
+        const std::string first = isBack ? "two" : "one";
+        const std::string second = isBack ? "one" : "two";
+        EXPECT_TRUE(tellsOf({bar, "push button: " + first, "push button: " + second, toggle}));
+    }
 }
 
 TEST_F(AccessibleBarItems, AreToldFromThenOnThatSomebodyAssists) {

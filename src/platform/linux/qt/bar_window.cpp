@@ -116,6 +116,8 @@ QAccessibleInterface* BarWindow::accessibleRoot() const {
 void BarWindow::follow() {
     auto former = std::exchange(items_, {});
     std::vector<QObject*> added;
+    auto latest = former.begin();
+    bool isReordered = false;
     for (const auto& item : bar_.items()) {
         const auto known = std::find_if(former.begin(), former.end(), [&](const auto& object) {
             return object && object->item().number == item.number;
@@ -125,6 +127,8 @@ void BarWindow::follow() {
             added.push_back(items_.back().get());
         } else {
             change(**known, item);
+            isReordered = isReordered || known < latest;
+            latest = known;
             items_.push_back(std::move(*known));
         }
     }
@@ -134,6 +138,8 @@ void BarWindow::follow() {
         if (object)
             tell(*object, QAccessible::ObjectDestroyed);
     }
+    if (isReordered)
+        tell(*this, QAccessible::ObjectReorder);
 }
 
 void BarWindow::change(BarItemObject& object, const AccessibleBarItem& item) {
