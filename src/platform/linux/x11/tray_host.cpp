@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint32_t horizontal = 0;
 /// More than anybody has; a program gone wild ends here.
 constexpr std::size_t mostIcons = 1000;
-/// The server is waited for once for so many, while clicks wait.
+/// The server is waited for once for so many of a kind, while clicks wait.
 constexpr int atOnce = 8;
 constexpr Seconds dockingPause = 0.01;
 /// Between two times that we ask what is new of icons, however many there are: programs may say something new
@@ -82,7 +82,8 @@ void TrayHost::open() {
 void TrayHost::close() {
     icons_.clear();
     waiting_.clear();
-    unread_.clear();
+    unreadEmbeddings_.clear();
+    unreadTitles_.clear();
     events_ = {};
     if (window_ == XCB_WINDOW_NONE)
         return;
@@ -151,29 +152,37 @@ void TrayHost::dock(const TrayIconFacts& facts) {
     auto icon =
         std::make_unique<TrayIcon>(bar_, facts, bar_.identityFor(facts.application, facts.formerIdentity));
     icon->setOnEnd([this] { removeEnded_.request(); });
-    icon->setOnNews([this, client = facts.client] {
-        unread_.push_back(client);
+    icon->setOnNews([this, client = facts.client](TrayIconNews::Kind kind) {
+        unread(kind).push_back(client);
         reading_.request();
     });
     icons_.push_back(std::move(icon));
 }
 
 void TrayHost::readSome() {
-    std::vector<std::pair<TrayIcon*, TrayIconNews>> asked;
-    for (int count = 0; count < atOnce && !unread_.empty(); ++count) {
-        const auto found = std::find_if(icons_.begin(), icons_.end(), [this](const auto& icon) {
-            return icon->client() == unread_.front() && !icon->hasEnded();
-        });
-        unread_.pop_front();
-        if (found != icons_.end())
-            asked.emplace_back(found->get(), (*found)->askForNews());
-    }
+    Asked asked;
+    askSome(TrayIconNews::Kind::embedding, asked);
+    askSome(TrayIconNews::Kind::title, asked);
     for (const auto& [icon, news] : asked)
         icon->takeNews(news);
-    if (!unread_.empty())
+    if (!unreadEmbeddings_.empty() || !unreadTitles_.empty())
         reading_.request();
     if (!asked.empty())
         bar_.tellOfChange();
+}
+
+/// Those that have gone cost no wait.
+void TrayHost::askSome(TrayIconNews::Kind kind, Asked& asked) {
+    auto& waiting = unread(kind);
+    for (int count = 0; count < atOnce && !waiting.empty(); waiting.pop_front()) {
+        const auto found = std::find_if(icons_.begin(), icons_.end(), [&](const auto& icon) {
+            return icon->client() == waiting.front() && !icon->hasEnded();
+        });
+        if (found == icons_.end())
+            continue;
+        asked.emplace_back(found->get(), (*found)->askForNews(kind));
+        ++count;
+    }
 }
 
 }  // namespace velmo::x11

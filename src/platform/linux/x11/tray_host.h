@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace velmo::x11 {
@@ -32,6 +33,11 @@ private:
     void dockSome();
     void dock(const TrayIconFacts& facts);
     void readSome();
+    using Asked = std::vector<std::pair<TrayIcon*, TrayIconNews>>;
+    void askSome(TrayIconNews::Kind kind, Asked& asked);
+    std::deque<xcb_window_t>& unread(TrayIconNews::Kind kind) {
+        return kind == TrayIconNews::Kind::embedding ? unreadEmbeddings_ : unreadTitles_;
+    }
 
     MenuBar& bar_;
     Connection& connection_;
@@ -40,8 +46,9 @@ private:
     std::vector<std::unique_ptr<TrayIcon>> icons_;
     /// Windows that are to be docked.
     std::deque<xcb_window_t> waiting_;
-    /// Icons of which there is news.
-    std::deque<xcb_window_t> unread_;
+    /// Icons of which there is news. Whether they are to be shown does not wait for what they are called.
+    std::deque<xcb_window_t> unreadEmbeddings_;
+    std::deque<xcb_window_t> unreadTitles_;
     PacedWork docking_;
     PacedWork reading_;
     PostedOnce removeEnded_;

@@ -82,7 +82,7 @@ void TrayIcon::embed() {
     isClaimed_ = false;
     setSaved(connection_, facts_.client, true);
     const PixelRect area = clientArea();
-    told_ = area;
+    toldArea_ = area;
     xcb_reparent_window(raw, facts_.client, window(), static_cast<std::int16_t>(area.x),
                         static_cast<std::int16_t>(area.y));
     // Not before, as a compositing manager has what lies in the root window redirected, and nobody else can.
@@ -233,7 +233,8 @@ void TrayIcon::listenAgain() {
         return;
     }
     placeClient();
-    noticeNews(true, true);
+    noticeNews(TrayIconNews::Kind::embedding);
+    noticeNews(TrayIconNews::Kind::title);
     damaged();
 }
 
@@ -254,7 +255,7 @@ void TrayIcon::handleChange(const xcb_generic_event_t& event) {
         case XCB_CONFIGURE_NOTIFY: {
             const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
             const PixelRect told = {change.x, change.y, change.width, change.height};
-            const auto former = std::exchange(told_, told);
+            const auto former = std::exchange(toldArea_, told);
             if (told != clientArea())
                 sizeCorrection_.request();
             else if (told.width != former.width || told.height != former.height)
@@ -275,8 +276,10 @@ void TrayIcon::handleChange(const xcb_generic_event_t& event) {
             break;
         case XCB_PROPERTY_NOTIFY: {
             const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
-            noticeNews(atom == connection_.atoms().xembedInfo,
-                       atom == connection_.atoms().netWmName || atom == XCB_ATOM_WM_NAME);
+            if (atom == connection_.atoms().xembedInfo)
+                noticeNews(TrayIconNews::Kind::embedding);
+            else if (atom == connection_.atoms().netWmName || atom == XCB_ATOM_WM_NAME)
+                noticeNews(TrayIconNews::Kind::title);
             break;
         }
         default:
@@ -301,19 +304,17 @@ void TrayIcon::mapClient() {
         xcb_map_window(connection_.raw(), facts_.client);
 }
 
-void TrayIcon::noticeNews(bool ofEmbedding, bool ofTitle) {
-    const bool isKnown = news_.ofEmbedding || news_.ofTitle;
-    news_ = {news_.ofEmbedding || ofEmbedding, news_.ofTitle || ofTitle};
-    if (!isKnown && (ofEmbedding || ofTitle) && onNews_)
-        onNews_();
+void TrayIcon::noticeNews(TrayIconNews::Kind kind) {
+    if (!std::exchange(isKnown(kind), true) && onNews_)
+        onNews_(kind);
 }
 
-TrayIconNews TrayIcon::askForNews() {
-    const auto news = std::exchange(news_, {});
+TrayIconNews TrayIcon::askForNews(TrayIconNews::Kind kind) {
+    isKnown(kind) = false;
     TrayIconNews questions;
-    if (news.ofEmbedding)
+    if (kind == TrayIconNews::Kind::embedding)
         questions.embedding.emplace(connection_, facts_.client);
-    if (news.ofTitle)
+    else
         questions.title.emplace(connection_, facts_.client);
     return questions;
 }

@@ -26,8 +26,8 @@ public:
     /// Called once the program has taken its window away.
     void setOnEnd(std::function<void()> handler) { onEnd_ = std::move(handler); }
     /// Called when the program says something new of its icon, and not again before that is asked for.
-    void setOnNews(std::function<void()> handler) { onNews_ = std::move(handler); }
-    TrayIconNews askForNews();
+    void setOnNews(std::function<void(TrayIconNews::Kind)> handler) { onNews_ = std::move(handler); }
+    TrayIconNews askForNews(TrayIconNews::Kind kind);
     /// The answers are taken here.
     void takeNews(const TrayIconNews& news);
 
@@ -59,7 +59,10 @@ private:
     bool isBearable();
     void listen(bool listening) const;
     void listenAgain();
-    void noticeNews(bool ofEmbedding, bool ofTitle);
+    void noticeNews(TrayIconNews::Kind kind);
+    bool& isKnown(TrayIconNews::Kind kind) {
+        return kind == TrayIconNews::Kind::embedding ? news_.ofEmbedding : news_.ofTitle;
+    }
     void showOrHide();
     /// Returns the number of the request.
     unsigned placeClient() const;
@@ -97,28 +100,30 @@ private:
     int claims_ = 0;
     /// The content has changed since it was painted last.
     bool unpainted_ = false;
+    /// It is about to come into the bar.
+    bool isAbsent_ = true;
     /// For the place that the icon is about to have.
     std::optional<Pixmap> nextLook_;
     /// The request that has moved the client in its window, until the step is over.
     std::optional<unsigned> resizing_;
     /// From that one on, of the last step for which it had been painted before. Requests have numbers from 1.
-    struct {
+    struct Requests {
         unsigned begin = 0;
         unsigned end = 0;
-    } step_;
+    } paintedRequests_;
     /// Of the client, as far as we have been told: another size comes with another content.
-    PixelRect told_;
+    PixelRect toldArea_;
     /// Events that the client has caused in the present second.
     int eventCount_ = 0;
     Date countedSince_ = 0;
     PacedWork painting_;
     PacedWork sizeCorrection_;
     PacedWork mapping_;
-    struct {
+    struct News {
         bool ofEmbedding = false;
         bool ofTitle = false;
     } news_;
-    std::function<void()> onNews_;
+    std::function<void(TrayIconNews::Kind)> onNews_;
     std::function<void()> onEnd_;
     Registration events_;
     Registration requests_;

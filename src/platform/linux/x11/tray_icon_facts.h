@@ -33,6 +33,8 @@ struct TrayIconFacts {
 
 /// Questions for what a program may say anew of an icon that is in the bar.
 struct TrayIconNews {
+    enum class Kind { embedding, title };
+
     std::optional<EmbeddingQuestion> embedding;
     std::optional<IconTitleQuestion> title;
 };

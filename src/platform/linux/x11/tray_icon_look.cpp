@@ -8,9 +8,10 @@
 
 namespace velmo::x11 {
 
-/// What is not in the bar yet has nothing to show.
+/// What is not in the bar has nothing to show: the server keeps it no longer than it is there.
 void TrayIcon::willMove(const PixelRect& next) {
     const auto& present = place();
+    isAbsent_ = !present;
     if (!composited_ || ended_ || !present || next.x + next.width <= 0)
         return;
     if (unpainted_ || next.width != present->width || next.height != present->height)
@@ -22,7 +23,10 @@ void TrayIcon::moved() {
         bar_.painting().setBackground(window(), *std::exchange(nextLook_, std::nullopt));
         // To the server, a window that has moved in another is damaged.
         if (const auto begin = std::exchange(resizing_, std::nullopt))
-            step_ = {*begin, subtractDamage()};
+            paintedRequests_ = {*begin, subtractDamage()};
+    } else if (std::exchange(isAbsent_, false)) {
+        // Else it would be seen as it was when it left, before the bar of that time.
+        paint();
     } else if (unpainted_) {
         painting_.request();
     }
@@ -30,7 +34,7 @@ void TrayIcon::moved() {
 
 /// Nobody else has done anything meanwhile.
 bool TrayIcon::isOfStep(unsigned request) const {
-    return request >= step_.begin && request <= step_.end;
+    return request >= paintedRequests_.begin && request <= paintedRequests_.end;
 }
 
 unsigned TrayIcon::subtractDamage() const {
