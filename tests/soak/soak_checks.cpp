@@ -1,0 +1,231 @@
+#include "soak_session.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <thread>
+
+namespace velmo::desktop {
+
+namespace {
+
+/// Kilobytes that allocators may keep.
+constexpr long memorySlack = 1500;
+/// The four items of ours remember four drawings each.
+constexpr std::uint32_t pixmapSlack = 16;
+/// Of each other kind: there are window managers for which the toolkit makes a second window for each of its
+/// own.
+constexpr std::uint32_t resourceSlack = 4;
+constexpr long fileSlack = 2;
+constexpr milliseconds longestEffect(15000);
+/// Longer than what is written late, and than the loader of icons waits for work.
+constexpr milliseconds quiet(4000);
+/// Pixels of a divider that hides, at any scale: none of its length is seen.
+constexpr int hidingWidth = 1;
+
+/// Without files that are shared with whoever else runs, so that nobody else's end counts.
+long ownMemory(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
+    long sum = 0;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("Pss_Anon:") || line.starts_with("Pss_Shmem:"))
+            sum += std::stol(line.substr(line.find(':') + 1));
+    }
+    return sum;
+}
+
+}  // namespace
+
+void SoakSession::SetUp() {
+    DesktopSession::SetUp();
+    ownZone_.emplace(home_);
+    if (ownZone_->isOwn())
+        ownZone_->set(zone_);
+    startServer("2560x1200x24");
+    startWindowManager();
+    startSessionBus();
+    order_ = {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider", "Velmo.AlwaysHiddenDivider"};
+    writeDefaults({{"autoRehide", false},
+                   {"hideOnClickOutside", false},
+                   {"showOnHover", false},
+                   {"clockEnabled", true},
+                   {"clockFormat", "VV HH:mm"},
+                   {"statusItemOrder", order_}});
+    startWithDefaults();
+}
+
+void SoakSession::TearDown() {
+    clients_.clear();
+    SessionBusDesktop::TearDown();
+}
+
+xcb_window_t SoakSession::itemOf(const std::string& name) const {
+    const auto found = clients_.find(name);
+    if (found == clients_.end())
+        return x().windowTitled(name).value_or(xcb_window_t{XCB_WINDOW_NONE});
+    return found->second.program ? x().parent(found->second.icon) : itemTitled(name);
+}
+
+std::vector<std::string> SoakSession::expectedOrder() const {
+    auto order = order_;
+    std::erase_if(order, [&](const auto& name) {
+        if (name == "Velmo.AlwaysHiddenDivider")
+            return !hasAlwaysHidden_;
+        return !name.starts_with("Velmo.") && !clients_.contains(name);
+    });
+    return order;
+}
+
+std::vector<std::string> SoakSession::seenOrder() const {
+    std::map<xcb_window_t, std::string> names;
+    for (const auto& name : order_)
+        names[itemOf(name)] = name;
+    std::vector<std::pair<int, std::string>> placed;
+    for (const auto window : x().children(bar())) {
+        const auto area = x().area(window);
+        if (!area || !x().isViewable(window))
+            continue;
+        const auto name = names.find(window);
+        placed.emplace_back(-area->x, name == names.end() ? "a stranger" : name->second);
+    }
+    std::stable_sort(placed.begin(), placed.end(),
+                     [](const auto& one, const auto& other) { return one.first < other.first; });
+    std::vector<std::string> order;
+    for (const auto& [place, name] : placed)
+        order.push_back(name);
+    return order;
+}
+
+SoakSession::Level SoakSession::seenLevel() const {
+    const auto hides = [&](xcb_window_t window) {
+        const auto place = x().area(window);
+        return place && place->width == hidingWidth;
+    };
+    if (hides(divider()))
+        return Level::none;
+    // Where there is none, nothing tells the levels from each other.
+    if (!hasAlwaysHidden_)
+        return level_ == Level::none ? Level::hidden : level_;
+    return hides(alwaysHiddenDivider()) ? Level::hidden : Level::all;
+}
+
+bool SoakSession::isExpectedOnScreen(const std::string& name) const {
+    const auto order = expectedOrder();
+    const auto place = std::find(order.begin(), order.end(), name);
+    const auto isRightOf = [&](const char* other) {
+        return std::find(place, order.end(), other) != order.end();
+    };
+    if (isRightOf("Velmo.Divider"))
+        return true;
+    if (level_ == Level::none)
+        return false;
+    return level_ == Level::all || !hasAlwaysHidden_ || isRightOf("Velmo.AlwaysHiddenDivider");
+}
+
+bool SoakSession::isAsExpected() const {
+    if (seenLevel() != level_ || seenOrder() != expectedOrder())
+        return false;
+    const auto order = expectedOrder();
+    return std::all_of(order.begin(), order.end(), [&](const auto& name) {
+        // A divider that hides reaches to the edge of the screen and beyond.
+        return name.ends_with("Divider") || isOnScreen(itemOf(name)) == isExpectedOnScreen(name);
+    });
+}
+
+std::string SoakSession::differences() const {
+    const auto nameOf = [](Level level) {
+        return level == Level::none ? "none" : level == Level::hidden ? "hidden" : "all";
+    };
+    std::ostringstream text;
+    text << "seen " << testing::PrintToString(seenOrder()) << " at the level " << nameOf(seenLevel())
+         << ", expected " << testing::PrintToString(expectedOrder()) << " at " << nameOf(level_) << ";";
+    for (const auto& name : expectedOrder()) {
+        if (const auto place = x().area(itemOf(name)))
+            text << " " << name << " " << place->x << "+" << place->width;
+    }
+    return text.str();
+}
+
+std::optional<int> SoakSession::clockWidth() const {
+    const auto place = x().area(itemOf("Velmo.Clock"));
+    return place ? std::optional(place->width) : std::nullopt;
+}
+
+void SoakSession::expectClockOfZone() {
+    if (!ownZone_->isOwn())
+        return;
+    const auto known = clockWidths_.find({zone_, resolution_});
+    if (known != clockWidths_.end())
+        EXPECT_TRUE(eventually([&] { return clockWidth() == known->second; }))
+            << "a clock in " << zone_ << " is " << known->second << " wide, and not "
+            << clockWidth().value_or(0);
+    else if (const auto width = clockWidth(); width && comesToRest(milliseconds(200)))
+        clockWidths_[{zone_, resolution_}] = clockWidth().value_or(*width);
+}
+
+void SoakSession::expectAll() {
+    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, longestEffect)) << differences();
+    EXPECT_TRUE(velmo().isRunning() && !velmo().wait(milliseconds(0))) << "Velmo runs";
+    expectClockOfZone();
+}
+
+std::string SoakSession::windows() const {
+    return outputOf({"xwininfo", "-root", "-tree"}, environment_);
+}
+
+SoakSession::Held SoakSession::held() {
+    return {resources(), openFiles(), ownMemory(velmo().id())};
+}
+
+/// What is loaded for it stays.
+void SoakSession::openEverythingOnce() {
+    openMenuAndLeaveIt();
+    openPanelAndLeaveIt();
+    lookAtSettings();
+    for (const int resolution : {192, 144, 96})
+        setScale(resolution);
+}
+
+std::string SoakSession::surplus() {
+    std::ostringstream text;
+    for (const auto& [kind, count] : resources()) {
+        const auto most = held_->resources[kind] + (kind == "PIXMAP" ? pixmapSlack : resourceSlack);
+        if (count > most)
+            text << count << " of " << kind << ", where " << held_->resources[kind] << " were held first\n";
+    }
+    if (openFiles() > held_->files + fileSlack)
+        text << openFiles() << " descriptors, where " << held_->files << " were held first\n";
+    return text.str();
+}
+
+void SoakSession::rest() {
+    lastAction_ = "everybody leaves";
+    clients_.clear();
+    useOneMonitor();
+    setScale(96);
+    if (level_ != Level::none)
+        clickToggle();
+    if (hasAlwaysHidden_)
+        switchAlwaysHidden();
+    if (!held_)
+        openEverythingOnce();
+    movePointer(farLeft, 400);
+    expectAll();
+    EXPECT_TRUE(eventually([&] { return !openMenu() && !openToolTip(); }));
+    // The clock lets it never sleep for so long.
+    std::this_thread::sleep_for(quiet);
+    if (!held_) {
+        held_ = held();
+        return;
+    }
+    EXPECT_TRUE(eventually([&] { return surplus().empty(); }, longestEffect)) << surplus() << windows();
+    auto now = held();
+    const long growth = now.memory - held_->memory;
+    EXPECT_LT(growth, memorySlack) << "KB more than " << held_->memory;
+    figures_ = std::to_string(growth) + " KB more than " + std::to_string(held_->memory) + " KB, " +
+               std::to_string(now.files) + " descriptors, " + std::to_string(now.resources["WINDOW"]) +
+               " windows";
+}
+
+}  // namespace velmo::desktop

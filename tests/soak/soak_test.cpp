@@ -1,0 +1,54 @@
+#include "soak_session.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace velmo::desktop {
+
+namespace {
+
+/// Steps from one look at what is held to the next.
+constexpr int stepsATurn = 40;
+/// Turns from one start of Velmo to the next.
+constexpr int turnsALife = 10;
+
+unsigned numberFrom(const char* variable, unsigned fallback) {
+    const char* text = std::getenv(variable);
+    return text ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : fallback;
+}
+
+class Soak : public SoakSession {
+protected:
+    /// What failed can be done again.
+    void tell(int step, unsigned seed) const {
+        std::printf("seed %u, step %d: %s\n", seed, step, lastAction().c_str());
+        std::fflush(stdout);
+    }
+};
+
+TEST_F(Soak, LosesNoItemKeepsOrderAndLevelAndHoldsNoMore) {
+    const auto seed = numberFrom("VELMO_SOAK_SEED", 1);
+    const auto seconds = std::chrono::seconds(numberFrom("VELMO_SOAK_SECONDS", 12));
+    const auto end = std::chrono::steady_clock::now() + seconds;
+    begin(seed);
+    for (int number = 1; std::chrono::steady_clock::now() < end; ++number) {
+        if (number % (stepsATurn * turnsALife) == 0)
+            startAnew();
+        else if (number % stepsATurn == 0)
+            rest();
+        else
+            step();
+        if (HasFailure()) {
+            tell(number, seed);
+            return;
+        }
+        if (number % stepsATurn == 0 && !figures().empty())
+            std::printf("%d steps: %s\n", number, figures().c_str());
+    }
+    for (const auto& [name, count] : actionCounts())
+        std::printf("%5d times %s\n", count, name.c_str());
+}
+
+}  // namespace
+
+}  // namespace velmo::desktop
