@@ -189,7 +189,8 @@ TEST_F(ManyTrayIcons, MoveInOneStep) {
     dockAll(TrayClient::Look::translucent);
     if (HasFatalFailure())
         return;
-    const Area left = {0, 13, x().area(toggle())->x - 12, 1};
+    // Icons, and the divider with its own picture.
+    const Area left = {0, 13, x().area(toggle())->x, 1};
     const auto toggleTo = [&](bool isRevealed) {
         click(toggle());
         ASSERT_TRUE(eventually([&] {

@@ -1,7 +1,9 @@
 #include "desktop_session.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
+#include <memory>
 
 namespace velmo::desktop {
 
@@ -172,6 +174,30 @@ TEST_F(MenuBarWindow, IsBareWhereALongDividerReaches) {
     ASSERT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
     EXPECT_EQ(x().childAt(bar(), beforeToggle, 13), divider());
     EXPECT_EQ(x().childAt(bar(), 0, 13), xcb_window_t{XCB_WINDOW_NONE});
+}
+
+TEST_F(MenuBarWindow, KeepsPressesOnTheBareBarFromTheDesktop) {
+    const std::uint32_t presses = XCB_EVENT_MASK_BUTTON_PRESS;
+    xcb_change_window_attributes(x().raw(), x().root(), XCB_CW_EVENT_MASK, &presses);
+    startVelmo();
+    const auto reachTheDesktop = [&](int atX, int atY) {
+        movePointer(atX, atY);
+        int count = 0;
+        for (const char* button : {"1", "2", "3", "4", "5"}) {
+            xdotool({"click", button});
+            x().area(x().root());
+            while (const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> event{
+                xcb_poll_for_event(x().raw()), &std::free})
+                count += (event->response_type & 0x7f) == XCB_BUTTON_PRESS ? 1 : 0;
+        }
+        return count;
+    };
+    ASSERT_TRUE(eventually([&] { return dividerIsExpanded(); }));
+    EXPECT_EQ(reachTheDesktop(300, 300), 5);
+    EXPECT_EQ(reachTheDesktop(300, 13), 0);
+    click(toggle());
+    ASSERT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
+    EXPECT_EQ(reachTheDesktop(300, 13), 0);
 }
 
 TEST_F(MenuBarWindow, FollowsTheDesktopsSettingsLive) {

@@ -44,7 +44,7 @@ bool BarItem::contains(int x, int y) const {
     return place_ && x >= 0 && y >= 0 && x < place_->width && y < place_->height;
 }
 
-PixelRect BarItem::windowArea(const PixelRect& place) const {
+PixelRect BarItem::windowAreaAt(const PixelRect& place) const {
     return {std::max(place.x, leftmost), place.y, std::clamp(place.width, 1, widest),
             std::clamp(place.height, 1, widest)};
 }
@@ -58,7 +58,7 @@ void BarItem::setPlace(const std::optional<PixelRect>& place) {
         xcb_unmap_window(connection_.raw(), window_);
         return;
     }
-    const PixelRect former = std::exchange(windowArea_, windowArea(*place));
+    const PixelRect former = std::exchange(windowArea_, windowAreaAt(*place));
     const bool resizes =
         !wasShown || former.width != windowArea_.width || former.height != windowArea_.height;
     configureWindow(resizes);

@@ -77,7 +77,9 @@ public:
 protected:
     void setIdentity(const std::string& identity) { identity_ = identity; }
     /// Where the window is to lie for an item at that place, in pixels of the bar.
-    virtual PixelRect windowArea(const PixelRect& place) const;
+    virtual PixelRect windowAreaAt(const PixelRect& place) const;
+    /// Where it lies, in pixels of the bar.
+    const PixelRect& windowArea() const { return windowArea_; }
     /// The window's size has changed.
     virtual void resized() = 0;
     /// The item has another place.
@@ -98,7 +100,6 @@ private:
     std::string identity_;
     xcb_window_t window_;
     std::optional<PixelRect> place_;
-    /// The window's own, in pixels of the bar.
     PixelRect windowArea_;
     Registration mouseEvents_;
 };

@@ -12,8 +12,11 @@
 #include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 
+#include <poll.h>
+
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <utility>
 
 namespace velmo::x11 {
@@ -254,6 +257,23 @@ void Connection::sendMessage(xcb_window_t destination, std::uint32_t eventMask, 
 
 void Connection::sync() const {
     owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+}
+
+void Connection::sync(std::chrono::milliseconds atMost) const {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + atMost;
+    const unsigned request = xcb_get_input_focus(connection_).sequence;
+    xcb_flush(connection_);
+    void* reply = nullptr;
+    while (xcb_poll_for_reply(connection_, request, &reply, nullptr) == 0) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+        pollfd socket = {xcb_get_file_descriptor(connection_), POLLIN, 0};
+        if (left.count() <= 0 || poll(&socket, 1, static_cast<int>(left.count())) < 0) {
+            xcb_discard_reply(connection_, request);
+            return;
+        }
+    }
+    owned(reply);
 }
 
 void Connection::afterArrivedEvents(std::function<void()> work) {

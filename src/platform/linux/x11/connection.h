@@ -8,6 +8,7 @@
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <list>
@@ -67,6 +68,8 @@ public:
                      const std::vector<std::uint32_t>& data) const;
     /// Waits until the server has done everything asked so far.
     void sync() const;
+    /// The same, but for no longer than that: others may hold the server.
+    void sync(std::chrono::milliseconds atMost) const;
     /// Does the work once all events that came before the last reply have been handed to those who wait for
     /// them.
     void afterArrivedEvents(std::function<void()> work);

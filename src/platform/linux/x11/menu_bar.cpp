@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <utility>
 
 namespace velmo::x11 {
@@ -20,6 +21,8 @@ constexpr double narrowingStep = 2;
 /// Pixels. The bar looks the same everywhere, but servers copy a background tile by tile, and narrow ones
 /// slowly.
 constexpr int tileWidth = 256;
+/// That we wait for others to be served. Longer, and somebody else holds the server.
+constexpr std::chrono::milliseconds longestStep(5);
 /// Items whose places are remembered.
 constexpr item_placement::Memory remembered = {500, 50};
 
@@ -43,10 +46,12 @@ std::size_t numberAmong(const std::string& name, const std::string& identity) {
 
 xcb_window_t makeBarWindow(Connection& connection) {
     const xcb_window_t window = connection.newId();
-    const std::uint32_t values[] = {1, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
+    // Else what is pressed or scrolled on the bare bar is the desktop's: its menu, or another workspace.
+    const std::uint32_t keptHere = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE;
+    const std::uint32_t values[] = {1, XCB_EVENT_MASK_STRUCTURE_NOTIFY, keptHere};
     xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window, connection.root(), 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                      XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+                      XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_DONT_PROPAGATE, values);
     const auto& atoms = connection.atoms();
     connection.setText(window, atoms.netWmName, "Velmo menu bar", atoms.utf8String);
     connection.setText(window, XCB_ATOM_WM_CLASS, std::string("velmo\0Velmo\0", 12), XCB_ATOM_STRING);
@@ -310,8 +315,8 @@ void MenuBar::moveItems(const std::vector<BarItem*>& shown, const std::vector<Pi
     if (!changes)
         return;
     moveInOneStep(shown, places);
-    // Often the server shares our processor: nothing that we draw delays the step.
-    connection().sync();
+    // Often the server has been waiting for our processor: the step comes before what we draw next.
+    connection().sync(longestStep);
 }
 
 /// Nobody sees, or pictures, a bar in which some have moved and others have not.

@@ -159,10 +159,10 @@ std::unique_ptr<TrackingArea> StatusItemWindow::addTrackingArea(const Rect& rect
     return std::make_unique<WindowTracking>(connection_, bar_.currentEvent(), window(), *owner);
 }
 
-/// What is long shows nothing. A window over all of it would be painted, and be in the way of the bare bar.
-PixelRect StatusItemWindow::windowArea(const PixelRect& place) const {
-    auto area = BarItem::windowArea(place);
-    if (bar_.isLong(place.width))
+/// A window over all of a long divider would be painted for nothing.
+PixelRect StatusItemWindow::windowAreaAt(const PixelRect& place) const {
+    auto area = BarItem::windowAreaAt(place);
+    if (isBlank() && bar_.isLong(place.width))
         area.width = 1;
     return area;
 }
@@ -185,30 +185,51 @@ void StatusItemWindow::setNeedsDisplay() {
     bar_.setNeedsLayout();
 }
 
+/// So that the step itself has nothing to draw.
+void StatusItemWindow::willMove(const PixelRect& next) {
+    const PixelRect area = windowAreaAt(next);
+    if (!place() || area.width != windowArea().width || area.height != windowArea().height)
+        picture(area.width, area.height);
+}
+
+/// In the step, as nobody is to see the former picture in another size.
+void StatusItemWindow::moved() {
+    if (std::exchange(isResized_, false))
+        displayIfNeeded();
+}
+
 void StatusItemWindow::displayIfNeeded() {
     // The release of a press goes nowhere once the window is hidden.
     if (!place())
         pressedButton_ = 0;
     if (!place() || !std::exchange(needsDisplay_, false))
         return;
-    const auto [x, y, width, height] = *place();
-    if (!image_ && title_.empty()) {
-        const std::uint32_t background = XCB_BACK_PIXMAP_PARENT_RELATIVE;
-        xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_BACK_PIXMAP, &background);
-        xcb_clear_area(connection_.raw(), 0, window(), 0, 0, 0, 0);
+    if (const auto* shown = picture(windowArea().width, windowArea().height)) {
+        bar_.painting().setBackground(window(), *shown);
         return;
     }
+    const std::uint32_t background = XCB_BACK_PIXMAP_PARENT_RELATIVE;
+    xcb_change_window_attributes(connection_.raw(), window(), XCB_CW_BACK_PIXMAP, &background);
+    xcb_clear_area(connection_.raw(), 0, window(), 0, 0, 0, 0);
+}
+
+bool StatusItemWindow::isBlank() const {
+    return !image_ && title_.empty();
+}
+
+/// Null where the item shows nothing; else valid until the next call.
+const Pixmap* StatusItemWindow::picture(int width, int height) {
+    if (isBlank())
+        return nullptr;
     const Look look = {image_, title_, font_, pressedButton_ != 0 || highlighted_, width, height};
     const auto known = std::find_if(looks_.begin(), looks_.end(),
                                     [&look](const auto& candidate) { return candidate.first == look; });
-    if (known != looks_.end()) {
-        bar_.painting().setBackground(window(), known->second);
-        return;
-    }
+    if (known != looks_.end())
+        return &known->second;
     if (looks_.size() == mostLooks)
         looks_.pop_front();
     looks_.emplace_back(look, draw(look));
-    bar_.painting().setBackground(window(), looks_.back().second);
+    return &looks_.back().second;
 }
 
 Pixmap StatusItemWindow::draw(const Look& look) const {

@@ -52,6 +52,7 @@ public:
     bool isOurs() const override { return true; }
     bool isShown() const override { return visible_; }
     int preferredWidth() const override;
+    void willMove(const PixelRect& next) override;
     void displayIfNeeded() override;
     Label label() const override;
     bool click(xcb_button_t button, xcb_timestamp_t time) override;
@@ -61,8 +62,9 @@ public:
     void appearanceChanged() override;
 
 protected:
-    PixelRect windowArea(const PixelRect& place) const override;
-    void resized() override { needsDisplay_ = true; }
+    PixelRect windowAreaAt(const PixelRect& place) const override;
+    void resized() override { needsDisplay_ = isResized_ = true; }
+    void moved() override;
 
 private:
     /// All that the picture of the item is made from, in the present appearance.
@@ -79,6 +81,8 @@ private:
     };
 
     void setNeedsDisplay();
+    bool isBlank() const;
+    const Pixmap* picture(int width, int height);
     /// Of what the item shows, in points.
     double contentWidth() const;
     TextAttributes titleAttributes() const;
@@ -104,6 +108,8 @@ private:
     int titleWidth_ = 0;
     bool enabled_ = true;
     bool needsDisplay_ = true;
+    /// In the step that goes on.
+    bool isResized_ = false;
     /// Drawn already, the oldest first: a click shows the same few again and again.
     std::deque<std::pair<Look, Pixmap>> looks_;
     std::string toolTipText_;
