@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ns_view.h"
+#include "ns_view_controller.h"
 
 namespace velmo::macos {
 
@@ -11,15 +11,6 @@ template <>
 inline constexpr std::string_view frameworkName<NSPopoverBehavior> = "NSPopoverBehavior";
 template <>
 inline constexpr std::string_view frameworkName<NSRectEdge> = "NSRectEdge";
-
-class NSViewController : public ClassOf<NSViewController, "NSViewController", NSObject> {
-public:
-    static NSViewController with(const NSView& view) {
-        NSViewController made = make<"initWithNibName:bundle:">(NSString(), Object());
-        made.send<void, "setView:">(view);
-        return made;
-    }
-};
 
 class NSPopover : public ClassOf<NSPopover, "NSPopover", NSObject> {
 public:

@@ -7,6 +7,7 @@ namespace velmo::macos {
 
 class NSToolbar;
 class NSView;
+class NSViewController;
 enum class NSWindowToolbarStyle : NSInteger;
 
 enum class NSWindowStyleMask : NSUInteger {};
@@ -19,10 +20,8 @@ inline constexpr std::string_view frameworkName<NSBackingStoreType> = "NSBacking
 
 class NSWindow : public ClassOf<NSWindow, "NSWindow", NSObject> {
 public:
-    static NSWindow with(const CGRect& content, NSWindowStyleMask mask) {
-        return make<"initWithContentRect:styleMask:backing:defer:">(content, mask,
-                                                                    NSBackingStoreType::buffered, true);
-    }
+    /// As large as what the controller shows.
+    static NSWindow with(const NSViewController& content);
 
     CGRect convertRectToScreen(const CGRect& rect) const {
         return send<CGRect, "convertRectToScreen:">(rect);

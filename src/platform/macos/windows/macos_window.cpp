@@ -1,17 +1,19 @@
 #include "macos_window.h"
 
+#include "macos/appkit/ns_view_controller.h"
+
 namespace velmo::macos {
 
 MacosWindow::MacosWindow(RunLoop& loop, const View& content)
     : loop_(loop),
-      window_(NSWindow::with({}, NSWindowStyleMask{window_style::titled})),
+      host_(loop, [this](const TabView& tabs) { tabs_.display(tabs); }),
+      window_(NSWindow::with(NSViewController::with(host_.view()))),
       tabs_(window_),
-      host_(loop, [this](const TabView& tabs) { tabs_.display(tabs); }) {
+      controller_(NSWindowController::with(window_)) {
     // The reference that closing would give up is ours.
     window_.setReleasedWhenClosed(false);
     window_.setDelegate(delegate_.object());
     window_.setAutorecalculatesKeyViewLoop(true);
-    window_.setContentView(host_.view());
     setContent(content);
 }
 
@@ -31,6 +33,7 @@ void MacosWindow::setContent(const View& content) {
 }
 
 void MacosWindow::makeKeyAndOrderFront() {
+    controller_.showWindow();
     window_.makeKeyAndOrderFront();
     window_.orderFrontRegardless();
 }

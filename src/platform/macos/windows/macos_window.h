@@ -1,6 +1,6 @@
 #pragma once
 
-#include "macos/appkit/ns_window.h"
+#include "macos/appkit/ns_window_controller.h"
 #include "macos/foundation/ns_notification_center.h"
 #include "macos/objc/instance.h"
 #include "macos/views/view_host.h"
@@ -40,9 +40,10 @@ private:
                            Method<"windowWillClose:", &MacosWindow::willClose, "NSWindowDelegate">>;
 
     RunLoop& loop_;
+    ViewHost host_;
     NSWindow window_;
     TabToolbar tabs_;
-    ViewHost host_;
+    NSWindowController controller_;
     std::function<void()> onClose_;
     Instance<MacosWindow, Class, NSObject> delegate_{*this};
     Lifetime lifetime_;

@@ -1,6 +1,7 @@
 #include "macos/views/plain_button.h"
 #include "macos/views/control_target.h"
 #include "platform/macos/display/display_test.h"
+#include "platform/macos/doubles/display.h"
 
 #include <vector>
 
@@ -10,7 +11,6 @@ namespace {
 class PlainButtonTest : public DisplayTest {
 protected:
     PlainButtonTest() {
-        window.setReleasedWhenClosed(false);
         window.setContentView(around);
         around.addSubview(button.button());
         button.place({20, 20, 40, 30});
@@ -22,7 +22,7 @@ protected:
     /// Points from the bottom left of the window.
     void mouse(EventType type, const CGPoint& point) { tellOfMouse(type, point, window); }
 
-    NSWindow window = NSWindow::with({{300, 300}, {100, 100}}, NSWindowStyleMask{});
+    NSWindow window = doubles::makeWindow({{300, 300}, {100, 100}}, NSWindowStyleMask{});
     NSView around = NSView::create();
     std::vector<bool> looks;
     int actions = 0;

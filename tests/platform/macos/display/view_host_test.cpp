@@ -6,6 +6,7 @@
 #include "macos/appkit/ns_text_field.h"
 #include "macos/services/macos_run_loop.h"
 #include "platform/macos/display/display_test.h"
+#include "platform/macos/doubles/display.h"
 
 #include <string>
 #include <vector>
@@ -16,7 +17,6 @@ namespace {
 class ViewHostTest : public DisplayTest {
 protected:
     ViewHostTest() {
-        window.setReleasedWhenClosed(false);
         window.setContentView(host.view());
         host.place({0, 0, 400, 300});
     }
@@ -27,13 +27,20 @@ protected:
     std::vector<Handle> all() const {
         return allBelow<Handle>(host.view());
     }
+    /// Empty where assistive programs are not told of the view, or of none.
     std::string roleOf(const NSView& view) const {
-        const auto found = system.accessibilityRoles.find(view.get());
-        return found == system.accessibilityRoles.end() ? "" : found->second;
+        const auto element = system.accessibilityElements.find(view.get());
+        const auto role = system.accessibilityRoles.find(view.get());
+        const bool isTold = element != system.accessibilityElements.end() && element->second;
+        return isTold && role != system.accessibilityRoles.end() ? role->second : "";
+    }
+    bool isHiddenFromAssistance(const NSView& view) const {
+        const auto element = system.accessibilityElements.find(view.get());
+        return element != system.accessibilityElements.end() && !element->second;
     }
 
     MacosRunLoop loop;
-    NSWindow window = NSWindow::with({{100, 100}, {400, 300}}, NSWindowStyleMask{1});
+    NSWindow window = doubles::makeWindow({{100, 100}, {400, 300}}, NSWindowStyleMask{1});
     ViewHost host{loop};
 };
 
@@ -58,12 +65,12 @@ TEST_F(ViewHostTest, WantsWholePoints) {
 TEST_F(ViewHostTest, NamesGroupsByTheirTitles) {
     const View picker{twoOptions(PickerStyle::radioGroup)};
     show({Form{}, {View{Section{.header = "Toggle"}, {picker}}, View{Section{}, {text("row")}}}});
-    const auto box = named<NSBox>(host.view(), "Toggle");
-    ASSERT_TRUE(box);
-    EXPECT_EQ(roleOf(box), groupRole.value().text());
+    const auto group = named<NSView>(host.view(), "Toggle");
+    ASSERT_TRUE(group);
+    EXPECT_EQ(roleOf(group), groupRole.value().text());
     int groups = 0;
-    for (const NSBox& one : all<NSBox>())
-        groups += roleOf(one).empty() ? 0 : 1;
+    for (const NSView& one : all<NSView>())
+        groups += roleOf(one) == groupRole.value().text() ? 1 : 0;
     EXPECT_EQ(groups, 1);
     const auto options = named<NSView>(host.view(), "Click");
     ASSERT_TRUE(options);
@@ -72,6 +79,26 @@ TEST_F(ViewHostTest, NamesGroupsByTheirTitles) {
     ASSERT_EQ(buttons.size(), 2U);
     EXPECT_EQ(system.accessibilityHelps[buttons[0].get()], "In the menu bar.");
     EXPECT_EQ(system.accessibilityHelps[buttons[1].get()], "");
+}
+
+TEST_F(ViewHostTest, HasWhatAGroupHoldsInIt) {
+    const View picker{twoOptions(PickerStyle::radioGroup)};
+    show({Form{},
+          {View{Section{.header = "Toggle"}, {picker, text("below")}}, View{Section{}, {text("row")}}}});
+    const auto group = named<NSView>(host.view(), "Toggle");
+    ASSERT_TRUE(group);
+    EXPECT_EQ(allBelow<NSButton>(group).size(), 2U);
+    EXPECT_TRUE(shows(group, "below"));
+    EXPECT_FALSE(shows(group, "row"));
+}
+
+TEST_F(ViewHostTest, TellsAssistiveProgramsOfNoBoxOrLine) {
+    show({Form{},
+          {View{Section{.header = "Toggle"}, {text("one"), text("two")}},
+           View{Section{}, {View{Divider{}}}}}});
+    EXPECT_EQ(all<NSBox>().size(), 4U);
+    for (const NSBox& box : all<NSBox>())
+        EXPECT_TRUE(isHiddenFromAssistance(box));
 }
 
 TEST_F(ViewHostTest, PutsWhatIsSeenOfABoxWhereItBelongs) {
@@ -110,6 +137,18 @@ TEST_F(ViewHostTest, PressesAButtonInEachOfItsStyles) {
         press(buttons[0]);
         EXPECT_EQ(presses, before + 1);
     }
+}
+
+TEST_F(ViewHostTest, PressesButtonsWithTheirKeys) {
+    const auto keyOf = [&](std::vector<Modifier> modifiers) {
+        show(View{Button{}, {text("Go")}, std::move(modifiers)});
+        return Message<"NSButton", false, "keyEquivalent", NSString>::send(all<NSButton>().at(0).get())
+            .text();
+    };
+    EXPECT_EQ(keyOf({KeyboardShortcut{ShortcutKey::pageUp}}), "\uf72c");
+    EXPECT_EQ(keyOf({KeyboardShortcut{ShortcutKey::pageDown}}), "\uf72d");
+    EXPECT_EQ(keyOf({KeyboardShortcut{ShortcutKey::home}}), "\uf729");
+    EXPECT_EQ(keyOf({}), "");
 }
 
 TEST_F(ViewHostTest, ShowsNothingOfTabsThatHaveGone) {

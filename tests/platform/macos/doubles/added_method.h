@@ -34,6 +34,64 @@ void setMethod(RawClass owner) {
     setMethodOf<function>(owner, selectorNamed<selector>(), function);
 }
 
+/// What a class did before another method took its method's place.
+struct OwnMethod {
+    Selector selector = nullptr;
+    Implementation implementation = nullptr;
+};
+
+/// The one whose place the function has taken.
+template <auto function>
+OwnMethod& ownMethod() {
+    static OwnMethod own;
+    return own;
+}
+
+template <auto function>
+void keepOwnMethod(RawClass owner, Selector selector) {
+    ownMethod<function>() = {selector, class_getMethodImplementation(owner, selector)};
+}
+
+/// The same as `setMethod`, for a function that calls what the class did before with `callOwn`. For one
+/// class.
+template <FixedString selector, auto function>
+void overrideMethod(RawClass owner) {
+    keepOwnMethod<function>(owner, selectorNamed<selector>());
+    setMethod<selector, function>(owner);
+}
+
+template <auto function, typename Result = void, typename... Arguments>
+Result callOwn(const Object& receiver, const Arguments&... arguments) {
+    const OwnMethod& own = ownMethod<function>();
+    const auto call = reinterpret_cast<Raw<Result> (*)(Id, Selector, Raw<Arguments>...)>(own.implementation);
+    if constexpr (std::is_void_v<Result>)
+        call(receiver.get(), own.selector, toRaw(arguments)...);
+    else
+        return fromRaw<Result>(call(receiver.get(), own.selector, toRaw(arguments)...));
+}
+
+/// The same for an initializer, which takes the reference to its receiver over and gives one to what it
+/// returns.
+template <FixedString selector, auto function, typename... Arguments>
+void overrideInitializerOf(RawClass owner, Id (* /*function*/)(Id, Selector, Arguments...)) {
+    keepOwnMethod<function>(owner, selectorNamed<selector>());
+    const auto code = reinterpret_cast<Implementation>(function);
+    const std::string encoding = methodEncoding<Object, Arguments...>();
+    if (!class_addMethod(owner, selectorNamed<selector>(), code, encoding.c_str()))
+        class_replaceMethod(owner, selectorNamed<selector>(), code, encoding.c_str());
+}
+
+template <FixedString selector, auto function>
+void overrideInitializer(RawClass owner) {
+    overrideInitializerOf<selector, function>(owner, function);
+}
+
+template <auto function, typename... Arguments>
+Id callOwnInitializer(Id receiver, Arguments... arguments) {
+    const OwnMethod& own = ownMethod<function>();
+    return reinterpret_cast<decltype(function)>(own.implementation)(receiver, own.selector, arguments...);
+}
+
 /// Its methods are those of the class itself.
 inline RawClass metaclassOf(RawClass owner) {
     return *reinterpret_cast<RawClass*>(owner);

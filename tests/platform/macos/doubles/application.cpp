@@ -8,16 +8,9 @@
 namespace velmo::macos::doubles {
 namespace {
 
-Implementation& sharedApplicationOfDisplay() {
-    static Implementation original = nullptr;
-    return original;
-}
-
 NSObject sharedApplication(const NSObject& applicationClass) {
-    if (system().hasDisplay) {
-        const auto shared = reinterpret_cast<Id (*)(Id, Selector)>(sharedApplicationOfDisplay());
-        return Object::share<NSObject>(shared(applicationClass.get(), selectorNamed<"sharedApplication">()));
-    }
+    if (system().hasDisplay)
+        return callOwn<&sharedApplication, NSObject>(applicationClass);
     if (!system().application)
         system().application = makeRecord("VelmoApplicationDouble");
     return Object::share<NSObject>(system().application.get());
@@ -66,9 +59,7 @@ void addApplication() {
     setMethod<"terminate:", &terminate>(application);
     setMethod<"currentEvent", &currentEvent>(application);
     objc_registerClassPair(application);
-    sharedApplicationOfDisplay() = class_getMethodImplementation(metaclassOf(classNamed<"NSApplication">()),
-                                                                 selectorNamed<"sharedApplication">());
-    setMethod<"sharedApplication", &sharedApplication>(metaclassOf(classNamed<"NSApplication">()));
+    overrideMethod<"sharedApplication", &sharedApplication>(metaclassOf(classNamed<"NSApplication">()));
 }
 
 bool reopenApplication(bool hasVisibleWindows) {

@@ -56,6 +56,7 @@ bool CGRequestScreenCaptureAccess() {
 }
 
 Id CGEventSourceCreate(CGEventSourceStateID state) {
+    ++doubles::system().eventSources;
     return recordWith("state", static_cast<double>(state)).leave();
 }
 

@@ -6,6 +6,8 @@
 #include "macos/appkit/ns_image_view.h"
 #include "macos/appkit/ns_panel.h"
 #include "macos/appkit/ns_toolbar.h"
+#include "macos/appkit/ns_view_controller.h"
+#include "macos/appkit/ns_window_controller.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/call_block.h"
 #include "platform/macos/doubles/double_system.h"
@@ -21,15 +23,9 @@ namespace {
 
 // Views.
 
-Implementation& ownPlacedAddition() {
-    static Implementation original = nullptr;
-    return original;
-}
 /// GNUstep has other numbers for above and below.
 void addPlacedSubview(const NSView& view, const NSView& added, NSInteger place, const NSView& neighbour) {
-    reinterpret_cast<void (*)(Id, Selector, Id, unsigned, Id)>(ownPlacedAddition())(
-        view.get(), selectorNamed<"addSubview:positioned:relativeTo:">(), added.get(), place < 0 ? 1 : 0,
-        neighbour.get());
+    callOwn<&addPlacedSubview>(view, added, place < 0 ? 1U : 0U, neighbour);
 }
 void setWantsLayer(const NSView& /*view*/, bool /*wants*/) {}
 CALayer layer(const NSView& /*view*/) {
@@ -41,14 +37,9 @@ CGRect sameRect(const NSView& /*view*/, const CGRect& rect) {
 CGSize controlSize(const NSControl& control) {
     return control.cell().cellSizeForBounds({{0, 0}, {1e5, 1e5}});
 }
-Implementation& unwrappedCellSize() {
-    static Implementation original = nullptr;
-    return original;
-}
 /// GNUstep's text cells do not tell how high they are where they are narrow.
 CGSize textCellSize(const NSCell& cell, const CGRect& bounds) {
-    const auto size = reinterpret_cast<CGSize (*)(Id, Selector, CGRect)>(unwrappedCellSize())(
-        cell.get(), selectorNamed<"cellSizeForBounds:">(), CGRect{{0, 0}, {1e5, 1e5}});
+    const auto size = callOwn<&textCellSize, CGSize>(cell, CGRect{{0, 0}, {1e5, 1e5}});
     const bool wraps = Message<"NSCell", false, "lineBreakMode", NSUInteger>::send(cell.get()) == 0;
     if (size.width <= bounds.size.width || !wraps)
         return size;
@@ -83,15 +74,10 @@ void setAccessibilityHelp(const NSObject& view, const NSString& text) {
     system().accessibilityHelps[view.get()] = text.text();
 }
 void setAccessibilityElement(const NSObject& view, bool isElement) {
-    if (isElement)
-        system().accessibilityRoles[view.get()] = "";
-    else
-        system().accessibilityRoles.erase(view.get());
+    system().accessibilityElements[view.get()] = isElement;
 }
 void setAccessibilityRole(const NSObject& view, const NSString& role) {
-    if (const auto found = system().accessibilityRoles.find(view.get());
-        found != system().accessibilityRoles.end())
-        found->second = role.text();
+    system().accessibilityRoles[view.get()] = role.text();
 }
 CGRect boxFrame(const NSView& /*view*/, const CGRect& rect) {
     const double margin = system().boxMargin;
@@ -136,26 +122,13 @@ bool respondsToolbar(const NSToolbar& toolbar, Selector selector) {
 void setDisplayModeCustomization(const NSToolbar& /*toolbar*/, bool allows) {
     system().allowsDisplayModeCustomization = allows;
 }
-Implementation& ownToolbarMaking() {
-    static Implementation original = nullptr;
-    return original;
-}
-Id makeToolbar(Id toolbar, Selector selector, Id identifier) {
+Id makeToolbar(Id toolbar, Selector /*selector*/, Id identifier) {
     static int count = 0;
     const NSString name =
         NSString::from(Object::share<NSString>(identifier).text() + std::to_string(++count));
-    const Id made =
-        reinterpret_cast<Id (*)(Id, Selector, Id)>(ownToolbarMaking())(toolbar, selector, name.get());
+    const Id made = callOwnInitializer<&makeToolbar>(toolbar, name.get());
     keep(Object::share(made));
     return made;
-}
-Implementation& ownOrderFront() {
-    static Implementation original = nullptr;
-    return original;
-}
-Implementation& ownMakingKey() {
-    static Implementation original = nullptr;
-    return original;
 }
 bool& isMakingKey() {
     static bool isMaking = false;
@@ -163,24 +136,27 @@ bool& isMakingKey() {
 }
 void makeKeyAndOrderFront(const NSWindow& window, const Object& sender) {
     isMakingKey() = true;
-    reinterpret_cast<void (*)(Id, Selector, Id)>(ownMakingKey())(
-        window.get(), selectorNamed<"makeKeyAndOrderFront:">(), sender.get());
+    callOwn<&makeKeyAndOrderFront>(window, sender);
     isMakingKey() = false;
 }
 void orderFrontRegardless(const NSWindow& window) {
     if (!isMakingKey())
         system().windowsPutInFront.emplace_back(window.get(), window.isVisible());
-    reinterpret_cast<void (*)(Id, Selector)>(ownOrderFront())(window.get(),
-                                                              selectorNamed<"orderFrontRegardless">());
+    callOwn<&orderFrontRegardless>(window);
 }
-Implementation& ownMainMenu() {
-    static Implementation original = nullptr;
-    return original;
+NSWindow makeWindowWithContent(const NSWindow& windowClass, const NSViewController& content) {
+    NSWindow made = callOwn<&makeWindowWithContent, NSWindow>(windowClass, content);
+    system().windowsWithContent.push_back(made.get());
+    return made;
+}
+void showWindow(const NSWindowController& controller, const Object& sender) {
+    const auto window = Message<"NSWindowController", false, "window", NSWindow>::send(controller.get());
+    system().windowsShownByControllers.push_back(window.get());
+    callOwn<&showWindow>(controller, sender);
 }
 void setShownMainMenu(const NSApplication& application, const NSMenu& menu) {
     keep(menu);
-    reinterpret_cast<void (*)(Id, Selector, Id)>(ownMainMenu())(application.get(),
-                                                                selectorNamed<"setMainMenu:">(), menu.get());
+    callOwn<&setShownMainMenu>(application, menu);
 }
 
 void setToolTipsInBackground(const NSWindow& /*window*/, bool allows) {
@@ -223,19 +199,10 @@ NSImage configuredSymbol(const NSImage& /*image*/, const NSObject& configuration
 void setShownTemplate(const NSImage& /*image*/, bool /*isTemplate*/) {}
 void setShownDescription(const NSImage& /*image*/, const NSString& /*text*/) {}
 
-Implementation& ownRun() {
-    static Implementation original = nullptr;
-    return original;
-}
-Implementation& ownCurrentEvent() {
-    static Implementation original = nullptr;
-    return original;
-}
-
 /// The test's function in place of the loop, if there is one.
 void runApplication(const NSApplication& application) {
     if (!system().whileApplicationRuns) {
-        reinterpret_cast<void (*)(Id, Selector)>(ownRun())(application.get(), selectorNamed<"run">());
+        callOwn<&runApplication>(application);
         return;
     }
     Message<"NSApplication", false, "finishLaunching", void>::send(application.get());
@@ -247,8 +214,7 @@ void runApplication(const NSApplication& application) {
 NSEvent shownCurrentEvent(const NSApplication& application) {
     if (system().currentEvent)
         return Object::share<NSEvent>(system().currentEvent.get());
-    return Object::share<NSEvent>(reinterpret_cast<Id (*)(Id, Selector)>(ownCurrentEvent())(
-        application.get(), selectorNamed<"currentEvent">()));
+    return callOwn<&shownCurrentEvent, NSEvent>(application);
 }
 bool setPolicy(const NSApplication& /*application*/, NSInteger policy) {
     system().activationPolicy = policy;
@@ -257,9 +223,7 @@ bool setPolicy(const NSApplication& /*application*/, NSInteger policy) {
 
 void addViews() {
     const RawClass view = classNamed<"NSView">();
-    ownPlacedAddition() =
-        class_getMethodImplementation(view, selectorNamed<"addSubview:positioned:relativeTo:">());
-    setMethod<"addSubview:positioned:relativeTo:", &addPlacedSubview>(view);
+    overrideMethod<"addSubview:positioned:relativeTo:", &addPlacedSubview>(view);
     setMethod<"setWantsLayer:", &setWantsLayer>(view);
     setMethod<"layer", &layer>(view);
     setMethod<"frameForAlignmentRect:", &sameRect>(view);
@@ -274,9 +238,7 @@ void addViews() {
     setMethod<"removeTrackingArea:", &removeArea>(view);
     setMethod<"intrinsicContentSize", &controlSize>(classNamed<"NSControl">());
     setMethod<"setControlSize:", &setSize>(classNamed<"NSControl">());
-    const RawClass textCell = classNamed<"NSTextFieldCell">();
-    unwrappedCellSize() = class_getMethodImplementation(textCell, selectorNamed<"cellSizeForBounds:">());
-    setMethod<"cellSizeForBounds:", &textCellSize>(textCell);
+    overrideMethod<"cellSizeForBounds:", &textCellSize>(classNamed<"NSTextFieldCell">());
     setMethod<"drawRect:", &drawSwitch>(classNamed<"NSSwitch">());
     addPopovers();
     setMethod<"intrinsicContentSize", &switchSize>(classNamed<"NSSwitch">());
@@ -285,10 +247,10 @@ void addViews() {
     setMethod<"setContentTintColor:", &setTint>(classNamed<"NSImageView">());
     const RawClass window = classNamed<"NSWindow">();
     setMethod<"setStyleMask:", &setStyleMask>(window);
-    ownOrderFront() = class_getMethodImplementation(window, selectorNamed<"orderFrontRegardless">());
-    setMethod<"orderFrontRegardless", &orderFrontRegardless>(window);
-    ownMakingKey() = class_getMethodImplementation(window, selectorNamed<"makeKeyAndOrderFront:">());
-    setMethod<"makeKeyAndOrderFront:", &makeKeyAndOrderFront>(window);
+    overrideMethod<"orderFrontRegardless", &orderFrontRegardless>(window);
+    overrideMethod<"makeKeyAndOrderFront:", &makeKeyAndOrderFront>(window);
+    overrideMethod<"windowWithContentViewController:", &makeWindowWithContent>(metaclassOf(window));
+    overrideMethod<"showWindow:", &showWindow>(classNamed<"NSWindowController">());
     setMethod<"setAllowsToolTipsWhenApplicationIsInactive:", &setToolTipsInBackground>(window);
     setMethod<"setCollectionBehavior:", &setCollectionBehavior>(window);
     setMethod<"setToolbarStyle:", &setToolbarStyle>(window);
@@ -306,26 +268,30 @@ void addViews() {
 void addDisplay() {
     addViews();
     const RawClass application = classNamed<"NSApplication">();
-    ownRun() = class_getMethodImplementation(application, selectorNamed<"run">());
-    ownCurrentEvent() = class_getMethodImplementation(application, selectorNamed<"currentEvent">());
-    setMethod<"run", &runApplication>(application);
-    setMethod<"currentEvent", &shownCurrentEvent>(application);
+    overrideMethod<"run", &runApplication>(application);
+    overrideMethod<"currentEvent", &shownCurrentEvent>(application);
     setMethod<"setActivationPolicy:", &setPolicy>(application);
-    ownMainMenu() = class_getMethodImplementation(application, selectorNamed<"setMainMenu:">());
-    setMethod<"setMainMenu:", &setShownMainMenu>(application);
+    overrideMethod<"setMainMenu:", &setShownMainMenu>(application);
     const RawClass toolbar = classNamed<"NSToolbar">();
     setMethod<"respondsToSelector:", &respondsToolbar>(toolbar);
     setMethod<"setAllowsDisplayModeCustomization:", &setDisplayModeCustomization>(toolbar);
-    const Selector making = selectorNamed<"initWithIdentifier:">();
-    ownToolbarMaking() = class_getMethodImplementation(toolbar, making);
-    class_replaceMethod(toolbar, making, reinterpret_cast<Implementation>(&makeToolbar), "@@:@");
+    overrideInitializer<"initWithIdentifier:", &makeToolbar>(toolbar);
+}
+
+NSWindow makeWindow(const CGRect& content, NSWindowStyleMask mask) {
+    const Id allocated = Message<"NSWindow", true, "alloc", NSWindow>::send(NSWindow::classObject()).leave();
+    const auto made =
+        Message<"NSWindow", false, "initWithContentRect:styleMask:backing:defer:", NSWindow, CGRect,
+                NSWindowStyleMask, NSBackingStoreType, bool>::send(allocated, content, mask,
+                                                                   NSBackingStoreType::buffered, true);
+    made.setReleasedWhenClosed(false);
+    return made;
 }
 
 Object makeShownButton() {
     constexpr double width = 30;
     const double right = 1240 - 40 * static_cast<double>(system().barWindows.size());
-    const NSWindow window = NSWindow::with({{right - width, 776}, {width, 22}}, NSWindowStyleMask{});
-    window.setReleasedWhenClosed(false);
+    const NSWindow window = makeWindow({{right - width, 776}, {width, 22}}, NSWindowStyleMask{});
     const NSButton button = NSButton::create();
     window.setContentView(button);
     window.orderFrontRegardless();

@@ -19,4 +19,7 @@ NSImage shownDrawing(const CGSize& size, void* handler);
 NSImage shownBitmap(const CGSize& size);
 NSFont shownFont(const std::string& kind, CGFloat size, CGFloat weight);
 
+/// An empty window.
+NSWindow makeWindow(const CGRect& content, NSWindowStyleMask mask);
+
 }  // namespace velmo::macos::doubles

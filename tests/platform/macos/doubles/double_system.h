@@ -68,6 +68,8 @@ struct DoubleSystem {
     std::vector<std::string> synchronizedScopes;
 
     bool makesEvents = true;
+    /// Made so far.
+    int eventSources = 0;
     std::vector<PostedMouseEvent> postedEvents;
 
     /// Absent: no answer.
@@ -111,6 +113,7 @@ struct DoubleSystem {
     std::function<void()> whileMenuIsOpen;
     /// Blocks.
     std::vector<void*> drawingHandlers;
+    double systemFontSize = 13;
     /// The last one is the one that the user works on.
     std::vector<Object> screens;
 
@@ -119,8 +122,9 @@ struct DoubleSystem {
     /// By the view or the window.
     std::map<Id, std::string> accessibilityLabels;
     std::map<Id, std::string> accessibilityHelps;
-    /// Of the elements alone.
     std::map<Id, std::string> accessibilityRoles;
+    /// Whether assistive programs are told of the view itself, where anything was said of that.
+    std::map<Id, bool> accessibilityElements;
     /// Points that boxes leave free at each side of what is seen of them.
     double boxMargin = 0;
     /// Each with the button of a status item.
@@ -140,6 +144,10 @@ struct DoubleSystem {
     std::uint64_t collectionBehavior = 0;
     /// Those that were put in front of everything, and whether they were visible already.
     std::vector<std::pair<Id, bool>> windowsPutInFront;
+    /// Those that were made for the content of a controller.
+    std::vector<Id> windowsWithContent;
+    /// Those that their controllers have shown, each time.
+    std::vector<Id> windowsShownByControllers;
     bool showsToolTipsInBackground = false;
     /// The one that was shown, or got a size, last.
     Object popover;

@@ -4,7 +4,6 @@
 #include "macos/foundation/ns_notification_center.h"
 #include "macos/foundation/ns_number.h"
 #include "macos/foundation/ns_process_info.h"
-#include "macos/foundation/ns_run_loop.h"
 #include "macos/service_management/sm_app_service.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/application.h"
@@ -12,6 +11,7 @@
 #include "platform/macos/doubles/display.h"
 #include "platform/macos/doubles/double_system.h"
 #include "platform/macos/doubles/menu_bar.h"
+#include "platform/macos/doubles/timers.h"
 
 namespace velmo::macos::doubles {
 
@@ -19,34 +19,12 @@ extern "C" const Id NSLocalizedDescriptionKey;
 
 namespace {
 
-Implementation& addTimerToOneMode() {
-    static Implementation original = nullptr;
-    return original;
-}
-
-/// For GNUstep the common modes are a mode like any other.
-void addTimer(const NSRunLoop& loop, const NSTimer& timer, const NSString& mode) {
-    const auto add = reinterpret_cast<void (*)(Id, Selector, Id, Id)>(addTimerToOneMode());
-    const auto addTo = [&](const NSString& one) {
-        add(loop.get(), selectorNamed<"addTimer:forMode:">(), timer.get(), one.get());
-    };
-    if (!mode.isEqual(commonRunLoopModes.value()))
-        return addTo(mode);
-    for (const char* one : {"NSDefaultRunLoopMode", "NSModalPanelRunLoopMode", "NSEventTrackingRunLoopMode"})
-        addTo(NSString::from(one));
-}
-
-Implementation& ownSystemTimeZone() {
-    static Implementation original = nullptr;
-    return original;
-}
 NSTimeZone systemTimeZone(const NSTimeZone& zoneClass) {
     auto& kept = system().keptTimeZone;
     if (!kept && system().timeZone)
         kept = system().timeZone;
     if (!kept)
-        kept = Object::share<NSTimeZone>(reinterpret_cast<Id (*)(Id, Selector)>(ownSystemTimeZone())(
-            zoneClass.get(), selectorNamed<"systemTimeZone">()));
+        kept = callOwn<&systemTimeZone, NSTimeZone>(zoneClass);
     return kept;
 }
 void resetSystemTimeZone(const NSTimeZone& /*zoneClass*/) {
@@ -65,10 +43,6 @@ Object beginActivity(const NSProcessInfo& /*process*/, std::uint64_t options, co
 }
 void endActivity(const NSProcessInfo& /*process*/, const Object& token) {
     std::erase_if(system().activities, [&](const BegunActivity& one) { return one.token == token; });
-}
-
-void setTolerance(const NSTimer& /*timer*/, double seconds) {
-    system().timerTolerances.push_back(seconds);
 }
 
 NSAppleScript initWithSource(const NSAppleScript& script, const NSString& source) {
@@ -134,16 +108,12 @@ void addLoginService() {
 void addMissingMethods() {
     static const bool isDone = [] {
         addCalendarMethods();
-        addTimerToOneMode() =
-            class_getMethodImplementation(classNamed<"NSRunLoop">(), selectorNamed<"addTimer:forMode:">());
-        setMethod<"addTimer:forMode:", &addTimer>(classNamed<"NSRunLoop">());
+        addTimers();
         const RawClass zones = metaclassOf(classNamed<"NSTimeZone">());
-        ownSystemTimeZone() = class_getMethodImplementation(zones, selectorNamed<"systemTimeZone">());
-        setMethod<"systemTimeZone", &systemTimeZone>(zones);
+        overrideMethod<"systemTimeZone", &systemTimeZone>(zones);
         setMethod<"resetSystemTimeZone", &resetSystemTimeZone>(zones);
         setMethod<"beginActivityWithOptions:reason:", &beginActivity>(classNamed<"NSProcessInfo">());
         setMethod<"endActivity:", &endActivity>(classNamed<"NSProcessInfo">());
-        setMethod<"setTolerance:", &setTolerance>(classNamed<"NSTimer">());
         setMethod<"initWithSource:", &initWithSource>(classNamed<"NSAppleScript">());
         setMethod<"executeAndReturnError:", &executeScript>(classNamed<"NSAppleScript">());
         setMethod<"openURL:", &openAddress>(classNamed<"NSWorkspace">());

@@ -104,6 +104,9 @@ NSObject digitFont(const NSObject& /*fontClass*/, CGFloat size, CGFloat weight) 
 NSObject monospacedFont(const NSObject& /*fontClass*/, CGFloat size, CGFloat weight) {
     return fontRecord("monospaced", size, weight);
 }
+CGFloat systemFontSize(const NSObject& /*fontClass*/) {
+    return system().systemFontSize;
+}
 CGFloat fontSize(const NSObject& font) {
     return numberMember(font, "size");
 }
@@ -128,6 +131,7 @@ void addPictures() {
     objc_registerClassPair(font);
     const RawClass fonts = metaclassOf(classNamed<"NSFont">());
     setMethod<"preferredFontForTextStyle:options:", &preferredFont>(fonts);
+    setMethod<"systemFontSize", &systemFontSize>(fonts);
     setMethod<"systemFontOfSize:weight:", &systemFont>(fonts);
     setMethod<"monospacedDigitSystemFontOfSize:weight:", &digitFont>(fonts);
     setMethod<"monospacedSystemFontOfSize:weight:", &monospacedFont>(fonts);

@@ -41,15 +41,10 @@ void setPopoverSize(const NSPopover& popover, const CGSize& size) {
 void setPopoverAnimates(const NSPopover& /*popover*/, bool animates) {
     system().popoverAnimates = animates;
 }
-Implementation& ownShowing() {
-    static Implementation original = nullptr;
-    return original;
-}
 void showPopover(const NSPopover& popover, const CGRect& rect, const NSView& view, NSUInteger edge) {
     system().popover = popover;
     system().popoverEdge = edge;
-    reinterpret_cast<void (*)(Id, Selector, CGRect, Id, NSUInteger)>(ownShowing())(
-        popover.get(), selectorNamed<"showRelativeToRect:ofView:preferredEdge:">(), rect, view.get(), edge);
+    callOwn<&showPopover>(popover, rect, view, edge);
 }
 
 }  // namespace
@@ -62,9 +57,7 @@ void addPopovers() {
     setMethod<"setBehavior:", &setPopoverBehavior>(popover);
     setMethod<"setContentSize:", &setPopoverSize>(popover);
     setMethod<"setAnimates:", &setPopoverAnimates>(popover);
-    ownShowing() =
-        class_getMethodImplementation(popover, selectorNamed<"showRelativeToRect:ofView:preferredEdge:">());
-    setMethod<"showRelativeToRect:ofView:preferredEdge:", &showPopover>(popover);
+    overrideMethod<"showRelativeToRect:ofView:preferredEdge:", &showPopover>(popover);
 }
 
 }  // namespace velmo::macos::doubles

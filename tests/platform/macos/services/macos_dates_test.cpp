@@ -23,20 +23,12 @@ int& formattersMade() {
     static int made = 0;
     return made;
 }
-Implementation& ownInitializer() {
-    static Implementation original = nullptr;
-    return original;
-}
-Id initializeCounted(Id formatter, Selector selector) {
+Id initializeCounted(Id formatter, Selector /*selector*/) {
     ++formattersMade();
-    return reinterpret_cast<Id (*)(Id, Selector)>(ownInitializer())(formatter, selector);
+    return doubles::callOwnInitializer<&initializeCounted>(formatter);
 }
 bool countFormatters() {
-    const RawClass formatter = classNamed<"NSDateFormatter">();
-    const auto counted = reinterpret_cast<Implementation>(&initializeCounted);
-    ownInitializer() = class_getMethodImplementation(formatter, selectorNamed<"init">());
-    if (!class_addMethod(formatter, selectorNamed<"init">(), counted, "@@:"))
-        doubles::class_replaceMethod(formatter, selectorNamed<"init">(), counted, "@@:");
+    doubles::overrideInitializer<"init", &initializeCounted>(classNamed<"NSDateFormatter">());
     return true;
 }
 

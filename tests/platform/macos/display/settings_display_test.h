@@ -1,0 +1,37 @@
+#pragma once
+
+#include "macos/appkit/ns_pop_up_button.h"
+#include "macos/appkit/ns_toolbar.h"
+#include "platform/macos/display/program_display_test.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace velmo::macos {
+
+/// The settings, as the program opens them.
+class SettingsDisplayTest : public ProgramDisplayTest {
+protected:
+    /// Runs the program for the first time, which opens the settings, and the function.
+    void runSettings(const std::function<void()>& function);
+
+    std::vector<NSToolbarItem> tabs() const;
+    std::string chosenTab() const;
+    /// As a click on the tab does.
+    NSView open(std::size_t tab) const;
+    NSView page() const { return contentOf(window_); }
+    NSButton buttonTitled(const std::string& title) const;
+    /// Uses a switch that stands for a setting, and uses it once more.
+    void expectToSwitch(const std::string& title, const char* key);
+    /// With ⌘, as the main menu sees it. False where it has no such key.
+    bool pressKey(const char* key) const;
+    static void choose(const NSPopUpButton& button, int index);
+
+    NSWindow window_;
+
+private:
+    NSToolbar toolbar() const;
+};
+
+}  // namespace velmo::macos

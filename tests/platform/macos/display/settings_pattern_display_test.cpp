@@ -1,0 +1,105 @@
+#include "macos/appkit/ns_text_field.h"
+#include "platform/macos/display/settings_display_test.h"
+#include "platform/macos/doubles/added_method.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace velmo::macos {
+namespace {
+
+/// Of controls, since they are counted.
+std::vector<Id>& fontChanges() {
+    static std::vector<Id> changed;
+    return changed;
+}
+void setCountedFont(const NSTextField& field, const NSFont& font) {
+    fontChanges().push_back(field.get());
+    doubles::callOwn<&setCountedFont>(field, font);
+}
+bool countFontChanges() {
+    doubles::overrideMethod<"setFont:", &setCountedFont>(classNamed<"NSTextField">());
+    return true;
+}
+
+TEST_F(SettingsDisplayTest, EditThePatternOnTheClockTab) {
+    runSettings([&] {
+        const NSView page = open(2);
+        expectToSwitch("Show a clock and calendar in the menu bar", "clockEnabled");
+        const auto pattern = named<NSTextField>(page, "Pattern");
+        const auto preset = named<NSPopUpButton>(page, "Preset");
+        ASSERT_TRUE(pattern);
+        ASSERT_TRUE(preset);
+        choose(preset, 1);
+        EXPECT_EQ(pattern.stringValue().text(), textFor("clockFormat"));
+        pattern.setStringValue(NSString::from("'It is' yyyy"));
+        const auto delegate = Message<"NSTextField", false, "delegate", Object>::send(pattern.get());
+        Message<"NSTextFieldDelegate", false, "controlTextDidChange:", void, Object>::send(delegate.get(),
+                                                                                           Object());
+        runFor(0.1);
+        EXPECT_EQ(textFor("clockFormat"), "'It is' yyyy");
+        // The last one stands for patterns of the user's own.
+        const auto last = Message<"NSPopUpButton", false, "numberOfItems", NSInteger>::send(preset.get()) - 1;
+        EXPECT_EQ(preset.indexOfSelectedItem(), last);
+        bool isPreviewed = false;
+        for (const NSTextField& label : allBelow<NSTextField>(page))
+            isPreviewed = isPreviewed || label.stringValue().text().starts_with("It is 20");
+        EXPECT_TRUE(isPreviewed);
+        picture("settings-clock");
+        press(buttonTitled("System Clock Options…"));
+        EXPECT_EQ(system.openedAddresses.size(), 1U);
+    });
+}
+
+TEST_F(SettingsDisplayTest, LetTheirTextsBeChosenAndCutWithTheKeyboard) {
+    runSettings([&] {
+        const auto pattern = named<NSTextField>(open(2), "Pattern");
+        const bool hasKeyboard =
+            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window_.get(), pattern);
+        ASSERT_TRUE(hasKeyboard);
+        const NSText editor = pattern.currentEditor();
+        ASSERT_TRUE(editor);
+        editor.setSelectedRange({1, 0});
+        EXPECT_TRUE(pressKey("a"));
+        EXPECT_EQ(editor.selectedRange().location, 0U);
+        EXPECT_EQ(editor.selectedRange().length, pattern.stringValue().length());
+        EXPECT_TRUE(pressKey("x"));
+        EXPECT_EQ(textFor("clockFormat"), "");
+        EXPECT_TRUE(pressKey("v"));
+        EXPECT_EQ(textFor("clockFormat"), "EEE d MMM  HH:mm");
+    });
+}
+
+TEST_F(SettingsDisplayTest, KeepTheCaretWhereATextIsChangedFromElsewhere) {
+    runSettings([&] {
+        const NSView page = open(2);
+        const auto pattern = named<NSTextField>(page, "Pattern");
+        const bool hasKeyboard =
+            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window_.get(), pattern);
+        ASSERT_TRUE(hasKeyboard);
+        pattern.currentEditor().setSelectedRange({2, 0});
+        choose(named<NSPopUpButton>(page, "Preset"), 5);
+        EXPECT_EQ(pattern.stringValue().text(), "HH:mm:ss");
+        EXPECT_EQ(pattern.currentEditor().selectedRange().location, 2U);
+    });
+}
+
+TEST_F(SettingsDisplayTest, LeaveAloneWhoeverTypesAPattern) {
+    runSettings([&] {
+        const NSView page = open(2);
+        const auto pattern = named<NSTextField>(page, "Pattern");
+        ASSERT_TRUE(pattern);
+        EXPECT_TRUE((Message<"NSCell", false, "usesSingleLineMode", bool>::send(pattern.cell().get())));
+        EXPECT_TRUE((Message<"NSCell", false, "isScrollable", bool>::send(pattern.cell().get())));
+        fontChanges().clear();
+        static const bool isCounting = countFontChanges();
+        EXPECT_TRUE(isCounting);
+        // The page is described anew each second.
+        runFor(1.5);
+        const auto disturbs = [&](Id changed) { return changed == pattern.get(); };
+        EXPECT_TRUE(std::none_of(fontChanges().begin(), fontChanges().end(), disturbs));
+    });
+}
+
+}  // namespace
+}  // namespace velmo::macos
