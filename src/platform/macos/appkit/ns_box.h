@@ -12,12 +12,14 @@ inline constexpr std::string_view frameworkName<NSBoxType> = "NSBoxType";
 template <>
 inline constexpr std::string_view frameworkName<NSTitlePosition> = "NSTitlePosition";
 
+/// Made as decoration, of which assistive programs are told nothing.
 class NSBox : public ClassOf<NSBox, "NSBox", NSView> {
 public:
     static NSBox with(NSBoxType type) {
         NSBox made = make<"initWithFrame:">(CGRect{});
         made.send<void, "setBoxType:">(type);
         made.send<void, "setTitlePosition:">(NSTitlePosition::noTitle);
+        made.setAccessibilityElement(false);
         return made;
     }
 };

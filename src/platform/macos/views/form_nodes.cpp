@@ -59,16 +59,17 @@ void FormNode::placeContent(const Rect& area) {
 
 SectionNode::SectionNode(const NSView& surface)
     : ViewNode(surface),
-      group_(surface, NSBox::with(NSBoxType::primary)),
+      box_(surface, NSBox::with(NSBoxType::primary)),
       header_(surface),
-      footer_(surface) {}
+      footer_(surface),
+      group_(surface) {}
 
 void SectionNode::apply(const ViewContext& context) {
     const auto& section = content<Section>();
-    describeGroup(*group_, groupRole.value(), section.header);
+    describeGroup(group_.view(), groupRole.value(), section.header);
     header_.display(section.header, {{.style = TextStyle::headline}, {ColorRole::primary}});
     footer_.display(section.footer, {{.style = TextStyle::caption}, {ColorRole::secondary}});
-    rows_.update(view().children, context.forChildren(Axis::vertical), surface());
+    rows_.update(view().children, context.forChildren(Axis::vertical), group_.view());
     matchLines();
 }
 
@@ -77,7 +78,7 @@ void SectionNode::matchLines() {
     while (lines_.size() > count)
         lines_.pop_back();
     while (lines_.size() < count)
-        lines_.emplace_back(surface(), NSBox::with(NSBoxType::separator));
+        lines_.emplace_back(group_.view(), NSBox::with(NSBoxType::separator));
 }
 
 double SectionNode::rowHeight(const ViewNode& row, double width) const {
@@ -110,19 +111,20 @@ void SectionNode::placeContent(const Rect& area) {
 }
 
 void SectionNode::placeRows(const Rect& area) {
-    placeAligned(*group_, area);
+    placeAligned(*box_, area);
+    macos::place(group_.view(), area);
     const double innerWidth = area.width - 2 * rowSidePadding;
-    double y = area.y;
+    double y = 0;
     for (std::size_t index = 0; index < rows_.size(); ++index) {
         ViewNode& row = rows_[index];
         const double height = rowHeight(row, area.width);
         Size size = row.sizeThatFits({innerWidth, unlimited});
         if (row.expands(Axis::horizontal))
             size.width = innerWidth;
-        row.place({area.x + rowSidePadding, y + (height - size.height) / 2, size.width, size.height});
+        row.place({rowSidePadding, y + (height - size.height) / 2, size.width, size.height});
         y += height;
         if (index < lines_.size())
-            placeAligned(*lines_[index], {area.x + rowSidePadding, std::round(y), innerWidth, 1});
+            placeAligned(*lines_[index], {rowSidePadding, std::round(y), innerWidth, 1});
     }
 }
 

@@ -38,18 +38,19 @@ protected:
     void apply(const ViewContext& context) override;
     Size contentSize(const Size& offer) const override;
     void placeContent(const Rect& area) override;
-    NSView lowestContent() const override { return *group_; }
+    NSView lowestContent() const override { return *box_; }
 
 private:
     double rowHeight(const ViewNode& row, double width) const;
     void placeRows(const Rect& area);
     void matchLines();
 
-    Placed<NSBox> group_;
+    Placed<NSBox> box_;
     TextLabel header_;
     TextLabel footer_;
+    /// As large as what is seen of the box. The rows and the lines between them lie on it.
+    PlacedSurface group_;
     ViewNodes rows_;
-    /// Between the rows.
     std::vector<Placed<NSBox>> lines_;
 };
 

@@ -68,13 +68,8 @@ private:
 /// Radio buttons below each other, each with its description.
 class PickerNode::Options {
 public:
-    Options(const NSView& surface, std::function<void(std::size_t)> choose) : choose_(std::move(choose)) {
-        surface.addSubview(surface_.view());
-    }
-    ~Options() {
-        rows_.clear();
-        surface_.view().removeFromSuperview();
-    }
+    Options(const NSView& surface, std::function<void(std::size_t)> choose)
+        : surface_(surface), choose_(std::move(choose)) {}
     Options(const Options&) = delete;
     Options& operator=(const Options&) = delete;
 
@@ -86,7 +81,7 @@ private:
     struct Row;
 
     // On a surface of their own, because radio buttons beside each other are one group.
-    SurfaceView surface_;
+    PlacedSurface surface_;
     std::vector<std::unique_ptr<Row>> rows_;
     std::function<void(std::size_t)> choose_;
 };

@@ -11,11 +11,9 @@ PlainButton::PlainButton(std::function<void()> onPressChange) : onPressChange_(s
     button().setBordered(false);
     button().setTransparent(true);
     button().setTitle(NSString::from(""));
-    button().addSubview(surface());
 }
 
 PlainButton::~PlainButton() {
-    surface().removeFromSuperview();
     button().removeFromSuperview();
 }
 

@@ -43,7 +43,7 @@ private:
                            Method<"hitTest:", &PlainButton::hitTest, "NSView">>;
 
     Instance<PlainButton, Class, NSButton> instance_{*this};
-    SurfaceView surface_;
+    PlacedSurface surface_{button()};
     std::function<void()> onPressChange_;
     bool isPressed_ = false;
 };

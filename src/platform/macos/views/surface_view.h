@@ -2,6 +2,7 @@
 
 #include "macos/appkit/ns_view.h"
 #include "macos/objc/instance.h"
+#include "placed.h"
 
 namespace velmo::macos {
 
@@ -17,6 +18,18 @@ private:
                            Method<"isFlipped", &SurfaceView::isFlipped, "NSView">>;
 
     Instance<SurfaceView, Class, NSView> instance_{*this};
+};
+
+/// A surface that lies on another one, above what is there, until this goes.
+class PlacedSurface {
+public:
+    explicit PlacedSurface(const NSView& around) : placed_(around, surface_.view()) {}
+
+    const NSView& view() const { return *placed_; }
+
+private:
+    SurfaceView surface_;
+    Placed<NSView> placed_;
 };
 
 }  // namespace velmo::macos

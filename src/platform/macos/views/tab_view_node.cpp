@@ -7,12 +7,9 @@
 namespace velmo::macos {
 
 struct TabViewNode::Page {
-    explicit Page(const NSView& around) { around.addSubview(surface.view()); }
-    ~Page() { surface.view().removeFromSuperview(); }
-    Page(const Page&) = delete;
-    Page& operator=(const Page&) = delete;
+    explicit Page(const NSView& around) : surface(around) {}
 
-    SurfaceView surface;
+    PlacedSurface surface;
     // Ends first: its views lie on that one.
     ViewNodes nodes;
 };
