@@ -17,6 +17,13 @@ inline constexpr std::string_view frameworkName<NSEventMask> = "NSEventMask";
 template <>
 inline constexpr std::string_view frameworkName<NSEventModifierFlags> = "NSEventModifierFlags";
 
+/// What keys without a character type, in UTF-16.
+namespace function_key {
+inline constexpr char16_t home = 0xf729;
+inline constexpr char16_t pageUp = 0xf72c;
+inline constexpr char16_t pageDown = 0xf72d;
+}  // namespace function_key
+
 class NSEvent : public ClassOf<NSEvent, "NSEvent", NSObject> {
 public:
     /// Points, origin at the bottom left of the primary screen.

@@ -16,17 +16,16 @@ namespace {
 /// Points that a push button's title leaves free at each side.
 constexpr double titleMargin = 12;
 
-/// In UTF-8, as the system numbers its function keys.
-const char* keyEquivalent(ShortcutKey key) {
+char16_t functionKey(ShortcutKey key) {
     switch (key) {
         case ShortcutKey::pageUp:
-            return "\uf72c";
+            return function_key::pageUp;
         case ShortcutKey::pageDown:
-            return "\uf72d";
+            return function_key::pageDown;
         case ShortcutKey::home:
-            return "\uf729";
+            break;
     }
-    return "";
+    return function_key::home;
 }
 
 }  // namespace
@@ -85,7 +84,8 @@ void ButtonNode::applyFace(const ViewContext& context) {
 }
 
 void ButtonNode::applyKeys(const ViewContext& context) const {
-    button().setKeyEquivalent(NSString::from(context.shortcut ? keyEquivalent(*context.shortcut) : ""));
+    button().setKeyEquivalent(context.shortcut ? NSString::from(functionKey(*context.shortcut))
+                                               : NSString::from(""));
     button().setKeyEquivalentModifierMask(NSEventModifierFlags{});
 }
 

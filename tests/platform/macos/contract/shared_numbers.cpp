@@ -6,6 +6,7 @@
 #include "login_service.h"
 #include "macos/appkit/ns_box.h"
 #include "macos/appkit/ns_button.h"
+#include "macos/appkit/ns_event.h"
 #include "macos/appkit/ns_image_view.h"
 #include "macos/appkit/ns_toolbar.h"
 #include "macos/carbon/hot_keys.h"
@@ -126,9 +127,9 @@ Numbers controlNumbers() {
             shared("NSBoxType", "Primary", NSBoxType::primary),
             shared("NSBoxType", "Separator", NSBoxType::separator),
             shared("NSTitlePosition", "NoTitle", NSTitlePosition::noTitle),
-            shared("", "NSPageUpFunctionKey", 0xf72c),
-            shared("", "NSPageDownFunctionKey", 0xf72d),
-            shared("", "NSHomeFunctionKey", 0xf729)};
+            shared("", "NSPageUpFunctionKey", function_key::pageUp),
+            shared("", "NSPageDownFunctionKey", function_key::pageDown),
+            shared("", "NSHomeFunctionKey", function_key::home)};
 }
 
 Numbers serviceNumbers() {
