@@ -8,9 +8,11 @@
 namespace velmo::macos {
 
 MacosTimer::MacosTimer(Seconds interval, bool repeats, std::function<void()> work)
-    : repeats_(repeats),
+    : interval_(interval),
+      repeats_(repeats),
       work_(std::move(work)),
-      timer_(NSTimer::with(interval, instance_.object(), selectorNamed<"fire:">(), repeats)) {}
+      timer_(NSTimer::with(interval, repeats,
+                           Block<void(NSTimer)>([this](const NSTimer& /*timer*/) { fire(); }))) {}
 
 std::shared_ptr<MacosTimer> MacosTimer::once(Seconds interval, std::function<void()> work) {
     return add(std::shared_ptr<MacosTimer>(new MacosTimer(interval, false, std::move(work))));
@@ -25,12 +27,14 @@ std::shared_ptr<MacosTimer> MacosTimer::repeating(Seconds interval, Seconds tole
 
 std::shared_ptr<MacosTimer> MacosTimer::add(std::shared_ptr<MacosTimer> timer) {
     timer->self_ = timer;
-    timer->activity_.emplace();
+    // What is due at once is not slowed down.
+    if (timer->interval_ > 0)
+        timer->activity_ = Activity::shared();
     NSRunLoop::main().add(timer->timer_, commonRunLoopModes.value());
     return timer;
 }
 
-void MacosTimer::fire(const NSTimer& /*timer*/) {
+void MacosTimer::fire() {
     if (!isValid())
         return;
     // A copy, because the work may invalidate the timer, and that may be the end of this.

@@ -2,12 +2,10 @@
 
 #include "activity.h"
 #include "macos/foundation/ns_timer.h"
-#include "macos/objc/instance.h"
 #include "run_loop.h"
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 namespace velmo::macos {
 
@@ -26,18 +24,16 @@ private:
     MacosTimer(Seconds interval, bool repeats, std::function<void()> work);
 
     static std::shared_ptr<MacosTimer> add(std::shared_ptr<MacosTimer> timer);
-    void fire(const NSTimer& timer);
+    void fire();
 
-    using Class = Subclass<MacosTimer, "VelmoTimerTarget", NSObject, Method<"fire:", &MacosTimer::fire>>;
-
+    Seconds interval_;
     bool repeats_;
     std::function<void()> work_;
-    Instance<MacosTimer, Class, NSObject> instance_{*this};
     NSTimer timer_;
     // Both held while the timer is valid.
 
     std::shared_ptr<MacosTimer> self_;
-    std::optional<Activity> activity_;
+    std::shared_ptr<Activity> activity_;
 };
 
 }  // namespace velmo::macos

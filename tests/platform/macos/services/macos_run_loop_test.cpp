@@ -103,13 +103,21 @@ TEST_F(MacosRunLoopTest, RepeatsUntilInvalidated) {
 TEST_F(MacosRunLoopTest, KeepsTheProgramFromBeingSlowedDownWhileATimerIsPending) {
     const auto once = loop.schedule(0.02, [this] { done.push_back(1); });
     const auto repeated = loop.scheduleRepeating(60, 0, [] {});
-    ASSERT_EQ(system.activities.size(), 2U);
+    // One is enough for both.
+    ASSERT_EQ(system.activities.size(), 1U);
     EXPECT_EQ(system.activities[0].options, 0x00efffffU);
     EXPECT_FALSE(system.activities[0].reason.empty());
     EXPECT_TRUE(runUntil([this] { return !done.empty(); }));
     EXPECT_EQ(system.activities.size(), 1U);
     repeated->invalidate();
     EXPECT_TRUE(system.activities.empty());
+}
+
+TEST_F(MacosRunLoopTest, KeepsNothingFromBeingSlowedDownThatIsDueAtOnce) {
+    loop.post([this] { done.push_back(1); });
+    loop.schedule(0, [this] { done.push_back(2); });
+    EXPECT_TRUE(system.activities.empty());
+    EXPECT_TRUE(runUntil([this] { return done.size() == 2; }));
 }
 
 TEST_F(MacosRunLoopTest, LetsRepeatedWorkInvalidateItsOwnTimer) {
