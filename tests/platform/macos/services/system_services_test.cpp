@@ -112,6 +112,15 @@ TEST_F(SystemServicesTest, MouseEventsAreMadeAsIfByTheHardware) {
     EXPECT_EQ(system.postedEvents, (std::vector{event(5), event(1), event(2)}));
 }
 
+TEST_F(SystemServicesTest, TheMouseEventsOfAClickComeOfOneSource) {
+    MacosEventPoster poster;
+    for (int click = 1; click <= 2; ++click) {
+        for (const EventType type : {EventType::mouseMoved, EventType::leftMouseDown, EventType::leftMouseUp})
+            poster.postMouseEvent(type, {1, 2});
+        EXPECT_EQ(system.eventSources, click);
+    }
+}
+
 TEST_F(SystemServicesTest, MouseEventsThatCannotBeMadeAreLeftOut) {
     system.makesEvents = false;
     MacosEventPoster().postMouseEvent(EventType::leftMouseDown, {1, 2});
