@@ -11,7 +11,9 @@ namespace {
 template <typename Number>
 std::optional<Number> numberIn(const NSDictionary& entry, const NSString& key) {
     const auto number = as<NSNumber>(entry.objectForKey(key));
-    return number ? std::optional(static_cast<Number>(number.integerValue())) : std::nullopt;
+    const auto whole = static_cast<Number>(number.integerValue());
+    // One with a fraction, or too large a one, is another number.
+    return number && static_cast<double>(whole) == number.doubleValue() ? std::optional(whole) : std::nullopt;
 }
 
 std::optional<std::string> textIn(const NSDictionary& entry, const NSString& key) {
@@ -50,9 +52,14 @@ std::optional<std::vector<WindowListEntry>> MacosWindowServer::windowList(Window
         core_graphics::copyWindowInfo(static_cast<CGWindowListOption>(option), noWindow));
     if (!list)
         return std::nullopt;
+    const std::vector<NSDictionary> windows = list.all<NSDictionary>();
+    // With anything else among them it is no list of windows.
+    if (windows.size() != list.count())
+        return std::nullopt;
     std::vector<WindowListEntry> entries;
-    for (const NSDictionary& entry : list.all<NSDictionary>())
-        entries.push_back(entryFrom(entry));
+    entries.reserve(windows.size());
+    for (const NSDictionary& window : windows)
+        entries.push_back(entryFrom(window));
     return entries;
 }
 

@@ -73,9 +73,25 @@ TEST_F(MacosWindowServerTest, LeavesOutWhatTheSystemDoesNotTellOrTellsOtherwise)
     EXPECT_EQ(windows->front().isOnScreen, std::nullopt);
 }
 
-TEST_F(MacosWindowServerTest, KeepsTheOrderAndSkipsWhatIsNoWindow) {
-    list({dictionary({{"kCGWindowNumber", number(2)}}), NSString::from("no window"),
-          dictionary({{"kCGWindowNumber", number(1)}})});
+TEST_F(MacosWindowServerTest, TakesNoNumberForAnotherOne) {
+    list({dictionary({{"kCGWindowLayer", NSNumber::with(25.5)},
+                      {"kCGWindowOwnerPID", number(std::int64_t{1} << 32 | 7)}}),
+          dictionary({{"kCGWindowLayer", NSNumber::with(25.0)}})});
+    const auto windows = server.windowList(WindowListOption::onScreenOnly);
+    ASSERT_TRUE(windows);
+    ASSERT_EQ(windows->size(), 2U);
+    EXPECT_EQ((*windows)[0].layer, std::nullopt);
+    EXPECT_EQ((*windows)[0].ownerPID, std::nullopt);
+    EXPECT_EQ((*windows)[1].layer, 25);
+}
+
+TEST_F(MacosWindowServerTest, TakesAListWithAnythingElseForNone) {
+    list({dictionary({{"kCGWindowNumber", number(2)}}), NSString::from("no window")});
+    EXPECT_FALSE(server.windowList(WindowListOption::onScreenOnly));
+}
+
+TEST_F(MacosWindowServerTest, KeepsTheOrder) {
+    list({dictionary({{"kCGWindowNumber", number(2)}}), dictionary({{"kCGWindowNumber", number(1)}})});
     const auto windows = server.windowList(WindowListOption::onScreenOnly);
     ASSERT_TRUE(windows);
     ASSERT_EQ(windows->size(), 2U);
