@@ -14,6 +14,11 @@ class NSBezierPath : public ClassOf<NSBezierPath, "NSBezierPath", NSObject> {
 public:
     static NSBezierPath create() { return sendToClass<NSBezierPath, "bezierPath">(); }
 
+    static NSBezierPath withRoundedRect(const CGRect& rect, CGFloat xRadius, CGFloat yRadius) {
+        return sendToClass<NSBezierPath, "bezierPathWithRoundedRect:xRadius:yRadius:">(rect, xRadius,
+                                                                                       yRadius);
+    }
+
     void setWindingRule(NSWindingRule rule) const { send<void, "setWindingRule:">(rule); }
     void appendRoundedRect(const CGRect& rect, CGFloat xRadius, CGFloat yRadius) const {
         send<void, "appendBezierPathWithRoundedRect:xRadius:yRadius:">(rect, xRadius, yRadius);

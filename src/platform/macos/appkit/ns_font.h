@@ -35,6 +35,8 @@ inline constexpr Global<"NSForegroundColorAttributeName", NSString, &NSForegroun
 
 class NSFont : public ClassOf<NSFont, "NSFont", NSObject> {
 public:
+    /// Points, of what has no size of its own.
+    static CGFloat systemSize() { return sendToClass<CGFloat, "systemFontSize">(); }
     static NSFont preferred(const NSString& textStyle) {
         return sendToClass<NSFont, "preferredFontForTextStyle:options:">(textStyle, NSDictionary::create());
     }

@@ -21,6 +21,12 @@ NSFont styleFont(TextStyle style) {
     return NSFont::preferred(bodyStyle.value());
 }
 
+double sizeOf(const Font& font) {
+    if (font.size)
+        return *font.size;
+    return font.style == TextStyle::body ? NSFont::systemSize() : styleFont(font.style).pointSize();
+}
+
 /// What a style has where nothing else is said.
 FontWeight styleWeight(TextStyle style) {
     return style == TextStyle::headline ? FontWeight::bold : FontWeight::regular;
@@ -32,7 +38,7 @@ NSFont fontFrom(const Font& font) {
     const bool isStyle = !font.size && !font.weight && !font.isMonospaced && !font.hasMonospacedDigits;
     if (isStyle)
         return styleFont(font.style);
-    const double size = font.size ? *font.size : styleFont(font.style).pointSize();
+    const double size = sizeOf(font);
     const double weight = systemWeight(font.weight.value_or(styleWeight(font.style)));
     if (font.isMonospaced)
         return NSFont::monospaced(size, weight);

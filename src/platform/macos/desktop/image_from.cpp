@@ -15,15 +15,21 @@ void append(const NSBezierPath& path, const PathElement& element) {
         path.appendOval(cgRect(std::get<Oval>(element).rect));
 }
 
+NSBezierPath pathOf(const Fill& fill) {
+    const auto* rounded = fill.path.size() == 1 ? std::get_if<RoundedRect>(&fill.path.front()) : nullptr;
+    if (rounded != nullptr)
+        return NSBezierPath::withRoundedRect(cgRect(rounded->rect), rounded->xRadius, rounded->yRadius);
+    NSBezierPath path = NSBezierPath::create();
+    path.setWindingRule(static_cast<NSWindingRule>(fill.windingRule));
+    for (const PathElement& element : fill.path)
+        append(path, element);
+    return path;
+}
+
 void draw(const Drawing& drawing) {
     NSColor::black().setFill();
-    for (const Fill& fill : drawing.fills) {
-        const NSBezierPath path = NSBezierPath::create();
-        path.setWindingRule(static_cast<NSWindingRule>(fill.windingRule));
-        for (const PathElement& element : fill.path)
-            append(path, element);
-        path.fill();
-    }
+    for (const Fill& fill : drawing.fills)
+        pathOf(fill).fill();
 }
 
 NSImage symbolImage(const Symbol& symbol, const NSString& description) {

@@ -76,5 +76,13 @@ TEST_F(ImageFromTest, FontsAreTheSystemsStylesUnlessSomethingElseIsSaid) {
     EXPECT_EQ(numberMember(small, "weight"), 0);
 }
 
+TEST_F(ImageFromTest, FontsWithoutAStyleOrASizeHaveThatOfTheSystem) {
+    system.systemFontSize = 14;
+    const NSFont font = fontFrom({.weight = FontWeight::regular, .hasMonospacedDigits = true});
+    EXPECT_EQ(text(font, "kind"), "digits");
+    EXPECT_EQ(numberMember(font, "size"), 14);
+    EXPECT_EQ(numberMember(font, "weight"), 0);
+}
+
 }  // namespace
 }  // namespace velmo::macos

@@ -1,6 +1,8 @@
+#include "macos/appkit/ns_bezier_path.h"
 #include "macos/appkit/ns_image.h"
 #include "macos/desktop/image_from.h"
 #include "platform/macos/display/display_test.h"
+#include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/call_block.h"
 
 #include <cstdint>
@@ -45,6 +47,21 @@ private:
     NSBitmapImageRep bitmap_;
 };
 
+int& roundedPaths() {
+    static int made = 0;
+    return made;
+}
+NSBezierPath makeRoundedPath(const NSBezierPath& pathClass, const CGRect& rect, CGFloat xRadius,
+                             CGFloat yRadius) {
+    ++roundedPaths();
+    return doubles::callOwn<&makeRoundedPath, NSBezierPath>(pathClass, rect, xRadius, yRadius);
+}
+bool countRoundedPaths() {
+    doubles::overrideMethod<"bezierPathWithRoundedRect:xRadius:yRadius:", &makeRoundedPath>(
+        doubles::metaclassOf(classNamed<"NSBezierPath">()));
+    return true;
+}
+
 class DrawingTest : public DisplayTest {
 protected:
     Picture drawn(const Drawing& drawing) {
@@ -61,6 +78,18 @@ TEST_F(DrawingTest, FillsRoundedRectangles) {
     EXPECT_EQ(picture.opacityAt(5, 1), 0);
     EXPECT_EQ(picture.opacityAt(1, 9), 0);
     EXPECT_EQ(picture.opacityAt(10, 9), 0);
+}
+
+TEST_F(DrawingTest, HasAPathOfItsOwnForARoundedRectangleAlone) {
+    static const bool isCounting = countRoundedPaths();
+    EXPECT_TRUE(isCounting);
+    roundedPaths() = 0;
+    const RoundedRect rounded{{4, 3, 4, 12}, 1, 1};
+    drawn({.size = {12, 18}, .fills = {{.path = {rounded}}}});
+    const int alone = roundedPaths();
+    EXPECT_GT(alone, 0);
+    drawn({.size = {12, 18}, .fills = {{.path = {rounded, rounded}}, {.path = {Oval{{4, 3, 4, 12}}}}}});
+    EXPECT_EQ(roundedPaths(), alone);
 }
 
 TEST_F(DrawingTest, LeavesOutWhatLiesInTwoPathsByTheEvenOddRule) {
