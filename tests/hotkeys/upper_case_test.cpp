@@ -1,6 +1,11 @@
 #include "hotkeys/upper_case.h"
 
+#include "preferences/utf8.h"
+
 #include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
 
 namespace velmo {
 namespace {
@@ -29,6 +34,27 @@ TEST(UpperCase, LeavesTheRestAsItIs) {
 TEST(UpperCase, LeavesWhatIsNotUtf8AsItIs) {
     EXPECT_EQ(upperCased("a\xFF"), "a\xFF");
     EXPECT_EQ(upperCased("a\xC3"), "a\xC3");
+}
+
+// The number of letters that have a capital, and the FNV-1a hash of all of them, are those of Python's
+// str.upper.
+TEST(UpperCase, IsRightForEveryLetter) {
+    constexpr std::uint32_t surrogates = 0xD800;
+    constexpr std::uint32_t afterSurrogates = 0xE000;
+    int changed = 0;
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (std::uint32_t letter = 1; letter < 0x10000; ++letter) {
+        if (letter >= surrogates && letter < afterSurrogates)
+            continue;
+        std::string text;
+        utf8::append(text, letter);
+        const std::string capital = upperCased(text);
+        changed += capital != text ? 1 : 0;
+        for (const char byte : capital)
+            hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
+    }
+    EXPECT_EQ(changed, 573);
+    EXPECT_EQ(hash, 0x18ffd6854ec5bf17);
 }
 
 }  // namespace
