@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <fstream>
+#include <optional>
 #include <set>
+#include <string>
 
 namespace velmo::desktop {
 
@@ -16,12 +18,30 @@ protected:
         startComposition(GetParam());
         startIcons();
     }
+    /// With a desktop that says which theme it has, a light one at first.
+    void startInTheLight() {
+        write("Adwaita");
+        startBeside();
+        settings_.emplace(run({"xsettingsd", "-c", settingsFile()}));
+    }
+    void changeTheme(const std::string& theme) const {
+        write(theme);
+        settings_->signal(SIGHUP);
+    }
     /// Until the screen shows what the bar does.
     void settle() {
         EXPECT_TRUE(comesToRest(milliseconds(100)));
         if (GetParam() != Composition::none)
             untilComposited();
     }
+
+private:
+    std::string settingsFile() const { return home_ / "xsettingsd.conf"; }
+    void write(const std::string& theme) const {
+        std::ofstream(settingsFile()) << "Net/ThemeName \"" << theme << "\"\n";
+    }
+
+    std::optional<ChildProcess> settings_;
 };
 
 INSTANTIATE_TEST_SUITE_P(Desktop, TrayLooks,
@@ -41,23 +61,15 @@ TEST_P(TrayLooks, AreThoseThatProgramsHaveDrawn) {
 }
 
 TEST_P(TrayLooks, HaveTheNewBackgroundBehindThemWhenTheDesktopBecomesDark) {
-    const auto settings = home_ / "xsettingsd.conf";
-    const auto write = [&](const std::string& theme) {
-        std::ofstream(settings) << "Net/ThemeName \"" << theme << "\"\n";
-    };
-    write("Adwaita");
-    startBeside();
-    const auto manager = run({"xsettingsd", "-c", settings});
+    startInTheLight();
     toggleTo(true);
     expectSeen(firstColors, lightBar);
     settle();
-    write("Adwaita-dark");
-    manager.signal(SIGHUP);
+    changeTheme("Adwaita-dark");
     expectSeen(firstColors, darkBar);
     toggleTo(false);
     // Seen by nobody, it changes as well.
-    write("Adwaita");
-    manager.signal(SIGHUP);
+    changeTheme("Adwaita");
     ASSERT_TRUE(eventually([&] { return x().pixel(600, 5) == lightBar; }));
     toggleTo(true);
     expectSeen(firstColors, lightBar);
@@ -90,13 +102,7 @@ TEST_P(TrayLooks, OfFormerTimesAreNotSeenWhenIconsComeBack) {
 }
 
 TEST_P(TrayLooks, OfTheLightBarAreNotSeenWhenAProgramShowsItsIconAgainInTheDark) {
-    const auto settings = home_ / "xsettingsd.conf";
-    const auto write = [&](const std::string& theme) {
-        std::ofstream(settings) << "Net/ThemeName \"" << theme << "\"\n";
-    };
-    write("Adwaita");
-    startBeside();
-    const auto manager = run({"xsettingsd", "-c", settings});
+    startInTheLight();
     toggleTo(true);
     expectSeen(firstColors, lightBar);
     const auto icon = icons_[2];
@@ -113,8 +119,7 @@ TEST_P(TrayLooks, OfTheLightBarAreNotSeenWhenAProgramShowsItsIconAgainInTheDark)
         ASSERT_TRUE(eventually([&] { return !x().isViewable(icon); }));
         const auto bar = round % 2 == 0 ? darkBar : lightBar;
         const auto former = round % 2 == 0 ? lightBar : darkBar;
-        write(round % 2 == 0 ? "Adwaita-dark" : "Adwaita");
-        manager.signal(SIGHUP);
+        changeTheme(round % 2 == 0 ? "Adwaita-dark" : "Adwaita");
         ASSERT_TRUE(eventually([&] { return x().pixel(600, 5) == bar; }));
         settle();
         Film film(environment_.at("DISPLAY"), place);
