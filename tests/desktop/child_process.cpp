@@ -40,6 +40,8 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const Enviro
     : id_(fork()) {
     if (id_ < 0)
         throw std::runtime_error("cannot start " + command.front());
+    // On either side, so that the group is there whoever comes first.
+    setpgid(id_, id_);
     if (id_ > 0)
         return;
     redirect(STDOUT_FILENO, "/dev/null");
@@ -79,11 +81,12 @@ std::optional<int> ChildProcess::wait(milliseconds limit) {
 void ChildProcess::end() {
     if (id_ <= 0)
         return;
-    signal(SIGTERM);
-    if (wait(milliseconds(1000)))
-        return;
-    signal(SIGKILL);
-    wait(milliseconds(5000));
+    const pid_t group = id_;
+    kill(-group, SIGTERM);
+    const bool hasEnded = wait(milliseconds(1000)).has_value();
+    kill(-group, SIGKILL);
+    if (!hasEnded)
+        wait(milliseconds(5000));
 }
 
 std::string outputOf(const std::vector<std::string>& command, const Environment& environment) {

@@ -13,7 +13,8 @@ namespace velmo::desktop {
 
 using Environment = std::map<std::string, std::string>;
 
-/// A program that runs beside the test; it ends with this object at the latest.
+/// A program that runs beside the test; it ends with this object at the latest, and so does what it has
+/// started, unless that has left its group of processes.
 class ChildProcess {
 public:
     /// `errorFile` receives its standard error; empty for nowhere.
@@ -31,7 +32,7 @@ public:
     void signal(int number) const;
     /// The exit status (128 and the number for a signal), or nothing while it still runs after `limit`.
     std::optional<int> wait(std::chrono::milliseconds limit);
-    /// Asks it to end, and insists after a second.
+    /// Asks it and what it has started to end. Insists once it has, or after a second.
     void end();
 
 private:

@@ -51,12 +51,8 @@ std::vector<std::string> DesktopSession::windowManagerCommand(const std::string&
                  "<channel name=\"xfwm4\" version=\"1.0\"><property name=\"general\" type=\"empty\">"
                  "<property name=\"prevent_focus_stealing\" type=\"bool\" value=\"true\"/>"
                  "</property></channel>\n");
-        // Its settings come by way of a session bus, whose daemon would outlive whoever has begun it and is
-        // ended.
-        const auto daemon =
-            settings("dbus-daemon", "#!/bin/sh\nexec setpriv --pdeathsig TERM dbus-daemon \"$@\"\n");
-        std::filesystem::permissions(daemon, std::filesystem::perms::owner_all);
-        return {"dbus-run-session", "--dbus-daemon=" + daemon, "--", "xfwm4", "--compositor=off"};
+        // Its settings come by way of a session bus.
+        return {"dbus-run-session", "--", "xfwm4", "--compositor=off"};
     }
     if (name == "fluxbox") {
         // Where it lacks a program that draws the background, it would show a window that says so.
