@@ -1,0 +1,71 @@
+#include "built_files.h"
+#include "screens_session.h"
+
+#include <cstdlib>
+#include <string>
+
+namespace velmo::desktop {
+
+namespace {
+
+/// Without a window manager, nobody else brings them back; one may do so, or put them elsewhere.
+class SettingsOnAScreen : public ScreensSession, public testing::WithParamInterface<std::string> {
+protected:
+    void SetUp() override {
+        IconsSession::SetUp();
+        startServer("2560x1440x24");
+        if (isManaged())
+            startWindowManagerNamed(GetParam());
+        startVelmo();
+        startAgain();
+        ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+    }
+    bool isManaged() const { return GetParam() != "nobody"; }
+    void startAgain() const { outputOf({velmoProgram}, environment_); }
+    Area settings() const { return x().area(*shown("Velmo Settings")).value_or(Area{}); }
+    void moveSettings(int pixelX, int pixelY) const {
+        xdotool({"windowmove", std::to_string(*shown("Velmo Settings")), std::to_string(pixelX),
+                 std::to_string(pixelY)});
+        ASSERT_TRUE(eventually([&] { return areAt(pixelX, pixelY); }));
+        // The place is written down once they rest there.
+        ASSERT_TRUE(eventually([&] { return readDefaults().contains("windowPlace.Velmo.SettingsWindow"); }));
+    }
+    /// On the smaller screen, wherever a window manager has put them: some of the title is there to be
+    /// dragged.
+    bool canBeFound() const {
+        const auto area = settings();
+        return area.x + 50 <= 1280 && area.x + area.width >= 50 && area.y >= barThickness && area.y < 720;
+    }
+    /// To the pixel where nobody puts a frame around them.
+    bool areAt(int pixelX, int pixelY) const {
+        const int frame = isManaged() ? 40 : 0;
+        return std::abs(settings().x - pixelX) <= frame && std::abs(settings().y - pixelY) <= frame;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(ManagedBy, SettingsOnAScreen,
+                         testing::Values("nobody", "openbox", "metacity", "xfwm4"),
+                         [](const auto& suite) { return suite.param; });
+
+TEST_P(SettingsOnAScreen, AreBroughtToOneThatIsThereWhenTheyAreWantedAgain) {
+    moveSettings(1300, 300);
+    setMode(1280, 720);
+    startAgain();
+    const auto areBack = [&] {
+        return isManaged() ? canBeFound() : isInside(settings(), {0, barThickness, 1280, 720 - barThickness});
+    };
+    EXPECT_TRUE(eventually(areBack)) << settings().x << ", " << settings().y;
+    EXPECT_TRUE(stays(areBack, moment)) << settings().x << ", " << settings().y;
+}
+
+TEST_P(SettingsOnAScreen, StayWhereTheyCanBeSeen) {
+    moveSettings(1200, 300);
+    setMode(1280, 720);
+    startAgain();
+    EXPECT_TRUE(stays([&] { return isManaged() ? canBeFound() : areAt(1200, 300); }, moment))
+        << settings().x << ", " << settings().y;
+}
+
+}  // namespace
+
+}  // namespace velmo::desktop
