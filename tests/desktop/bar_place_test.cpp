@@ -371,6 +371,21 @@ TEST_F(BarPlaces, OfThousandsOfWindowsTheNewestAreKnownAndFewAreAsked) {
     EXPECT_TRUE(goesAway()) << "and the one that the user works with";
 }
 
+TEST_F(BarPlaces, TheWindowThatTheUserWorksWithWaitsForNoOthers) {
+    // As large as the screen, and not shown.
+    std::vector<std::uint32_t> windows;
+    for (int count = 0; count < 40; ++count) {
+        windows.push_back(showManaged(screen));
+        xcb_unmap_window(x().raw(), windows.back());
+    }
+    const auto window = showManaged(screen);
+    windows.push_back(window);
+    set(x().root(), "_NET_CLIENT_LIST", XCB_ATOM_WINDOW, windows);
+    EXPECT_TRUE(staysAtHome());
+    setFullScreen(window);
+    EXPECT_TRUE(goesAway());
+}
+
 }  // namespace
 
 }  // namespace velmo::desktop

@@ -51,7 +51,7 @@ std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry
                      reply->height + 2 * reply->border_width};
 }
 
-std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection, xcb_window_t always) {
+std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection, xcb_window_t first) {
     const auto value = connection.property(connection.root(), connection.atoms().netClientList,
                                            XCB_ATOM_WINDOW, longestList * sizeof(xcb_window_t));
     std::vector<xcb_window_t> windows(value.size() / sizeof(xcb_window_t));
@@ -60,14 +60,10 @@ std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection, x
     std::erase_if(windows, [&](xcb_window_t window) {
         return connection.isOurs(window) || window == connection.root();
     });
-    if (std::ssize(windows) > mostManaged) {
-        const auto first = windows.begin() + mostManaged / 2;
-        const auto last = windows.end() - mostManaged / 2;
-        const bool isAmongThem = std::find(first, last, always) != last;
-        windows.erase(first, last);
-        if (isAmongThem)
-            windows.push_back(always);
-    }
+    if (const auto found = std::find(windows.begin(), windows.end(), first); found != windows.end())
+        std::rotate(windows.begin(), found, found + 1);
+    if (std::ssize(windows) > mostManaged)
+        windows.erase(windows.begin() + mostManaged / 2, windows.end() - mostManaged / 2);
     return windows;
 }
 

@@ -16,8 +16,9 @@ xcb_window_t topLevelOf(const Connection& connection, xcb_window_t window);
 /// Of a child of the root window, with its border. Nothing where it is gone.
 std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry_cookie_t cookie);
 /// Windows of other connections that a window manager says it manages. Their programs may have ended since.
-/// Of hundreds only the oldest, among which docks are, the newest, and `always` if it is one of them.
+/// The oldest first, but before all others `first` if it is one of them. Of hundreds only the oldest, among
+/// which docks are, and the newest.
 std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection,
-                                                 xcb_window_t always = XCB_WINDOW_NONE);
+                                                 xcb_window_t first = XCB_WINDOW_NONE);
 
 }  // namespace velmo::x11
