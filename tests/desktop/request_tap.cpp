@@ -59,6 +59,10 @@ std::size_t sizeOfRequest(std::span<const std::uint8_t> bytes) {
     return bytes.size() < 2 * unit ? 0 : numberAt<std::uint32_t>(bytes, unit) * unit;
 }
 
+std::uint32_t subjectOf(std::span<const std::uint8_t> request) {
+    return request.size() < 2 * unit ? 0 : numberAt<std::uint32_t>(request, unit);
+}
+
 void sendAll(int descriptor, std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const auto sent = send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL);
@@ -114,6 +118,17 @@ void RequestTap::destroyBefore(xcb_window_t window, int number) {
     window_ = window;
     number_ = number;
     count_ = 0;
+}
+
+void RequestTap::note() {
+    const std::lock_guard lock(mutex_);
+    isNoting_ = true;
+    noted_.clear();
+}
+
+std::vector<RequestTap::Request> RequestTap::noted() const {
+    const std::lock_guard lock(mutex_);
+    return noted_;
 }
 
 void RequestTap::work() {
@@ -186,12 +201,14 @@ void RequestTap::handOn(Link& link) {
 }
 
 void RequestTap::look(Link& link, std::span<const std::uint8_t> request) {
-    if (request.front() == XCB_GRAB_SERVER)
-        link.hasGrabbed = true;
-    if (request.front() == XCB_UNGRAB_SERVER)
-        link.hasGrabbed = false;
     const std::lock_guard lock(mutex_);
-    if (link.hasGrabbed || !isNamedIn(request) || ++count_ != number_)
+    if (request.front() == XCB_GRAB_SERVER)
+        link.grab = ++grabs_;
+    if (request.front() == XCB_UNGRAB_SERVER)
+        link.grab = 0;
+    if (isNoting_)
+        noted_.push_back({request.front(), subjectOf(request), link.grab});
+    if (link.grab != 0 || !isNamedIn(request) || ++count_ != number_)
         return;
     untilDone(link.server);
     xcb_destroy_window(x_.raw(), window_);

@@ -15,7 +15,7 @@ namespace velmo::desktop {
 
 /// Lies between a program and the X server, and has a window destroyed just before the server gets a request
 /// that names it: an X error for exactly that request. Not while the program has grabbed the server, when
-/// nobody can destroy anything.
+/// nobody can destroy anything. It can note all requests, too.
 class RequestTap {
 public:
     /// For programs that are to go to `display`.
@@ -31,6 +31,17 @@ public:
     void destroyBefore(xcb_window_t window, int number);
     /// Those so far.
     int count() const { return count_; }
+    /// A request of the core protocol, or an extension's.
+    struct Request {
+        std::uint8_t opcode = 0;
+        /// What follows the header: a window in most.
+        std::uint32_t subject = 0;
+        /// By which of a program's grabs of the server it was alone there, counted from 1; 0 for none.
+        int grab = 0;
+    };
+    /// From now on requests are noted, in the order in which the server gets them.
+    void note();
+    std::vector<Request> noted() const;
 
 private:
     struct Link {
@@ -39,7 +50,8 @@ private:
         /// From the program, and not handed on yet.
         std::vector<std::uint8_t> waiting;
         bool hasBegun = false;
-        bool hasGrabbed = false;
+        /// Its present grab of the server; 0 for none.
+        int grab = 0;
     };
 
     void listenSomewhere();
@@ -61,6 +73,9 @@ private:
     xcb_window_t window_ = XCB_WINDOW_NONE;
     int number_ = 0;
     std::atomic<int> count_ = 0;
+    int grabs_ = 0;
+    bool isNoting_ = false;
+    std::vector<Request> noted_;
     Beside working_{Beside::Times::untilTheEnd, [this] { work(); }};
 };
 

@@ -32,7 +32,7 @@ public:
     virtual int leastWidth() const { return preferredWidth(); }
     /// The colours, the scale or the bar's height have changed; a layout follows.
     virtual void appearanceChanged() = 0;
-    /// Called after each layout.
+    /// Called in each layout; where items move, in the same step.
     virtual void displayIfNeeded() {}
     /// What the item looks like, and the window that shows it.
     struct Content {
@@ -69,7 +69,8 @@ public:
     const std::optional<PixelRect>& place() const { return place_; }
     /// True where the item is shown and the point, in pixels of its window, lies inside it.
     bool contains(int x, int y) const;
-    /// Called before a layout moves the item there, while the server still serves everybody.
+    /// Called before a layout moves the item there, while the server still serves everybody; of our own, also
+    /// for one that stays while others move.
     virtual void willMove(const PixelRect& /*place*/) {}
     /// Moves the window there and shows it, or hides it.
     void setPlace(const std::optional<PixelRect>& place);

@@ -303,17 +303,16 @@ void MenuBar::layOut() {
 }
 
 void MenuBar::moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places) {
-    bool changes = std::any_of(items_.begin(), items_.end(),
-                               [](const auto* item) { return !item->isShown() && item->place(); });
+    const auto leaves = [](const auto* item) { return !item->isShown() && item->place(); };
+    const auto stays = [](const auto* item, const auto& place) { return item->place() == place; };
+    if (std::none_of(items_.begin(), items_.end(), leaves) &&
+        std::equal(shown.begin(), shown.end(), places.begin(), stays))
+        return;
     // What takes longer comes first, as everybody waits for the step itself.
     for (std::size_t index = 0; index < shown.size(); ++index) {
-        if (shown[index]->place() == places[index])
-            continue;
-        shown[index]->willMove(places[index]);
-        changes = true;
+        if (shown[index]->isOurs() || !stays(shown[index], places[index]))
+            shown[index]->willMove(places[index]);
     }
-    if (!changes)
-        return;
     moveInOneStep(shown, places);
     // Often the server has been waiting for our processor: the step comes before what we draw next.
     connection().sync(longestStep);
@@ -328,6 +327,9 @@ void MenuBar::moveInOneStep(const std::vector<BarItem*>& shown, const std::vecto
         if (!item->isShown())
             item->setPlace(std::nullopt);
     }
+    // What our own show goes with where others are, and nobody is to see the former picture in another size.
+    for (auto* item : items_)
+        item->displayIfNeeded();
 }
 
 PixelRect MenuBar::shownArea(const BarItem& item) const {

@@ -188,14 +188,8 @@ void StatusItemWindow::setNeedsDisplay() {
 /// So that the step itself has nothing to draw.
 void StatusItemWindow::willMove(const PixelRect& next) {
     const PixelRect area = windowAreaAt(next);
-    if (!place() || area.width != windowArea().width || area.height != windowArea().height)
+    if (needsDisplay_ || !place() || area.width != windowArea().width || area.height != windowArea().height)
         picture(area.width, area.height);
-}
-
-/// In the step, as nobody is to see the former picture in another size.
-void StatusItemWindow::moved() {
-    if (std::exchange(isResized_, false))
-        displayIfNeeded();
 }
 
 void StatusItemWindow::displayIfNeeded() {

@@ -63,8 +63,7 @@ public:
 
 protected:
     PixelRect windowAreaAt(const PixelRect& place) const override;
-    void resized() override { needsDisplay_ = isResized_ = true; }
-    void moved() override;
+    void resized() override { needsDisplay_ = true; }
 
 private:
     /// All that the picture of the item is made from, in the present appearance.
@@ -108,8 +107,6 @@ private:
     int titleWidth_ = 0;
     bool enabled_ = true;
     bool needsDisplay_ = true;
-    /// In the step that goes on.
-    bool isResized_ = false;
     /// Drawn already, the oldest first: a click shows the same few again and again.
     std::deque<std::pair<Look, Pixmap>> looks_;
     std::string toolTipText_;
