@@ -19,6 +19,10 @@ extern void* _NSConcreteStackBlock[32];
 template <typename Signature>
 class Block;
 
+/// What functions that take a block are given; it is never looked into.
+template <typename Signature>
+struct BlockCode;
+
 /// A function in the form in which the system takes one. It lives until the last who has it lets go of it.
 template <typename Result, typename... Arguments>
 class Block<Result(Arguments...)> {
@@ -48,6 +52,9 @@ public:
     }
 
     void* get() const { return literal_; }
+    BlockCode<Result(Arguments...)>* code() const {
+        return static_cast<BlockCode<Result(Arguments...)>*>(literal_);
+    }
 
 private:
     struct Literal;
@@ -112,6 +119,11 @@ struct RawType<Block<Signature>> {
 template <typename Result, typename... Arguments>
 struct TypeText<Block<Result(Arguments...)>> {
     static std::string text() { return "block(" + typeTexts<Result, Arguments...>() + ")"; }
+};
+
+template <typename Result, typename... Arguments>
+struct TypeText<BlockCode<Result(Arguments...)>*> {
+    static std::string text() { return typeText<Block<Result(Arguments...)>>(); }
 };
 
 }  // namespace velmo::macos

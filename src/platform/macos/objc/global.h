@@ -20,6 +20,12 @@ public:
         return fromRaw<Type>(*address);
     }
 
+    /// Of what is no value but is known by where it lies.
+    auto place() const {
+        contract::use<Global>();
+        return address;
+    }
+
     static std::string text() { return "global " + std::string(name.view()) + ' ' + typeText<Type>(); }
 };
 

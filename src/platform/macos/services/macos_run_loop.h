@@ -1,21 +1,17 @@
 #pragma once
 
+#include "lifetime.h"
 #include "run_loop.h"
 
-#include <deque>
 #include <functional>
 #include <memory>
 
 namespace velmo::macos {
 
-/// The main thread's run loop, which the application runs. Its work goes on while a menu is open.
+/// The main thread's run loop, which the application runs. Its work goes on while a menu is open; only what
+/// was posted waits until the menu that such work has opened has closed.
 class MacosRunLoop : public RunLoop {
 public:
-    MacosRunLoop() = default;
-    ~MacosRunLoop() override;
-    MacosRunLoop(const MacosRunLoop&) = delete;
-    MacosRunLoop& operator=(const MacosRunLoop&) = delete;
-
     Date now() const override;
     void post(std::function<void()> work) override;
     std::shared_ptr<Timer> schedule(Seconds interval, std::function<void()> work) override;
@@ -23,10 +19,7 @@ public:
                                              std::function<void()> work) override;
 
 private:
-    void runPosted();
-
-    std::deque<std::function<void()>> posted_;
-    std::shared_ptr<Timer> turn_;
+    Lifetime lifetime_;
 };
 
 }  // namespace velmo::macos

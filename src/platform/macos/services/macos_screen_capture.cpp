@@ -7,10 +7,27 @@
 #include "macos/screen_capture_kit/sc_screenshot_manager.h"
 #include "macos/screen_capture_kit/sc_shareable_content.h"
 
+#include <functional>
+#include <memory>
 #include <utility>
 
 namespace velmo::macos {
 namespace {
+
+/// A function that is called on the main thread, once, and ends there, whoever lets go of this at last.
+template <typename Answer>
+class OnMainThread {
+public:
+    explicit OnMainThread(std::function<void(Answer)> function)
+        : function_(std::make_shared<std::function<void(Answer)>>(std::move(function))) {}
+
+    void call(const Answer& answer) const {
+        runOnMainThread([function = function_, answer] { std::exchange(*function, nullptr)(answer); });
+    }
+
+private:
+    std::shared_ptr<std::function<void(Answer)>> function_;
+};
 
 ScreenCapture::WindowNumbers numbersOf(const std::map<std::uint32_t, SCWindow>& windows) {
     ScreenCapture::WindowNumbers numbers;
@@ -48,12 +65,13 @@ void MacosScreenCapture::getShareableWindows(bool onScreenWindowsOnly,
                 windows_[window.windowID()] = window;
             completion(content ? std::optional(numbersOf(windows_)) : std::nullopt);
         });
-    SCShareableContent::get(false, onScreenWindowsOnly,
-                            SCShareableContent::Completion(
-                                [answered](const SCShareableContent& content, const NSError& /*error*/) {
-                                    const AutoreleasePool pool;
-                                    runOnMainThread([answered, content]() mutable { answered(content); });
-                                }));
+    SCShareableContent::get(
+        false, onScreenWindowsOnly,
+        SCShareableContent::Completion([kept = OnMainThread<SCShareableContent>(answered)](
+                                           const SCShareableContent& content, const NSError& /*error*/) {
+            const AutoreleasePool pool;
+            kept.call(content);
+        }));
 }
 
 void MacosScreenCapture::captureWindow(std::uint32_t windowNumber, const CaptureConfiguration& configuration,
@@ -65,11 +83,11 @@ void MacosScreenCapture::captureWindow(std::uint32_t windowNumber, const Capture
     }
     SCScreenshotManager::captureImage(
         SCContentFilter::with(window->second), streamConfiguration(configuration),
-        SCScreenshotManager::Completion(
-            [completion = std::move(completion)](const Object& image, const NSError& /*error*/) {
-                const AutoreleasePool pool;
-                runOnMainThread([completion, bitmap = bitmapFrom(image)] { completion(bitmap); });
-            }));
+        SCScreenshotManager::Completion([kept = OnMainThread<std::optional<Bitmap>>(std::move(completion))](
+                                            const Object& image, const NSError& /*error*/) {
+            const AutoreleasePool pool;
+            kept.call(bitmapFrom(image));
+        }));
 }
 
 }  // namespace velmo::macos

@@ -142,6 +142,13 @@ struct DoubleSystem {
     std::uint64_t popoverEdge = 0;
     bool popoverAnimates = false;
     std::uint64_t collectionBehavior = 0;
+    std::int64_t animationBehavior = 0;
+    /// Of visual effect views; -1: not said.
+    std::int64_t material = -1;
+    std::int64_t blendingMode = -1;
+    std::int64_t materialState = -1;
+    /// The last one that was asked for.
+    Object layer;
     /// Those that were put in front of everything, and whether they were visible already.
     std::vector<std::pair<Id, bool>> windowsPutInFront;
     /// Those that were made for the content of a controller.
@@ -165,6 +172,10 @@ struct DoubleSystem {
 
     std::vector<std::string> scripts;
     std::vector<std::string> openedAddresses;
+    /// Blocks that the main queue has been given.
+    int queuedBlocks = 0;
+    /// Of those with blocks.
+    std::vector<double> timerIntervals;
     std::vector<double> timerTolerances;
     /// Those that have not been ended.
     std::vector<BegunActivity> activities;

@@ -7,8 +7,10 @@
 #include "platform/macos/doubles/double_system.h"
 #include "platform/macos/doubles/record_class.h"
 
+#include <chrono>
 #include <cstring>
 #include <thread>
+#include <vector>
 
 namespace velmo::macos {
 namespace doubles {
@@ -23,11 +25,14 @@ void callOnOtherThread(void* block, const Object& result) {
         int reserved;
         Invoke invoke;
     };
-    std::thread([kept = _Block_copy(block), result] {
+    static std::vector<std::jthread> threads;
+    threads.emplace_back([kept = _Block_copy(block), result] {
         const AutoreleasePool pool;
         static_cast<Layout*>(kept)->invoke(kept, result.get(), nullptr);
+        // Others have let go of the block by then.
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
         _Block_release(kept);
-    }).join();
+    });
 }
 
 void getContent(const NSObject& /*contentClass*/, bool excludesDesktop, bool onScreenOnly, void* completion) {

@@ -38,6 +38,7 @@ void deallocTarget(Id target, Selector selector) {
         class_getMethodImplementation(classNamed<"NSObject">(), selector))(target, selector);
 }
 NSTimer timerWithBlock(const NSTimer& timerClass, double interval, bool repeats, void* block) {
+    system().timerIntervals.push_back(interval);
     const auto target =
         Object::adopt<NSObject>(Message<"NSObject", true, "new", NSObject>::send(
                                     reinterpret_cast<Id>(objc_getClass("VelmoTimerTargetDouble")))

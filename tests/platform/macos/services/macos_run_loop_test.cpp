@@ -18,6 +18,7 @@ TEST_F(MacosRunLoopTest, RunsPostedWorkInALaterTurnInItsOrder) {
     for (int number = 1; number <= 3; ++number)
         loop.post([this, number] { done.push_back(number); });
     EXPECT_TRUE(done.empty());
+    EXPECT_EQ(system.queuedBlocks, 3);
     EXPECT_TRUE(runUntil([this] { return done.size() == 3; }));
     EXPECT_EQ(done, (std::vector{1, 2, 3}));
 }
@@ -32,12 +33,22 @@ TEST_F(MacosRunLoopTest, RunsWhatPostedWorkPostsAfterEverythingPostedBefore) {
     EXPECT_EQ(done, (std::vector{1, 2, 3}));
 }
 
-TEST_F(MacosRunLoopTest, GoesOnInsideOfWorkThatWaits) {
-    loop.post([this] {
+TEST_F(MacosRunLoopTest, GoesOnInsideOfATimersWorkThatWaits) {
+    loop.schedule(0, [this] {
+        loop.post([this] { done.push_back(1); });
         EXPECT_TRUE(runUntil([this] { return !done.empty(); }));
         done.push_back(2);
     });
-    loop.post([this] { done.push_back(1); });
+    EXPECT_TRUE(runUntil([this] { return done.size() == 2; }));
+    EXPECT_EQ(done, (std::vector{1, 2}));
+}
+
+TEST_F(MacosRunLoopTest, HasTimersGoOnInsideOfPostedWorkThatWaits) {
+    loop.post([this] {
+        loop.schedule(0.01, [this] { done.push_back(1); });
+        EXPECT_TRUE(runUntil([this] { return !done.empty(); }));
+        done.push_back(2);
+    });
     EXPECT_TRUE(runUntil([this] { return done.size() == 2; }));
     EXPECT_EQ(done, (std::vector{1, 2}));
 }
@@ -92,6 +103,7 @@ TEST_F(MacosRunLoopTest, RunsNoWorkThatWasInvalidated) {
 
 TEST_F(MacosRunLoopTest, RepeatsUntilInvalidated) {
     const auto timer = loop.scheduleRepeating(0.02, 0.1, [this] { done.push_back(1); });
+    EXPECT_EQ(system.timerIntervals, std::vector{0.02});
     EXPECT_EQ(system.timerTolerances, std::vector{0.1});
     EXPECT_TRUE(runUntil([this] { return done.size() == 3; }));
     EXPECT_TRUE(timer->isValid());

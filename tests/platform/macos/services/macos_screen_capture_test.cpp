@@ -62,6 +62,22 @@ TEST_F(MacosScreenCaptureTest, AsksForConsentOnlyWhenItIsToldTo) {
     EXPECT_TRUE(capture->requestAccess());
 }
 
+TEST_F(MacosScreenCaptureTest, EndsWhatItCallsOnTheMainThread) {
+    share({17});
+    shareableWindows();
+    std::thread::id ended;
+    bool isDone = false;
+    {
+        const std::shared_ptr<int> kept(new int, [&](const int* number) {
+            ended = std::this_thread::get_id();
+            delete number;
+        });
+        capture->captureWindow(17, {}, [&isDone, kept](const auto& /*bitmap*/) { isDone = true; });
+    }
+    EXPECT_TRUE(runUntil([&] { return isDone && ended != std::thread::id(); }));
+    EXPECT_EQ(ended, mainThread);
+}
+
 TEST_F(MacosScreenCaptureTest, TellsOnTheMainThreadWhichWindowsCanBePictured) {
     share({17, 4711});
     EXPECT_EQ(shareableWindows(), (ScreenCapture::WindowNumbers{17, 4711}));
