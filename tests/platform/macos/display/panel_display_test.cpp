@@ -1,8 +1,11 @@
 #include "hidden_items/hidden_items_panel_controller.h"
+#include "macos/appkit/ns_color.h"
 #include "macos/appkit/ns_image_view.h"
+#include "macos/appkit/ns_visual_effect_view.h"
 #include "macos/macos_desktop.h"
 #include "platform/macos/display/program_display_test.h"
 #include "platform/macos/doubles/menu_bar.h"
+#include "platform/macos/doubles/record_class.h"
 
 #include <memory>
 
@@ -72,6 +75,27 @@ TEST_F(PanelDisplayTest, FloatsAboveAllOnEverySpaceWithoutAGroundOfItsOwn) {
     const bool hidesOnDeactivate = Message<"NSWindow", false, "hidesOnDeactivate", bool>::send(shown);
     EXPECT_FALSE(hidesOnDeactivate);
     EXPECT_EQ(system.collectionBehavior, 265U);
+    EXPECT_EQ(system.animationBehavior, 4);
+    const auto styleMask = Message<"NSWindow", false, "styleMask", NSUInteger>::send(shown);
+    EXPECT_EQ(styleMask, 32896U);
+    const bool isFloating = Message<"NSPanel", false, "isFloatingPanel", bool>::send(shown);
+    EXPECT_TRUE(isFloating);
+    const bool hasShadow = Message<"NSWindow", false, "hasShadow", bool>::send(shown);
+    EXPECT_TRUE(hasShadow);
+    const bool isReleasedWhenClosed = Message<"NSWindow", false, "isReleasedWhenClosed", bool>::send(shown);
+    EXPECT_FALSE(isReleasedWhenClosed);
+    const auto ground = Message<"NSWindow", false, "backgroundColor", NSColor>::send(shown);
+    EXPECT_TRUE(ground.isEqual(NSColor::clear()));
+}
+
+TEST_F(PanelDisplayTest, LiesOnRoundMaterialOfMenus) {
+    show({item(7, "Wide", 60)}, {});
+    EXPECT_TRUE(as<NSVisualEffectView>(contentOf(shownPanel())));
+    EXPECT_EQ(system.material, 5);
+    EXPECT_EQ(system.blendingMode, 0);
+    EXPECT_EQ(system.materialState, 1);
+    EXPECT_EQ(doubles::numberMember(system.layer, "cornerRadius"), 10);
+    EXPECT_EQ(doubles::numberMember(system.layer, "masksToBounds"), 1);
 }
 
 TEST_F(PanelDisplayTest, ActivatesWhatIsClickedAndOpensTheSettings) {

@@ -27,9 +27,18 @@ namespace {
 void addPlacedSubview(const NSView& view, const NSView& added, NSInteger place, const NSView& neighbour) {
     callOwn<&addPlacedSubview>(view, added, place < 0 ? 1U : 0U, neighbour);
 }
-void setWantsLayer(const NSView& /*view*/, bool /*wants*/) {}
+void setWantsLayer(const NSView& /*view*/, bool wants) {
+    if (wants)
+        system().layer = makeRecord("VelmoLayerDouble");
+}
 CALayer layer(const NSView& /*view*/) {
-    return {};
+    return Object::share<CALayer>(system().layer.get());
+}
+void setCornerRadius(const NSObject& layer, CGFloat radius) {
+    setMember(layer, "cornerRadius", radius);
+}
+void setMasksToBounds(const NSObject& layer, bool masks) {
+    setMember(layer, "masksToBounds", masks ? 1 : 0);
 }
 CGRect sameRect(const NSView& /*view*/, const CGRect& rect) {
     return rect;
@@ -83,6 +92,15 @@ CGRect boxFrame(const NSView& /*view*/, const CGRect& rect) {
     const double margin = system().boxMargin;
     return {{rect.origin.x - margin, rect.origin.y - margin},
             {rect.size.width + 2 * margin, rect.size.height + 2 * margin}};
+}
+void setMaterial(const NSView& /*view*/, NSInteger material) {
+    system().material = material;
+}
+void setBlendingMode(const NSView& /*view*/, NSInteger mode) {
+    system().blendingMode = mode;
+}
+void setMaterialState(const NSView& /*view*/, NSInteger state) {
+    system().materialState = state;
 }
 void setSize(const NSControl& /*control*/, NSControlSize /*size*/) {}
 void setTint(const NSControl& /*control*/, const NSColor& /*color*/) {}
@@ -165,7 +183,9 @@ void setToolTipsInBackground(const NSWindow& /*window*/, bool allows) {
 void setCollectionBehavior(const NSWindow& /*window*/, std::uint64_t behavior) {
     system().collectionBehavior = behavior;
 }
-void setAnimation(const NSWindow& /*window*/, NSWindowAnimationBehavior /*behavior*/) {}
+void setAnimation(const NSWindow& /*window*/, NSInteger behavior) {
+    system().animationBehavior = behavior;
+}
 
 // Colours.
 
@@ -221,6 +241,17 @@ bool setPolicy(const NSApplication& /*application*/, NSInteger policy) {
     return true;
 }
 
+void addLayers() {
+    const RawClass layer = makeRecordClass("VelmoLayerDouble");
+    setMethod<"setCornerRadius:", &setCornerRadius>(layer);
+    setMethod<"setMasksToBounds:", &setMasksToBounds>(layer);
+    objc_registerClassPair(layer);
+    const RawClass effects = classNamed<"NSVisualEffectView">();
+    setMethod<"setMaterial:", &setMaterial>(effects);
+    setMethod<"setBlendingMode:", &setBlendingMode>(effects);
+    setMethod<"setState:", &setMaterialState>(effects);
+}
+
 void addViews() {
     const RawClass view = classNamed<"NSView">();
     overrideMethod<"addSubview:positioned:relativeTo:", &addPlacedSubview>(view);
@@ -266,6 +297,7 @@ void addViews() {
 }  // namespace
 
 void addDisplay() {
+    addLayers();
     addViews();
     const RawClass application = classNamed<"NSApplication">();
     overrideMethod<"run", &runApplication>(application);
