@@ -296,18 +296,18 @@ void MenuBar::layOut() {
         const int x = shown[index] == dragged ? draggedX_ : static_cast<int>(lefts[index]);
         places.push_back({x, 0, widths[index], area_.height});
     }
-    moveItems(shown, places);
-    for (auto* item : items_)
-        item->displayIfNeeded();
+    showItems(shown, places);
     tellOfChange();
 }
 
-void MenuBar::moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places) {
+void MenuBar::showItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places) {
     const auto leaves = [](const auto* item) { return !item->isShown() && item->place(); };
     const auto stays = [](const auto* item, const auto& place) { return item->place() == place; };
     if (std::none_of(items_.begin(), items_.end(), leaves) &&
-        std::equal(shown.begin(), shown.end(), places.begin(), stays))
+        std::equal(shown.begin(), shown.end(), places.begin(), stays)) {
+        displayItems();
         return;
+    }
     // What takes longer comes first, as everybody waits for the step itself.
     for (std::size_t index = 0; index < shown.size(); ++index) {
         if (shown[index]->isOurs() || !stays(shown[index], places[index]))
@@ -328,6 +328,10 @@ void MenuBar::moveInOneStep(const std::vector<BarItem*>& shown, const std::vecto
             item->setPlace(std::nullopt);
     }
     // What our own show goes with where others are, and nobody is to see the former picture in another size.
+    displayItems();
+}
+
+void MenuBar::displayItems() const {
     for (auto* item : items_)
         item->displayIfNeeded();
 }

@@ -131,8 +131,9 @@ private:
     void settle();
     void makeTile();
     void layOut();
-    void moveItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places);
+    void showItems(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places);
     void moveInOneStep(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places);
+    void displayItems() const;
     void stackAtRest(const BarItem& item) const;
     void placeNewItems();
     void letGo();
