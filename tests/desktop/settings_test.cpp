@@ -101,6 +101,8 @@ TEST_P(SettingsUnder, ComesToTheFrontOfWhatTheUserWorksWith) {
         xdotool({"mousemove", std::to_string(place.x + 10), std::to_string(place.y + 40), "click", "1"});
         ASSERT_TRUE(eventually([&] { return activeWindow() == other; }));
     };
+    // Long before the user asks for the settings.
+    click(toggle());
     workInIt();
     openSettings();
     EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));

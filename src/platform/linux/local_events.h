@@ -63,7 +63,6 @@ public:
     /// The same of another application's window. Known only while somebody monitors that.
     void notePressElsewhere(std::uint32_t time) { lastPressAnywhere_ = time; }
     std::optional<std::uint32_t> lastPressAnywhere() const { return lastPressAnywhere_; }
-    std::optional<std::uint32_t> lastPress() const { return lastPress_; }
     bool wasPressedAt(std::uint32_t time) const { return lastPress_ == time; }
 
     /// For as long as the result lives, a panel is on the screen, which never has the keyboard.

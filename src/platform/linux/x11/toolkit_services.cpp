@@ -124,9 +124,11 @@ void ToolkitServices::bringToWorkspace(WindowNumber window) {
 void ToolkitServices::activate(WindowNumber window) {
     // Some window managers give the focus to nothing on another workspace than the user's.
     bringToWorkspace(window);
-    connection_.sendMessage(
-        connection_.root(), toManager, static_cast<xcb_window_t>(window), connection_.atoms().netActiveWindow,
-        {byTheUser, bar_.localEvents().lastPress().value_or(XCB_CURRENT_TIME), XCB_WINDOW_NONE});
+    // A command tells no time, and with that of a press from before the user turned to another window some
+    // window managers do nothing.
+    connection_.sendMessage(connection_.root(), toManager, static_cast<xcb_window_t>(window),
+                            connection_.atoms().netActiveWindow,
+                            {byTheUser, XCB_CURRENT_TIME, XCB_WINDOW_NONE});
 }
 
 xcb_window_t ToolkitServices::keyboardOwner() const {
