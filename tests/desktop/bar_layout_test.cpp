@@ -68,7 +68,8 @@ protected:
 
     /// True where somebody else's question is answered at once.
     bool isServerFree() const {
-        xcb_flush(connection_->raw());
+        // The server may read what others ask before what we have sent.
+        connection_->sync();
         const auto question = xcb_get_input_focus(x().raw());
         xcb_flush(x().raw());
         constexpr int limit = 300;
