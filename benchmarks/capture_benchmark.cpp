@@ -1,5 +1,4 @@
-#include "capture_benchmark.h"
-
+#include "benchmarks.h"
 #include "display.h"
 #include "timing.h"
 
@@ -8,7 +7,6 @@
 #include "screen_capture.h"
 
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <span>
@@ -20,7 +18,7 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr int rounds = 60;
+constexpr int captureRounds = 60;
 /// Of an icon in the bar, in pixels.
 constexpr CaptureConfiguration size = {30, 22};
 
@@ -77,11 +75,10 @@ double oneAfterAnother(Display& display, std::span<const xcb_window_t> windows) 
 
 }  // namespace
 
-bool compareCaptures() {
+void measureCaptures(Report& report) {
     Display display("3840x1080x24");
     Bar bar(display);
     std::vector<xcb_window_t> windows;
-    std::printf("\n%-14s %12s %12s %24s %8s\n", "pictures", "median", "95th", "one after another", "ratio");
     for (const std::size_t count : {10, 50, 100}) {
         while (windows.size() < count) {
             windows.push_back(display.dock(static_cast<int>(windows.size())));
@@ -89,14 +86,21 @@ bool compareCaptures() {
         }
         std::vector<double> together;
         std::vector<double> floor;
-        for (int round = 0; round < rounds; ++round) {
+        for (int round = 0; round < captureRounds; ++round) {
             together.push_back(bar.captureTime(windows));
             floor.push_back(oneAfterAnother(display, windows));
         }
-        std::printf("%10zu icons %9.2f ms %9.2f ms %21.2f ms %8.2f\n", count, median(together),
-                    percentile95(together), median(floor), median(together) / median(floor));
+        const auto add = [&](const char* what, const std::vector<double>& times) {
+            report.add({.part = "captures",
+                        .what = what,
+                        .host = "Velmo",
+                        .kind = nameOf(Kind::tray),
+                        .items = static_cast<int>(count)},
+                       times);
+        };
+        add("at once", together);
+        add("one after the other", floor);
     }
-    return true;
 }
 
 }  // namespace velmo::desktop

@@ -1,6 +1,5 @@
 #include "display.h"
 
-#include "built_files.h"
 #include "timing.h"
 
 #include <xcb/xcb_icccm.h>
@@ -18,6 +17,14 @@
 #include <vector>
 
 namespace velmo::desktop {
+
+const char* nameOf(Kind kind) {
+    return kind == Kind::tray ? "tray" : "bus";
+}
+
+std::string itemName(int number) {
+    return "bench" + std::to_string(number);
+}
 
 Display::Display(const std::string& screen) {
     std::string pattern = std::filesystem::temp_directory_path() / "velmo-bench-XXXXXX";
@@ -63,7 +70,7 @@ xcb_window_t Display::dock(int number) {
     const std::uint32_t black = 0;
     xcb_create_window(raw, XCB_COPY_FROM_PARENT, window, x().root(), 0, 0, side, side, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL, &black);
-    const std::string title = "bench" + std::to_string(number);
+    const std::string title = itemName(number);
     std::string wmClass = title;
     wmClass.push_back('\0');
     wmClass += "Bench";
@@ -90,7 +97,7 @@ xcb_window_t Display::dock(int number) {
     return window;
 }
 
-bool Display::isDocked(xcb_window_t window) {
+bool Display::isDocked(xcb_window_t window) const {
     return x().parent(window) != x().root() && x().isViewable(window);
 }
 
@@ -115,18 +122,21 @@ void Display::writeDefaults(nlohmann::json values) const {
     std::ofstream(home_ / "velmo" / "defaults.json") << values;
 }
 
-Display::HiddenIcons Display::startVelmoWithHiddenIcons(int count, nlohmann::json defaults) {
-    nlohmann::json order = {"Velmo.Toggle", "Velmo.Divider"};
-    for (int number = 0; number < count; ++number)
-        order.push_back("bench" + std::to_string(number) + ".Bench");
-    defaults["statusItemOrder"] = order;
-    writeDefaults(std::move(defaults));
-    HiddenIcons result{run({velmoProgram}), {}};
-    waitFor([&] { return hasTray() && x().windowTitled("Velmo.Toggle"); }, "Velmo");
-    for (int number = 0; number < count; ++number) {
-        result.icons.push_back(dockAndWait(number));
-    }
-    return result;
+void Display::xdotool(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> command = {"xdotool"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    outputOf(command, environment_);
+}
+
+int Display::squares() const {
+    constexpr int middle = 13;
+    constexpr std::uint32_t red = 0xff0000;
+    const auto row = x().pixels({0, middle, x().area(x().root())->width, 1});
+    int count = 0;
+    std::uint32_t last = 0;
+    for (const auto pixel : row)
+        count += std::exchange(last, pixel) != red && pixel == red ? 1 : 0;
+    return count;
 }
 
 }  // namespace velmo::desktop

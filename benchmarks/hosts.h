@@ -1,26 +1,41 @@
 #pragma once
 
-#include "child_process.h"
 #include "display.h"
 
-#include <optional>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 namespace velmo::desktop {
 
-/// A program that hosts the icons of a tray, set up so that it shows as little else as it can.
+struct Setup {
+    /// The first items, of this kind, are hidden by those hosts that hide any.
+    int hiddenItems = 0;
+    Kind kind = Kind::tray;
+    /// One that shows minutes.
+    bool clock = false;
+    /// What else is in Velmo's defaults file.
+    nlohmann::json defaults = nlohmann::json::object();
+};
+
+/// A program that hosts items, set up so that it shows as little else as it can.
 struct Host {
     std::string name;
     std::vector<std::string> command;
-    /// Its settings, into the display's home. With `hiddenIcons` it has as many of them hidden, by `dock`'s
-    /// numbers, where it knows such a thing.
-    void (*configure)(const Display& display, int hiddenIcons);
+    bool takesBusItems = false;
+    bool hasClock = false;
+    /// It is the panel of a whole desktop.
+    bool isLarge = false;
+    /// Writes its settings into the display's home.
+    void (*configure)(const Display& display, const Setup& setup);
+
+    bool isVelmo() const { return name == "Velmo"; }
+    bool takes(Kind kind) const { return kind == Kind::tray || takesBusItems; }
 };
 
 /// Velmo, and those of its peers that are on this machine.
-std::vector<Host> installedHosts();
-/// Absent where it is not on this machine.
-std::optional<Host> hostNamed(const std::string& name);
+const std::vector<Host>& installedHosts();
+/// Null where it is not on this machine.
+const Host* hostNamed(const std::string& name);
 
 }  // namespace velmo::desktop

@@ -1,6 +1,6 @@
-#include "panel_benchmark.h"
-
-#include "display.h"
+#include "benchmarks.h"
+#include "process_figures.h"
+#include "running_host.h"
 #include "timing.h"
 #include "x_event.h"
 
@@ -8,12 +8,7 @@
 
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -23,40 +18,32 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr int firstRounds = 9;
+constexpr int firstRounds = 7;
 constexpr int laterRounds = 20;
 /// Keys of the virtual server's keyboard.
 constexpr std::uint8_t superKey = 133;
 constexpr std::uint8_t shiftKey = 50;
-constexpr std::uint8_t panelKey = 33;
 constexpr std::uint8_t revealKey = 45;
 constexpr std::uint8_t escapeKey = 9;
 /// From a reveal until the icons have been pictured.
 constexpr std::chrono::milliseconds pictureTime(900);
 
-/// What opens the panel.
-enum class Trigger { shortcut, click };
-
 class PanelDisplay {
 public:
-    PanelDisplay(int icons, Trigger trigger) : display_("3840x1080x24"), trigger_(trigger) {
-        const auto shortcut = [](int key, const char* name) {
-            const nlohmann::json binding = {{"keyCode", key}, {"modifiers", 1179648}, {"display", name}};
-            return nlohmann::json{{"data", binding.dump()}};
-        };
-        hidden_.emplace(display_.startVelmoWithHiddenIcons(icons, {{"autoRehide", false},
-                                                                   {"clickAction", "showPanel"},
-                                                                   {"refreshPanelOnOpen", false},
-                                                                   {"hotkey", shortcut(40, "reveal")},
-                                                                   {"panelHotkey", shortcut(35, "panel")}}));
-        toggle_ = display_.x().area(*display_.x().windowTitled("Velmo.Toggle")).value();
+    PanelDisplay(Kind kind, int items) : host_(*hostNamed("Velmo"), setupFor(kind, items), wideScreen) {
+        host_.fill(kind, items, items);
+        if (kind == Kind::bus) {
+            for (int number = 0; number < items; ++number)
+                windowTitled(display(), itemName(number));
+        }
+        toggle_ = display().x().area(windowTitled(display(), "Velmo.Toggle")).value();
         movePointer(300, 500);
         pressShortcut(revealKey);
         std::this_thread::sleep_for(pictureTime);
         pressShortcut(revealKey);
         std::this_thread::sleep_for(pictureTime);
         const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-        xcb_change_window_attributes(raw(), display_.x().root(), XCB_CW_EVENT_MASK, &mask);
+        xcb_change_window_attributes(raw(), display().x().root(), XCB_CW_EVENT_MASK, &mask);
         xcb_flush(raw());
     }
 
@@ -70,20 +57,16 @@ public:
     Opening open() {
         while (const XEvent event{xcb_poll_for_event(raw())})
             continue;
-        const double workBefore = work();
+        const double workBefore = workOf(host_.process());
         const auto begin = Clock::now();
-        if (trigger_ == Trigger::shortcut) {
-            pressShortcut(panelKey);
-        } else {
-            // The pointer comes and presses in one go: nothing can be prepared meanwhile.
-            movePointer(toggle_.midX(), toggle_.midY());
-            fake(XCB_BUTTON_PRESS, 1);
-            fake(XCB_BUTTON_RELEASE, 1);
-            xcb_flush(raw());
-        }
+        // The pointer comes and presses in one go: nothing can be prepared meanwhile.
+        movePointer(toggle_.midX(), toggle_.midY());
+        fake(XCB_BUTTON_PRESS, 1);
+        fake(XCB_BUTTON_RELEASE, 1);
+        xcb_flush(raw());
         const double time = untilMapped(begin);
         const double painted = untilPainted(begin);
-        return {time, painted, work() - workBefore};
+        return {time, painted, workOf(host_.process()) - workBefore};
     }
 
     void close() {
@@ -92,19 +75,29 @@ public:
         fake(XCB_KEY_PRESS, escapeKey);
         fake(XCB_KEY_RELEASE, escapeKey);
         movePointer(300, 500);
-        waitFor([&] { return !display_.x().isViewable(panel_); }, "the panel to close");
+        waitFor([&] { return !display().x().isViewable(panel_); }, "the panel to close");
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
 
 private:
-    xcb_connection_t* raw() { return display_.x().raw(); }
+    static Setup setupFor(Kind kind, int items) {
+        const nlohmann::json reveal = {{"keyCode", 40}, {"modifiers", 1179648}, {"display", "reveal"}};
+        return {.hiddenItems = items,
+                .kind = kind,
+                .defaults = {{"clickAction", "showPanel"},
+                             {"refreshPanelOnOpen", false},
+                             {"hotkey", {{"data", reveal.dump()}}}}};
+    }
+
+    Display& display() { return host_.display(); }
+    xcb_connection_t* raw() { return display().x().raw(); }
 
     void fake(std::uint8_t type, std::uint8_t detail) {
         xcb_test_fake_input(raw(), type, detail, 0, XCB_WINDOW_NONE, 0, 0, 0);
     }
     void movePointer(int x, int y) {
-        xcb_test_fake_input(raw(), XCB_MOTION_NOTIFY, 0, 0, display_.x().root(), static_cast<std::int16_t>(x),
-                            static_cast<std::int16_t>(y), 0);
+        xcb_test_fake_input(raw(), XCB_MOTION_NOTIFY, 0, 0, display().x().root(),
+                            static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
         xcb_flush(raw());
     }
     void pressShortcut(std::uint8_t key) {
@@ -113,12 +106,6 @@ private:
         for (const auto code : {key, shiftKey, superKey})
             fake(XCB_KEY_RELEASE, code);
         xcb_flush(raw());
-    }
-
-    double work() const {
-        double nanoseconds = 0;
-        std::ifstream("/proc/" + std::to_string(hidden_->velmo.id()) + "/schedstat") >> nanoseconds;
-        return nanoseconds / 1e6;
     }
 
     double untilMapped(Clock::time_point begin) {
@@ -132,7 +119,7 @@ private:
             if ((event->response_type & 0x7f) != XCB_MAP_NOTIFY)
                 continue;
             const auto window = reinterpret_cast<const xcb_map_notify_event_t&>(*event).window;
-            if (display_.x().property(window, "WM_NAME") != "Velmo.Panel")
+            if (display().x().property(window, "WM_NAME") != "Velmo.Panel")
                 continue;
             panel_ = window;
             return time;
@@ -142,42 +129,49 @@ private:
     /// Nothing else is ever seen where the panel is: the screen is black there.
     double untilPainted(Clock::time_point begin) {
         constexpr int inset = 3;
-        const auto area = display_.x().area(panel_).value();
-        while (display_.x().pixel(area.midX(), area.y + inset) == 0) {
+        const auto area = display().x().area(panel_).value();
+        while (display().x().pixel(area.midX(), area.y + inset) == 0) {
             if (millisecondsSince(begin) > 5000)
                 throw std::runtime_error("the panel was not painted");
         }
         return millisecondsSince(begin);
     }
 
-    Display display_;
-    Trigger trigger_;
-    std::optional<Display::HiddenIcons> hidden_;
+    RunningHost host_;
     Area toggle_;
     xcb_window_t panel_ = XCB_WINDOW_NONE;
 };
 
 struct Openings {
-    std::vector<double> time;
-    std::vector<double> painted;
-    std::vector<double> work;
+    std::vector<double> mapped = {};
+    std::vector<double> painted = {};
+    std::vector<double> work = {};
 
     void add(const PanelDisplay::Opening& opening) {
-        time.push_back(opening.time);
+        mapped.push_back(opening.time);
         painted.push_back(opening.painted);
         work.push_back(opening.work);
     }
-    void print() const {
-        std::printf(" %9.2f ms %9.2f ms %9.2f ms %9.2f ms", median(time), percentile95(time), median(painted),
-                    median(work));
+    void report(Report& report, const std::string& when, Kind kind, int items) const {
+        const auto add = [&](const std::string& what, const std::vector<double>& times) {
+            report.add({.part = "panels",
+                        .what = when + ", " + what,
+                        .host = "Velmo",
+                        .kind = nameOf(kind),
+                        .items = items},
+                       times);
+        };
+        add("mapped", mapped);
+        add("painted", painted);
+        add("work", work);
     }
 };
 
-void measure(int icons, Trigger trigger) {
+void measure(Report& report, Kind kind, int items) {
     Openings first;
     Openings later;
     for (int round = 0; round < firstRounds; ++round) {
-        PanelDisplay display(icons, trigger);
+        PanelDisplay display(kind, items);
         first.add(display.open());
         display.close();
         if (round > 0)
@@ -187,24 +181,17 @@ void measure(int icons, Trigger trigger) {
             display.close();
         }
     }
-    std::printf("%9d icons %10s", icons, trigger == Trigger::shortcut ? "shortcut" : "click");
-    first.print();
-    later.print();
-    std::printf("\n");
+    first.report(report, "first", kind, items);
+    later.report(report, "later", kind, items);
 }
 
 }  // namespace
 
-bool comparePanels() {
-    std::printf("\n%-15s %10s", "panel", "by");
-    for (const char* when : {"first time", "later"})
-        std::printf(" %12s %12s %12s %12s", when, "95th", "painted", "work");
-    std::printf("\n");
-    for (const int icons : {10, 100}) {
-        for (const auto trigger : {Trigger::shortcut, Trigger::click})
-            measure(icons, trigger);
+void measurePanels(Report& report) {
+    for (const int items : {10, 50, 200}) {
+        for (const auto kind : {Kind::tray, Kind::bus})
+            measure(report, kind, items);
     }
-    return true;
 }
 
 }  // namespace velmo::desktop

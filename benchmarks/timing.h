@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
+#include <cmath>
+#include <cstddef>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -17,30 +18,38 @@ inline double millisecondsSince(Clock::time_point start) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-inline void waitFor(const std::function<bool()>& condition, const char* what) {
+/// Looks that often, where to look costs much less.
+inline void waitFor(const std::function<bool()>& condition, const std::string& what,
+                    std::chrono::microseconds interval = std::chrono::microseconds(100)) {
     const auto start = Clock::now();
     while (!condition()) {
         if (millisecondsSince(start) > 10000)
-            throw std::runtime_error(std::string("waited in vain for ") + what);
-        std::this_thread::sleep_for(std::chrono::microseconds(100));
+            throw std::runtime_error("waited in vain for " + what);
+        std::this_thread::sleep_for(interval);
     }
 }
 
-/// Says whether a figure is what was promised; false where it is not.
-inline bool isAtMost(const std::string& what, double value, double bound) {
-    std::printf("  %s: %.2f, promised %.2f at most%s\n", what.c_str(), value, bound,
-                value <= bound ? "" : "  <-- NOT KEPT");
-    return value <= bound;
+struct Spread {
+    double lowerQuartile = 0;
+    double median = 0;
+    double upperQuartile = 0;
+    double highest = 0;
+};
+
+/// Of at least one value.
+inline Spread spreadOf(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const auto at = [&](double part) {
+        const double place = part * static_cast<double>(values.size() - 1);
+        const auto below = static_cast<std::size_t>(place);
+        const auto above = std::min(below + 1, values.size() - 1);
+        return std::lerp(values[below], values[above], place - static_cast<double>(below));
+    };
+    return {at(0.25), at(0.5), at(0.75), values.back()};
 }
 
-inline double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-inline double percentile95(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() * 95 / 100];
+inline double median(const std::vector<double>& values) {
+    return spreadOf(values).median;
 }
 
 }  // namespace velmo::desktop

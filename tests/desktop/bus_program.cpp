@@ -14,6 +14,8 @@ namespace {
 constexpr const char* busName = "org.freedesktop.DBus";
 constexpr const char* menuInterface = "com.canonical.dbusmenu";
 constexpr int pollMilliseconds = 2;
+/// While nothing is answered.
+constexpr int pausedMilliseconds = 20;
 
 void check(int result, const char* what) {
     if (result < 0)
@@ -75,7 +77,7 @@ void BusProgram::run() {
             const int events = paused_ ? 0 : sd_bus_get_events(bus_);
             descriptor = {sd_bus_get_fd(bus_), static_cast<short>(events), 0};
         }
-        poll(&descriptor, 1, pollMilliseconds);
+        poll(&descriptor, 1, paused_ ? pausedMilliseconds : pollMilliseconds);
     }
 }
 
@@ -337,9 +339,12 @@ int BusProgram::answerGetAll(sd_bus_message* message, const Object& object) {
 int BusProgram::answerGet(sd_bus_message* message, const Object& object) {
     const char* name = nullptr;
     check(sd_bus_message_read(message, "s", &name), "name");
+    const auto property = object.properties.find(name);
+    if (property == object.properties.end())
+        return sd_bus_reply_method_errorf(message, SD_BUS_ERROR_UNKNOWN_PROPERTY, "none");
     sd_bus_message* reply = nullptr;
     check(sd_bus_message_new_method_return(message, &reply), "reply");
-    check(object.properties.at(name)(reply), "value");
+    check(property->second(reply), "value");
     sd_bus_send(bus_, reply, nullptr);
     sd_bus_message_unref(reply);
     return 1;

@@ -1,5 +1,6 @@
 #include "process_figures.h"
 
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -62,6 +63,17 @@ long memoryOf(pid_t process) {
     for (const auto member : familyOf(process))
         sum += fieldOf(folderOf(member) / "smaps_rollup", "Pss:");
     return sum;
+}
+
+double workOf(pid_t process) {
+    double milliseconds = 0;
+    for (const auto member : familyOf(process)) {
+        clockid_t clock = 0;
+        timespec time{};
+        if (clock_getcpuclockid(member, &clock) == 0 && clock_gettime(clock, &time) == 0)
+            milliseconds += static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    }
+    return milliseconds;
 }
 
 SleepCounter::SleepCounter(pid_t process, std::string thread)

@@ -10,6 +10,10 @@ namespace velmo::desktop {
 /// Proportional memory (PSS) of a process and of all that it has started, in kilobytes.
 long memoryOf(pid_t process);
 
+/// Milliseconds for which processors have worked for a process and all that it has started, over all of their
+/// threads.
+double workOf(pid_t process);
+
 /// How often a process and all that it has started go to sleep, over all of their threads: as often as
 /// something wakes them. What takes a thread's turn away is not counted.
 class SleepCounter {

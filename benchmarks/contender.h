@@ -1,0 +1,58 @@
+#pragma once
+
+#include "hosts.h"
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace velmo::desktop {
+
+struct Place {
+    int x = 0;
+    int y = 0;
+};
+
+/// A program with hidden items, and the button that shows and hides them.
+class Contender {
+public:
+    virtual ~Contender() = default;
+    Contender() = default;
+    Contender(const Contender&) = delete;
+    Contender& operator=(const Contender&) = delete;
+
+    virtual Display& display() = 0;
+    virtual std::string name() const = 0;
+    virtual Kind kind() const { return Kind::tray; }
+    bool isVelmo() const { return name() == "Velmo"; }
+    /// The middle of its button, in pixels of the root window.
+    virtual Place button() const = 0;
+    /// From now on: all that has happened so far is none of the next change.
+    virtual void beginToWatch() = 0;
+    /// Returns once the last item is where it belongs.
+    virtual void awaitChange(bool revealed) = 0;
+};
+
+/// One whose items are windows, which it moves.
+class WindowMover : public Contender {
+public:
+    void beginToWatch() override;
+    void awaitChange(bool revealed) override;
+
+protected:
+    /// One for each item.
+    void watch(const std::vector<xcb_window_t>& windows);
+
+private:
+    std::size_t count_ = 0;
+    std::set<xcb_window_t> shown_;
+};
+
+std::unique_ptr<Contender> makeBareMover(int items, const char* screen);
+/// With hidden items of that kind, and one that stays.
+std::unique_ptr<Contender> makeVelmo(Kind kind, int items, const char* screen);
+/// The same.
+std::unique_ptr<Contender> makeXfce(const Host& host, Kind kind, int items, const char* screen);
+
+}  // namespace velmo::desktop
