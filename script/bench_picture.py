@@ -56,7 +56,7 @@ def axis(top, bottom):
     ratio = LEAST
     while ratio <= MOST:
         drawn.append(line(place(ratio), top, place(ratio), bottom, INK if ratio == 1 else LINES))
-        drawn.append(text(place(ratio), bottom + 16, f"× {ratio:.2g}", FAINT, "middle"))
+        drawn.append(text(place(ratio), bottom + 16, f"× {ratio:g}" if ratio >= 1 else f"× 1/{1 / ratio:g}", FAINT, "middle"))
         ratio *= 2
     return drawn
 
