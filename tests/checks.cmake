@@ -7,6 +7,8 @@ set_tests_properties(lint.tidy PROPERTIES TIMEOUT 1800 COST 1000)
 add_test(NAME docs.links COMMAND ${PROJECT_SOURCE_DIR}/script/check-docs)
 if(VELMO_DESKTOP)
   add_test(NAME package.data COMMAND ${PROJECT_SOURCE_DIR}/script/linux/check-data $<TARGET_FILE:velmo>)
+  add_test(NAME docs.lines COMMAND ${PROJECT_SOURCE_DIR}/script/linux/check-lines $<TARGET_FILE:velmo>)
+  set_tests_properties(docs.lines PROPERTIES TIMEOUT 120 PROCESSORS 2)
 endif()
 
 # script/test builds these presets before it runs the tests of this one.
