@@ -27,7 +27,8 @@ class Result:
         return any(key[0] == part for key in self.figures)
 
     def get(self, part, what, kind, items, host):
-        return self.figures.get((part, what, kind, items, host))
+        # It has windows, whatever kind of items they stand for.
+        return self.figures.get((part, what, "tray" if host == BARE else kind, items, host))
 
     def subjects(self, part):
         """What was measured of somebody, in the order in which it was."""
