@@ -66,7 +66,7 @@ class DrawingTest : public DisplayTest {
 protected:
     Picture drawn(const Drawing& drawing) {
         imageFrom({.content = drawing, .isTemplate = true});
-        return {system.drawingHandlers.back(), CGSize{drawing.size.width, drawing.size.height}};
+        return {system.drawingHandlers.back().get(), CGSize{drawing.size.width, drawing.size.height}};
     }
 };
 

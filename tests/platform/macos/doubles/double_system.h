@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -112,7 +113,7 @@ struct DoubleSystem {
     std::vector<ShownMenuRecord> shownMenus;
     std::function<void()> whileMenuIsOpen;
     /// Blocks.
-    std::vector<void*> drawingHandlers;
+    std::vector<std::shared_ptr<void>> drawingHandlers;
     double systemFontSize = 13;
     /// The last one is the one that the user works on.
     std::vector<Object> screens;

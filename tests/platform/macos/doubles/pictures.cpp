@@ -48,7 +48,7 @@ NSObject symbolConfiguration(const NSObject& /*configurationClass*/, CGFloat poi
     return Object::share<NSObject>(configuration.get());
 }
 NSObject drawnImage(const NSObject& /*imageClass*/, const CGSize& size, bool flipped, void* handler) {
-    system().drawingHandlers.push_back(_Block_copy(handler));
+    system().drawingHandlers.emplace_back(_Block_copy(handler), &_Block_release);
     if (system().hasDisplay)
         return shownDrawing(size, handler);
     const Object image = makeRecord("VelmoSymbolDouble");
