@@ -25,7 +25,7 @@ void Sleep::interrupt() {
 }
 
 void Sleep::wake() {
-    context_->endSleep(this);
+    // Its coroutine ends it as soon as it goes on.
     context_->resume(waiting_);
 }
 
