@@ -226,6 +226,59 @@ TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenSettings) {
     EXPECT_TRUE(eventually([&] { return remembersPlace(); })) << "moved by the user";
 }
 
+/// Of the second one there is nothing, or the right half of the screen.
+class ClosedSettings : public AppearanceSession, public testing::WithParamInterface<int> {
+protected:
+    void addMonitors() const {
+        const std::vector<std::string> places = {"1280/320x2000/500+0+0", "1280/320x2000/500+1280+0"};
+        for (int number = 0; number < GetParam(); ++number) {
+            const auto& place = places[static_cast<std::size_t>(number)];
+            outputOf(
+                {"xrandr", "--setmonitor", (number == 0 ? "*monitor" : "monitor") + std::to_string(number),
+                 place, number == 0 ? "screen" : "none"},
+                environment_);
+        }
+    }
+    void openSettings() const {
+        outputOf({velmoProgram}, environment_);
+        ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+    }
+    void closeSettings() const {
+        outputOf({"wmctrl", "-i", "-c", std::to_string(*shown("Velmo Settings"))}, environment_);
+        ASSERT_TRUE(eventually([&] { return !shown("Velmo Settings"); }));
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Monitors, ClosedSettings, testing::Values(0, 1, 2),
+                         [](const auto& count) { return "Of" + std::to_string(count.param); });
+
+TEST_P(ClosedSettings, OpenInTheScaleThatHasComeMeanwhile) {
+    start();
+    openSettings();
+    const auto former = areaOfWindow("Velmo Settings");
+    closeSettings();
+    addMonitors();
+    bool hides = false;
+    for (const double scale : scales) {
+        set("Adwaita", scale);
+        ASSERT_TRUE(eventually([&] { return x().area(bar())->height == pixels(26, scale); })) << scale;
+        openSettings();
+        EXPECT_TRUE(eventually([&] { return hasSize("Velmo Settings", former, scale); }))
+            << scale << ": " << areaOfWindow("Velmo Settings").width << " x "
+            << areaOfWindow("Velmo Settings").height;
+        // The first box of the tab that is clicked; another one was chosen before.
+        for (const double tab : {110, 190}) {
+            xdotool({"mousemove", "--window", std::to_string(*shown("Velmo Settings")),
+                     std::to_string(pixels(tab, scale)), std::to_string(pixels(35, scale)), "click", "1"});
+            ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *shown("Velmo Settings"); }));
+        }
+        xdotool({"key", "Tab", "space"});
+        hides = !hides;
+        EXPECT_TRUE(eventually([&] { return readDefaults().value("autoRehide", true) == hides; })) << scale;
+        closeSettings();
+    }
+}
+
 TEST_F(AppearanceSession, MenusStayInAnotherLookAndCloseInAnotherScale) {
     start();
     click(toggle(), rightButton);

@@ -14,6 +14,8 @@ namespace velmo::desktop {
 namespace {
 
 constexpr std::uint32_t halfOpaque = 0x80;
+constexpr std::uint32_t iconEvents =
+    XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
 
 const xcb_screen_t& screenOf(const XObserver& observer) {
     return *xcb_setup_roots_iterator(xcb_get_setup(observer.raw())).data;
@@ -69,9 +71,8 @@ xcb_window_t TrayClient::makeWindow(Look look) {
     const std::uint32_t mask = (isRelative ? XCB_CW_BACK_PIXMAP : XCB_CW_BACK_PIXEL) | XCB_CW_BORDER_PIXEL |
                                XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
     const std::uint32_t background = hasAlpha ? 0 : screenOf(x_).white_pixel;
-    const std::uint32_t values[] = {
-        isRelative ? std::uint32_t{XCB_BACK_PIXMAP_PARENT_RELATIVE} : background, 0,
-        XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE, colormap};
+    const std::uint32_t values[] = {isRelative ? std::uint32_t{XCB_BACK_PIXMAP_PARENT_RELATIVE} : background,
+                                    0, iconEvents, colormap};
     xcb_create_window(raw, hasAlpha ? 32 : XCB_COPY_FROM_PARENT, window, x_.root(), 0, 0, side, side, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, hasAlpha ? alphaVisual() : XCB_COPY_FROM_PARENT, mask,
                       values);
@@ -133,6 +134,11 @@ void TrayClient::setEmbeddingFlags(xcb_window_t icon, std::uint32_t flags) const
     xcb_flush(x_.raw());
 }
 
+void TrayClient::takePresses(xcb_window_t icon) const {
+    const std::uint32_t mask = iconEvents | XCB_EVENT_MASK_BUTTON_PRESS;
+    xcb_change_window_attributes(x_.raw(), icon, XCB_CW_EVENT_MASK, &mask);
+}
+
 void TrayClient::destroy(xcb_window_t icon) {
     const std::lock_guard lock(mutex_);
     xcb_free_gc(x_.raw(), icons_[icon].context);
@@ -177,6 +183,8 @@ void TrayClient::handle(const xcb_generic_event_t& event) {
         ++exposures_;
         if (const auto icon = icons_.find(window); icon != icons_.end())
             draw(window, icon->second);
+    } else if (type == XCB_BUTTON_PRESS) {
+        ++presses_;
     } else if (type == XCB_CLIENT_MESSAGE && docksAnew_ &&
                reinterpret_cast<const xcb_client_message_event_t&>(event).type == manager_) {
         dockAll();

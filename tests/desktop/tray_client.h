@@ -47,6 +47,9 @@ public:
     void destroy(xcb_window_t icon);
     /// How often the server has asked for drawings.
     int exposures() const { return exposures_; }
+    /// From now on presses on it come to the program.
+    void takePresses(xcb_window_t icon) const;
+    int presses() const { return presses_; }
 
     const XObserver& x() const { return x_; }
 
@@ -73,6 +76,7 @@ private:
     bool docksAnew_ = false;
     std::mt19937 random_;
     std::atomic<int> exposures_ = 0;
+    std::atomic<int> presses_ = 0;
     Beside answers_{Beside::Times::untilTheEnd, [this] { answer(); }};
 };
 

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <sstream>
 #include <thread>
+#include <tuple>
 
 namespace velmo::desktop {
 
@@ -43,12 +44,16 @@ void SoakSession::SetUp() {
     if (ownZone_->isOwn())
         ownZone_->set(zone_);
     startServer("2560x1200x24");
+    writeScale();
+    settingsManager_.emplace(run({"xsettingsd", "-c", home_ / "xsettingsd.conf"}));
+    ASSERT_TRUE(eventually([&] { return x().selectionOwner("_XSETTINGS_S0") != XCB_WINDOW_NONE; }));
     startWindowManager();
     startSessionBus();
     order_ = {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider", "Velmo.AlwaysHiddenDivider"};
     writeDefaults({{"autoRehide", false},
                    {"hideOnClickOutside", false},
                    {"showOnHover", false},
+                   {"rehideDelay", 1},
                    {"clockEnabled", true},
                    {"clockFormat", "VV HH:mm"},
                    {"statusItemOrder", order_}});
@@ -57,6 +62,7 @@ void SoakSession::SetUp() {
 
 void SoakSession::TearDown() {
     clients_.clear();
+    settingsManager_.reset();
     SessionBusDesktop::TearDown();
 }
 
@@ -64,7 +70,12 @@ xcb_window_t SoakSession::itemOf(const std::string& name) const {
     const auto found = clients_.find(name);
     if (found == clients_.end())
         return x().windowTitled(name).value_or(xcb_window_t{XCB_WINDOW_NONE});
-    return found->second.program ? x().parent(found->second.icon) : itemTitled(name);
+    const auto& client = found->second;
+    if (client.isOnBus())
+        return itemTitled(name);
+    const auto icon =
+        client.trayProgram ? std::optional(client.icon) : x().windowOfClass(bar(), client.windowClass);
+    return icon ? x().parent(*icon) : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 std::vector<std::string> SoakSession::expectedOrder() const {
@@ -72,6 +83,8 @@ std::vector<std::string> SoakSession::expectedOrder() const {
     std::erase_if(order, [&](const auto& name) {
         if (name == "Velmo.AlwaysHiddenDivider")
             return !hasAlwaysHidden_;
+        if (name == "Velmo.Clock")
+            return !hasClock_;
         return !name.starts_with("Velmo.") && !clients_.contains(name);
     });
     return order;
@@ -81,19 +94,21 @@ std::vector<std::string> SoakSession::seenOrder() const {
     std::map<xcb_window_t, std::string> names;
     for (const auto& name : order_)
         names[itemOf(name)] = name;
-    std::vector<std::pair<int, std::string>> placed;
+    // Where the reach of coordinates ends lies more than one; those are taken to lie as they should.
+    std::vector<std::tuple<int, std::ptrdiff_t, std::string>> placed;
     for (const auto window : x().children(bar())) {
         const auto area = x().area(window);
         if (!area || !x().isViewable(window))
             continue;
-        const auto name = names.find(window);
-        placed.emplace_back(-area->x, name == names.end() ? "a stranger" : name->second);
+        const auto found = names.find(window);
+        const auto name = found == names.end() ? "a stranger" : found->second;
+        const auto place = std::find(order_.begin(), order_.end(), name) - order_.begin();
+        placed.emplace_back(-area->x, area->x < 0 ? place : 0, name);
     }
-    std::stable_sort(placed.begin(), placed.end(),
-                     [](const auto& one, const auto& other) { return one.first < other.first; });
+    std::sort(placed.begin(), placed.end());
     std::vector<std::string> order;
-    for (const auto& [place, name] : placed)
-        order.push_back(name);
+    for (const auto& item : placed)
+        order.push_back(std::get<std::string>(item));
     return order;
 }
 
@@ -152,8 +167,32 @@ std::optional<int> SoakSession::clockWidth() const {
     return place ? std::optional(place->width) : std::nullopt;
 }
 
+std::vector<std::string> SoakSession::expectedIdentities() const {
+    auto identities = expectedOrder();
+    for (auto& name : identities) {
+        if (const auto found = clients_.find(name); found != clients_.end())
+            name = found->second.identity;
+    }
+    return identities;
+}
+
+/// What has been hidden, moved and drawn in another scale shows the same as ever.
+void SoakSession::expectPictures() {
+    for (const auto& [name, client] : clients_) {
+        if (!client.color || !isExpectedOnScreen(name))
+            continue;
+        const auto seen = [&, item = itemOf(name)] {
+            const auto place = x().area(item).value_or(Area{});
+            return x().pixel(place.midX(), place.midY());
+        };
+        EXPECT_TRUE(eventually([&, color = *client.color] { return seen() == color; }))
+            << name << " shows " << std::hex << seen() << " and not " << *client.color;
+    }
+}
+
 void SoakSession::expectClockOfZone() {
-    if (!ownZone_->isOwn())
+    // One that has been switched on shows nothing until what it last showed is over.
+    if (!ownZone_->isOwn() || !hasClock_ || isClockBlank_)
         return;
     const auto known = clockWidths_.find({zone_, resolution_});
     if (known != clockWidths_.end())
@@ -167,6 +206,7 @@ void SoakSession::expectClockOfZone() {
 void SoakSession::expectAll() {
     EXPECT_TRUE(eventually([&] { return isAsExpected(); }, longestEffect)) << differences();
     EXPECT_TRUE(velmo().isRunning() && !velmo().wait(milliseconds(0))) << "Velmo runs";
+    expectPictures();
     expectClockOfZone();
 }
 
@@ -180,11 +220,14 @@ SoakSession::Held SoakSession::held() {
 
 /// What is loaded for it stays.
 void SoakSession::openEverythingOnce() {
-    openMenuAndLeaveIt();
-    openPanelAndLeaveIt();
-    lookAtSettings();
-    for (const int resolution : {192, 144, 96})
+    for (const int resolution : {192, 144, 96}) {
         setScale(resolution);
+        openMenuAndLeaveIt();
+        openPanelAndLeaveIt();
+        openCalendarAndLeaveIt();
+        lookAtToolTip();
+        lookAtSettings();
+    }
 }
 
 std::string SoakSession::surplus() {
@@ -200,14 +243,18 @@ std::string SoakSession::surplus() {
 }
 
 void SoakSession::rest() {
-    lastAction_ = "everybody leaves";
+    note("everybody leaves");
     clients_.clear();
-    useOneMonitor();
+    setMonitors(0);
+    if (isSmallScreen_)
+        changeResolution();
     setScale(96);
     if (level_ != Level::none)
         clickToggle();
     if (hasAlwaysHidden_)
         switchAlwaysHidden();
+    if (!hasClock_)
+        switchClock();
     if (!held_)
         openEverythingOnce();
     movePointer(farLeft, 400);

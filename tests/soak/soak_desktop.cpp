@@ -1,92 +1,151 @@
-#include "built_files.h"
+// What happens to the desktop around the bar, and to the bar's own process.
+
 #include "soak_session.h"
 
 #include <algorithm>
 #include <csignal>
-#include <thread>
+#include <fstream>
 
 namespace velmo::desktop {
 
 namespace {
 
-constexpr const char* monitorNames[] = {"first", "second"};
+struct Monitor {
+    const char* name;
+    const char* place;
+    /// The one that has the output keeps the server from adding one of its own.
+    const char* output;
+};
+
+constexpr Monitor monitors[] = {{"*first", "1280/320x1200/300+0+0", "screen"},
+                                {"second", "1280/320x1200/300+1280+0", "none"}};
 constexpr int resolutions[] = {96, 144, 192};
 constexpr const char* managers[] = {"openbox", "metacity", "icewm", "xfwm4"};
 constexpr const char* zones[] = {"UTC", "Asia/Kathmandu", "America/St_Johns", "Pacific/Apia"};
 constexpr double usualResolution = 96;
 constexpr int usualHeight = 26;
-/// Points within the settings.
-constexpr int generalTab = 110;
-constexpr int hidingTab = 190;
-constexpr int tabsTop = 35;
-/// Stops of the keyboard from the tab.
-constexpr int alwaysHiddenStop = 6;
 
 }  // namespace
 
-/// The right half of the screen is a monitor of its own, or the only one, or none.
-void SoakSession::changeMonitors() {
-    useOneMonitor();
-    const int kind = below(3);
-    if (kind == 0)
-        return;
-    outputOf(
-        {"xrandr", "--setmonitor", std::string("*") + monitorNames[0], "1280/320x1200/300+0+0", "screen"},
-        environment_);
-    if (kind == 1)
-        return;
-    outputOf({"xrandr", "--setmonitor", monitorNames[1], "1280/320x1200/300+1280+0", "none"}, environment_);
+void SoakSession::setMonitors(int count) {
+    monitors_ = count;
+    for (const char* name : {"first", "second"})
+        outputOf({"xrandr", "--delmonitor", name}, environment_);
+    for (int number = 0; number < count; ++number) {
+        const auto& [name, place, output] = monitors[number];
+        outputOf({"xrandr", "--setmonitor", name, place, output}, environment_);
+    }
 }
 
-void SoakSession::useOneMonitor() {
-    for (const auto* name : monitorNames)
-        outputOf({"xrandr", "--delmonitor", name}, environment_);
+bool SoakSession::addMonitor() {
+    if (monitors_ == 2 || isSmallScreen_)
+        return false;
+    setMonitors(2);
+    return true;
+}
+
+bool SoakSession::removeMonitors() {
+    if (monitors_ == 0)
+        return false;
+    setMonitors(0);
+    return true;
+}
+
+bool SoakSession::leaveHalfTheScreen() {
+    if (monitors_ == 1 || isSmallScreen_)
+        return false;
+    setMonitors(1);
+    return true;
+}
+
+void SoakSession::setMode(int width, int height) {
+    const auto name = std::to_string(width) + "x" + std::to_string(height) + "-soak";
+    std::vector<std::string> mode = {"xrandr", "--newmode", name, "60"};
+    for (const int side : {width, height}) {
+        for (const int blank : {0, 10, 20, 30})
+            mode.push_back(std::to_string(side + blank));
+    }
+    outputOf(mode, environment_);
+    outputOf({"xrandr", "--addmode", "screen", name}, environment_);
+    outputOf({"xrandr", "--output", "screen", "--mode", name}, environment_);
+    EXPECT_TRUE(eventually([&] { return x().area(x().root())->width == width; })) << name;
+    EXPECT_TRUE(eventually([&] { return x().area(bar()).value_or(Area{}).width == width; }))
+        << "the bar is as wide";
+}
+
+bool SoakSession::changeResolution() {
+    if (monitors_ != 0)
+        return false;
+    isSmallScreen_ = !isSmallScreen_;
+    setMode(isSmallScreen_ ? 1920 : 2560, isSmallScreen_ ? 1080 : 1200);
+    return true;
+}
+
+double SoakSession::scale() const {
+    return resolution_ / usualResolution;
+}
+
+void SoakSession::writeScale() const {
+    std::ofstream(home_ / "xsettingsd.conf") << "Xft/DPI " << resolution_ * 1024 << '\n';
 }
 
 void SoakSession::setScale(int resolution) {
     resolution_ = resolution;
-    const auto text = "Xft.dpi: " + std::to_string(resolution) + "\n";
-    xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, x().root(), XCB_ATOM_RESOURCE_MANAGER,
-                        XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(text.size()), text.data());
-    xcb_flush(x().raw());
-    const int height = static_cast<int>(usualHeight * resolution / usualResolution);
+    writeScale();
+    settingsManager_->signal(SIGHUP);
+    const int height = static_cast<int>(usualHeight * scale());
     EXPECT_TRUE(eventually([&] { return x().area(bar()).value_or(Area{}).height == height; }))
         << "the bar's scale follows";
 }
 
-void SoakSession::changeScale() {
-    setScale(resolutions[below(3)]);
+bool SoakSession::changeScale() {
+    const int next = resolutions[below(3)];
+    if (next == resolution_)
+        return false;
+    setScale(next);
+    return true;
 }
 
-void SoakSession::changeZone() {
+bool SoakSession::changeZone() {
     const std::string next = zones[below(4)];
     if (!ownZone_->isOwn() || next == zone_)
-        return;
+        return false;
     const auto before = clockWidth();
     zone_ = next;
     ownZone_->set(next);
-    EXPECT_TRUE(eventually([&] { return clockWidth() != before; })) << "the clock tells of " << next;
+    isClockBlank_ = false;
+    EXPECT_TRUE(!hasClock_ || eventually([&] { return clockWidth() != before; }))
+        << "the clock tells of " << next;
+    return true;
 }
 
 /// Programs on it do not survive that.
-void SoakSession::restartBus() {
-    std::erase_if(clients_, [](const auto& client) { return client.second.busProgram != nullptr; });
+bool SoakSession::restartBus() {
+    std::erase_if(clients_, [](const auto& client) { return client.second.isOnBus(); });
     stopSessionBus();
     EXPECT_TRUE(eventually([&] { return isAsExpected(); })) << "without a bus: " << differences();
     startSessionBus();
     awaitWatcher();
+    return true;
 }
 
-void SoakSession::replaceManager() {
+bool SoakSession::replaceManager() {
     const std::string next = managers[below(4)];
-    if (below(4) == 0) {
-        crashWindowManager();
-        startWindowManagerNamed(next);
-    } else {
-        replaceWindowManager(manager_, next);
-    }
+    keepManager();
+    replaceWindowManager(manager_, next);
     manager_ = next;
     keepManager();
+    return true;
+}
+
+bool SoakSession::crashManager() {
+    keepManager();
+    crashWindowManager();
+    expectAll();
+    manager_ = managers[below(4)];
+    startWindowManagerNamed(manager_);
+    keepManager();
+    return true;
 }
 
 /// One that has taken over from another may end with it, which is not what is tried here.
@@ -99,101 +158,53 @@ void SoakSession::keepManager() {
         startWindowManagerNamed(manager_);
 }
 
-std::optional<xcb_window_t> SoakSession::settings() const {
-    const auto window = x().windowTitled("Velmo Settings");
-    return window && x().isViewable(*window) ? window : std::nullopt;
-}
-
-void SoakSession::openSettings() {
+/// The bar leaves the screen to it, and is back with all that is in it.
+bool SoakSession::fillScreen() {
     keepManager();
-    outputOf({velmoProgram}, environment_);
-    ASSERT_TRUE(eventually([&] { return settings().has_value(); })) << "the settings open";
-}
-
-void SoakSession::closeSettings() {
-    const auto window = settings();
-    ASSERT_TRUE(window.has_value());
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = *window;
-    message.type = x().atom("WM_PROTOCOLS");
-    message.data.data32[0] = x().atom("WM_DELETE_WINDOW");
-    xcb_send_event(x().raw(), 0, *window, 0, reinterpret_cast<const char*>(&message));
-    xcb_flush(x().raw());
-    EXPECT_TRUE(eventually([&] { return !settings(); })) << "the settings close";
-}
-
-void SoakSession::lookAtSettings() {
-    openSettings();
-    closeSettings();
-}
-
-/// A window manager may give the keyboard to nobody until its window is clicked, which chooses the tab as
-/// well.
-void SoakSession::chooseTab(int place) {
-    const auto window = settings();
-    ASSERT_TRUE(window.has_value());
-    for (const int tab : {place == generalTab ? hidingTab : generalTab, place}) {
-        const double scale = resolution_ / usualResolution;
-        xdotool({"mousemove", "--window", std::to_string(*window),
-                 std::to_string(static_cast<int>(tab * scale)),
-                 std::to_string(static_cast<int>(tabsTop * scale)), "click", "1"});
-        EXPECT_TRUE(eventually([&] { return x().keyboardOwner() == *window; }))
-            << "they have the keyboard under " << manager_ << ", and not " << x().keyboardOwner()
-            << windows();
-        // Keys are for what the tab shows then.
-        EXPECT_TRUE(comesToRest(milliseconds(150)));
+    const auto top = [&] { return x().area(bar()).value_or(Area{}).y; };
+    {
+        const auto film = run({"xterm", "-geometry", "60x12+200+300", "-fullscreen"});
+        EXPECT_TRUE(eventually([&] { return top() < 0; }))
+            << "the bar leaves the screen, " << manager_ << windows();
     }
+    EXPECT_TRUE(eventually([&] { return top() == 0; })) << "the bar is back";
+    return true;
 }
 
-void SoakSession::switchAlwaysHidden() {
-    openSettings();
-    chooseTab(hidingTab);
-    for (int stop = 0; stop < alwaysHiddenStop; ++stop)
-        xdotool({"key", "Tab"});
-    xdotool({"key", "space"});
-    hasAlwaysHidden_ = !hasAlwaysHidden_;
-    if (!hasAlwaysHidden_ && level_ == Level::all)
-        level_ = Level::hidden;
-    EXPECT_TRUE(eventually([&] {
-        return readDefaults().value("alwaysHiddenEnabled", false) == hasAlwaysHidden_;
-    })) << "the box is switched: "
-        << readDefaults() << windows();
-    closeSettings();
-}
-
-/// One icon further, and from the last one back.
-void SoakSession::changeToggleIcon() {
-    openSettings();
-    chooseTab(generalTab);
-    const auto icon = [&] { return readDefaults().value("toggleIconStyle", std::string("chevron")); };
-    const auto before = icon();
-    xdotool({"key", "Tab"});
-    xdotool({"key", before == "fridge" ? "Up" : "Down"});
-    EXPECT_TRUE(eventually([&] { return icon() != before; })) << "another icon than " << before;
-    closeSettings();
-}
-
-void SoakSession::changeSettings() {
-    if (below(2) == 0)
-        switchAlwaysHidden();
-    else
-        changeToggleIcon();
+/// What the user is at when Velmo is killed.
+void SoakSession::openSomething() {
+    switch (below(3)) {
+        case 0:
+            click(toggle(), rightButton);
+            EXPECT_TRUE(eventually([&] { return openMenu().has_value(); })) << "its menu opens";
+            break;
+        case 1:
+            openSettings();
+            break;
+        default:
+            break;
+    }
 }
 
 void SoakSession::startAnew() {
-    // New places are written within two seconds.
-    std::this_thread::sleep_for(milliseconds(2500));
-    if (below(2) == 0) {
-        lastAction_ = "Velmo is killed";
-        velmo().signal(SIGKILL);
-        EXPECT_EQ(velmo().wait(milliseconds(5000)), 128 + SIGKILL);
-    } else {
-        lastAction_ = "Velmo ends and starts";
-        stopVelmo();
-    }
-    ++counts_[lastAction_];
+    const auto areKnown = [&] {
+        auto known = savedOrder();
+        const auto expected = expectedIdentities();
+        std::erase_if(known, [&](const auto& identity) {
+            return std::find(expected.begin(), expected.end(), identity) == expected.end();
+        });
+        return known == expected;
+    };
+    note("Velmo is killed");
+    EXPECT_TRUE(eventually(areKnown)) << testing::PrintToString(savedOrder()) << " is written down, expected "
+                                      << testing::PrintToString(expectedIdentities());
+    openSomething();
+    velmo().signal(SIGKILL);
+    EXPECT_EQ(velmo().wait(milliseconds(5000)), 128 + SIGKILL);
+    startWithDefaults();
+    expectAll();
+    note("Velmo ends and starts");
+    stopVelmo();
     startWithDefaults();
     expectAll();
 }
@@ -206,6 +217,7 @@ void SoakSession::startWithDefaults() {
             client.busProgram->registerItem(itemPath);
     }
     level_ = Level::none;
+    isClockBlank_ = false;
     held_.reset();
 }
 

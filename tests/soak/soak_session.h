@@ -4,6 +4,7 @@
 #include "session_bus_desktop.h"
 #include "tray_client.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,23 +26,40 @@ protected:
     void step();
     /// Everything that is open closes, all programs end, and nothing more is held than at the first time.
     void rest();
-    /// Velmo ends, in order or not, and returns to what it has known.
+    /// Velmo is killed, and ends in order, and returns to what it has known both times.
     void startAnew();
     const std::string& lastAction() const { return lastAction_; }
+    /// How often each has happened so far: those that never have, too.
     const std::map<std::string, int>& actionCounts() const { return counts_; }
     const std::string& figures() const { return figures_; }
 
 private:
     enum class Level { none, hidden, all };
     struct Client {
-        std::unique_ptr<TrayClient> program;
-        xcb_window_t icon = XCB_WINDOW_NONE;
+        bool isOnBus() const { return trayProgram == nullptr && windowClass.empty(); }
+
+        /// What the bar calls its icon.
+        std::string identity;
+        /// One of these three.
+        std::unique_ptr<TrayClient> trayProgram;
         std::unique_ptr<BusProgram> busProgram;
+        std::optional<ChildProcess> process;
+        /// Of a program in the tray.
+        xcb_window_t icon = XCB_WINDOW_NONE;
+        /// Of the icon of a process in the tray, which makes a new one for each tray.
+        std::string windowClass;
+        /// What its icon shows in the middle, where that is known.
+        std::optional<std::uint32_t> color;
+        bool hasMenu = false;
+        /// It can be asked how often its icon was clicked.
+        bool countsClicks = false;
     };
     struct Action {
         const char* name = "";
+        /// Of so many times as all weights together.
         int weight = 0;
-        void (SoakSession::*run)() = nullptr;
+        /// False where there was nothing to do.
+        bool (SoakSession::*run)() = nullptr;
     };
     /// What Velmo and the X server hold for it.
     struct Held {
@@ -52,26 +70,53 @@ private:
     };
 
     static const std::vector<Action>& actions();
+    void shuffle();
+    void note(const std::string& action);
 
-    void trayProgramComes();
-    void busProgramComes();
-    void programGoes();
-    void iconGoes();
-    void iconChanges();
-    void clickToggle();
-    void optionClickToggle();
-    void clickIcon();
-    void openMenuAndLeaveIt();
-    void openPanelAndLeaveIt();
-    void dragIcon();
-    void changeMonitors();
-    void changeScale();
-    void changeZone();
-    void restartBus();
-    void replaceManager();
-    void keepManager();
-    void lookAtSettings();
-    void changeSettings();
+    bool trayProgramComes();
+    bool busProgramComes();
+    bool toolkitProgramComes();
+    bool programGoes();
+    bool iconGoes();
+    bool iconChanges();
+    bool programHangs();
+    bool clickIcon();
+    static int clicksOf(const Client& client);
+    /// Waits until the program has been told of another one, where that can be known.
+    void expectClick(const Client& client, int before);
+    void leaveMenuOf(const Client& client);
+    bool openIconsMenu();
+
+    bool clickToggle();
+    bool optionClickToggle();
+    void leave(const std::string& what, const std::function<bool()>& isOpen);
+    bool openMenuAndLeaveIt();
+    bool openPanelAndLeaveIt();
+    bool clickPicture();
+    bool openCalendarAndLeaveIt();
+    bool lookAtToolTip();
+    bool dragIcon();
+    bool hideIcon();
+    /// The model learns where it lies then.
+    void dragTo(const std::string& name, int pixelX);
+    bool giveUpDrag();
+
+    bool addMonitor();
+    bool removeMonitors();
+    bool leaveHalfTheScreen();
+    bool changeResolution();
+    bool changeScale();
+    bool changeZone();
+    bool restartBus();
+    bool replaceManager();
+    bool crashManager();
+    bool fillScreen();
+
+    bool lookAtSettings();
+    bool switchAlwaysHidden();
+    bool changeToggleIcon();
+    bool switchClock();
+    bool letItemsHideAgain();
 
     /// What the model says: the order from right to left, with those that are away, and the level.
     void placeNew(const std::string& name);
@@ -83,6 +128,9 @@ private:
     bool isAsExpected() const;
     std::string differences() const;
     void expectAll();
+    /// Of those that are there, by what the bar calls them.
+    std::vector<std::string> expectedIdentities() const;
+    void expectPictures();
     /// One zone, one width.
     void expectClockOfZone();
     std::optional<int> clockWidth() const;
@@ -91,31 +139,48 @@ private:
     void openSettings();
     void closeSettings();
     /// By the middle of its button, in points from the left.
+    void clickTab(int place);
+    /// The same for keys that go through what it shows, from the top.
     void chooseTab(int place);
-    void switchAlwaysHidden();
-    void changeToggleIcon();
+    /// By keys, from the tab on.
+    void switchBox(int stop, const std::string& key, bool isOn);
+    void openSomething();
     void startWithDefaults();
-    void useOneMonitor();
+    void setMonitors(int count);
+    void setMode(int width, int height);
     void setScale(int resolution);
+    void writeScale() const;
+    double scale() const;
+    void keepManager();
     void openEverythingOnce();
     Held held();
     /// What is held beyond that, but for a few that are made once. Empty for nothing.
     std::string surplus();
     std::string windows() const;
     int below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
+    /// One of those names that no living program has. Empty for none.
+    std::string anyOf(std::vector<std::string> names);
     /// A living program whose icon is on the screen. Empty where there is none.
     std::string anyOnScreen();
     std::string anyProgram();
 
     std::mt19937 random_;
+    /// What is still to be done before anything is done once more.
+    std::vector<const Action*> deck_;
     std::optional<OwnZone> ownZone_;
+    std::optional<ChildProcess> settingsManager_;
     std::map<std::string, Client> clients_;
     std::vector<std::string> order_;
     Level level_ = Level::none;
     bool hasAlwaysHidden_ = false;
+    bool hasClock_ = true;
+    bool isClockBlank_ = false;
     std::string manager_ = "openbox";
     std::string zone_ = "UTC";
     int resolution_ = 96;
+    /// Of our making: none where the screen is but one.
+    int monitors_ = 0;
+    bool isSmallScreen_ = false;
     /// In pixels, by zone and resolution.
     std::map<std::pair<std::string, int>, int> clockWidths_;
     std::string lastAction_;

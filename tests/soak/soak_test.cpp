@@ -8,9 +8,9 @@ namespace velmo::desktop {
 namespace {
 
 /// Steps from one look at what is held to the next.
-constexpr int stepsATurn = 40;
+constexpr int stepsATurn = 50;
 /// Turns from one start of Velmo to the next.
-constexpr int turnsALife = 10;
+constexpr int turnsALife = 6;
 
 unsigned numberFrom(const char* variable, unsigned fallback) {
     const char* text = std::getenv(variable);
@@ -31,7 +31,8 @@ TEST_F(Soak, LosesNoItemKeepsOrderAndLevelAndHoldsNoMore) {
     const auto seconds = std::chrono::seconds(numberFrom("VELMO_SOAK_SECONDS", 12));
     const auto end = std::chrono::steady_clock::now() + seconds;
     begin(seed);
-    for (int number = 1; std::chrono::steady_clock::now() < end; ++number) {
+    int number = 1;
+    for (; std::chrono::steady_clock::now() < end; ++number) {
         if (number % (stepsATurn * turnsALife) == 0)
             startAnew();
         else if (number % stepsATurn == 0)
@@ -42,11 +43,15 @@ TEST_F(Soak, LosesNoItemKeepsOrderAndLevelAndHoldsNoMore) {
             tell(number, seed);
             return;
         }
-        if (number % stepsATurn == 0 && !figures().empty())
+        if (number % stepsATurn == 0 && !figures().empty()) {
             std::printf("%d steps: %s\n", number, figures().c_str());
+            std::fflush(stdout);
+        }
     }
+    std::string times;
     for (const auto& [name, count] : actionCounts())
-        std::printf("%5d times %s\n", count, name.c_str());
+        times += (times.empty() ? "" : ", ") + name + " " + std::to_string(count);
+    std::printf("%d steps: %s\n", number - 1, times.c_str());
 }
 
 }  // namespace

@@ -1,0 +1,150 @@
+// What the user does with the bar and with what opens below it.
+
+#include "built_files.h"
+#include "soak_session.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace velmo::desktop {
+
+namespace {
+
+/// Points from the panel's left edge to the middle of its first picture.
+constexpr int firstPicture = 25;
+/// Younger pictures are shown again, whatever is hidden by now.
+constexpr milliseconds youngPictures(2100);
+
+}  // namespace
+
+bool SoakSession::clickToggle() {
+    click(toggle());
+    level_ = level_ == Level::none ? Level::hidden : Level::none;
+    return true;
+}
+
+bool SoakSession::optionClickToggle() {
+    clickHolding("Alt_L", toggle());
+    level_ = level_ == Level::all ? Level::none : Level::all;
+    return true;
+}
+
+/// Once its owner sleeps, Escape is for it.
+void SoakSession::leave(const std::string& what, const std::function<bool()>& isOpen) {
+    EXPECT_TRUE(eventually(isOpen)) << what << " opens";
+    EXPECT_TRUE(comesToRest(milliseconds(100)));
+    xdotool({"key", "Escape"});
+    EXPECT_TRUE(eventually([&] { return !isOpen(); })) << what << " closes";
+}
+
+bool SoakSession::openMenuAndLeaveIt() {
+    click(toggle(), rightButton);
+    leave("the toggle's menu", [&] { return openMenu().has_value(); });
+    return true;
+}
+
+bool SoakSession::openPanelAndLeaveIt() {
+    outputOf({velmoProgram, "panel"}, environment_);
+    leave("the panel", [&] { return panel().has_value(); });
+    return true;
+}
+
+/// The first one is that of the hidden icon that lies farthest left.
+bool SoakSession::clickPicture() {
+    const auto order = expectedOrder();
+    const auto last = std::find(order.begin(), order.end(), "Velmo.AlwaysHiddenDivider");
+    const auto& name = *std::prev(last);
+    const auto found = clients_.find(name);
+    if (level_ != Level::none || found == clients_.end() || isExpectedOnScreen(name))
+        return false;
+    const int before = clicksOf(found->second);
+    std::this_thread::sleep_for(youngPictures);
+    outputOf({velmoProgram, "panel"}, environment_);
+    EXPECT_TRUE(eventually([&] { return panel().has_value(); })) << "the panel opens";
+    const auto place = panel().value_or(Area{});
+    xdotool({"mousemove", std::to_string(place.x + static_cast<int>(firstPicture * scale())),
+             std::to_string(place.midY()), "click", "1"});
+    level_ = Level::hidden;
+    EXPECT_TRUE(eventually([&] { return !panel(); })) << "the panel closes";
+    expectClick(found->second, before);
+    leaveMenuOf(found->second);
+    return true;
+}
+
+bool SoakSession::openCalendarAndLeaveIt() {
+    if (!hasClock_)
+        return false;
+    const auto isOpen = [&] {
+        const auto window = x().windowTitled("Velmo.Popover");
+        return window && x().isViewable(*window);
+    };
+    click(itemOf("Velmo.Clock"));
+    leave("the calendar", isOpen);
+    return true;
+}
+
+bool SoakSession::lookAtToolTip() {
+    movePointer(farLeft, 400);
+    const auto place = x().area(toggle()).value_or(Area{});
+    movePointer(place.midX(), place.midY());
+    EXPECT_TRUE(eventually([&] { return openToolTip().has_value(); })) << "it is explained";
+    movePointer(farLeft, 400);
+    EXPECT_TRUE(eventually([&] { return !openToolTip(); })) << "no longer";
+    return true;
+}
+
+bool SoakSession::dragIcon() {
+    const auto dragged = anyOnScreen();
+    const auto target = anyOnScreen();
+    if (dragged.empty() || dragged == target)
+        return false;
+    const auto place = x().area(itemOf(target)).value_or(Area{});
+    dragTo(dragged, place.midX() - 2 + below(5));
+    return true;
+}
+
+bool SoakSession::hideIcon() {
+    const auto dragged = anyOnScreen();
+    if (dragged.empty())
+        return false;
+    dragTo(dragged, farLeft);
+    return true;
+}
+
+void SoakSession::dragTo(const std::string& name, int pixelX) {
+    const auto others = [&] {
+        auto names = seenOrder();
+        std::erase(names, name);
+        return names;
+    };
+    const auto before = others();
+    superDrag(itemOf(name), pixelX);
+    EXPECT_TRUE(eventually([&] { return others() == before; })) << "others keep their order";
+    // It lies where it was let go.
+    EXPECT_TRUE(comesToRest(milliseconds(100)));
+    const auto seen = seenOrder();
+    const auto at = std::find(seen.begin(), seen.end(), name);
+    ASSERT_TRUE(at != seen.end()) << name << " is lost";
+    std::erase(order_, name);
+    if (at == seen.begin())
+        order_.insert(std::find(order_.begin(), order_.end(), seen[1]), name);
+    else
+        order_.insert(std::next(std::find(order_.begin(), order_.end(), *std::prev(at))), name);
+}
+
+bool SoakSession::giveUpDrag() {
+    const auto dragged = anyOnScreen();
+    const auto target = anyOnScreen();
+    if (dragged.empty() || dragged == target)
+        return false;
+    const auto item = itemOf(dragged);
+    const auto before = x().area(item);
+    superPressAndMove(item, x().area(itemOf(target)).value_or(Area{}).midX());
+    EXPECT_TRUE(eventually([&] { return x().area(item) != before; })) << dragged << " follows the pointer";
+    xdotool({"key", "Escape"});
+    EXPECT_TRUE(eventually([&] { return x().area(item) == before; })) << dragged << " is back";
+    releaseSuper();
+    return true;
+}
+
+}  // namespace velmo::desktop
