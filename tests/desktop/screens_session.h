@@ -114,18 +114,13 @@ protected:
     }
     static std::vector<std::uint32_t> strutOf(const Area& monitor, bool isAtTheTop = true) {
         const auto number = [](int value) { return static_cast<std::uint32_t>(value); };
-        return {0,
-                0,
-                isAtTheTop ? number(monitor.y + barThickness) : 0,
-                0,
-                0,
-                0,
-                0,
-                0,
-                number(monitor.x),
-                number(monitor.x + monitor.width - 1),
-                0,
-                0};
+        std::vector<std::uint32_t> strut(12);
+        if (isAtTheTop) {
+            strut[2] = number(monitor.y + barThickness);
+            strut[8] = number(monitor.x);
+            strut[9] = number(monitor.x + monitor.width - 1);
+        }
+        return strut;
     }
     void expectBarOn(const Area& monitor, bool isAtTheTop = true) const {
         EXPECT_TRUE(eventually([&] { return areLaidOut(monitor); })) << testing::PrintToString(names());

@@ -153,7 +153,7 @@ void MenuBar::settle() {
     area_ = {screen.x, screen.y, screen.width, appearance().pixels(bar_metrics::thickness)};
     place_.setArea(area_, screen);
     makeTile();
-    strip_.reserve(area_, screens().primaryIsAtTheTop());
+    strip_.reserve(area_, screens().monitors());
     for (auto* item : items_)
         item->appearanceChanged();
     layOut();

@@ -1,10 +1,14 @@
 #include "reserved_strip.h"
 
+#include "linux/x11/property_question.h"
 #include "linux/x11/shadow.h"
+#include "linux/x11/window_tree.h"
 
 #include <xcb/xcb_icccm.h>
 
 #include <unistd.h>
+
+#include <utility>
 
 namespace velmo::x11 {
 
@@ -13,10 +17,15 @@ namespace {
 constexpr std::uint32_t everyDesktop = 0xffffffff;
 constexpr Seconds attemptPause = 0.5;
 constexpr int mostAttempts = 20;
+/// Bytes of a window manager's name.
+constexpr std::uint32_t longestName = 256;
 
 }  // namespace
 
-ReservedStrip::ReservedStrip(Connection& connection) : connection_(connection), window_(connection.newId()) {
+ReservedStrip::ReservedStrip(Connection& connection)
+    : connection_(connection),
+      window_(connection.newId()),
+      following_(connection.loop(), attemptPause, [this] { followWindowManager(); }) {
     xcb_connection_t* raw = connection.raw();
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_create_window(raw, XCB_COPY_FROM_PARENT, window_, connection.root(), 0, 0, 1, 1, 0,
@@ -35,6 +44,7 @@ ReservedStrip::ReservedStrip(Connection& connection) : connection_(connection), 
     xcb_icccm_set_wm_hints(raw, window_, &hints);
 
     events_ = connection.onWindow(window_, [this](const auto& event) { handleOwn(event); });
+    rootEvents_ = connection.onWindow(connection.root(), [this](const auto& event) { handleRoot(event); });
 }
 
 ReservedStrip::~ReservedStrip() {
@@ -43,15 +53,7 @@ ReservedStrip::~ReservedStrip() {
     xcb_destroy_window(connection_.raw(), window_);
 }
 
-void ReservedStrip::reserve(const PixelRect& area, bool atTheTop) {
-    const auto number = [](int value) { return static_cast<std::uint32_t>(value); };
-    const std::uint32_t top = atTheTop ? number(area.y + area.height) : 0;
-    // Left, right, top, bottom, then begin and end along each of them.
-    connection_.setCardinals(
-        window_, connection_.atoms().netWmStrutPartial,
-        {0, 0, top, 0, 0, 0, 0, 0, number(area.x), number(area.x + area.width - 1), 0, 0});
-    connection_.setCardinals(window_, connection_.atoms().netWmStrut, {0, 0, top, 0});
-
+void ReservedStrip::reserve(const PixelRect& area, const std::vector<PixelRect>& monitors) {
     xcb_size_hints_t size{};
     xcb_icccm_size_hints_set_position(&size, 1, area.x, area.y);
     xcb_icccm_size_hints_set_size(&size, 1, area.width, area.height);
@@ -60,8 +62,74 @@ void ReservedStrip::reserve(const PixelRect& area, bool atTheTop) {
     xcb_icccm_set_wm_normal_hints(connection_.raw(), window_, &size);
 
     area_ = area;
+    monitors_ = monitors;
     configure();
+    setStrut();
     declineShadow(connection_, window_, area);
+}
+
+void ReservedStrip::setStrut() {
+    const auto root = areaFrom(connection_, xcb_get_geometry(connection_.raw(), connection_.root()));
+    const auto& reader = StrutReader::named(windowManager());
+    const auto strut = reader.strutFor(area_, monitors_, root ? root->width : 0);
+    if (strut_ == strut)
+        return;
+    const bool beginsAnew = shown_ && reader.readsOnce;
+    if (beginsAnew)
+        withdraw();
+    strut_ = strut;
+    const auto& atoms = connection_.atoms();
+    connection_.setCardinals(window_, atoms.netWmStrutPartial, {strut.begin(), strut.end()});
+    // The older form has only the depths.
+    connection_.setCardinals(window_, atoms.netWmStrut, {strut.begin(), strut.begin() + 4});
+    if (beginsAnew)
+        show();
+}
+
+void ReservedStrip::withdraw() {
+    xcb_unmap_window(connection_.raw(), window_);
+    xcb_unmap_notify_event_t event{};
+    event.response_type = XCB_UNMAP_NOTIFY;
+    event.event = connection_.root();
+    event.window = window_;
+    xcb_send_event(connection_.raw(), 0, connection_.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&event));
+    shown_ = false;
+    attempts_ = 0;
+}
+
+/// The name by which it makes itself known. Empty where nobody manages windows, or does not say so yet.
+std::string ReservedStrip::windowManager() const {
+    const auto& atoms = connection_.atoms();
+    const auto windows = PropertyQuestion(connection_, connection_.root(), atoms.netSupportingWmCheck,
+                                          XCB_ATOM_WINDOW, sizeof(xcb_window_t))
+                             .numbers();
+    if (windows.empty())
+        return {};
+    return PropertyQuestion(connection_, windows.front(), atoms.netWmName, atoms.utf8String, longestName)
+        .text();
+}
+
+void ReservedStrip::handleRoot(const xcb_generic_event_t& event) {
+    const auto type = event.response_type & 0x7f;
+    const bool isAnother =
+        type == XCB_PROPERTY_NOTIFY && reinterpret_cast<const xcb_property_notify_event_t&>(event).atom ==
+                                           connection_.atoms().netSupportingWmCheck;
+    const bool isResized =
+        type == XCB_CONFIGURE_NOTIFY &&
+        reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root();
+    if (!isAnother && !isResized)
+        return;
+    looksForName_ = 0;
+    following_.request();
+}
+
+/// Some make their window known before they have given it a name.
+void ReservedStrip::followWindowManager() {
+    setStrut();
+    if (windowManager().empty() && ++looksForName_ < mostAttempts)
+        following_.request();
 }
 
 void ReservedStrip::configure() const {

@@ -1,10 +1,15 @@
 #pragma once
 
 #include "lifetime.h"
+#include "linux/event_loop/paced_work.h"
+#include "linux/x11/bar_strut.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/pixel_rect.h"
 
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace velmo::x11 {
 
@@ -18,9 +23,9 @@ public:
     ReservedStrip(const ReservedStrip&) = delete;
     ReservedStrip& operator=(const ReservedStrip&) = delete;
 
-    /// `area` in pixels of the root window. Space can be reserved at an edge of the root window only: where
-    /// the area is not `atTheTop`, other windows are not kept off it.
-    void reserve(const PixelRect& area, bool atTheTop);
+    /// At the top of one of the monitors, all in pixels of the root window. What that takes depends on the
+    /// window manager, and is done anew when another one comes.
+    void reserve(const PixelRect& area, const std::vector<PixelRect>& monitors);
     /// Asks for the window to be shown, again and again for a while: a window manager that is just starting
     /// loses requests.
     void show();
@@ -29,15 +34,25 @@ public:
 
 private:
     void configure() const;
+    void setStrut();
+    void withdraw();
+    std::string windowManager() const;
+    void followWindowManager();
     void handleOwn(const xcb_generic_event_t& event);
+    void handleRoot(const xcb_generic_event_t& event);
 
     Connection& connection_;
     xcb_window_t window_;
     PixelRect area_;
+    std::vector<PixelRect> monitors_;
+    std::optional<Strut> strut_;
     bool shown_ = false;
     int attempts_ = 0;
     std::shared_ptr<Timer> nextAttempt_;
+    int looksForName_ = 0;
+    PacedWork following_;
     Registration events_;
+    Registration rootEvents_;
     Lifetime lifetime_;
 };
 

@@ -51,14 +51,6 @@ void ScreenList::read() {
     listeners_.notify();
 }
 
-bool ScreenList::primaryIsAtTheTop() const {
-    const auto& primary = monitors_.front();
-    return std::none_of(monitors_.begin(), monitors_.end(), [&](const PixelRect& other) {
-        return other.y < primary.y && other.x < primary.x + primary.width &&
-               primary.x < other.x + other.width;
-    });
-}
-
 PixelRect ScreenList::primary() const {
     return monitors_.front();
 }

@@ -37,8 +37,8 @@ public:
     /// The pointer's place on the root window, in pixels.
     Point pointer() const;
 
-    /// True where no other monitor lies above the primary one.
-    bool primaryIsAtTheTop() const;
+    /// All of them, in pixels of the root window.
+    const std::vector<PixelRect>& monitors() const { return monitors_; }
 
     /// Called after monitors have come, gone or changed.
     Registration onChange(std::function<void()> listener) { return listeners_.add(std::move(listener)); }

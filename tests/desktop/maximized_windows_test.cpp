@@ -1,0 +1,168 @@
+#include "window_managers.h"
+
+#include "desktop_session.h"
+
+#include "linux/x11/reply.h"
+
+#include <string>
+#include <utility>
+
+namespace velmo::desktop {
+
+namespace {
+
+/// Maximized windows on screens of different sizes, one of which has the bar.
+class MaximizedUnder : public DesktopSession, public testing::WithParamInterface<std::string> {
+protected:
+    void SetUp() override {
+        DesktopSession::SetUp();
+        startServer();
+    }
+    void start() {
+        startWindowManagerNamed(GetParam());
+        startVelmo();
+    }
+    void setMonitors(const Area& primary, const Area& other) const {
+        // Some window managers know only screens that have an output, of which there is one.
+        setMonitor("*first", primary, "screen");
+        setMonitor("other", other, "none");
+    }
+    void setMonitor(const std::string& name, const Area& area, const std::string& output) const {
+        const auto side = [](int pixels) {
+            return std::to_string(pixels) + "/" + std::to_string(pixels / 4);
+        };
+        outputOf({"xrandr", "--setmonitor", name, side(area.width) + "x" + side(area.height) + placeOf(area),
+                  output},
+                 environment_);
+    }
+    static std::string placeOf(const Area& area) {
+        return "+" + std::to_string(area.x) + "+" + std::to_string(area.y);
+    }
+    static std::string text(const Area& area) {
+        return std::to_string(area.width) + "x" + std::to_string(area.height) + placeOf(area);
+    }
+    /// A window that takes every size.
+    xcb_window_t showWindow() const {
+        const xcb_window_t window = xcb_generate_id(x().raw());
+        xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, window, x().root(), 20, 60, 200, 150, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_map_window(x().raw(), window);
+        EXPECT_TRUE(eventually([&] { return x().isViewable(window); }));
+        return window;
+    }
+    void change(xcb_window_t window, const std::string& states) const {
+        outputOf({"wmctrl", "-i", "-r", std::to_string(window), "-b", states}, environment_);
+    }
+    void moveTo(xcb_window_t window, const std::string& name, const Area& monitor, int place = 50) const {
+        if (manager_ == "i3")
+            outputOf(
+                {"i3-msg", "[id=" + std::to_string(window) + "]", "move", "container", "to", "output", name},
+                environment_);
+        else
+            xdotool({"windowmove", std::to_string(window), std::to_string(monitor.x + place),
+                     std::to_string(monitor.y + 60)});
+        EXPECT_TRUE(eventually([&] {
+            const auto area = x().area(window).value_or(Area{});
+            return area.midX() > monitor.x && area.midX() < monitor.x + monitor.width &&
+                   area.y >= monitor.y && area.y < monitor.y + monitor.height;
+        })) << text(frameOf(window));
+    }
+    /// Of what the window manager has put around the window, with its border.
+    Area frameOf(xcb_window_t window) const {
+        auto frame = window;
+        for (auto parent = x().parent(frame); parent != x().root() && parent != XCB_WINDOW_NONE;
+             parent = x().parent(frame))
+            frame = parent;
+        const auto inside = x().area(frame).value_or(Area{});
+        const auto reply =
+            x11::owned(xcb_get_geometry_reply(x().raw(), xcb_get_geometry(x().raw(), frame), nullptr));
+        const int border = reply ? reply->border_width : 0;
+        return {inside.x - border, inside.y - border, inside.width + 2 * border, inside.height + 2 * border};
+    }
+    void expectToFill(xcb_window_t window, const Area& area) const {
+        change(window, "add,maximized_vert,maximized_horz");
+        // One keeps the borders of its frames, and puts them beyond the edges.
+        const int border = manager_ == "icewm" ? 5 : 0;
+        const Area expected{area.x - border, area.y - border, area.width + 2 * border,
+                            area.height + 2 * border};
+        EXPECT_TRUE(eventually([&] { return frameOf(window) == expected; }))
+            << text(frameOf(window)) << " instead of " << text(expected);
+        change(window, "remove,maximized_vert,maximized_horz");
+    }
+    void expectToFillBoth(const Area& primary, const Area& other) const {
+        const auto window = showWindow();
+        moveTo(window, "first", primary);
+        // To which nothing can be said of a bar below another screen.
+        const bool isCovered = manager_ == "openbox" && primary.y == other.y + other.height;
+        expectToFill(window, isCovered ? primary : belowTheBar(primary));
+        // It does not know the other one.
+        if (manager_ == "xfwm4")
+            return;
+        // Below it is nothing: one looks for the screen by columns.
+        moveTo(window, "other", other, primary.x == 0 ? other.width - 300 : 50);
+        expectToFill(window, other);
+    }
+    static Area belowTheBar(const Area& monitor) {
+        constexpr int barHeight = 26;
+        return {monitor.x, monitor.y + barHeight, monitor.width, monitor.height - barHeight};
+    }
+
+    std::string manager_ = GetParam();
+    const Area whole{0, 0, 1280, 720};
+    const Area tall{0, 0, 640, 720};
+    const Area lowerBeside{640, 220, 640, 500};
+    const Area wide{0, 0, 1280, 360};
+    const Area leftBelow{0, 360, 640, 360};
+    const Area rightBelow{640, 360, 640, 360};
+};
+
+TEST_P(MaximizedUnder, FillsTheScreenBelowTheBar) {
+    start();
+    expectToFill(showWindow(), belowTheBar(whole));
+}
+
+TEST_P(MaximizedUnder, FillsALowerScreenBesideATallerOne) {
+    setMonitors(lowerBeside, tall);
+    start();
+    expectToFillBoth(lowerBeside, tall);
+}
+
+TEST_P(MaximizedUnder, FillsALowerScreenThatBecomesThePrimaryOne) {
+    // The one that has the output keeps the server from adding one of its own meanwhile.
+    const bool knowsOne = manager_ == "xfwm4";
+    setMonitor("first", lowerBeside, knowsOne ? "screen" : "none");
+    setMonitor("*other", tall, knowsOne ? "none" : "screen");
+    start();
+    ASSERT_EQ(x().area(bar())->y, 0);
+    outputOf({"xrandr", "--delmonitor", "first"}, environment_);
+    setMonitor("*first", lowerBeside, knowsOne ? "screen" : "none");
+    ASSERT_TRUE(eventually([&] { return x().area(bar())->y == lowerBeside.y; }));
+    expectToFillBoth(lowerBeside, tall);
+}
+
+TEST_P(MaximizedUnder, FillsALowerScreenUnderTheNextWindowManager) {
+    setMonitors(lowerBeside, tall);
+    start();
+    const auto former = std::exchange(manager_, windowManagerAfter(manager_));
+    replaceWindowManager(former, manager_);
+    expectToFillBoth(lowerBeside, tall);
+}
+
+TEST_P(MaximizedUnder, FillsAScreenBelowTheLeftOfAnother) {
+    setMonitors(leftBelow, wide);
+    start();
+    expectToFillBoth(leftBelow, wide);
+}
+
+TEST_P(MaximizedUnder, FillsAScreenBelowTheRightOfAnother) {
+    setMonitors(rightBelow, wide);
+    start();
+    expectToFillBoth(rightBelow, wide);
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, MaximizedUnder, windowManagers,
+                         [](const auto& manager) { return manager.param; });
+
+}  // namespace
+
+}  // namespace velmo::desktop
