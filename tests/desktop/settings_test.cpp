@@ -36,6 +36,26 @@ TEST_F(SettingsWindow, SecondRequestShowsTheSameWindow) {
     EXPECT_EQ(*settings(), first);
 }
 
+TEST_F(SettingsWindow, HasTheIconOfTheProgramInEachSize) {
+    startWindowManager();
+    startVelmo();
+    openSettings();
+    const auto numbers = x().cardinals(*settings(), "_NET_WM_ICON");
+    std::vector<std::uint32_t> sides;
+    // Width and height, then the pixels. The line in the middle is red.
+    for (std::size_t begin = 0; begin + 1 < numbers.size();) {
+        const auto side = numbers[begin];
+        ASSERT_EQ(numbers[begin + 1], side);
+        ASSERT_LE(begin + 2 + side * side, numbers.size());
+        const auto middle = numbers[begin + 2 + side * side / 2 + side / 2];
+        EXPECT_EQ(middle >> 24, 0xffU);
+        EXPECT_GT(middle >> 16 & 0xff, (middle >> 8 & 0xff) + 0x30) << "red";
+        sides.push_back(side);
+        begin += 2 + side * side;
+    }
+    EXPECT_EQ(sides, (std::vector<std::uint32_t>{16, 32, 48, 128}));
+}
+
 TEST_F(SettingsWindow, PlaceIsRememberedOverARestart) {
     startWindowManager();
     startVelmo();

@@ -87,7 +87,7 @@ std::string XObserver::property(xcb_window_t window, const std::string& name) co
 
 std::vector<std::uint32_t> XObserver::cardinals(xcb_window_t window, const std::string& name) const {
     const auto cookie =
-        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
+        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 65536);
     const auto reply = owned(xcb_get_property_reply(connection_, cookie, nullptr));
     if (!reply || reply->format != 32)
         return {};

@@ -17,6 +17,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QIcon>
 #include <QScreen>
 #include <QStyle>
 #include <QToolTip>
@@ -36,6 +37,13 @@ struct Arguments {
     char* values[2] = {name, nullptr};
 };
 
+QIcon windowIcon() {
+    QIcon icon;
+    for (const int side : {16, 32, 48, 128})
+        icon.addFile(QStringLiteral(":/velmo/icon-%1.png").arg(side));
+    return icon;
+}
+
 class QtToolkit : public Toolkit {
 public:
     explicit QtToolkit(ToolkitHost& host)
@@ -51,6 +59,7 @@ public:
         QAccessible::installFactory(makeAccessible);
         QApplication::setQuitOnLastWindowClosed(false);
         QApplication::setApplicationName(QStringLiteral("velmo"));
+        QApplication::setWindowIcon(windowIcon());
     }
 
     void runWhile(const std::function<bool()>& condition) override { loop_.runWhile(condition); }
