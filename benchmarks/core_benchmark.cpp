@@ -15,6 +15,8 @@ namespace {
 constexpr double iconWidth = 28;
 
 void addIcons(SimulatedDesktop& desktop, std::int64_t count) {
+    // All have room, with the toggle left of them.
+    desktop.screens().set({SimulatedScreens::withMenuBar({0, 0, 7680, 1080})});
     for (std::int64_t index = 0; index < count; ++index) {
         OtherStatusItem icon;
         icon.identity = "icon-" + std::to_string(index);
