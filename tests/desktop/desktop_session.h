@@ -45,6 +45,8 @@ protected:
     /// Settings of the display, a line each.
     void addToResources(const std::string& text) const;
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});
+    /// Of one of `windowManagers`, set up as the next one has it.
+    std::vector<std::string> windowManagerCommand(const std::string& name) const;
     /// One of `windowManagers`, set up to leave the tray and the drawing to others. "xfwm4" keeps programs
     /// from taking the focus.
     void startWindowManagerNamed(const std::string& name);
@@ -125,7 +127,6 @@ protected:
     Environment environment_;
 
 private:
-    std::vector<std::string> windowManagerCommand(const std::string& name) const;
     /// A window manager that has just begun frames windows that it has seen before; those that are made after
     /// this has returned are none of them.
     void waitUntilWindowsAreManaged() const;

@@ -74,8 +74,7 @@ std::vector<ManagedWindows::Member> ManagedWindows::look(const std::vector<Membe
 
 bool ManagedWindows::havePutInto(xcb_window_t parent, xcb_window_t window) const {
     // Managers that give no window of theirs away, or have frames made by a helper, mark at least the window.
-    return parent != connection_.root() && !haveOneMaker(parent, window) &&
-           (managerMade(parent) || isMark(askForMark(window)));
+    return mayHavePutInto(parent, window) && (managerMade(parent) || isMark(askForMark(window)));
 }
 
 bool ManagedWindows::managerMade(xcb_window_t window) const {

@@ -21,6 +21,11 @@ public:
     /// True where it is the window manager that has put another program's `window` into `parent`, and not
     /// that program, which may do so for reasons of its own.
     bool havePutInto(xcb_window_t parent, xcb_window_t window) const;
+    /// One that has just begun marks what it has framed, and makes itself known, only after it has done so:
+    /// true where it cannot be known yet who has put the window there.
+    bool mayHavePutInto(xcb_window_t parent, xcb_window_t window) const {
+        return parent != connection_.root() && !haveOneMaker(parent, window);
+    }
 
 private:
     /// A window in one of those that are asked about, or that one itself.

@@ -1,6 +1,5 @@
 #include "tray_icon.h"
 
-#include "linux/x11/managed_windows.h"
 #include "linux/x11/reply.h"
 
 #include <xcb/composite.h>
@@ -24,10 +23,6 @@ constexpr Seconds correctionPause = 0.25;
 /// In a second, of one icon. The next second nobody listens to it; what it asks for is done then, at the
 /// server's cost, so that silence for all icons of a program that floods us would slow down everybody.
 constexpr int mostEvents = 500;
-/// A window manager that takes an icon by mistake does so once; who wants it more often gets it.
-constexpr int mostClaims = 3;
-/// It may be busy with its own start.
-constexpr Seconds claimTime = 2;
 
 /// Puts the window into our save-set, or takes it out: the server gives it back to the root window when our
 /// connection ends, and keeps it out of sight there.
@@ -57,14 +52,19 @@ TrayIcon::TrayIcon(MenuBar& bar, const TrayIconFacts& facts, const std::string& 
             damaged();
     });
     listen(true);
-    if (facts_.parent == connection_.root() || !claimFromManager(facts_.parent))
+    if (facts_.parent == connection_.root())
         embed();
+    else
+        findOwner(facts_.parent);
     bar_.addItem(*this);
 }
 
 TrayIcon::~TrayIcon() {
     bar_.removeItem(*this);
-    if (!ended_) {
+    if (!ended_ && lookForOwner_ && !isInItsPlace()) {
+        unredirect();
+        release();
+    } else if (!ended_) {
         xcb_unmap_window(connection_.raw(), facts_.client);
         // Not after, as a compositing manager gets what comes to the root window redirected only once we
         // have let go of it.
@@ -80,6 +80,8 @@ TrayIcon::~TrayIcon() {
 void TrayIcon::embed() {
     xcb_connection_t* raw = connection_.raw();
     isClaimed_ = false;
+    hasBeenEmbedded_ = true;
+    endLooks();
     setSaved(connection_, facts_.client, true);
     const PixelRect area = clientArea();
     toldArea_ = area;
@@ -97,48 +99,6 @@ void TrayIcon::embed() {
     connection_.sendMessage(facts_.client, XCB_EVENT_MASK_NO_EVENT, facts_.client, atoms.xembed,
                             {XCB_CURRENT_TIME, embeddedNotify, 0, window(), embedVersion});
     showOrHide();
-}
-
-void TrayIcon::clientWentInto(xcb_window_t parent) {
-    if (isClaimed_ && parent == connection_.root()) {
-        embed();
-    } else if (!claimFromManager(parent) && !isInItsPlace()) {
-        leave();
-    }
-}
-
-bool TrayIcon::isInItsPlace() const {
-    const auto cookie = xcb_query_tree(connection_.raw(), facts_.client);
-    const auto tree = owned(xcb_query_tree_reply(connection_.raw(), cookie, nullptr));
-    return tree && tree->parent == window();
-}
-
-/// At its start a window manager looks for windows that are there, and then frames those that are mapped:
-/// also the one that has come into the bar in between. Were it just taken back, the manager would put it into
-/// the root window when it notices. So it is withdrawn from the manager, and comes when it has been let go.
-bool TrayIcon::claimFromManager(xcb_window_t parent) {
-    if (!ManagedWindows(connection_).havePutInto(parent, facts_.client))
-        return false;
-    if (isClaimed_)
-        return true;
-    if (claims_ == mostClaims)
-        return false;
-    isClaimed_ = true;
-    const int claim = ++claims_;
-    unredirect();
-    xcb_unmap_window(connection_.raw(), facts_.client);
-    xcb_unmap_notify_event_t withdrawal{};
-    withdrawal.response_type = XCB_UNMAP_NOTIFY;
-    withdrawal.event = connection_.root();
-    withdrawal.window = facts_.client;
-    xcb_send_event(connection_.raw(), 0, connection_.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&withdrawal));
-    connection_.loop().schedule(claimTime, lifetime_.guard([this, claim] {
-        if (isClaimed_ && claim == claims_ && !ended_)
-            embed();
-    }));
-    return true;
 }
 
 void TrayIcon::unredirect() const {
@@ -228,7 +188,7 @@ void TrayIcon::listenAgain() {
         return;
     listen(true);
     // Nobody has told what it has done meanwhile.
-    if (!isClaimed_ && !isInItsPlace()) {
+    if (!isClaimed_ && !lookForOwner_ && !isInItsPlace()) {
         leave();
         return;
     }
@@ -366,6 +326,7 @@ void TrayIcon::leave() {
 void TrayIcon::end() {
     if (std::exchange(ended_, true))
         return;
+    endLooks();
     // What still comes is about a window of somebody else.
     events_ = {};
     requests_ = {};

@@ -49,9 +49,13 @@ private:
     void embed();
     /// The client lies, or has lain, in a window that is not ours.
     void clientWentInto(xcb_window_t parent);
+    /// Of that window, which has the client, or has had it; then the client comes, stays or leaves.
+    void findOwner(xcb_window_t parent);
+    void lookForOwner(xcb_window_t parent, int looksLeft);
+    void endLooks();
     bool isInItsPlace() const;
-    /// False where the window manager has not taken the client, or takes it time and again.
-    bool claimFromManager(xcb_window_t parent);
+    /// From the window manager, which has taken the client.
+    void claim();
     void handle(const xcb_generic_event_t& event);
     void handleChange(const xcb_generic_event_t& event);
     void handleRequest(const xcb_generic_event_t& event);
@@ -98,6 +102,9 @@ private:
     /// The window manager has taken the client for an ordinary window, and is to let it go.
     bool isClaimed_ = false;
     int claims_ = 0;
+    bool hasBeenEmbedded_ = false;
+    /// While it is not known yet whether a window manager has the client.
+    std::shared_ptr<Timer> lookForOwner_;
     /// The content has changed since it was painted last.
     bool unpainted_ = false;
     /// It is about to come into the bar.
