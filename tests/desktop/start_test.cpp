@@ -1,6 +1,7 @@
 #include "built_files.h"
 #include "desktop_session.h"
 
+#include <xcb/xfixes.h>
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
@@ -44,6 +45,24 @@ TEST_F(Start, WhereAnotherTrayRunsSaysSoInOneLineAndFails) {
     EXPECT_NE(errors.find("tray"), std::string::npos) << errors;
     EXPECT_EQ(x().selectionOwner("_NET_SYSTEM_TRAY_S0"), owner) << "the other tray keeps its part";
     EXPECT_FALSE(x().windowTitled("Velmo.Toggle"));
+}
+
+TEST_F(Start, WhereAnotherTrayRunsNoCommandIsTakenAndLost) {
+    startServer();
+    const auto tray = run({"trayer"});
+    ASSERT_TRUE(eventually([&] { return x().selectionOwner("_NET_SYSTEM_TRAY_S0") != XCB_WINDOW_NONE; }));
+    const auto* extension = xcb_get_extension_data(x().raw(), &xcb_xfixes_id);
+    free(xcb_xfixes_query_version_reply(x().raw(), xcb_xfixes_query_version(x().raw(), 5, 0), nullptr));
+    xcb_xfixes_select_selection_input(x().raw(), x().root(), x().atom("_VELMO_INSTANCE_S0"),
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+    EXPECT_EQ(runToEnd().first, 1);
+    // Whatever was told of came before this answer.
+    EXPECT_EQ(x().selectionOwner("_VELMO_INSTANCE_S0"), XCB_WINDOW_NONE);
+    while (auto* event = xcb_poll_for_event(x().raw())) {
+        EXPECT_NE(event->response_type & 0x7f, extension->first_event + XCB_XFIXES_SELECTION_NOTIFY)
+            << "it has taken the part of the running instance for a moment";
+        free(event);
+    }
 }
 
 TEST_F(Start, SecondStartLeavesTheFirstAloneAndSucceeds) {

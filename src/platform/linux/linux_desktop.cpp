@@ -150,14 +150,14 @@ LinuxDesktop::Start LinuxDesktop::start(std::string& problem) {
     if (!services.connection)
         return Start::failed;
     services.instance = std::make_unique<x11::SingleInstance>(*services.connection);
+    using Place = x11::SingleInstance::Place;
+    Place place = services.instance->acquire();
     // An instance that ends at this moment leaves its part to us.
-    while (!services.instance->acquire()) {
-        if (services.instance->askToReopen())
-            return Start::alreadyRunning;
-    }
-    // Looked at first, so that a start in vain is not seen on the screen.
-    const auto tray = services.connection->atoms().netSystemTraySelection;
-    if (x11::selectionOwner(*services.connection, tray) != XCB_WINDOW_NONE || !services.build()) {
+    while (place == Place::taken && !services.instance->askToReopen())
+        place = services.instance->acquire();
+    if (place == Place::taken)
+        return Start::alreadyRunning;
+    if (place == Place::otherTray || !services.build()) {
         problem = "another program is the system tray of this display";
         return Start::failed;
     }

@@ -1,6 +1,7 @@
 #include "single_instance.h"
 
 #include "linux/x11/selection.h"
+#include "linux/x11/server_grab.h"
 
 namespace velmo::x11 {
 
@@ -29,8 +30,15 @@ void SingleInstance::receive(const xcb_client_message_event_t& message) const {
     }
 }
 
-bool SingleInstance::acquire() {
-    return acquireSelection(connection_, connection_.atoms().velmoInstance, window_);
+SingleInstance::Place SingleInstance::acquire() {
+    const auto& atoms = connection_.atoms();
+    // An instance is the tray only for as long as it has this selection, too.
+    const ServerGrab grab(connection_);
+    if (selectionOwner(connection_, atoms.velmoInstance) != XCB_WINDOW_NONE)
+        return Place::taken;
+    if (selectionOwner(connection_, atoms.netSystemTraySelection) != XCB_WINDOW_NONE)
+        return Place::otherTray;
+    return acquireSelection(connection_, atoms.velmoInstance, window_) ? Place::ours : Place::taken;
 }
 
 bool SingleInstance::askToReopen() const {

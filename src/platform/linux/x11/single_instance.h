@@ -16,8 +16,11 @@ public:
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
-    /// False where another instance runs on the display.
-    bool acquire();
+    /// Who has the display.
+    enum class Place { ours, taken, otherTray };
+    /// Ours where nobody has it. Where another program is its tray we never have it, so that no command
+    /// reaches an instance that is about to give up, and nothing of it is seen on the screen.
+    Place acquire();
     /// Tells the running instance that it was started once more. False where none runs any longer.
     bool askToReopen() const;
     /// Called when another start has asked.
