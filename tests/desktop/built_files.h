@@ -5,6 +5,8 @@
 namespace velmo {
 
 extern const char* const velmoProgram;
+/// What launchers are told of it.
+extern const char* const desktopEntry;
 extern const char* const iconLoaderProgram;
 extern const char* const bareMoverProgram;
 /// A program with tray icons of Qt.

@@ -88,7 +88,7 @@ void DesktopSession::startServer(const std::string& screen, const std::vector<st
 
 void DesktopSession::startSessionBus() {
     if (!bus_)
-        bus_.emplace(home_);
+        bus_.emplace(home_, environment_);
     bus_->start();
     environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_->address();
 }

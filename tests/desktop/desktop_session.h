@@ -54,7 +54,8 @@ protected:
     void replaceWindowManager(const std::string& former, const std::string& latter);
     /// It ends without having put anything in order.
     void crashWindowManager() const;
-    /// Starts a session bus of this test's own; the programs that are started afterwards are on it.
+    /// Starts a session bus of this test's own; the programs that are started afterwards are on it. It starts
+    /// programs on the display that there is by then.
     void startSessionBus();
     /// A server with a window manager, and a session bus.
     void startDesktop();

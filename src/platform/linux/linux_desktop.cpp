@@ -2,6 +2,7 @@
 
 #include "linux/application/linux_application.h"
 #include "linux/dates/linux_dates.h"
+#include "linux/dbus/application_service.h"
 #include "linux/dbus/assistance.h"
 #include "linux/dbus/color_scheme.h"
 #include "linux/defaults/file_global_preferences.h"
@@ -21,7 +22,6 @@
 #include "linux/x11/menu_bar.h"
 #include "linux/x11/notifier_tray.h"
 #include "linux/x11/panel_keys.h"
-#include "linux/x11/selection.h"
 #include "linux/x11/single_instance.h"
 #include "linux/x11/synthetic_events.h"
 #include "linux/x11/toolkit_services.h"
@@ -68,6 +68,9 @@ struct LinuxDesktop::Services {
     std::unique_ptr<x11::TrayHost> tray;
     std::unique_ptr<x11::SyntheticEvents> syntheticEvents;
     std::unique_ptr<x11::NotifierTray> notifierTray;
+    /// Until it is on the bus for the first time.
+    bool isStartedByBus = dbus::takeStartByBus();
+    std::unique_ptr<dbus::ApplicationService> applicationService;
     std::unique_ptr<dbus::ColorScheme> colorScheme;
     std::unique_ptr<dbus::Assistance> assistance;
     std::unique_ptr<x11::AccessibleItems> accessibleItems;
@@ -129,6 +132,11 @@ bool LinuxDesktop::Services::build() {
         return false;
     notifierTray = std::make_unique<x11::NotifierTray>(*bar);
     notifierTray->setOnBus([this](const auto& bus) {
+        applicationService = std::make_unique<dbus::ApplicationService>(
+            bus,
+            dbus::ApplicationService::Handlers{[this] { application.reopen(); },
+                                               [this](auto command) { application.perform(command); }},
+            std::exchange(isStartedByBus, false));
         colorScheme = std::make_unique<dbus::ColorScheme>(
             bus, [this](auto prefersDark) { settings->setPrefersDark(prefersDark); });
         assistance = std::make_unique<dbus::Assistance>(loop, bus, [this] {

@@ -28,18 +28,26 @@ TEST(ProgramArguments, HasACommandForEachWord) {
         const auto request = Arguments::parse({word});
         ASSERT_TRUE(std::holds_alternative<ApplicationCommand>(request)) << word;
         EXPECT_EQ(std::get<ApplicationCommand>(request), command) << word;
+        EXPECT_EQ(Arguments::command(word), command);
         EXPECT_NE(Arguments::help().find("\n  " + std::string(word) + " "), std::string_view::npos) << word;
     }
 }
 
+TEST(ProgramArguments, NothingElseIsACommand) {
+    for (const std::string_view word : {"", "Toggle", "toggle ", "--help", "-h", "5"})
+        EXPECT_EQ(Arguments::command(word), std::nullopt) << word;
+}
+
 TEST(ProgramArguments, KnowsItsOptions) {
-    EXPECT_TRUE(std::holds_alternative<Arguments::Help>(Arguments::parse({"--help"})));
-    EXPECT_TRUE(std::holds_alternative<Arguments::Version>(Arguments::parse({"--version"})));
+    for (const std::string_view word : {"--help", "-h"})
+        EXPECT_TRUE(std::holds_alternative<Arguments::Help>(Arguments::parse({word})));
+    for (const std::string_view word : {"--version", "-V"})
+        EXPECT_TRUE(std::holds_alternative<Arguments::Version>(Arguments::parse({word})));
 }
 
 TEST(ProgramArguments, TakesNothingElseForAWord) {
     for (const std::string_view word : {"", " ", "Toggle", "toggle ", "toggl", "toggle-", "toggleall",
-                                        "--quit", "--", "-", "-h", "help", "version", "--help=1"})
+                                        "--quit", "--", "-", "-v", "-H", "help", "version", "--help=1"})
         EXPECT_EQ(problemOf({word}), "unknown command \"" + std::string(word) +
                                          "\"; \"velmo --help\" lists what it understands");
 }

@@ -57,6 +57,8 @@ TEST_F(Session, AddressComesFromTheEnvironment) {
     const SavedVariable folder("XDG_RUNTIME_DIR");
     setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/some/where", 1);
     EXPECT_EQ(dbus::sessionBusAddress(), "unix:path=/some/where");
+    setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/a,guid=0123;unix:abstract=b,guid=4567,c=d", 1);
+    EXPECT_EQ(dbus::sessionBusAddress(), "unix:path=/a;unix:abstract=b,c=d") << "its identity changes";
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     EXPECT_EQ(dbus::sessionBusAddress(), std::nullopt);
     unsetenv("DBUS_SESSION_BUS_ADDRESS");
@@ -69,6 +71,17 @@ TEST_F(Session, AddressComesFromTheEnvironment) {
     EXPECT_EQ(dbus::sessionBusAddress(), std::nullopt);
     unsetenv("XDG_RUNTIME_DIR");
     EXPECT_EQ(dbus::sessionBusAddress(), std::nullopt);
+}
+
+TEST_F(Session, AStartByTheBusIsToldOnceAndToNobodyElse) {
+    EXPECT_FALSE(dbus::takeStartByBus());
+    setenv("DBUS_STARTER_BUS_TYPE", "system", 1);
+    EXPECT_FALSE(dbus::takeStartByBus());
+    setenv("DBUS_STARTER_BUS_TYPE", "session", 1);
+    setenv("DBUS_STARTER_ADDRESS", bus_->address().c_str(), 1);
+    EXPECT_TRUE(dbus::takeStartByBus());
+    EXPECT_FALSE(dbus::takeStartByBus());
+    EXPECT_EQ(std::getenv("DBUS_STARTER_ADDRESS"), nullptr);
 }
 
 TEST_F(Session, WithoutAnAddressNothingIsDone) {

@@ -35,15 +35,21 @@ ProgramArguments::Request ProgramArguments::parse(const std::vector<std::string_
     if (words.size() > 1)
         return mistake("it takes one word, not " + std::to_string(words.size()));
     const auto word = words.front();
-    if (word == "--help")
+    if (word == "--help" || word == "-h")
         return Help{};
-    if (word == "--version")
+    if (word == "--version" || word == "-V")
         return Version{};
+    if (const auto found = command(word))
+        return *found;
+    return mistake("unknown command " + quoted(word));
+}
+
+std::optional<ApplicationCommand> ProgramArguments::command(std::string_view word) {
     for (const auto& [name, command] : commandNames) {
         if (word == name)
             return command;
     }
-    return mistake("unknown command " + quoted(word));
+    return std::nullopt;
 }
 
 std::string_view ProgramArguments::help() {
@@ -60,8 +66,8 @@ Commands, which the Velmo of this display carries out:
   quit         end it, and return once it has gone
 
 Options:
-  --help       print this text
-  --version    print the version
+  --help       print this text; -h does the same
+  --version    print the version; -V does the same
 
 The exit status is 0 where that was done, 1 where it could not be done, such as
 where no Velmo runs, and 2 where the command is none of these.

@@ -2,6 +2,7 @@
 
 #include "application.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -21,6 +22,8 @@ struct ProgramArguments {
     using Request = std::variant<Start, Help, Version, ApplicationCommand, Mistake>;
 
     static Request parse(const std::vector<std::string_view>& words);
+    /// The command that has this word. Absent where none has.
+    static std::optional<ApplicationCommand> command(std::string_view word);
     /// What `--help` prints: whole lines.
     static std::string_view help();
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <string_view>
 #include <utility>
 
 namespace velmo::dbus {
@@ -15,18 +16,34 @@ constexpr Seconds lastPause = 60;
 /// A connection that lasted so long was a good one.
 constexpr std::chrono::seconds goodConnection(5);
 
+/// A bus that comes anew has another identity at the same place.
+std::string withoutIdentity(std::string address) {
+    constexpr std::string_view key = ",guid=";
+    for (auto begin = address.find(key); begin != std::string::npos; begin = address.find(key))
+        address.erase(begin, address.find_first_of(",;", begin + key.size()) - begin);
+    return address;
+}
+
 }  // namespace
 
 std::optional<std::string> sessionBusAddress() {
     if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS"); address && *address) {
         if (std::string(address) == "disabled:")
             return std::nullopt;
-        return address;
+        return withoutIdentity(address);
     }
     const char* folder = std::getenv("XDG_RUNTIME_DIR");
     if (!folder || *folder != '/')
         return std::nullopt;
     return "unix:path=" + (std::filesystem::path(folder) / "bus").string();
+}
+
+bool takeStartByBus() {
+    const char* type = std::getenv("DBUS_STARTER_BUS_TYPE");
+    const bool isStartedByBus = type && std::string(type) == "session";
+    unsetenv("DBUS_STARTER_BUS_TYPE");
+    unsetenv("DBUS_STARTER_ADDRESS");
+    return isStartedByBus;
 }
 
 SessionBus::SessionBus(EventLoop& loop, std::function<void(const std::shared_ptr<Bus>&)> onUp,

@@ -12,8 +12,13 @@
 
 namespace velmo::dbus {
 
-/// Where the session's bus is, or will be, as the environment tells. Absent where it tells of none.
+/// Where the session's bus is, or will be, as the environment tells, whichever bus it is. Absent where it
+/// tells of none.
 std::optional<std::string> sessionBusAddress();
+
+/// Whether the bus has started this process, asked once, while it has one thread: the environment does not
+/// tell it to the programs that we start.
+bool takeStartByBus();
 
 /// The session's bus, as long as there is one: followed when it goes away and comes back.
 class SessionBus {

@@ -1,0 +1,74 @@
+#include "application_service.h"
+
+#include "linux/application/program_arguments.h"
+
+#include <utility>
+
+namespace velmo::dbus {
+
+namespace {
+
+constexpr const char* applicationName = "org.velmo.Velmo";
+constexpr const char* applicationPath = "/org/velmo/Velmo";
+constexpr const char* applicationInterface = "org.freedesktop.Application";
+/// Of the bus: we wait for the name where it is taken, and let nobody take it from us.
+constexpr std::uint32_t waitForName = 0;
+
+}  // namespace
+
+struct ApplicationService::Table {
+    static constexpr sd_bus_vtable entries[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("Activate", "a{sv}", "", ApplicationService::activate, SD_BUS_VTABLE_UNPRIVILEGED),
+        // There is nothing that could be opened in us.
+        SD_BUS_METHOD("Open", "asa{sv}", "", ApplicationService::activate, SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_METHOD("ActivateAction", "sava{sv}", "", ApplicationService::activateAction,
+                      SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_VTABLE_END,
+    };
+};
+
+ApplicationService::ApplicationService(std::shared_ptr<Bus> bus, Handlers handlers, bool isStartedByBus)
+    : bus_(std::move(bus)), handlers_(std::move(handlers)), isStarting_(isStartedByBus) {
+    object_ = bus_->addObject(applicationPath, applicationInterface, Table::entries, this);
+    claimName();
+}
+
+void ApplicationService::claimName() {
+    const auto appendName = [](sd_bus_message* message) {
+        return sd_bus_message_append(message, "su", applicationName, waitForName);
+    };
+    claim_ = bus_->call(
+        {daemonName, daemonPath, daemonName, "RequestName", appendName}, [this](const Answer& /*answer*/) {
+            // What has waited for the name comes before the next answer.
+            askingForRest_ = bus_->call({daemonName, daemonPath, daemonName, "GetId"},
+                                        [this](const Answer& /*answer*/) { isStarting_ = false; });
+        });
+}
+
+int ApplicationService::activate(sd_bus_message* message, void* context, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<ApplicationService*>(context);
+    const int replied = sd_bus_reply_method_return(message, "");
+    if (!std::exchange(self.isStarting_, false))
+        self.handlers_.activated();
+    return replied;
+}
+
+int ApplicationService::activateAction(sd_bus_message* message, void* context, sd_bus_error* error) {
+    auto& self = *static_cast<ApplicationService*>(context);
+    const char* action = nullptr;
+    if (sd_bus_message_read(message, "s", &action) < 0 ||
+        sd_bus_message_enter_container(message, 'a', "v") < 0)
+        return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "an action is wanted");
+    if (sd_bus_message_at_end(message, 0) == 0)
+        return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "no action has a parameter");
+    const auto command = ProgramArguments::command(action);
+    if (!command)
+        return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "no such action");
+    self.isStarting_ = false;
+    const int replied = sd_bus_reply_method_return(message, "");
+    self.handlers_.command(*command);
+    return replied;
+}
+
+}  // namespace velmo::dbus

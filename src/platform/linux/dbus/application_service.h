@@ -1,0 +1,41 @@
+#pragma once
+
+#include "application.h"
+#include "linux/dbus/bus.h"
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+namespace velmo::dbus {
+
+/// The program as launchers know it: by a name on the session's bus, which starts it where it does not run.
+/// Where the name is taken, by the Velmo of another display, we get it when that one ends.
+class ApplicationService {
+public:
+    struct Handlers {
+        /// The user has started the program once more.
+        std::function<void()> activated;
+        std::function<void(ApplicationCommand)> command;
+    };
+
+    /// Where the bus has started the program, what it was started for waits; an activation among that is the
+    /// start itself, of which nobody is told.
+    ApplicationService(std::shared_ptr<Bus> bus, Handlers handlers, bool isStartedByBus);
+
+private:
+    struct Table;
+
+    static int activate(sd_bus_message* message, void* context, sd_bus_error* error);
+    static int activateAction(sd_bus_message* message, void* context, sd_bus_error* error);
+    void claimName();
+
+    std::shared_ptr<Bus> bus_;
+    Handlers handlers_;
+    bool isStarting_;
+    Registration object_;
+    Registration claim_;
+    Registration askingForRest_;
+};
+
+}  // namespace velmo::dbus
