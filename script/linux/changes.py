@@ -3,7 +3,8 @@
 
 usage: changes.py debian       the changelog of a Debian package
        changes.py maintainer   who makes it
-       changes.py check        fails where the version that is built has no entry, or the AppStream metadata another date
+       changes.py check        fails where the version that is built has no entry, or the AppStream metadata or the man
+                               page another date
        changes.py notes        what is new in the version that is built
 """
 
@@ -52,6 +53,11 @@ def check():
     told = [(release.get("version"), release.get("date")) for release in metadata.iter("release")]
     if told != [(number, str(day)) for number, day, _ in versions()]:
         sys.exit("data/org.velmo.Velmo.metainfo.xml: its releases are not those of CHANGELOG.md")
+
+
+    page = (FOLDER / "data" / "velmo.1").read_text().partition("\n")[0]
+    if page != f".Dd {date:%B} {date.day}, {date.year}":
+        sys.exit(f"data/velmo.1: it is of another day than {version}: {page}")
 
 
 def notes():
