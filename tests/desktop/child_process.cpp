@@ -1,6 +1,7 @@
 #include "child_process.h"
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -42,8 +43,11 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const Enviro
         throw std::runtime_error("cannot start " + command.front());
     // On either side, so that the group is there whoever comes first.
     setpgid(id_, id_);
+    group_ = id_;
     if (id_ > 0)
         return;
+    // A test that is broken off ends nothing itself, and what ends its group does not reach this one.
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
     redirect(STDOUT_FILENO, "/dev/null");
     redirect(STDERR_FILENO, errorFile.empty() ? "/dev/null" : errorFile);
     execute(command, environment);
@@ -53,10 +57,12 @@ ChildProcess::~ChildProcess() {
     end();
 }
 
-ChildProcess::ChildProcess(ChildProcess&& other) noexcept : id_(std::exchange(other.id_, -1)) {}
+ChildProcess::ChildProcess(ChildProcess&& other) noexcept
+    : id_(std::exchange(other.id_, -1)), group_(std::exchange(other.group_, -1)) {}
 
 ChildProcess& ChildProcess::operator=(ChildProcess&& other) noexcept {
     std::swap(id_, other.id_);
+    std::swap(group_, other.group_);
     return *this;
 }
 
@@ -79,13 +85,14 @@ std::optional<int> ChildProcess::wait(milliseconds limit) {
 }
 
 void ChildProcess::end() {
-    if (id_ <= 0)
+    if (group_ <= 0)
         return;
-    const pid_t group = id_;
-    kill(-group, SIGTERM);
-    const bool hasEnded = wait(milliseconds(1000)).has_value();
-    kill(-group, SIGKILL);
-    if (!hasEnded)
+    kill(-group_, SIGTERM);
+    if (isRunning())
+        wait(milliseconds(1000));
+    kill(-group_, SIGKILL);
+    group_ = -1;
+    if (isRunning())
         wait(milliseconds(5000));
 }
 

@@ -13,8 +13,8 @@ namespace velmo::desktop {
 
 using Environment = std::map<std::string, std::string>;
 
-/// A program that runs beside the test; it ends with this object at the latest, and so does what it has
-/// started, unless that has left its group of processes.
+/// A program that runs beside the test; it ends with this object or the test at the latest. What it has
+/// started ends with this object, too, unless that has left its group of processes.
 class ChildProcess {
 public:
     /// `errorFile` receives its standard error; empty for nowhere.
@@ -37,6 +37,8 @@ public:
 
 private:
     pid_t id_ = -1;
+    /// What it has started may live on when it has ended.
+    pid_t group_ = -1;
 };
 
 /// Runs a command to its end and returns what it printed.

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <string>
 
 namespace velmo::desktop {
@@ -38,6 +39,19 @@ private:
 
 INSTANTIATE_TEST_SUITE_P(Shell, ChildProcessTest,
                          testing::Values("program & wait", "program & exit", "trap '' TERM; program & wait"));
+
+TEST(ChildProcessGroup, EndsAlsoWhereItsLeaderWasSeenToEnd) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    ChildProcess shell({"sh", "-c", "sleep 60 & exit"}, {});
+    close(ends[1]);
+    ASSERT_TRUE(shell.wait(std::chrono::seconds(5)).has_value());
+    pollfd end = {ends[0], POLLIN, 0};
+    EXPECT_EQ(poll(&end, 1, 100), 0);
+    shell.end();
+    EXPECT_EQ(poll(&end, 1, 3000), 1);
+    close(ends[0]);
+}
 
 TEST_P(ChildProcessTest, EndsWithWhatItHasStarted) {
     auto shell = startShell();

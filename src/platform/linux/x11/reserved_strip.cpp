@@ -64,13 +64,13 @@ void ReservedStrip::reserve(const PixelRect& area, const std::vector<PixelRect>&
     area_ = area;
     monitors_ = monitors;
     configure();
-    setStrut();
+    setStrut(windowManager());
     declineShadow(connection_, window_, area);
 }
 
-void ReservedStrip::setStrut() {
+void ReservedStrip::setStrut(const std::string& manager) {
     const auto root = areaFrom(connection_, xcb_get_geometry(connection_.raw(), connection_.root()));
-    const auto& reader = StrutReader::named(windowManager());
+    const auto& reader = StrutReader::named(manager);
     const auto strut = reader.strutFor(area_, monitors_, root ? root->width : 0);
     if (strut_ == strut)
         return;
@@ -127,8 +127,9 @@ void ReservedStrip::handleRoot(const xcb_generic_event_t& event) {
 
 /// Some make their window known before they have given it a name.
 void ReservedStrip::followWindowManager() {
-    setStrut();
-    if (windowManager().empty() && ++looksForName_ < mostAttempts)
+    const auto manager = windowManager();
+    setStrut(manager);
+    if (manager.empty() && ++looksForName_ < mostAttempts)
         following_.request();
 }
 

@@ -34,7 +34,7 @@ public:
 
 private:
     void configure() const;
-    void setStrut();
+    void setStrut(const std::string& manager);
     void withdraw();
     std::string windowManager() const;
     void followWindowManager();
