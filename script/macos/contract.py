@@ -1,6 +1,7 @@
 """What the macOS desktop uses of the system, as macos_contract_list prints it, held against the frameworks'
 interfaces."""
 
+import pathlib
 import re
 from dataclasses import dataclass
 
@@ -37,16 +38,29 @@ def parse(line):
     if kind == "method":
         owner, _, selector, types = rest.split(" ", 3)
         return Entry(line, kind, owner, selector, types=split_types(types))
-    if kind in ("function", "global"):
+    if kind == "function":
+        name, ownership, types = rest.split(" ", 2)
+        return Entry(line, kind, name=name, is_owned=ownership == "owned", types=split_types(types))
+    if kind == "global":
         name, types = rest.split(" ", 1)
         return Entry(line, kind, name=name, types=split_types(types))
-    if kind == "number":
+    if kind in ("number", "enumerator"):
         owner, name, number = rest.split(" ")
         return Entry(line, kind, owner, name, number=int(number))
     if kind == "field":
         owner, name, offset, types = rest.split(" ", 3)
         return Entry(line, kind, owner, name, types=(types,), number=int(offset))
     raise ValueError(f"unknown entry: {line}")
+
+
+def declared_enumerators(folder):
+    """Lines of the list for the enumerators of the system's that the headers below a folder declare."""
+    for path in sorted(folder.rglob("*.h")):
+        # The system's have the letters of a framework before their names.
+        for match in re.finditer(r"enum class ([A-Z]{2}\w+) : [\w:]+ \{(.*?)\}", path.read_text(), re.DOTALL):
+            for member in filter(str.strip, re.sub(r"//.*", "", match[2]).split(",")):
+                name, number = member.split("=")
+                yield f"enumerator {match[1]} {name.strip()} {eval(number, {'__builtins__': {}})}"
 
 
 class Checker:
@@ -83,7 +97,12 @@ class Checker:
         types = self._metadata.functions.get(entry.name)
         if types is None:
             return "there is no function of that name"
-        return self._check_types(entry, types)
+        problem = self._check_types(entry, types)
+        # Functions own what they make or copy, and say so in their names.
+        is_owned = bool(re.search("(Create|Copy)(?![a-z])", entry.name))
+        if not problem and self._is_object(entry.types[0]) and is_owned != entry.is_owned:
+            problem = "the result is owned by " + ("the caller" if is_owned else "somebody else")
+        return problem
 
     def _check_global(self, entry):
         variable = self._metadata.variables.get(entry.name)
@@ -96,11 +115,22 @@ class Checker:
             variable = self._metadata.variables.get(entry.name)
             known = variable.value if variable else None
         else:
-            # Sets of options seldom have a name for the empty one.
-            known = self._metadata.enums.get(entry.owner, {}).get(entry.name, 0 if entry.name == "none" else None)
+            known = self._metadata.enums.get(entry.owner, {}).get(entry.name)
         if known is None:
             return "there is no number of that name"
         return "" if known == entry.number else f"it is {known:g}" if isinstance(known, float) else f"it is {known}"
+
+    def _check_enumerator(self, entry):
+        """The system has what an enumerator shares with others before its name."""
+        members = self._metadata.enums.get(entry.owner)
+        if members is None:
+            return f"there is no enumeration {entry.owner}"
+        # Sets of options seldom have a name for the empty one.
+        names = [name for name in members if name.lower().endswith(entry.name.lower())]
+        known = members[min(names, key=len)] if names else 0 if entry.name == "none" else None
+        if known is None:
+            return "there is no number of that name"
+        return "" if known == entry.number else f"it is {known}"
 
     def _check_field(self, entry):
         known = self._metadata.records.get(entry.owner, {}).get(entry.name)
@@ -113,7 +143,7 @@ class Checker:
 
     def gaps(self, entries):
         """Pairs of entries with types of which the list does not say enough, and what is missing."""
-        numbered = {entry.owner for entry in entries if entry.kind == "number"}
+        numbered = {entry.owner for entry in entries if entry.kind in ("number", "enumerator")}
         fields = {(entry.owner, entry.name) for entry in entries if entry.kind == "field"}
         seen = set()
         for entry in entries:
@@ -197,8 +227,14 @@ class Checker:
         return "" if theirs in ("i64", width) else f"{theirs} and not {ours}"
 
 
-def read_list(text):
-    return [parse(line) for line in text.splitlines() if line]
+def whole_list(path):
+    """The lines of a list, and of the enumerators that the headers declare."""
+    headers = pathlib.Path(__file__).parents[2] / "src" / "platform" / "macos"
+    return pathlib.Path(path).read_text().splitlines() + list(declared_enumerators(headers))
+
+
+def read_list(lines):
+    return [parse(line) for line in lines if line]
 
 
 def problems(entries, metadata):

@@ -15,10 +15,11 @@ import frameworks
 
 TARGETS = "[ x86_64-macos, arm64-macos ]"
 
-# Of the Objective-C runtime, which the frameworks' interfaces have among everybody's declarations.
-RUNTIME = ["class_addIvar", "class_addMethod", "class_getInstanceVariable", "class_getMethodImplementation",
-           "ivar_getOffset", "objc_allocateClassPair", "objc_getClass", "objc_msgSend", "objc_msgSend_stret",
-           "objc_registerClassPair", "sel_registerName"]
+RUNTIME = "libobjc"
+# These have no type of their own, and so are not on the list.
+MESSENGERS = {"objc_msgSend", "objc_msgSend_stret"}
+# The interfaces have the Objective-C runtime's functions among those of the system's library.
+RUNTIME_PREFIXES = ("class_", "ivar_", "objc_", "sel_")
 
 
 def stub(install_name, symbols):
@@ -38,6 +39,8 @@ def symbols_by_framework(entries, package):
         name = entry.owner if entry.kind in ("message", "method") else entry.name
         framework = package.framework_of(name)
         if framework == "Runtime":
+            if name.startswith(RUNTIME_PREFIXES):
+                found.setdefault(RUNTIME, set(MESSENGERS)).add(name)
             continue
         if framework is None:
             sys.exit(f"no framework has {name}")
@@ -50,17 +53,19 @@ def symbols_by_framework(entries, package):
 def main():
     if len(sys.argv) != 4:
         sys.exit(__doc__)
-    entries = contract.read_list(pathlib.Path(sys.argv[1]).read_text())
+    entries = contract.read_list(pathlib.Path(sys.argv[1]).read_text().splitlines())
     folder = pathlib.Path(sys.argv[3])
     install_names = frameworks.install_names()
-    for name, symbols in symbols_by_framework(entries, framework_metadata.Package(sys.argv[2])).items():
+    found = symbols_by_framework(entries, framework_metadata.Package(sys.argv[2]))
+    runtime = found.pop(RUNTIME)
+    for name, symbols in found.items():
         if name not in install_names:
             sys.exit(f"the program uses {name}, which frameworks.txt does not list")
         path = folder / f"{name}.framework"
         path.mkdir(parents=True, exist_ok=True)
         (path / f"{name}.tbd").write_text(stub(install_names[name], symbols))
     (folder / "lib").mkdir(parents=True, exist_ok=True)
-    (folder / "lib" / "libobjc.tbd").write_text(stub("/usr/lib/libobjc.A.dylib", RUNTIME))
+    (folder / "lib" / "libobjc.tbd").write_text(stub("/usr/lib/libobjc.A.dylib", runtime))
 
 
 if __name__ == "__main__":

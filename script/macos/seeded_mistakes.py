@@ -4,7 +4,6 @@
 usage: seeded_mistakes.py LIST PACKAGE (see check-contract)
 """
 
-import pathlib
 import sys
 
 import contract
@@ -29,6 +28,7 @@ MISTAKES = [
     ("a block with an argument too few", "message SCShareableContent + get", ", object NSError", "", "argument 3"),
     ("a result that is thought to be owned", "message NSCalendar + auto", " shared ", " owned ", "owned by somebody else"),
     ("a result that is thought to be shared", "message NSAppleScript - init", " owned ", " shared ", "owned by the caller"),
+    ("a made object that is thought to be shared", "function CGEventSourceCreate", " owned ", " shared ", "owned by the caller"),
     ("an enumeration that is not there", "function CGEventPost", "CGEventTapLocation", "CGEventTapLocations", "no enumeration"),
     ("a function that is not there", "function AXIsProcessTrusted ", "AXIsProcessTrusted", "AXProcessIsTrusted", "no function"),
     ("a function with a narrower argument", "function RegisterEventHotKey", "u32, u32, struct", "u16, u32, struct", "argument 1"),
@@ -36,10 +36,12 @@ MISTAKES = [
     ("a variable that is not there", "global kCGWindowLayer", "kCGWindowLayer", "kCGWindowLevel", "no variable"),
     ("a variable of another type", "global NSRunLoopCommonModes", "object NSString", "f64", "object NSString"),
     ("a number that is another one", "number NSEventType ScrollWheel", " 22", " 23", "it is 22"),
+    ("an enumerator with a slip", "enumerator NSBoxType primary", "primary", "primal", "no number"),
+    ("an enumerator of another number", "enumerator NSCalendarUnit year", " 4", " 8", "it is 4"),
     ("two fields the wrong way round", "field EventHotKeyID id", " 4 ", " 0 ", "it lies at 4"),
     ("a field of another type", "field EventTypeSpec eventKind", "u32", "u16", "u32 and not u16"),
     ("a record without one of its fields", "field CGRect size", "field CGRect size 16 struct CGSize", "", "CGRect.size is not"),
-    ("an enumeration without a number", "number NSBackingStoreType", "number NSBackingStoreType Buffered 2", "", "no number"),
+    ("an enumeration without a number", "number NSVisualEffectMaterial", "number NSVisualEffectMaterial Menu 5", "", "no number"),
     ("a constant that is another one", "number - optionKey", "2048", "1024", "it is 2048"),
 ]
 
@@ -47,7 +49,7 @@ MISTAKES = [
 def main():
     if len(sys.argv) != 3:
         sys.exit(__doc__)
-    lines = pathlib.Path(sys.argv[1]).read_text().splitlines()
+    lines = contract.whole_list(sys.argv[1])
     metadata = framework_metadata.Package(sys.argv[2]).metadata
     missed = 0
     for title, start, old, new, words in MISTAKES:
@@ -55,7 +57,7 @@ def main():
         if at is None or old not in lines[at]:
             sys.exit(f"{title}: nothing on the list starts with {start!r} and has {old!r}")
         changed = lines[:at] + [lines[at].replace(old, new, 1)] + lines[at + 1:]
-        found = contract.problems(contract.read_list("\n".join(changed)), metadata)
+        found = contract.problems(contract.read_list(changed), metadata)
         if len(found) != 1 or words not in found[0][1]:
             missed += 1
             print(f"{title}: {[problem for _, problem in found]}")

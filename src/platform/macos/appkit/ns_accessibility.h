@@ -7,8 +7,7 @@ namespace velmo::macos {
 
 extern "C" const Id NSAccessibilityGroupRole;
 extern "C" const Id NSAccessibilityRadioGroupRole;
-inline constexpr Global<"NSAccessibilityGroupRole", NSString, &NSAccessibilityGroupRole> groupRole;
-inline constexpr Global<"NSAccessibilityRadioGroupRole", NSString, &NSAccessibilityRadioGroupRole>
-    radioGroupRole;
+inline constexpr Global<&NSAccessibilityGroupRole, NSString> groupRole;
+inline constexpr Global<&NSAccessibilityRadioGroupRole, NSString> radioGroupRole;
 
 }  // namespace velmo::macos

@@ -19,19 +19,18 @@ extern const Id NSFontAttributeName;
 extern const Id NSForegroundColorAttributeName;
 }
 
-inline constexpr Global<"NSFontWeightRegular", double, &NSFontWeightRegular> regularWeight;
-inline constexpr Global<"NSFontWeightMedium", double, &NSFontWeightMedium> mediumWeight;
-inline constexpr Global<"NSFontWeightSemibold", double, &NSFontWeightSemibold> semiboldWeight;
-inline constexpr Global<"NSFontWeightBold", double, &NSFontWeightBold> boldWeight;
-inline constexpr Global<"NSFontTextStyleBody", NSString, &NSFontTextStyleBody> bodyStyle;
-inline constexpr Global<"NSFontTextStyleHeadline", NSString, &NSFontTextStyleHeadline> headlineStyle;
-inline constexpr Global<"NSFontTextStyleCallout", NSString, &NSFontTextStyleCallout> calloutStyle;
-inline constexpr Global<"NSFontTextStyleCaption1", NSString, &NSFontTextStyleCaption1> captionStyle;
-inline constexpr Global<"NSFontTextStyleCaption2", NSString, &NSFontTextStyleCaption2> caption2Style;
+inline constexpr Global<&NSFontWeightRegular, double> regularWeight;
+inline constexpr Global<&NSFontWeightMedium, double> mediumWeight;
+inline constexpr Global<&NSFontWeightSemibold, double> semiboldWeight;
+inline constexpr Global<&NSFontWeightBold, double> boldWeight;
+inline constexpr Global<&NSFontTextStyleBody, NSString> bodyStyle;
+inline constexpr Global<&NSFontTextStyleHeadline, NSString> headlineStyle;
+inline constexpr Global<&NSFontTextStyleCallout, NSString> calloutStyle;
+inline constexpr Global<&NSFontTextStyleCaption1, NSString> captionStyle;
+inline constexpr Global<&NSFontTextStyleCaption2, NSString> caption2Style;
 // Keys of a text's attributes.
-inline constexpr Global<"NSFontAttributeName", NSString, &NSFontAttributeName> fontAttribute;
-inline constexpr Global<"NSForegroundColorAttributeName", NSString, &NSForegroundColorAttributeName>
-    colorAttribute;
+inline constexpr Global<&NSFontAttributeName, NSString> fontAttribute;
+inline constexpr Global<&NSForegroundColorAttributeName, NSString> colorAttribute;
 
 class NSFont : public ClassOf<NSFont, "NSFont", NSObject> {
 public:

@@ -12,9 +12,8 @@ unsigned char AXIsProcessTrusted();
 unsigned char AXIsProcessTrustedWithOptions(Id options);
 }
 
-inline constexpr Global<"kAXTrustedCheckOptionPrompt", NSString, &kAXTrustedCheckOptionPrompt> promptOption;
-inline constexpr Function<"AXIsProcessTrusted", &AXIsProcessTrusted> isProcessTrusted;
-inline constexpr Function<"AXIsProcessTrustedWithOptions", &AXIsProcessTrustedWithOptions>
-    isProcessTrustedWithOptions;
+inline constexpr Global<&kAXTrustedCheckOptionPrompt, NSString> promptOption;
+inline constexpr Function<&AXIsProcessTrusted> isProcessTrusted;
+inline constexpr Function<&AXIsProcessTrustedWithOptions> isProcessTrustedWithOptions;
 
 }  // namespace velmo::macos::application_services

@@ -42,12 +42,12 @@ Status GetEventParameter(void* event, std::uint32_t name, std::uint32_t desiredT
                          void* data);
 }
 
-inline constexpr Function<"GetApplicationEventTarget", &GetApplicationEventTarget> applicationEventTarget;
-inline constexpr Function<"InstallEventHandler", &InstallEventHandler> installEventHandler;
-inline constexpr Function<"RemoveEventHandler", &RemoveEventHandler> removeEventHandler;
-inline constexpr Function<"RegisterEventHotKey", &RegisterEventHotKey> registerEventHotKey;
-inline constexpr Function<"UnregisterEventHotKey", &UnregisterEventHotKey> unregisterEventHotKey;
-inline constexpr Function<"GetEventParameter", &GetEventParameter> getEventParameter;
+inline constexpr Function<&GetApplicationEventTarget> applicationEventTarget;
+inline constexpr Function<&InstallEventHandler> installEventHandler;
+inline constexpr Function<&RemoveEventHandler> removeEventHandler;
+inline constexpr Function<&RegisterEventHotKey> registerEventHotKey;
+inline constexpr Function<&UnregisterEventHotKey> unregisterEventHotKey;
+inline constexpr Function<&GetEventParameter> getEventParameter;
 
 }  // namespace carbon
 }  // namespace velmo::macos

@@ -14,12 +14,12 @@ void CFPreferencesSetValue(Id key, Id value, Id application, Id user, Id host);
 unsigned char CFPreferencesSynchronize(Id application, Id user, Id host);
 }
 
-inline constexpr Global<"kCFPreferencesAnyApplication", Object, &kCFPreferencesAnyApplication> anyApplication;
-inline constexpr Global<"kCFPreferencesCurrentUser", Object, &kCFPreferencesCurrentUser> currentUser;
-inline constexpr Global<"kCFPreferencesCurrentHost", Object, &kCFPreferencesCurrentHost> currentHost;
-inline constexpr Function<"CFPreferencesCopyValue", &CFPreferencesCopyValue> copyValue;
+inline constexpr Global<&kCFPreferencesAnyApplication, Object> anyApplication;
+inline constexpr Global<&kCFPreferencesCurrentUser, Object> currentUser;
+inline constexpr Global<&kCFPreferencesCurrentHost, Object> currentHost;
+inline constexpr Function<&CFPreferencesCopyValue> copyValue;
 /// No value removes the key.
-inline constexpr Function<"CFPreferencesSetValue", &CFPreferencesSetValue> setValue;
-inline constexpr Function<"CFPreferencesSynchronize", &CFPreferencesSynchronize> synchronize;
+inline constexpr Function<&CFPreferencesSetValue> setValue;
+inline constexpr Function<&CFPreferencesSynchronize> synchronize;
 
 }  // namespace velmo::macos::core_foundation

@@ -29,9 +29,9 @@ Id CGEventCreateMouseEvent(Id source, CGEventType type, CGPoint location, CGMous
 void CGEventPost(CGEventTapLocation tap, Id event);
 }
 
-inline constexpr Function<"CGEventSourceCreate", &CGEventSourceCreate> createEventSource;
-inline constexpr Function<"CGEventCreateMouseEvent", &CGEventCreateMouseEvent> createMouseEvent;
-inline constexpr Function<"CGEventPost", &CGEventPost> postEvent;
+inline constexpr Function<&CGEventSourceCreate> createEventSource;
+inline constexpr Function<&CGEventCreateMouseEvent> createMouseEvent;
+inline constexpr Function<&CGEventPost> postEvent;
 
 }  // namespace core_graphics
 }  // namespace velmo::macos

@@ -8,17 +8,16 @@
 namespace velmo::macos {
 
 enum class CGImageAlphaInfo : std::uint32_t { premultipliedFirst = 2 };
-enum class CGBitmapInfo : std::uint32_t {
-    byteOrder32Little = 2 << 12,
-    /// Premultiplied, and first in a number of 32 bits whose lowest byte comes first: blue, green, red,
-    /// alpha.
-    bgra = static_cast<std::uint32_t>(CGImageAlphaInfo::premultipliedFirst) | byteOrder32Little,
-};
+enum class CGBitmapInfo : std::uint32_t { byteOrder32Little = 2 << 12 };
 
 template <>
 inline constexpr std::string_view frameworkName<CGBitmapInfo> = "CGBitmapInfo";
 
 namespace core_graphics {
+
+/// Premultiplied, and first in a number of 32 bits whose lowest byte comes first: blue, green, red, alpha.
+inline constexpr CGBitmapInfo bgra{static_cast<std::uint32_t>(CGImageAlphaInfo::premultipliedFirst) |
+                                   static_cast<std::uint32_t>(CGBitmapInfo::byteOrder32Little)};
 
 extern "C" {
 std::uint64_t CGImageGetWidth(Id image);
@@ -31,13 +30,13 @@ Id CGBitmapContextCreateImage(Id context);
 void CGContextDrawImage(Id context, CGRect rect, Id image);
 }
 
-inline constexpr Function<"CGImageGetWidth", &CGImageGetWidth> imageWidth;
-inline constexpr Function<"CGImageGetHeight", &CGImageGetHeight> imageHeight;
-inline constexpr Function<"CGColorSpaceCreateDeviceRGB", &CGColorSpaceCreateDeviceRGB> createDeviceRGB;
-inline constexpr Function<"CGBitmapContextCreate", &CGBitmapContextCreate> createBitmapContext;
+inline constexpr Function<&CGImageGetWidth> imageWidth;
+inline constexpr Function<&CGImageGetHeight> imageHeight;
+inline constexpr Function<&CGColorSpaceCreateDeviceRGB> createDeviceRGB;
+inline constexpr Function<&CGBitmapContextCreate> createBitmapContext;
 /// None for no context.
-inline constexpr Function<"CGBitmapContextCreateImage", &CGBitmapContextCreateImage> createImage;
-inline constexpr Function<"CGContextDrawImage", &CGContextDrawImage> drawImage;
+inline constexpr Function<&CGBitmapContextCreateImage> createImage;
+inline constexpr Function<&CGContextDrawImage> drawImage;
 
 }  // namespace core_graphics
 }  // namespace velmo::macos

@@ -30,19 +30,18 @@ bool CGPreflightScreenCaptureAccess();
 bool CGRequestScreenCaptureAccess();
 }
 
-inline constexpr Global<"kCGWindowNumber", NSString, &kCGWindowNumber> windowNumber;
-inline constexpr Global<"kCGWindowLayer", NSString, &kCGWindowLayer> windowLayer;
-inline constexpr Global<"kCGWindowOwnerPID", NSString, &kCGWindowOwnerPID> windowOwnerPID;
-inline constexpr Global<"kCGWindowOwnerName", NSString, &kCGWindowOwnerName> windowOwnerName;
-inline constexpr Global<"kCGWindowName", NSString, &kCGWindowName> windowName;
-inline constexpr Global<"kCGWindowBounds", NSString, &kCGWindowBounds> windowBounds;
-inline constexpr Global<"kCGWindowIsOnscreen", NSString, &kCGWindowIsOnscreen> windowIsOnScreen;
-inline constexpr Function<"CGWindowListCopyWindowInfo", &CGWindowListCopyWindowInfo> copyWindowInfo;
+inline constexpr Global<&kCGWindowNumber, NSString> windowNumber;
+inline constexpr Global<&kCGWindowLayer, NSString> windowLayer;
+inline constexpr Global<&kCGWindowOwnerPID, NSString> windowOwnerPID;
+inline constexpr Global<&kCGWindowOwnerName, NSString> windowOwnerName;
+inline constexpr Global<&kCGWindowName, NSString> windowName;
+inline constexpr Global<&kCGWindowBounds, NSString> windowBounds;
+inline constexpr Global<&kCGWindowIsOnscreen, NSString> windowIsOnScreen;
+inline constexpr Function<&CGWindowListCopyWindowInfo> copyWindowInfo;
 /// False where the dictionary is no rectangle.
-inline constexpr Function<"CGRectMakeWithDictionaryRepresentation", &CGRectMakeWithDictionaryRepresentation>
-    makeRect;
-inline constexpr Function<"CGPreflightScreenCaptureAccess", &CGPreflightScreenCaptureAccess> preflightCapture;
-inline constexpr Function<"CGRequestScreenCaptureAccess", &CGRequestScreenCaptureAccess> requestCapture;
+inline constexpr Function<&CGRectMakeWithDictionaryRepresentation> makeRect;
+inline constexpr Function<&CGPreflightScreenCaptureAccess> preflightCapture;
+inline constexpr Function<&CGRequestScreenCaptureAccess> requestCapture;
 
 }  // namespace core_graphics
 }  // namespace velmo::macos

@@ -4,6 +4,7 @@
 #include "macos/appkit/ns_color.h"
 #include "macos/appkit/ns_font.h"
 #include "macos/core_graphics/images.h"
+#include "macos/objc/autorelease_pool.h"
 
 namespace velmo::macos {
 namespace {
@@ -43,6 +44,8 @@ NSImage symbolImage(const Symbol& symbol, const NSString& description) {
 NSImage drawnImage(const Drawing& drawing) {
     return NSImage::drawn(CGSize{drawing.size.width, drawing.size.height}, drawing.flipped,
                           Block<bool(CGRect)>([drawing](const CGRect&) {
+                              // It may come on any thread.
+                              const AutoreleasePool pool;
                               draw(drawing);
                               return true;
                           }));
@@ -55,11 +58,11 @@ NSImage bitmapImage(const Bitmap& bitmap) {
     const auto height = static_cast<std::uint64_t>(bitmap.height);
     // Copied, because a context may write to what it is given.
     std::vector<std::uint8_t> pixels = *bitmap.pixels;
-    const auto colorSpace = Object::adopt(core_graphics::createDeviceRGB());
-    const auto context = Object::adopt(
+    const Object colorSpace = core_graphics::createDeviceRGB();
+    const Object context =
         core_graphics::createBitmapContext(static_cast<void*>(pixels.data()), width, height, std::uint64_t{8},
-                                           4 * width, colorSpace.get(), CGBitmapInfo::bgra));
-    const auto image = Object::adopt(core_graphics::createImage(context.get()));
+                                           4 * width, colorSpace.get(), core_graphics::bgra);
+    const Object image = core_graphics::createImage(context.get());
     return image ? NSImage::with(image.get(), CGSize{bitmap.size.width, bitmap.size.height}) : NSImage();
 }
 

@@ -20,9 +20,9 @@ void dispatch_async(Id queue, BlockCode<void()>* block);
 }
 
 /// The queue itself is the variable.
-inline constexpr Global<"_dispatch_main_q", dispatch_queue_s, &_dispatch_main_q> mainQueue;
+inline constexpr Global<&_dispatch_main_q, dispatch_queue_s> mainQueue;
 /// Runs the block in a later turn. It belongs to the queue from then on.
-inline constexpr Function<"dispatch_async", &dispatch_async> async;
+inline constexpr Function<&dispatch_async> async;
 
 }  // namespace dispatch
 }  // namespace velmo::macos

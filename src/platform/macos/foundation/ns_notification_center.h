@@ -6,9 +6,7 @@
 namespace velmo::macos {
 
 extern "C" const Id NSSystemTimeZoneDidChangeNotification;
-inline constexpr Global<"NSSystemTimeZoneDidChangeNotification", NSString,
-                        &NSSystemTimeZoneDidChangeNotification>
-    systemTimeZoneDidChange;
+inline constexpr Global<&NSSystemTimeZoneDidChangeNotification, NSString> systemTimeZoneDidChange;
 
 class NSNotification : public ClassOf<NSNotification, "NSNotification", NSObject> {};
 

@@ -8,7 +8,7 @@ namespace velmo::macos {
 
 extern "C" const Id NSRunLoopCommonModes;
 /// Also while a menu or a drag is tracked.
-inline constexpr Global<"NSRunLoopCommonModes", NSString, &NSRunLoopCommonModes> commonRunLoopModes;
+inline constexpr Global<&NSRunLoopCommonModes, NSString> commonRunLoopModes;
 
 class NSRunLoop : public ClassOf<NSRunLoop, "NSRunLoop", NSObject> {
 public:

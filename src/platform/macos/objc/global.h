@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contract.h"
+#include "name_of.h"
 #include "type_text.h"
 
 #include <string>
@@ -11,8 +12,8 @@ namespace velmo::macos {
 /// A constant that a framework holds in a variable. `Type` is what the framework says it is:
 ///
 ///     extern "C" const Id NSRunLoopCommonModes;
-///     inline constexpr Global<"NSRunLoopCommonModes", NSString, &NSRunLoopCommonModes> commonModes;
-template <FixedString name, typename Type, auto address>
+///     inline constexpr Global<&NSRunLoopCommonModes, NSString> commonModes;
+template <auto address, typename Type>
 class Global {
 public:
     Type value() const {
@@ -26,7 +27,7 @@ public:
         return address;
     }
 
-    static std::string text() { return "global " + std::string(name.view()) + ' ' + typeText<Type>(); }
+    static std::string text() { return "global " + std::string(nameOf<address>()) + ' ' + typeText<Type>(); }
 };
 
 }  // namespace velmo::macos

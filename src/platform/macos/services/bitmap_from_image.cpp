@@ -12,10 +12,10 @@ std::optional<Bitmap> bitmapFrom(const Object& image) {
     if (width == 0 || height == 0)
         return std::nullopt;
     const auto pixels = std::make_shared<std::vector<std::uint8_t>>(4 * width * height);
-    const auto colorSpace = Object::adopt(core_graphics::createDeviceRGB());
-    const auto context = Object::adopt(core_graphics::createBitmapContext(
-        static_cast<void*>(pixels->data()), width, height, std::uint64_t{8}, 4 * width, colorSpace.get(),
-        CGBitmapInfo::bgra));
+    const Object colorSpace = core_graphics::createDeviceRGB();
+    const Object context = core_graphics::createBitmapContext(static_cast<void*>(pixels->data()), width,
+                                                              height, std::uint64_t{8}, 4 * width,
+                                                              colorSpace.get(), core_graphics::bgra);
     if (!context)
         return std::nullopt;
     core_graphics::drawImage(context.get(),

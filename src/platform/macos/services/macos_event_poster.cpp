@@ -7,9 +7,9 @@ namespace velmo::macos {
 void MacosEventPoster::postMouseEvent(EventType type, const Point& location) {
     // A click begins with the pointer's way to it.
     if (type == EventType::mouseMoved || !source_)
-        source_ = Object::adopt(core_graphics::createEventSource(CGEventSourceStateID::hidSystemState));
-    const auto event = Object::adopt(core_graphics::createMouseEvent(
-        source_.get(), static_cast<CGEventType>(type), CGPoint{location.x, location.y}, CGMouseButton::left));
+        source_ = core_graphics::createEventSource(CGEventSourceStateID::hidSystemState);
+    const Object event = core_graphics::createMouseEvent(
+        source_.get(), static_cast<CGEventType>(type), CGPoint{location.x, location.y}, CGMouseButton::left);
     if (event)
         core_graphics::postEvent(CGEventTapLocation::hid, event.get());
 }

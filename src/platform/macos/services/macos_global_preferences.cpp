@@ -6,9 +6,9 @@
 namespace velmo::macos {
 
 std::optional<GlobalPreferences::Value> MacosGlobalPreferences::value(const std::string& key) const {
-    const auto found = Object::adopt(core_foundation::copyValue(
+    const Object found = core_foundation::copyValue(
         NSString::from(key).get(), core_foundation::anyApplication.value().get(),
-        core_foundation::currentUser.value().get(), core_foundation::currentHost.value().get()));
+        core_foundation::currentUser.value().get(), core_foundation::currentHost.value().get());
     if (!found)
         return std::nullopt;
     if (const auto number = as<NSNumber>(found))

@@ -1,6 +1,7 @@
 #include "macos_hot_key_service.h"
 
 #include "macos/carbon/hot_keys.h"
+#include "macos/objc/autorelease_pool.h"
 
 #include <utility>
 
@@ -39,6 +40,8 @@ private:
     static carbon::Status received(void* /*callRef*/, void* event, void* userData) {
         if (userData == nullptr)
             return 0;
+        // While no events of its own come, the application lets go of nothing.
+        const AutoreleasePool pool;
         // A copy, because the handler may remove itself.
         const auto handler = static_cast<InstalledHandler*>(userData)->handler_;
         if (event == nullptr)

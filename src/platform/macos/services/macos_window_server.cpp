@@ -48,8 +48,8 @@ WindowListEntry entryFrom(const NSDictionary& entry) {
 
 std::optional<std::vector<WindowListEntry>> MacosWindowServer::windowList(WindowListOption option) const {
     constexpr std::uint32_t noWindow = 0;
-    const auto list = Object::adopt<NSArray>(
-        core_graphics::copyWindowInfo(static_cast<CGWindowListOption>(option), noWindow));
+    const auto list =
+        as<NSArray>(core_graphics::copyWindowInfo(static_cast<CGWindowListOption>(option), noWindow));
     if (!list)
         return std::nullopt;
     const std::vector<NSDictionary> windows = list.all<NSDictionary>();

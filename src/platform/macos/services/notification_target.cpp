@@ -2,6 +2,7 @@
 
 #include "macos/foundation/main_thread.h"
 #include "macos/foundation/ns_thread.h"
+#include "macos/objc/autorelease_pool.h"
 
 #include <utility>
 
@@ -18,6 +19,8 @@ NotificationTarget::~NotificationTarget() {
 
 // NOLINTNEXTLINE(readability-make-member-function-const): methods of a class made here are not.
 void NotificationTarget::received(const NSNotification& /*notification*/) {
+    // While no events come, the application lets go of nothing; other threads may never do.
+    const AutoreleasePool pool;
     // Held while it runs, because it may end the observation.
     const auto tell = [known = std::weak_ptr(handler_)] {
         if (const auto handler = known.lock())

@@ -4,19 +4,10 @@
 #include "event.h"
 #include "hot_key_service.h"
 #include "login_service.h"
-#include "macos/appkit/ns_box.h"
 #include "macos/appkit/ns_button.h"
 #include "macos/appkit/ns_event.h"
-#include "macos/appkit/ns_image_view.h"
-#include "macos/appkit/ns_toolbar.h"
 #include "macos/carbon/hot_keys.h"
-#include "macos/core_graphics/events.h"
-#include "macos/core_graphics/images.h"
-#include "macos/core_graphics/window_list.h"
-#include "macos/foundation/ns_calendar_unit.h"
-#include "macos/foundation/ns_process_info.h"
 #include "macos/screen_capture_kit/sc_stream_configuration.h"
-#include "macos/service_management/sm_app_service.h"
 #include "panel.h"
 #include "popover.h"
 #include "status_bar.h"
@@ -59,13 +50,7 @@ Numbers eventNumbers() {
             shared("NSEventModifierFlags", "Command", modifier::command),
             shared("NSEventModifierFlags", "NumericPad", modifier::numericPad),
             shared("NSEventModifierFlags", "Function", modifier::function),
-            shared("CGEventType", "MouseMoved", EventType::mouseMoved),
-            shared("CGEventType", "LeftMouseDown", CGEventType::leftMouseDown),
-            shared("CGEventType", "LeftMouseUp", CGEventType::leftMouseUp),
-            shared("CGEventType", "MouseMoved", CGEventType::mouseMoved),
-            shared("CGMouseButton", "Left", CGMouseButton::left),
-            shared("CGEventTapLocation", "HID", CGEventTapLocation::hid),
-            shared("CGEventSourceStateID", "HIDSystemState", CGEventSourceStateID::hidSystemState)};
+            shared("CGEventType", "MouseMoved", EventType::mouseMoved)};
 }
 
 Numbers windowNumbers() {
@@ -80,8 +65,6 @@ Numbers windowNumbers() {
         shared("NSWindowCollectionBehavior", "Transient", collection_behavior::transient),
         shared("NSWindowCollectionBehavior", "FullScreenAuxiliary", collection_behavior::fullScreenAuxiliary),
         shared("NSWindowAnimationBehavior", "UtilityWindow", animation_behavior::utilityWindow),
-        shared("NSToolbarDisplayMode", "IconAndLabel", NSToolbarDisplayMode::iconAndLabel),
-        shared("NSWindowToolbarStyle", "Preference", NSWindowToolbarStyle::preference),
         shared("NSVisualEffectMaterial", "Menu", panel_material::menu),
         shared("NSVisualEffectBlendingMode", "Behind", blending_mode::behindWindow),
         shared("NSVisualEffectState", "Active", material_state::active),
@@ -98,35 +81,15 @@ Numbers windowNumbers() {
         shared("NSWindingRule", "NonZero", WindingRule::nonZero),
         shared("NSWindingRule", "EvenOdd", WindingRule::evenOdd),
         shared("CGWindowListOption", "OptionOnScreenOnly", WindowListOption::onScreenOnly),
-        shared("CGWindowListOption", "OptionOnScreenOnly", CGWindowListOption::onScreenOnly),
         shared("", "NSStatusWindowLevel", window_layer::status),
         shared("", "NSPopUpMenuWindowLevel", window_layer::popUpMenu),
-        shared("SCCaptureResolutionType", "Best", SCCaptureResolutionType::best),
         shared("", "kCVPixelFormatType_32BGRA", SCStreamConfiguration::bgra),
-        shared("CGImageAlphaInfo", "PremultipliedFirst", CGImageAlphaInfo::premultipliedFirst),
-        shared("CGBitmapInfo", "ByteOrder32Little", CGBitmapInfo::byteOrder32Little),
         shared("", "NSVariableStatusItemLength", StatusItem::variableLength)};
 }
 
 Numbers controlNumbers() {
-    return {shared("NSWindowOrderingMode", "Below", NSWindowOrderingMode::below),
-            shared("NSWindowOrderingMode", "Above", NSWindowOrderingMode::above),
-            shared("NSBackingStoreType", "Buffered", NSBackingStoreType::buffered),
-            shared("NSLineBreakMode", "WordWrapping", NSLineBreakMode::wordWrapping),
-            shared("NSLineBreakMode", "TruncatingTail", NSLineBreakMode::truncatingTail),
-            shared("NSControlSize", "Small", NSControlSize::small),
-            shared("NSButtonType", "Radio", NSButtonType::radio),
-            shared("NSButtonType", "MomentaryPushIn", NSButtonType::momentaryPushIn),
-            shared("", "NSControlStateValueOff", control_state::off),
+    return {shared("", "NSControlStateValueOff", control_state::off),
             shared("", "NSControlStateValueOn", control_state::on),
-            shared("NSBezelStyle", "Push", NSBezelStyle::push),
-            shared("NSCellImagePosition", "NoImage", NSCellImagePosition::noImage),
-            shared("NSCellImagePosition", "ImageOnly", NSCellImagePosition::imageOnly),
-            shared("NSImageScaling", "ImageScaleProportionallyDown", NSImageScaling::proportionallyDown),
-            shared("NSImageScaling", "ImageScaleAxesIndependently", NSImageScaling::axesIndependently),
-            shared("NSBoxType", "Primary", NSBoxType::primary),
-            shared("NSBoxType", "Separator", NSBoxType::separator),
-            shared("NSTitlePosition", "NoTitle", NSTitlePosition::noTitle),
             shared("", "NSPageUpFunctionKey", function_key::pageUp),
             shared("", "NSPageDownFunctionKey", function_key::pageDown),
             shared("", "NSHomeFunctionKey", function_key::home)};
@@ -137,9 +100,6 @@ Numbers serviceNumbers() {
             shared("NSApplicationActivationPolicy", "Regular", ActivationPolicy::regular),
             shared("NSApplicationActivationPolicy", "Accessory", ActivationPolicy::accessory),
             shared("NSApplicationActivationPolicy", "Prohibited", ActivationPolicy::prohibited),
-            shared("NSCalendarOptions", "none", NSCalendarOptions::none),
-            shared("NSActivityOptions", "UserInitiatedAllowingIdleSystemSleep",
-                   NSActivityOptions::userInitiatedAllowingIdleSystemSleep),
             shared("SMAppServiceStatus", "NotRegistered", LoginServiceStatus::notRegistered),
             shared("SMAppServiceStatus", "Enabled", LoginServiceStatus::enabled),
             shared("SMAppServiceStatus", "RequiresApproval", LoginServiceStatus::requiresApproval),
@@ -151,12 +111,7 @@ Numbers serviceNumbers() {
             shared("", "cmdKey", hot_key_modifier::command),
             shared("", "shiftKey", hot_key_modifier::shift),
             shared("", "optionKey", hot_key_modifier::option),
-            shared("", "controlKey", hot_key_modifier::control),
-            shared("NSCalendarUnit", "CalendarUnitYear", NSCalendarUnit::year),
-            shared("NSCalendarUnit", "CalendarUnitMonth", NSCalendarUnit::month),
-            shared("NSCalendarUnit", "CalendarUnitDay", NSCalendarUnit::day),
-            shared("NSCalendarUnit", "CalendarUnitWeekday", NSCalendarUnit::weekday),
-            shared("NSCalendarUnit", "CalendarUnitWeekOfYear", NSCalendarUnit::weekOfYear)};
+            shared("", "controlKey", hot_key_modifier::control)};
 }
 
 }  // namespace

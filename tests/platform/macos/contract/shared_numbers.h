@@ -13,7 +13,8 @@ struct SharedNumber {
     std::int64_t number = 0;
 };
 
-/// Numbers that the core and the system have in common.
+/// Numbers that the core or a plain constant and the system have in common. Enumerators that our headers
+/// declare are read there.
 std::vector<SharedNumber> sharedNumbers();
 
 }  // namespace velmo::macos

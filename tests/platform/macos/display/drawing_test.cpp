@@ -4,6 +4,7 @@
 #include "platform/macos/display/display_test.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/call_block.h"
+#include "platform/macos/doubles/counted_object.h"
 
 #include <cstdint>
 #include <vector>
@@ -54,12 +55,17 @@ int& roundedPaths() {
 NSBezierPath makeRoundedPath(const NSBezierPath& pathClass, const CGRect& rect, CGFloat xRadius,
                              CGFloat yRadius) {
     ++roundedPaths();
+    CountedObject::create().leaveToPool();
     return doubles::callOwn<&makeRoundedPath, NSBezierPath>(pathClass, rect, xRadius, yRadius);
 }
-bool countRoundedPaths() {
-    doubles::overrideMethod<"bezierPathWithRoundedRect:xRadius:yRadius:", &makeRoundedPath>(
-        doubles::metaclassOf(classNamed<"NSBezierPath">()));
-    return true;
+/// Once for all tests.
+void countRoundedPaths() {
+    static const bool isDone = [] {
+        doubles::overrideMethod<"bezierPathWithRoundedRect:xRadius:yRadius:", &makeRoundedPath>(
+            doubles::metaclassOf(classNamed<"NSBezierPath">()));
+        return true;
+    }();
+    static_cast<void>(isDone);
 }
 
 class DrawingTest : public DisplayTest {
@@ -81,8 +87,7 @@ TEST_F(DrawingTest, FillsRoundedRectangles) {
 }
 
 TEST_F(DrawingTest, HasAPathOfItsOwnForARoundedRectangleAlone) {
-    static const bool isCounting = countRoundedPaths();
-    EXPECT_TRUE(isCounting);
+    countRoundedPaths();
     roundedPaths() = 0;
     const RoundedRect rounded{{4, 3, 4, 12}, 1, 1};
     drawn({.size = {12, 18}, .fills = {{.path = {rounded}}}});
@@ -90,6 +95,15 @@ TEST_F(DrawingTest, HasAPathOfItsOwnForARoundedRectangleAlone) {
     EXPECT_GT(alone, 0);
     drawn({.size = {12, 18}, .fills = {{.path = {rounded, rounded}}, {.path = {Oval{{4, 3, 4, 12}}}}}});
     EXPECT_EQ(roundedPaths(), alone);
+}
+
+TEST_F(DrawingTest, LetsGoOfWhatDrawingHasUsed) {
+    countRoundedPaths();
+    const int before = CountedObject::liveCount();
+    const int made = roundedPaths();
+    drawn({.size = {12, 18}, .fills = {{.path = {RoundedRect{{4, 3, 4, 12}, 1, 1}}}}});
+    EXPECT_GT(roundedPaths(), made);
+    EXPECT_EQ(CountedObject::liveCount(), before);
 }
 
 TEST_F(DrawingTest, LeavesOutWhatLiesInTwoPathsByTheEvenOddRule) {

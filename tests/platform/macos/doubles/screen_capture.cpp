@@ -144,8 +144,8 @@ Id CGColorSpaceCreateDeviceRGB() {
 Id CGBitmapContextCreate(void* pixels, std::uint64_t width, std::uint64_t height,
                          std::uint64_t bitsPerComponent, std::uint64_t bytesPerRow, Id colorSpace,
                          CGBitmapInfo info) {
-    if (bitsPerComponent != 8 || bytesPerRow != 4 * width || info != CGBitmapInfo::bgra ||
-        colorSpace == nullptr || !doubles::system().makesContexts)
+    if (bitsPerComponent != 8 || bytesPerRow != 4 * width || info != bgra || colorSpace == nullptr ||
+        !doubles::system().makesContexts)
         return nullptr;
     Object context = doubles::makeRecord("VelmoContextRecord");
     doubles::setMember(context, "size", static_cast<double>(bytesPerRow * height));

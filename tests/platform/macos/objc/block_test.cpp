@@ -1,7 +1,7 @@
 #include "macos/objc/block.h"
 #include "macos/foundation/ns_string.h"
 #include "macos/objc/autorelease_pool.h"
-#include "platform/macos/objc/counted_object.h"
+#include "platform/macos/doubles/counted_object.h"
 
 #include <gtest/gtest.h>
 

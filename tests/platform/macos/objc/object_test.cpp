@@ -1,5 +1,5 @@
 #include "macos/objc/autorelease_pool.h"
-#include "platform/macos/objc/counted_object.h"
+#include "platform/macos/doubles/counted_object.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 #include "macos/services/macos_dates.h"
 #include "macos/foundation/ns_notification_center.h"
 #include "platform/macos/doubles/added_method.h"
+#include "platform/macos/doubles/counted_object.h"
 #include "platform/macos/macos_test.h"
 
 #include <string>
@@ -158,6 +159,18 @@ TEST_F(MacosDatesTest, TellsOfAChangedTimeZoneUntilTheObserverGoes) {
     observer.reset();
     postTimeZoneChange();
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(MacosDatesTest, LetsGoOfWhatAnObserverHasUsed) {
+    int most = 0;
+    const auto observer = dates.observeTimeZone([&] {
+        CountedObject::create().leaveToPool();
+        most = CountedObject::liveCount();
+    });
+    const int before = CountedObject::liveCount();
+    postTimeZoneChange();
+    EXPECT_EQ(most, before + 1);
+    EXPECT_EQ(CountedObject::liveCount(), before);
 }
 
 TEST_F(MacosDatesTest, HasAChangedTimeZoneReadAnewOnceForAllWhoAreToldOfIt) {

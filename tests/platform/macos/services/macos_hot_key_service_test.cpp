@@ -1,4 +1,5 @@
 #include "macos/services/macos_hot_key_service.h"
+#include "platform/macos/doubles/counted_object.h"
 #include "platform/macos/macos_test.h"
 
 #include <vector>
@@ -64,6 +65,16 @@ TEST_F(MacosHotKeyServiceTest, TellsHandlersOfEventsThatSayNothing) {
 TEST_F(MacosHotKeyServiceTest, GivesNoHandlerWhereTheSystemRefuses) {
     system.installsHandlers = false;
     EXPECT_FALSE(handlerThatNotes());
+}
+
+TEST_F(MacosHotKeyServiceTest, LetsGoOfWhatAHandlerHasUsed) {
+    const auto handler = service.installEventHandler(hotKeyPressed, [](const HotKeyEvent*) {
+        CountedObject::create().leaveToPool();
+        return CountedObject::liveCount();
+    });
+    const int before = CountedObject::liveCount();
+    EXPECT_EQ(doubles::sendHotKeyEvent(signature, 1), before + 1);
+    EXPECT_EQ(CountedObject::liveCount(), before);
 }
 
 TEST_F(MacosHotKeyServiceTest, LetsAHandlerRemoveItself) {

@@ -1,4 +1,4 @@
-#include "platform/macos/objc/counted_object.h"
+#include "platform/macos/doubles/counted_object.h"
 
 namespace velmo::macos {
 namespace {
