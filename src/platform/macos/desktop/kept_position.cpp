@@ -1,18 +1,38 @@
 #include "kept_position.h"
 
-namespace velmo::macos {
+#include "macos/foundation/ns_user_defaults.h"
 
-KeptPosition::KeptPosition(const std::string& autosaveName) {
-    if (autosaveName.empty())
-        return;
-    // Where the system keeps it is not documented: should it be kept elsewhere, nothing is found here.
-    key_ = NSString::from("NSStatusItem Preferred Position " + autosaveName);
-    position_ = defaults_.objectForKey(key_);
+namespace velmo::macos {
+namespace {
+
+/// Where the system keeps it is not documented: should it be kept elsewhere, nothing is found there.
+NSString systemKey(const std::string& autosaveName) {
+    return NSString::from("NSStatusItem Preferred Position " + autosaveName);
 }
 
-KeptPosition::~KeptPosition() {
-    if (position_ && !defaults_.objectForKey(key_))
-        defaults_.setObject(position_, key_);
+/// In the defaults, too: the program may end before the item comes back.
+NSString ownKey(const std::string& autosaveName) {
+    return NSString::from("keptPosition " + autosaveName);
+}
+
+void copy(const NSString& from, const NSString& to) {
+    const NSUserDefaults defaults = NSUserDefaults::standard();
+    if (const Object position = defaults.objectForKey(from))
+        defaults.setObject(position, to);
+}
+
+}  // namespace
+
+void keepPosition(const std::string& autosaveName) {
+    if (!autosaveName.empty())
+        copy(systemKey(autosaveName), ownKey(autosaveName));
+}
+
+void restorePosition(const std::string& autosaveName) {
+    const bool isKnown =
+        autosaveName.empty() || NSUserDefaults::standard().objectForKey(systemKey(autosaveName));
+    if (!isKnown)
+        copy(ownKey(autosaveName), systemKey(autosaveName));
 }
 
 }  // namespace velmo::macos

@@ -1,25 +1,15 @@
 #pragma once
 
-#include "macos/foundation/ns_user_defaults.h"
-
 #include <string>
 
 namespace velmo::macos {
 
-/// While this lives, what the system remembers of an item's place in the menu bar is not lost: it forgets the
-/// place of an item that is hidden or removed, although the same item comes back.
-class KeptPosition {
-public:
-    /// Nothing is kept for an item without a name.
-    explicit KeptPosition(const std::string& autosaveName);
-    ~KeptPosition();
-    KeptPosition(const KeptPosition&) = delete;
-    KeptPosition& operator=(const KeptPosition&) = delete;
+// The system forgets where an item stood that is hidden or removed, at once or some time later, although the
+// same item may come back. Both do nothing for an item without a name.
 
-private:
-    NSUserDefaults defaults_ = NSUserDefaults::standard();
-    NSString key_;
-    Object position_;
-};
+/// To be called before an item goes.
+void keepPosition(const std::string& autosaveName);
+/// To be called before it is shown again. What the system knows itself stays.
+void restorePosition(const std::string& autosaveName);
 
 }  // namespace velmo::macos

@@ -10,17 +10,21 @@ MacosStatusItem::MacosStatusItem(double length) : item_(NSStatusBar::system().st
 }
 
 MacosStatusItem::~MacosStatusItem() {
-    const KeptPosition position(autosaveName_);
+    keepPosition(autosaveName_);
     NSStatusBar::system().remove(item_);
 }
 
 void MacosStatusItem::setAutosaveName(const std::string& name) {
     autosaveName_ = name;
+    restorePosition(name);
     item_.setAutosaveName(NSString::from(name));
 }
 
 void MacosStatusItem::setVisible(bool visible) {
-    const KeptPosition position(autosaveName_);
+    if (visible)
+        restorePosition(autosaveName_);
+    else
+        keepPosition(autosaveName_);
     item_.setVisible(visible);
 }
 

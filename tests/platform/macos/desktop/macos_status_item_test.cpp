@@ -1,5 +1,5 @@
-#include "macos/desktop/kept_position.h"
 #include "macos/desktop/macos_status_bar.h"
+#include "macos/foundation/ns_user_defaults.h"
 #include "platform/macos/doubles/menu_bar.h"
 #include "platform/macos/doubles/record_class.h"
 #include "platform/macos/macos_test.h"
@@ -62,32 +62,60 @@ TEST_F(MacosStatusItemTest, StandsInTheBarUntilItGoes) {
     EXPECT_TRUE(system.statusItems.empty());
 }
 
-TEST_F(MacosStatusItemTest, ComesBackToItsPlaceAfterItWasHiddenOrRemoved) {
+class KeptPositionTest : public MacosStatusItemTest {
+protected:
+    KeptPositionTest() { item->setAutosaveName("Velmo.Test"); }
+    ~KeptPositionTest() override {
+        defaults.removeObject(key);
+        defaults.removeObject(NSString::from("keptPosition Velmo.Test"));
+    }
+
+    double place() const { return numberMember(system.statusItems.back(), "position"); }
+
     const NSUserDefaults defaults = NSUserDefaults::standard();
     const NSString key = NSString::from("NSStatusItem Preferred Position Velmo.Test");
+};
+
+TEST_F(KeptPositionTest, AnItemThatWasHiddenComesBackToItsPlace) {
     defaults.setDouble(417, key);
-    item->setAutosaveName("Velmo.Test");
     item->setVisible(false);
-    EXPECT_EQ(defaults.doubleForKey(key), 417);
+    EXPECT_TRUE(runUntil([&] { return !defaults.objectForKey(key); }));
     item->setVisible(true);
-    item.reset();
-    EXPECT_EQ(defaults.doubleForKey(key), 417);
-    defaults.removeObject(key);
+    EXPECT_EQ(place(), 417);
 }
 
-TEST_F(MacosStatusItemTest, HasNoPlaceThatTheSystemHasNotGivenIt) {
-    const NSUserDefaults defaults = NSUserDefaults::standard();
-    const NSString key = NSString::from("NSStatusItem Preferred Position Velmo.Test");
-    item->setAutosaveName("Velmo.Test");
+TEST_F(KeptPositionTest, AnItemThatWasRemovedComesBackToItsPlace) {
+    {
+        const AutoreleasePool inner;
+        const auto other = bar.makeStatusItem(12);
+        other->setAutosaveName("Velmo.Test");
+        defaults.setDouble(417, key);
+    }
+    EXPECT_FALSE(defaults.objectForKey(key));
+    const auto again = bar.makeStatusItem(12);
+    again->setAutosaveName("Velmo.Test");
+    EXPECT_EQ(place(), 417);
+}
+
+TEST_F(KeptPositionTest, AnItemThatIsRemovedWhileItIsHiddenComesBackToItsPlace) {
+    defaults.setDouble(417, key);
     item->setVisible(false);
+    EXPECT_TRUE(runUntil([&] { return !defaults.objectForKey(key); }));
+    item.reset();
+    const auto again = bar.makeStatusItem(12);
+    again->setAutosaveName("Velmo.Test");
+    EXPECT_EQ(place(), 417);
+}
+
+TEST_F(KeptPositionTest, NoPlaceIsMadeUpAndTheSystemsOwnStays) {
+    item->setVisible(false);
+    item->setVisible(true);
     EXPECT_FALSE(defaults.objectForKey(key));
     defaults.setDouble(417, key);
-    {
-        const KeptPosition kept("Velmo.Test");
-        defaults.setDouble(30, key);
-    }
-    EXPECT_EQ(defaults.doubleForKey(key), 30);
-    defaults.removeObject(key);
+    item->setVisible(false);
+    defaults.setDouble(30, key);
+    item->setVisible(true);
+    EXPECT_EQ(place(), 30);
 }
 
 TEST_F(MacosStatusItemTest, HasNoButtonWhereTheSystemGivesNone) {

@@ -2,6 +2,7 @@
 
 #include "macos/appkit/ns_menu.h"
 #include "macos/appkit/ns_status_bar.h"
+#include "macos/foundation/main_thread.h"
 #include "macos/foundation/ns_user_defaults.h"
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/array_of.h"
@@ -33,11 +34,23 @@ NSObject statusItem(const NSObject& /*bar*/, CGFloat length) {
     system().statusItems.push_back(item);
     return Object::share<NSObject>(item.get());
 }
-/// The system forgets the places of items that it does not show.
-void forgetPosition(const NSObject& item) {
-    if (const auto name = as<NSString>(member(item, "autosaveName")))
-        NSUserDefaults::standard().removeObject(
-            NSString::from("NSStatusItem Preferred Position " + name.text()));
+NSString positionKey(const Object& item) {
+    return NSString::from("NSStatusItem Preferred Position " +
+                          as<NSString>(member(item, "autosaveName")).text());
+}
+void takePosition(const NSObject& item) {
+    setMember(item, "position", NSUserDefaults::standard().doubleForKey(positionKey(item)));
+}
+/// The system forgets the places of items that it does not show, not only at once.
+void forgetPosition(const Object& item) {
+    NSUserDefaults::standard().removeObject(positionKey(item));
+}
+void deallocItem(Id item, Selector selector) {
+    // It cannot be retained any more.
+    Object going = Object::adopt(item);
+    forgetPosition(going);
+    going.leave();
+    reinterpret_cast<void (*)(Id, Selector)>(ownMethod<&deallocItem>().implementation)(item, selector);
 }
 void removeStatusItem(const NSObject& /*bar*/, const NSObject& item) {
     forgetPosition(item);
@@ -51,14 +64,20 @@ void setItemLength(const NSObject& item, CGFloat length) {
 }
 void setAutosaveName(const NSObject& item, const NSString& name) {
     setMember(item, "autosaveName", name);
+    takePosition(item);
 }
 bool isItemVisible(const NSObject& item) {
     return numberMember(item, "isVisible") != 0;
 }
 void setItemVisible(const NSObject& item, bool visible) {
     setMember(item, "isVisible", visible ? 1 : 0);
-    if (!visible)
-        forgetPosition(item);
+    if (visible)
+        takePosition(item);
+    else
+        runOnMainThread([item] {
+            if (!isItemVisible(item))
+                forgetPosition(item);
+        });
 }
 NSObject itemButton(const NSObject& item) {
     return Object::share<NSObject>(member(item, "button").get());
@@ -164,6 +183,9 @@ void addItems() {
     setMethod<"setVisible:", &setItemVisible>(item);
     setMethod<"button", &itemButton>(item);
     objc_registerClassPair(item);
+    keepOwnMethod<&deallocItem>(item, selectorNamed<"dealloc">());
+    class_replaceMethod(item, selectorNamed<"dealloc">(), reinterpret_cast<Implementation>(&deallocItem),
+                        "v@:");
 }
 
 void addButton() {
