@@ -92,6 +92,12 @@ def problems(app):
         yield "has a program that cannot be run"
     if information["LSMinimumSystemVersion"] != MINIMUM_SYSTEM or not information["LSUIElement"]:
         yield "is no accessory application for the system that its program needs"
+    # Of several running ones only one could have the hot keys.
+    if not information.get("LSMultipleInstancesProhibited"):
+        yield "can be started more than once"
+    # Otherwise dates would be in a language of the bundle's, and there is but English.
+    if not information.get("CFBundleAllowMixedLocalizations"):
+        yield "has dates in English alone"
     for key in ("NSAppleEventsUsageDescription", "NSScreenCaptureUsageDescription", "CFBundleIdentifier"):
         if not information.get(key):
             yield f"does not say {key}"

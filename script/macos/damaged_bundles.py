@@ -21,6 +21,10 @@ def replace(path, old, new):
     path.write_bytes(data.replace(old, new, 1))
 
 
+def deny(path, key):
+    replace(path, b"<key>" + key + b"</key>\n    <true/>", b"<key>" + key + b"</key>\n    <false/>")
+
+
 def clear_after(path, mark):
     """The number that follows the mark."""
     data = path.read_bytes()
@@ -59,7 +63,9 @@ DAMAGES = [
     (lambda contents: (contents / "PkgInfo").unlink(), "has no PkgInfo"),
     (lambda contents: (contents / "MacOS/Velmo").chmod(0o600), "cannot be run"),
     (lambda contents: replace(contents / "Info.plist", b"14.0", b"13.0"), "no accessory application"),
-    (lambda contents: replace(contents / "Info.plist", b"<true/>", b"<false/>"), "no accessory application"),
+    (lambda contents: deny(contents / "Info.plist", b"LSUIElement"), "no accessory application"),
+    (lambda contents: deny(contents / "Info.plist", b"LSMultipleInstancesProhibited"), "more than once"),
+    (lambda contents: deny(contents / "Info.plist", b"CFBundleAllowMixedLocalizations"), "in English alone"),
     (lambda contents: replace(contents / "Info.plist", b"log you out", b"log you off"), "slot 1"),
     (lambda contents: change_byte(contents / "Resources/Velmo.icns", 0.5), "not the sealed one"),
     (lambda contents: replace(contents / "Resources/Velmo.icns", b"icns", b"icnt"), "has a damaged icon"),
