@@ -28,6 +28,8 @@ class NSEvent : public ClassOf<NSEvent, "NSEvent", NSObject> {
 public:
     /// Points, origin at the bottom left of the primary screen.
     static CGPoint mouseLocation() { return sendToClass<CGPoint, "mouseLocation">(); }
+    /// A bit for each that is down; the lowest one is the left button's.
+    static NSUInteger pressedMouseButtons() { return sendToClass<NSUInteger, "pressedMouseButtons">(); }
     /// Both give a token for `removeMonitor`; none where the system refuses.
     static Object addGlobalMonitor(NSEventMask mask, const Block<void(NSEvent)>& handler);
     /// The handler gives back what is to go on; none swallows the event.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "macos/foundation/ns_array.h"
 #include "macos/quartz_core/ca_layer.h"
 #include "ns_tracking_area.h"
 #include "ns_window.h"
@@ -47,6 +48,7 @@ public:
     void addSubview(const NSView& view, NSWindowOrderingMode place, const NSView& neighbour) const {
         send<void, "addSubview:positioned:relativeTo:">(view, place, neighbour);
     }
+    NSArray subviews() const { return send<NSArray, "subviews">(); }
     void removeFromSuperview() const { send<void, "removeFromSuperview">(); }
     void setHidden(bool hidden) const { send<void, "setHidden:">(hidden); }
     bool isHidden() const { return send<bool, "isHidden">(); }

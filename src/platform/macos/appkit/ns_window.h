@@ -34,7 +34,12 @@ public:
     bool isMiniaturized() const { return send<bool, "isMiniaturized">(); }
 
     void setContentView(const NSView& view) const;
-    void setContentSize(const CGSize& size) const { send<void, "setContentSize:">(size); }
+    /// Points, origin at the bottom left of the primary screen.
+    CGRect frame() const { return send<CGRect, "frame">(); }
+    /// With title bar and toolbar.
+    CGRect frameForContent(const CGRect& content) const {
+        return send<CGRect, "frameRectForContentRect:">(content);
+    }
     void setFrame(const CGRect& frame) const { send<void, "setFrame:display:">(frame, true); }
     void setStyleMask(NSWindowStyleMask mask) const { send<void, "setStyleMask:">(mask); }
     void setToolbar(const NSToolbar& toolbar) const;

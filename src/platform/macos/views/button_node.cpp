@@ -28,6 +28,14 @@ char16_t functionKey(ShortcutKey key) {
     return function_key::home;
 }
 
+/// The button itself says what lies on it.
+void hideFromAssistance(const NSView& surface) {
+    for (const NSView& view : surface.subviews().all<NSView>()) {
+        view.setAccessibilityElement(false);
+        hideFromAssistance(view);
+    }
+}
+
 }  // namespace
 
 ButtonNode::ButtonNode(const NSView& surface) : ViewNode(surface) {}
@@ -94,6 +102,7 @@ void ButtonNode::updateLabel() {
     const Views& labels = view().children;
     const std::size_t index = plain_->isPressed() && labels.size() > 1 ? 1 : 0;
     label_.update(index < labels.size() ? Views{labels[index]} : Views{}, labelContext_, plain_->surface());
+    hideFromAssistance(plain_->surface());
     if (!label_.empty())
         label_[0].place({0, 0, size_.width, size_.height});
 }

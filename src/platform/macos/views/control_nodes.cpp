@@ -2,7 +2,7 @@
 
 #include "control_layout.h"
 #include "leaf_nodes.h"
-#include "macos/desktop/font_from.h"
+#include "macos/appkit/ns_event.h"
 #include "report.h"
 
 #include <algorithm>
@@ -14,6 +14,12 @@ namespace {
 /// Points between a symbol and its text.
 constexpr double symbolGap = 8;
 constexpr double usualSliderWidth = 160;
+
+/// Meanwhile the thumb or the knob stays under the pointer. What has come of it is shown after the release.
+bool isDragging() {
+    constexpr NSUInteger leftButton = 1;
+    return (NSEvent::pressedMouseButtons() & leftButton) != 0;
+}
 
 }  // namespace
 
@@ -32,7 +38,9 @@ void ToggleNode::apply(const ViewContext& context) {
     describe(*control_, context.accessibilityLabel.empty() ? toggle.title : context.accessibilityLabel,
              context.help);
     control_->setEnabled(context.isEnabled);
-    control_->setState(toggle.isOn ? control_state::on : control_state::off);
+    const NSInteger state = toggle.isOn ? control_state::on : control_state::off;
+    if (control_->state() != state && !isDragging())
+        control_->setState(state);
 }
 
 Size ToggleNode::controlSize(double /*width*/) const {
@@ -62,7 +70,8 @@ void SliderNode::apply(const ViewContext& context) {
     control_->setEnabled(context.isEnabled);
     control_->setMinValue(slider.minimum);
     control_->setMaxValue(slider.maximum);
-    control_->setDoubleValue(slider.value);
+    if (control_->doubleValue() != slider.value && !isDragging())
+        control_->setDoubleValue(slider.value);
 }
 
 Size SliderNode::contentSize(const Size& offer) const {
@@ -93,11 +102,12 @@ void LabelNode::apply(const ViewContext& context) {
     const Image& image = content<Label>().image;
     image_.display(imageIn(image, context), {ColorRole::accent}, false);
     describe(image_.view(), image.accessibilityDescription, {});
+    image_.view().setAccessibilityElement(!image.accessibilityDescription.empty());
     children_.update(view().children, context.forChildren(Axis::horizontal), surface());
 }
 
 double LabelNode::textLeft() const {
-    return std::ceil(image_.naturalSize().width) + symbolGap;
+    return image_.naturalSize().width + symbolGap;
 }
 
 Size LabelNode::contentSize(const Size& offer) const {

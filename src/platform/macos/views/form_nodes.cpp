@@ -124,7 +124,7 @@ void SectionNode::placeRows(const Rect& area) {
         row.place({rowSidePadding, y + (height - size.height) / 2, size.width, size.height});
         y += height;
         if (index < lines_.size())
-            placeAligned(*lines_[index], {rowSidePadding, std::round(y), innerWidth, 1});
+            placeAligned(*lines_[index], {rowSidePadding, y, innerWidth, 1});
     }
 }
 

@@ -5,6 +5,8 @@
 #include "macos/desktop/font_from.h"
 #include "macos/desktop/image_from.h"
 
+#include <cmath>
+
 namespace velmo::macos {
 
 void ImageLabel::display(const Image& image, const SemanticColor& color, bool isResizable) {
@@ -17,7 +19,7 @@ void ImageLabel::display(const Image& image, const SemanticColor& color, bool is
     image_ = image;
     const NSImage made = imageFrom(image);
     const CGSize size = made.size();
-    size_ = {size.width, size.height};
+    size_ = {std::ceil(size.width), std::ceil(size.height)};
     view_->setImage(made);
 }
 

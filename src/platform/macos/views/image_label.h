@@ -15,6 +15,7 @@ public:
     explicit ImageLabel(const NSView& surface) : view_(surface, NSImageView::create()) {}
 
     void display(const Image& image, const SemanticColor& color, bool isResizable);
+    /// Whole points.
     Size naturalSize() const { return size_; }
     /// Points on the surface.
     void place(const Rect& area);

@@ -38,10 +38,11 @@ void TextNode::apply(const ViewContext& context) {
 void ImageNode::apply(const ViewContext& context) {
     const auto& view = content<ImageView>();
     label_.display(imageIn(view.image, context), context.color, view.isResizable);
-    describe(
-        label_.view(),
-        context.accessibilityLabel.empty() ? view.image.accessibilityDescription : context.accessibilityLabel,
-        context.help);
+    const std::string& name =
+        context.accessibilityLabel.empty() ? view.image.accessibilityDescription : context.accessibilityLabel;
+    describe(label_.view(), name, context.help);
+    // Of a picture without a name the system would say what it is called.
+    label_.view().setAccessibilityElement(!name.empty());
     font_ = context.font;
 }
 

@@ -41,7 +41,7 @@ public:
 protected:
     void apply(const ViewContext& context) override { axis_ = context.axis; }
     Size contentSize(const Size& offer) const override;
-    void placeContent(const Rect& area) override { macos::place(*line_, area); }
+    void placeContent(const Rect& area) override { placeAligned(*line_, area); }
     NSView lowestContent() const override { return *line_; }
     bool contentExpands(Axis direction) const override { return direction != axis_; }
 

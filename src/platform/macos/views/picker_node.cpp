@@ -47,7 +47,10 @@ public:
         }
         const auto chosen = std::find_if(picker.options.begin(), picker.options.end(),
                                          [&](const auto& option) { return option.tag == picker.selection; });
-        button_->selectItemAtIndex(chosen == picker.options.end() ? -1 : chosen - picker.options.begin());
+        const NSInteger index = chosen == picker.options.end() ? -1 : chosen - picker.options.begin();
+        // It may be open.
+        if (button_->indexOfSelectedItem() != index)
+            button_->selectItemAtIndex(index);
     }
     const NSPopUpButton& view() const { return *button_; }
 
@@ -128,7 +131,9 @@ void PickerNode::Options::display(const Picker& picker, const std::string& name,
         const PickerOption& option = picker.options[index];
         Row& row = *rows_[index];
         row.button->setTitle(NSString::from(option.title));
-        row.button->setState(option.tag == picker.selection ? control_state::on : control_state::off);
+        const NSInteger state = option.tag == picker.selection ? control_state::on : control_state::off;
+        if (row.button->state() != state)
+            row.button->setState(state);
         row.button->setEnabled(isEnabled);
         row.button->setAccessibilityHelp(NSString::from(option.description));
         row.description.display(option.description, {{.style = TextStyle::caption}, {ColorRole::secondary}});

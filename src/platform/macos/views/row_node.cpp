@@ -20,7 +20,7 @@ RowNode::Parts RowNode::parts(double width) const {
     const Size whole = title_.isEmpty() ? Size{-titleGap, 0} : title_.sizeThatFits(unlimited);
     if (!std::isfinite(width))
         return {whole, controlSize(unlimited)};
-    const double titleLeast = std::min(whole.width, width * titleShare);
+    const double titleLeast = std::min(whole.width, std::floor(width * titleShare));
     Size control = controlSize(width - titleLeast - titleGap);
     control.width = std::min(control.width, width - titleLeast - titleGap);
     const double room = width - control.width - titleGap;

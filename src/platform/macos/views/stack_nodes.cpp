@@ -55,7 +55,8 @@ std::vector<Size> HStackNode::sizes(const Size& offer) const {
             width += rest * width / shrinkable;
         else
             continue;
-        width = std::max(width, 0.0);
+        // A text that was measured in a fraction of a point more would not fit.
+        width = std::max(std::floor(width), 0.0);
         result[index] = {width, child.sizeThatFits({width, offer.height}).height};
     }
     return result;

@@ -83,8 +83,7 @@ void TextLabel::place(const Rect& area) {
     if (scale != scale_)
         show(scale);
     const double height = scale == 1 ? area.height : std::min(measured(unlimited).height, area.height);
-    placeAligned(*field_,
-                 {std::round(area.x), std::round(area.y + (area.height - height) / 2), area.width, height});
+    placeAligned(*field_, {area.x, area.y + (area.height - height) / 2, area.width, height});
 }
 
 double TextLabel::firstBaseline() const {

@@ -25,10 +25,13 @@ MacosWindow::~MacosWindow() {
 void MacosWindow::setContent(const View& content) {
     host_.setContent(content);
     const Size size = host_.fittingSize();
-    const CGRect area = host_.view().frame();
-    if (area.size.width == size.width && area.size.height == size.height)
+    const CGSize former = host_.view().frame().size;
+    if (former.width == size.width && former.height == size.height)
         return;
-    window_.setContentSize({size.width, size.height});
+    const Rect frame = rectOf(window_.frame());
+    const CGSize around = window_.frameForContent({{0, 0}, {size.width, size.height}}).size;
+    // The title bar stays where it is.
+    window_.setFrame({{frame.x, frame.maxY() - around.height}, around});
     host_.place({0, 0, size.width, size.height});
 }
 

@@ -1,6 +1,7 @@
 #include "macos/views/view_host.h"
 #include "macos/appkit/ns_accessibility.h"
 #include "macos/appkit/ns_box.h"
+#include "macos/appkit/ns_image_view.h"
 #include "macos/appkit/ns_pop_up_button.h"
 #include "macos/appkit/ns_slider.h"
 #include "macos/appkit/ns_text_field.h"
@@ -8,7 +9,9 @@
 #include "platform/macos/display/display_test.h"
 #include "platform/macos/doubles/display.h"
 
+#include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace velmo::macos {
@@ -108,11 +111,72 @@ TEST_F(ViewHostTest, PutsWhatIsSeenOfABoxWhereItBelongs) {
     const CGRect line = all<NSBox>().at(1).frame();
     system.boxMargin = 3;
     show(text("other"));
+    show({Divider{}});
+    EXPECT_EQ(all<NSBox>().at(0).frame().size.height, 7);
     show(section);
     EXPECT_EQ(all<NSBox>().at(0).frame().origin.x, group.origin.x - 3);
     EXPECT_EQ(all<NSBox>().at(0).frame().size.width, group.size.width + 6);
     EXPECT_EQ(all<NSBox>().at(1).frame().origin.y, line.origin.y - 3);
     EXPECT_EQ(all<NSBox>().at(1).frame().size.height, line.size.height + 6);
+}
+
+TEST_F(ViewHostTest, LiesOnWholePoints) {
+    const auto inOddRoom = [](View view) {
+        return std::move(view)
+            .with(Background{.color = {ColorRole::accent}})
+            .with(Frame{.width = 200.5, .height = 41.5});
+    };
+    const View image{ImageView{{.content = Symbol{"gear", 13.5}}}};
+    show({VStack{.spacing = 3.3},
+          {inOddRoom(image), inOddRoom(text("words")), inOddRoom({Toggle{.title = "Switch"}}),
+           inOddRoom({Button{}, {text("Go")}}), inOddRoom({Button{ButtonStyle::plain}, {image}}),
+           inOddRoom({Label{{.content = Symbol{"gear", 9.2}}}, {text("label")}}),
+           inOddRoom({Slider{.maximum = 10}}), inOddRoom({Divider{}})}});
+    EXPECT_GE(all<NSView>().size(), 16U);
+    for (const NSView& view : all<NSView>()) {
+        const CGRect frame = view.frame();
+        for (const double number : {frame.origin.x, frame.origin.y, frame.size.width, frame.size.height})
+            EXPECT_EQ(number, std::round(number));
+    }
+    // No less than it wants.
+    EXPECT_EQ(all<NSImageView>().at(0).frame().size.height, 17);
+}
+
+TEST_F(ViewHostTest, TellsAssistiveProgramsOfNothingTwice) {
+    const Image symbol{.content = Symbol{"gear", 13}};
+    Image named = symbol;
+    named.accessibilityDescription = "Settings";
+    show({Button{ButtonStyle::plain}, {View{HStack{}, {View{ImageView{named}}, text("Go")}}}});
+    ASSERT_EQ(all<NSImageView>().size(), 1U);
+    ASSERT_EQ(all<NSTextField>().size(), 1U);
+    EXPECT_TRUE(isHiddenFromAssistance(all<NSImageView>()[0]));
+    EXPECT_TRUE(isHiddenFromAssistance(all<NSTextField>()[0]));
+    EXPECT_FALSE(isHiddenFromAssistance(all<NSButton>().at(0)));
+    show({HStack{}, {View{ImageView{symbol}}, View{ImageView{named}}, View{Label{symbol}}}});
+    ASSERT_EQ(all<NSImageView>().size(), 3U);
+    EXPECT_TRUE(isHiddenFromAssistance(all<NSImageView>()[0]));
+    EXPECT_FALSE(isHiddenFromAssistance(all<NSImageView>()[1]));
+    EXPECT_TRUE(isHiddenFromAssistance(all<NSImageView>()[2]));
+}
+
+TEST_F(ViewHostTest, LeavesControlsAloneThatAreDragged) {
+    const auto showAll = [&] {
+        show({VStack{}, {View{Toggle{.title = "Switch"}}, View{Slider{.value = 1, .maximum = 10}}}});
+    };
+    showAll();
+    const NSSwitch toggle = all<NSSwitch>().at(0);
+    const NSSlider slider = all<NSSlider>().at(0);
+    toggle.setState(control_state::on);
+    slider.setDoubleValue(3.6);
+    system.pressedMouseButtons = 1;
+    showAll();
+    EXPECT_EQ(toggle.state(), control_state::on);
+    EXPECT_EQ(slider.doubleValue(), 3.6);
+    // The right button moves nothing.
+    system.pressedMouseButtons = 2;
+    showAll();
+    EXPECT_EQ(toggle.state(), control_state::off);
+    EXPECT_EQ(slider.doubleValue(), 1);
 }
 
 TEST_F(ViewHostTest, ShowsAPickerInEachOfItsStyles) {

@@ -206,7 +206,7 @@ NSImage emptyImage(const CGSize& size) {
         Message<"NSImage", true, "alloc", NSImage>::send(NSImage::classObject()).leave(), size);
 }
 NSImage painted(const CGSize& size, const std::function<void()>& paint) {
-    const NSImage image = emptyImage(size);
+    NSImage image = emptyImage(size);
     Message<"NSImage", false, "lockFocus", void>::send(image.get());
     paint();
     Message<"NSImage", false, "unlockFocus", void>::send(image.get());
@@ -312,7 +312,7 @@ void addDisplay() {
 
 NSWindow makeWindow(const CGRect& content, NSWindowStyleMask mask) {
     const Id allocated = Message<"NSWindow", true, "alloc", NSWindow>::send(NSWindow::classObject()).leave();
-    const auto made =
+    auto made =
         Message<"NSWindow", false, "initWithContentRect:styleMask:backing:defer:", NSWindow, CGRect,
                 NSWindowStyleMask, NSBackingStoreType, bool>::send(allocated, content, mask,
                                                                    NSBackingStoreType::buffered, true);
@@ -324,7 +324,7 @@ Object makeShownButton() {
     constexpr double width = 30;
     const double right = 1240 - 40 * static_cast<double>(system().barWindows.size());
     const NSWindow window = makeWindow({{right - width, 776}, {width, 22}}, NSWindowStyleMask{});
-    const NSButton button = NSButton::create();
+    NSButton button = NSButton::create();
     window.setContentView(button);
     window.orderFrontRegardless();
     system().barWindows.push_back(window);

@@ -168,6 +168,7 @@ struct DoubleSystem {
     Object currentEvent;
 
     Point mouseLocation;
+    std::uint64_t pressedMouseButtons = 0;
     bool allowsMonitors = true;
     std::vector<InstalledMonitor> monitors;
 

@@ -15,6 +15,9 @@ namespace {
 CGPoint mouseLocation(const NSObject& /*eventClass*/) {
     return {system().mouseLocation.x, system().mouseLocation.y};
 }
+NSUInteger pressedMouseButtons(const NSObject& /*eventClass*/) {
+    return system().pressedMouseButtons;
+}
 NSObject addMonitor(bool isLocal, std::uint64_t mask, void* handler) {
     if (!system().allowsMonitors)
         return {};
@@ -72,6 +75,7 @@ NSInteger eventNumber(const NSObject& event) {
 void addEvents() {
     const RawClass events = metaclassOf(classNamed<"NSEvent">());
     setMethodWithoutDisplay<"mouseLocation", &mouseLocation>(events);
+    setMethod<"pressedMouseButtons", &pressedMouseButtons>(events);
     setMethod<"addGlobalMonitorForEventsMatchingMask:handler:", &addGlobalMonitor>(events);
     setMethod<"addLocalMonitorForEventsMatchingMask:handler:", &addLocalMonitor>(events);
     setMethod<"removeMonitor:", &removeMonitor>(events);
