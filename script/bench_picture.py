@@ -10,9 +10,11 @@ GROUND, INK, FAINT, LINES = "#ffffff", "#1d2330", "#5b6475", "#dfe3ea"
 # A colour and a shape each, in the order in which they are named.
 MARKS = {"Velmo": ("#1d2330", "bar"), "bare program": ("#7a8496", "cross"), "xfce4-panel": ("#2a6fdb", "circle"),
          "lxqt-panel": ("#d9480f", "square"), "tint2": ("#2b8a3e", "diamond"), "trayer": ("#a333c8", "triangle")}
-GROUPS = {"starts": "From the start to the first item", "memory": "Memory at rest",
-          "windows": "Memory before and after all windows were opened once",
-          "rest": "Three minutes of rest, and of a clock", "reveals": "From the click until all are shown or hidden"}
+# What is compared, with the title of its group in the picture and of its rows in the table.
+PARTS = {"starts": ("From the start to the first item", "start"), "memory": ("Memory at rest", "memory"),
+         "windows": ("Memory before and after all windows were opened once", "memory with windows"),
+         "rest": ("Three minutes of rest, and of a clock", ""),
+         "reveals": ("From the click until all are shown or hidden", "")}
 
 
 def place(ratio):
@@ -43,6 +45,15 @@ def mark(host, x, y):
     return f'<polygon points="{points}" fill="{color}"/>'
 
 
+def beyond(ratio, y):
+    """What lies outside the axis is drawn at its end; this says how far it is."""
+    if ratio < LEAST:
+        return text(LABELS + 9, y, f"‹ × {ratio:.1g}", FAINT, size=10)
+    if ratio > MOST:
+        return text(WIDTH - RIGHT - 9, y, f"× {ratio:.0f} ›", FAINT, "end", size=10)
+    return ""
+
+
 def legend(hosts):
     drawn, x = [], 24
     for host in hosts:
@@ -68,10 +79,11 @@ def picture(rows):
     for part, name, ratios in rows:
         if part != last:
             y += GROUP
-            drawn.append(text(24, y - 12, GROUPS[part], weight="bold", size=13))
+            drawn.append(text(24, y - 12, PARTS[part][0], weight="bold", size=13))
             last = part
         drawn += [text(LABELS - 14, y + 8, name, FAINT, "end"), line(LABELS, y + 4, WIDTH - RIGHT, y + 4, LINES)]
         drawn += [mark(host, place(ratio), y + 4) for host, ratio in {"Velmo": 1, **ratios}.items()]
+        drawn += [beyond(ratio, y + 8) for ratio in ratios.values()]
         y += ROW
     height = y + BOTTOM
     head = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {height}" width="{WIDTH}" height="{height}" '
@@ -79,4 +91,4 @@ def picture(rows):
             f'<rect width="{WIDTH}" height="{height}" rx="8" fill="{GROUND}"/>',
             text(24, 30, "As many times what Velmo takes (logarithmic): farther right is more time, memory or work",
                  weight="bold", size=15)]
-    return "\n".join(head + legend(hosts) + axis(TOP + 10, y + 2) + drawn + ["</svg>", ""])
+    return "\n".join(head + legend(hosts) + axis(TOP + 10, y + 2) + [each for each in drawn if each] + ["</svg>", ""])

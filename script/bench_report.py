@@ -10,8 +10,9 @@ import pathlib
 import re
 import sys
 
+from bench_picture import MARKS, PARTS, picture
+
 OURS, BARE = "Velmo", "bare program"
-HOSTS = [OURS, BARE, "xfce4-panel", "lxqt-panel", "tint2", "trayer"]
 KINDS = {"tray": "icons of the tray", "bus": "items of the bus", "": ""}
 NONE = "–"
 
@@ -30,13 +31,16 @@ class Result:
         # It has windows, whatever kind of items they stand for.
         return self.figures.get((part, what, "tray" if host == BARE else kind, items, host))
 
+    def of_anybody(self, *subject):
+        return next(figure for key, figure in self.figures.items() if key[:4] == subject)
+
     def subjects(self, part):
         """What was measured of somebody, in the order in which it was."""
         return list(dict.fromkeys(key[1:4] for key in self.figures if key[0] == part))
 
     def hosts(self, part):
         there = {key[4] for key in self.figures if key[0] == part}
-        return [host for host in HOSTS if host in there]
+        return [host for host in MARKS if host in there]
 
     def ratio(self, subject, host):
         """How many times what ours is; none where one of them is nothing."""
@@ -91,18 +95,15 @@ def panels_table(result):
 def captures_table(result):
     rows = []
     for items in dict.fromkeys(items for _, _, items in result.subjects("captures")):
-        both = [result.get("captures", what, "tray", items, OURS) for what in ("at once", "one after the other")]
+        both = [result.of_anybody("captures", what, "tray", items) for what in ("at once", "one after the other")]
         rows.append([str(items)] + [spread(figure) for figure in both]
                     + [f'{both[0]["median"] / both[1]["median"]:.2f}'])
     return table(["pictures, ms", "at once", "one after the other", "ratio"], rows)
 
 
-COMPARED = ["starts", "memory", "windows", "rest", "reveals"]
-
-
 def compared(result):
     """What has a ratio: (title, {host: ratio})."""
-    for part in COMPARED:
+    for part in PARTS:
         for subject in result.subjects(part):
             ratios = {host: result.ratio((part, *subject), host) for host in result.hosts(part) if host != OURS}
             ratios = {host: ratio for host, ratio in ratios.items() if ratio}
@@ -111,11 +112,10 @@ def compared(result):
 
 
 def ratios_table(result):
-    hosts = [host for host in HOSTS if host != OURS and any(host in ratios for _, _, ratios in compared(result))]
-    titles = {"starts": "start", "memory": "memory", "windows": "memory with windows", "rest": "", "reveals": ""}
+    hosts = [host for host in MARKS if host != OURS and any(host in ratios for _, _, ratios in compared(result))]
     rows = []
     for part, name, ratios in compared(result):
-        title = ": ".join(text for text in (titles[part], name) if text)
+        title = ": ".join(text for text in (PARTS[part][1], name) if text)
         rows.append([title] + [f"× {number(ratios[host])}" if host in ratios else NONE for host in hosts])
     return table(["as many times what Velmo takes"] + hosts, rows)
 
@@ -134,7 +134,7 @@ def run_text(result):
 
 def tables(result):
     made = {"run": run_text(result)}
-    for part in COMPARED:
+    for part in PARTS:
         if result.has(part):
             made[part] = peers_table(result, part)
     if result.has("panels"):
@@ -165,7 +165,6 @@ def main(arguments):
     if len(arguments) == 1:
         print("\n\n".join(made.values()))
         return
-    from bench_picture import picture
     put_into(pathlib.Path(arguments[1]), made)
     pathlib.Path(arguments[2]).write_text(picture(list(compared(result))))
 
