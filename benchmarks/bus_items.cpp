@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace velmo::desktop {
@@ -24,35 +25,40 @@ bool BusItems::hasHost() {
     return program_.isTaken("org.kde.StatusNotifierWatcher");
 }
 
-void BusItems::makeItem() {
-    const auto name = itemName(count_);
-    program_.addItem(pathOf(count_), name);
-    program_.setText(pathOf(count_), "Title", name);
-    program_.setText(pathOf(count_), "Category", "ApplicationStatus");
-    ++count_;
+void BusItems::makeItem(int number) {
+    const auto name = itemName(number);
+    program_.addItem(pathOf(number), name);
+    program_.setText(pathOf(number), "Title", name);
+    program_.setText(pathOf(number), "Category", "ApplicationStatus");
 }
 
-void BusItems::add(int count) {
-    const int before = pictureRequests();
-    for (int added = 0; added < count; ++added) {
-        makeItem();
-        program_.registerItem(pathOf(count_ - 1));
+void BusItems::addUpTo(int count) {
+    expectedRequests_ = std::max(expectedRequests_, pictureRequests());
+    for (; count_ < count; ++count_) {
+        makeItem(count_);
+        program_.registerItem(pathOf(count_));
+        ++expectedRequests_;
     }
-    waitFor([&] { return pictureRequests() - before >= count; }, "the host to ask for items",
+}
+
+void BusItems::awaitRequests() {
+    waitFor([&] { return pictureRequests() >= expectedRequests_; }, "the host to ask for items",
             std::chrono::milliseconds(5));
 }
 
 void BusItems::addToNewHost() {
     if (count_ == 0)
-        makeItem();
+        makeItem(0);
     const int before = pictureRequests();
     constexpr double patience = 20;
     for (int attempt = 0; attempt < 100; ++attempt) {
         program_.registerItem(pathOf(0));
         const auto begin = Clock::now();
         while (millisecondsSince(begin) < patience) {
-            if (pictureRequests() > before)
+            if (pictureRequests() > before) {
+                count_ = std::max(count_, 1);
                 return;
+            }
             std::this_thread::sleep_for(std::chrono::microseconds(100));
         }
     }

@@ -15,8 +15,12 @@ public:
 
     /// True while somebody on the bus takes items.
     bool hasHost();
-    /// Hands over items with the next numbers, and returns once the host has asked for all of their pictures.
-    void add(int count);
+    /// How many were handed over.
+    int count() const { return count_; }
+    /// Hands over items with the next numbers, up to this number of them.
+    void addUpTo(int count);
+    /// Returns once the host has asked for the pictures of all that were added.
+    void awaitRequests();
     /// Hands over the first one, to a host that has just come, and again until it asks for it.
     void addToNewHost();
     /// From now on the program sleeps, and answers nobody.
@@ -26,11 +30,13 @@ public:
     static std::string identity(int number);
 
 private:
-    void makeItem();
+    void makeItem(int number);
     int pictureRequests() const;
 
     BusProgram program_;
     int count_ = 0;
+    /// Of pictures, once the host has asked for all.
+    int expectedRequests_ = 0;
 };
 
 }  // namespace velmo::desktop

@@ -90,16 +90,16 @@ void measureCaptures(Report& report) {
             together.push_back(bar.captureTime(windows));
             floor.push_back(oneAfterAnother(display, windows));
         }
-        const auto add = [&](const char* what, const std::vector<double>& times) {
+        const auto add = [&](const char* what, const char* host, const std::vector<double>& times) {
             report.add({.part = "captures",
                         .what = what,
-                        .host = "Velmo",
+                        .host = host,
                         .kind = nameOf(Kind::tray),
                         .items = static_cast<int>(count)},
                        times);
         };
-        add("at once", together);
-        add("one after the other", floor);
+        add("at once", "Velmo", together);
+        add("one after the other", "bare program", floor);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <string>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -52,6 +53,7 @@ void measureRound(Report& report, Kind kind, Memories& memories) {
 
 void measureMemory(Report& report) {
     for (const auto kind : {Kind::tray, Kind::bus}) {
+        const char* things = kind == Kind::tray ? " icons of the tray" : " items of the bus";
         Memories memories;
         for (int round = 0; round < memoryRounds; ++round)
             measureRound(report, kind, memories);
@@ -67,7 +69,9 @@ void measureMemory(Report& report) {
                             .unit = "MB"},
                            theirs);
                 if (host.isLarge && !theirs.empty())
-                    report.promise("our memory, of " + host.name + "'s", median(ours) / median(theirs), 0.5);
+                    report.promise(
+                        "our memory with " + std::to_string(count) + things + ", of " + host.name + "'s",
+                        median(ours) / median(theirs), 0.5);
             }
         }
     }

@@ -167,7 +167,7 @@ struct Openings {
     }
 };
 
-void measure(Report& report, Kind kind, int items) {
+void measureOpenings(Report& report, Kind kind, int items) {
     Openings first;
     Openings later;
     for (int round = 0; round < firstRounds; ++round) {
@@ -190,7 +190,7 @@ void measure(Report& report, Kind kind, int items) {
 void measurePanels(Report& report) {
     for (const int items : {10, 50, 200}) {
         for (const auto kind : {Kind::tray, Kind::bus})
-            measure(report, kind, items);
+            measureOpenings(report, kind, items);
     }
 }
 

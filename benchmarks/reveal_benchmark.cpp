@@ -1,5 +1,5 @@
 #include "benchmarks.h"
-#include "contender.h"
+#include "hiding_host.h"
 #include "running_host.h"
 #include "timing.h"
 
@@ -7,6 +7,7 @@
 #include <xcb/xtest.h>
 
 #include <chrono>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,28 +33,28 @@ constexpr double mostCrowded = 3;
 constexpr std::chrono::milliseconds pause(20);
 
 struct Racer {
-    std::unique_ptr<Contender> contender;
+    std::unique_ptr<HidingHost> host;
     std::vector<double> reveals = {};
     std::vector<double> hides = {};
     bool hasFailed = false;
 };
 
 /// Clicks, and returns the milliseconds from the release until the last item is where it belongs.
-double click(Contender& contender, bool reveals) {
-    const auto& x = contender.display().x();
+double click(HidingHost& host, bool reveals) {
+    const auto& x = host.display().x();
     const auto fake = [&](std::uint8_t type, std::uint8_t detail, Place place = {}) {
         xcb_test_fake_input(x.raw(), type, detail, 0, x.root(), static_cast<std::int16_t>(place.x),
                             static_cast<std::int16_t>(place.y), 0);
     };
-    fake(XCB_MOTION_NOTIFY, 0, contender.button());
+    fake(XCB_MOTION_NOTIFY, 0, host.button());
     fake(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1);
     x.pointer();
     std::this_thread::sleep_for(pause);
-    contender.beginToWatch();
+    host.beginToWatch();
     const auto begin = Clock::now();
     fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1);
     xcb_flush(x.raw());
-    contender.awaitChange(reveals);
+    host.awaitChange(reveals);
     const double time = millisecondsSince(begin);
     std::this_thread::sleep_for(pause);
     return time;
@@ -84,19 +85,19 @@ private:
 };
 
 /// A round of one after a round of the other: what else the machine does falls on all alike.
-void race(Report& report, std::vector<Racer>& racers) {
+void race(Report& report, const std::vector<Racer*>& racers) {
     const OutOfTheWay outOfTheWay;
     for (int round = 0; round < revealRounds; ++round) {
-        for (auto& racer : racers) {
-            if (racer.hasFailed)
+        for (auto* const racer : racers) {
+            if (racer->hasFailed)
                 continue;
             try {
-                racer.reveals.push_back(click(*racer.contender, true));
-                racer.hides.push_back(click(*racer.contender, false));
+                racer->reveals.push_back(click(*racer->host, true));
+                racer->hides.push_back(click(*racer->host, false));
             } catch (const std::exception& error) {
-                if (racer.contender->isVelmo())
+                if (racer->host->isVelmo())
                     throw;
-                racer.hasFailed = true;
+                racer->hasFailed = true;
                 report.note(std::string("left out from then on: ") + error.what());
             }
         }
@@ -107,8 +108,8 @@ void add(Report& report, const Racer& racer, int items, const std::string& where
     const auto add = [&](const std::string& what, const std::vector<double>& times) {
         report.add({.part = "reveals",
                     .what = what + where,
-                    .host = racer.contender->name(),
-                    .kind = nameOf(racer.contender->kind()),
+                    .host = racer.host->name(),
+                    .kind = nameOf(racer.host->kind()),
                     .items = items},
                    times);
     };
@@ -130,40 +131,41 @@ void promise(Report& report, int items, const Racer& ours, const Racer& theirs, 
 
 void measureWithRoom(Report& report, int items) {
     const auto* screen = screenFor(items);
-    std::vector<Racer> racers;
+    std::map<Kind, Racer> ours;
     for (const auto kind : {Kind::tray, Kind::bus})
-        racers.push_back({makeVelmo(kind, items, screen)});
-    racers.push_back({makeBareMover(items, screen)});
+        ours[kind] = {makeVelmo(kind, items, screen)};
+    Racer bare = {makeBareMover(items, screen)};
+    std::vector<Racer> peers;
     if (const auto* xfce = hostNamed("xfce4-panel")) {
         for (const auto kind : {Kind::tray, Kind::bus}) {
             if (auto made = withPatience(report, *xfce, [&] { return makeXfce(*xfce, kind, items, screen); }))
-                racers.push_back({std::move(*made)});
+                peers.push_back({std::move(*made)});
         }
     }
+    std::vector<Racer*> racers = {&ours[Kind::tray], &ours[Kind::bus], &bare};
+    for (auto& peer : peers)
+        racers.push_back(&peer);
     race(report, racers);
-    for (const auto& racer : racers)
-        add(report, racer, items);
-    for (std::size_t index = 2; index < racers.size(); ++index) {
-        const auto& theirs = racers[index];
-        const bool isBare = index == 2;
-        const double limit = isBare ? 2 : 1.0 / 3;
-        const auto name = theirs.contender->name() + "'s";
-        if (isBare || theirs.contender->kind() == Kind::tray)
-            promise(report, items, racers[0], theirs, name, limit);
-        if (isBare || theirs.contender->kind() == Kind::bus)
-            promise(report, items, racers[1], theirs, name + ", items of the bus", limit);
-    }
+    for (const auto* racer : racers)
+        add(report, *racer, items);
+    const auto compare = [&](Kind kind, const Racer& theirs, double limit) {
+        const std::string things = kind == Kind::tray ? "" : ", items of the bus";
+        promise(report, items, ours[kind], theirs, theirs.host->name() + "'s" + things, limit);
+    };
+    for (const auto kind : {Kind::tray, Kind::bus})
+        compare(kind, bare, 2);
+    for (const auto& peer : peers)
+        compare(peer.host->kind(), peer, 1.0 / 3);
 }
 
 /// Where icons become narrower with each reveal, and wider with each that hides them.
 void measureCrowded(Report& report, int items) {
-    std::vector<Racer> racers;
-    racers.push_back({makeVelmo(Kind::tray, items, screenFor(items))});
-    racers.push_back({makeVelmo(Kind::tray, items, crowdedScreen)});
-    race(report, racers);
-    add(report, racers[0], items, ", with room");
-    add(report, racers[1], items, ", crowded");
-    promise(report, items, racers[1], racers[0], "those with room", mostCrowded);
+    Racer withRoom = {makeVelmo(Kind::tray, items, screenFor(items))};
+    Racer crowded = {makeVelmo(Kind::tray, items, crowdedScreen)};
+    race(report, {&withRoom, &crowded});
+    add(report, withRoom, items, ", with room");
+    add(report, crowded, items, ", crowded");
+    promise(report, items, crowded, withRoom, "those with room", mostCrowded);
 }
 
 }  // namespace

@@ -38,12 +38,10 @@ void RunningHost::fillTray(int count) {
 void RunningHost::fillBus(int count, int hidden) {
     constexpr std::chrono::milliseconds interval(5);
     waitFor([&] { return busItems().hasHost(); }, host_->name + " to take items of the bus");
-    if (busCount_ == 0 && count > 0) {
+    if (busItems().count() == 0 && count > 0)
         busItems().addToNewHost();
-        busCount_ = 1;
-    }
-    busItems().add(count - busCount_);
-    busCount_ = count;
+    busItems().addUpTo(count);
+    busItems().awaitRequests();
     waitFor([&] { return display_.squares() == count - hidden; }, "the items of the bus", interval);
 }
 

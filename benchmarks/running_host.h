@@ -44,7 +44,6 @@ private:
     std::optional<ChildProcess> process_;
     std::vector<xcb_window_t> trayIcons_;
     std::optional<BusItems> busItems_;
-    int busCount_ = 0;
 };
 
 /// Waits until there is one.
@@ -55,16 +54,19 @@ xcb_window_t windowTitled(const Display& display, const std::string& title);
 template <typename Action>
 auto withPatience(Report& report, const Host& host, const Action& action)
     -> std::optional<decltype(action())> {
-    for (int attempt = 0; attempt < 3; ++attempt) {
+    for (int attempt = 1;; ++attempt) {
         try {
             return action();
         } catch (const std::exception& error) {
             if (host.isVelmo())
                 throw;
+            if (attempt == 3) {
+                report.note(host.name + " failed three times and is left out: " + error.what());
+                return std::nullopt;
+            }
             report.note(host.name + " failed and was tried again: " + error.what());
         }
     }
-    return std::nullopt;
 }
 
 }  // namespace velmo::desktop

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace velmo::desktop {
@@ -13,7 +14,7 @@ namespace {
 constexpr int startRounds = 31;
 
 /// A host that has run before: what it asks of others runs in the session already.
-struct Contender {
+struct Starter {
     const Host* host;
     Kind kind;
     std::unique_ptr<RunningHost> running;
@@ -46,40 +47,42 @@ struct Contender {
 }  // namespace
 
 void measureStarts(Report& report) {
-    std::vector<Contender> contenders;
+    std::vector<Starter> starters;
     for (const auto kind : {Kind::tray, Kind::bus}) {
         for (const auto& host : installedHosts()) {
             if (host.takes(kind))
-                contenders.push_back({&host, kind, nullptr, {}});
+                starters.push_back({&host, kind, nullptr, {}});
         }
     }
     for (int round = 0; round < startRounds; ++round) {
-        for (auto& contender : contenders) {
-            const auto time = withPatience(report, *contender.host, [&] {
+        for (auto& starter : starters) {
+            const auto time = withPatience(report, *starter.host, [&] {
                 try {
-                    return contender.timeToFirstItem();
+                    return starter.timeToFirstItem();
                 } catch (...) {
-                    contender.running.reset();
+                    starter.running.reset();
                     throw;
                 }
             });
             if (time)
-                contender.times.push_back(*time);
+                starter.times.push_back(*time);
         }
     }
-    const Contender* ours = nullptr;
-    for (const auto& contender : contenders) {
+    const Starter* ours = nullptr;
+    for (const auto& starter : starters) {
         report.add({.part = "starts",
                     .what = "first item",
-                    .host = contender.host->name,
-                    .kind = nameOf(contender.kind),
+                    .host = starter.host->name,
+                    .kind = nameOf(starter.kind),
                     .items = 1},
-                   contender.times);
-        if (contender.host->isVelmo())
-            ours = &contender;
-        else if (!contender.times.empty())
-            report.promise("our time to the first item, of " + contender.host->name + "'s",
-                           median(ours->times) / median(contender.times), 1);
+                   starter.times);
+        if (starter.host->isVelmo())
+            ours = &starter;
+        else if (!starter.times.empty())
+            report.promise(std::string("our time to the first ") +
+                               (starter.kind == Kind::tray ? "icon of the tray" : "item of the bus") +
+                               ", of " + starter.host->name + "'s",
+                           median(ours->times) / median(starter.times), 1);
     }
 }
 

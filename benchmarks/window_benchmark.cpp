@@ -126,7 +126,7 @@ struct Memory {
     double after = 0;
 };
 
-Memory measure(const Host& host, const Windows& windows) {
+Memory measureOpened(const Host& host, const Windows& windows) {
     const Setup setup = {
         .hiddenItems = hiddenIcons, .clock = true, .defaults = {{"clickAction", "showPanel"}}};
     RunningHost running(host, setup);
@@ -149,7 +149,8 @@ void measureWindows(Report& report) {
         std::vector<double> before;
         std::vector<double> after;
         for (int round = 0; round < windowRounds; ++round) {
-            if (const auto memory = withPatience(report, *host, [&] { return measure(*host, windows); })) {
+            if (const auto memory =
+                    withPatience(report, *host, [&] { return measureOpened(*host, windows); })) {
                 before.push_back(memory->before);
                 after.push_back(memory->after);
             }

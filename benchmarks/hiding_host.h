@@ -14,13 +14,13 @@ struct Place {
     int y = 0;
 };
 
-/// A program with hidden items, and the button that shows and hides them.
-class Contender {
+/// What reveals are measured of: a program with hidden items, and the button that shows and hides them.
+class HidingHost {
 public:
-    virtual ~Contender() = default;
-    Contender() = default;
-    Contender(const Contender&) = delete;
-    Contender& operator=(const Contender&) = delete;
+    virtual ~HidingHost() = default;
+    HidingHost() = default;
+    HidingHost(const HidingHost&) = delete;
+    HidingHost& operator=(const HidingHost&) = delete;
 
     virtual Display& display() = 0;
     virtual std::string name() const = 0;
@@ -35,7 +35,7 @@ public:
 };
 
 /// One whose items are windows, which it moves.
-class WindowMover : public Contender {
+class WindowMover : public HidingHost {
 public:
     void beginToWatch() override;
     void awaitChange(bool revealed) override;
@@ -49,10 +49,10 @@ private:
     std::set<xcb_window_t> shown_;
 };
 
-std::unique_ptr<Contender> makeBareMover(int items, const char* screen);
+std::unique_ptr<HidingHost> makeBareMover(int items, const char* screen);
 /// With hidden items of that kind, and one that stays.
-std::unique_ptr<Contender> makeVelmo(Kind kind, int items, const char* screen);
+std::unique_ptr<HidingHost> makeVelmo(Kind kind, int items, const char* screen);
 /// The same.
-std::unique_ptr<Contender> makeXfce(const Host& host, Kind kind, int items, const char* screen);
+std::unique_ptr<HidingHost> makeXfce(const Host& host, Kind kind, int items, const char* screen);
 
 }  // namespace velmo::desktop

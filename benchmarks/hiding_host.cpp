@@ -1,4 +1,4 @@
-#include "contender.h"
+#include "hiding_host.h"
 
 #include "built_files.h"
 #include "running_host.h"
@@ -103,7 +103,7 @@ private:
 };
 
 /// It paints items of the bus, which are no windows.
-class XfceBus : public Contender {
+class XfceBus : public HidingHost {
 public:
     XfceBus(const Host& host, int items, const char* screen)
         : items_(items), host_(host, {.hiddenItems = items, .kind = Kind::bus}, screen) {
@@ -168,15 +168,15 @@ void WindowMover::awaitChange(bool revealed) {
     }
 }
 
-std::unique_ptr<Contender> makeBareMover(int items, const char* screen) {
+std::unique_ptr<HidingHost> makeBareMover(int items, const char* screen) {
     return std::make_unique<BareMover>(items, screen);
 }
 
-std::unique_ptr<Contender> makeVelmo(Kind kind, int items, const char* screen) {
+std::unique_ptr<HidingHost> makeVelmo(Kind kind, int items, const char* screen) {
     return std::make_unique<Velmo>(kind, items, screen);
 }
 
-std::unique_ptr<Contender> makeXfce(const Host& host, Kind kind, int items, const char* screen) {
+std::unique_ptr<HidingHost> makeXfce(const Host& host, Kind kind, int items, const char* screen) {
     if (kind == Kind::tray)
         return std::make_unique<XfceTray>(host, items, screen);
     return std::make_unique<XfceBus>(host, items, screen);
