@@ -92,10 +92,10 @@ std::string SoakSession::anyProgram() {
     return std::next(clients_.begin(), below(static_cast<int>(clients_.size())))->first;
 }
 
-std::string SoakSession::anyOnScreen() {
+std::string SoakSession::anyOnScreen(const std::function<bool(const Client&)>& condition) {
     std::vector<std::string> found;
     for (const auto& [name, client] : clients_) {
-        if (isExpectedOnScreen(name))
+        if (isExpectedOnScreen(name) && condition(client))
             found.push_back(name);
     }
     return found.empty() ? std::string()

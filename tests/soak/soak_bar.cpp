@@ -51,11 +51,20 @@ bool SoakSession::openPanelAndLeaveIt() {
 
 /// The first one is that of the hidden icon that lies farthest left.
 bool SoakSession::clickPicture() {
-    const auto order = expectedOrder();
-    const auto last = std::find(order.begin(), order.end(), "Velmo.AlwaysHiddenDivider");
-    const auto& name = *std::prev(last);
-    const auto found = clients_.find(name);
-    if (level_ != Level::none || found == clients_.end() || isExpectedOnScreen(name))
+    if (level_ != Level::none) {
+        clickToggle();
+        expectAll();
+    }
+    const auto hidden = [&] {
+        const auto order = expectedOrder();
+        const auto end = std::find(order.begin(), order.end(), "Velmo.AlwaysHiddenDivider");
+        return clients_.find(*std::prev(end));
+    };
+    // Between the dividers there may be nothing but the first of them.
+    if (hidden() == clients_.end() && !hideIcon())
+        return false;
+    const auto found = hidden();
+    if (found == clients_.end() || isExpectedOnScreen(found->first))
         return false;
     const int before = clicksOf(found->second);
     std::this_thread::sleep_for(youngPictures);

@@ -171,19 +171,12 @@ bool SoakSession::fillScreen() {
     return true;
 }
 
-/// What the user is at when Velmo is killed.
-void SoakSession::openSomething() {
-    switch (below(3)) {
-        case 0:
-            click(toggle(), rightButton);
-            EXPECT_TRUE(eventually([&] { return openMenu().has_value(); })) << "its menu opens";
-            break;
-        case 1:
-            openSettings();
-            break;
-        default:
-            break;
-    }
+void SoakSession::kill() {
+    note("Velmo is killed");
+    velmo().signal(SIGKILL);
+    EXPECT_EQ(velmo().wait(milliseconds(5000)), 128 + SIGKILL);
+    startWithDefaults();
+    expectAll();
 }
 
 void SoakSession::startAnew() {
@@ -195,14 +188,15 @@ void SoakSession::startAnew() {
         });
         return known == expected;
     };
-    note("Velmo is killed");
+    lastAction_ = "places are written down";
     EXPECT_TRUE(eventually(areKnown)) << testing::PrintToString(savedOrder()) << " is written down, expected "
                                       << testing::PrintToString(expectedIdentities());
-    openSomething();
-    velmo().signal(SIGKILL);
-    EXPECT_EQ(velmo().wait(milliseconds(5000)), 128 + SIGKILL);
-    startWithDefaults();
-    expectAll();
+    kill();
+    openSettings();
+    kill();
+    click(toggle(), rightButton);
+    EXPECT_TRUE(eventually([&] { return openMenu().has_value(); })) << "its menu opens";
+    kill();
     note("Velmo ends and starts");
     stopVelmo();
     startWithDefaults();

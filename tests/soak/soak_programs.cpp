@@ -133,8 +133,8 @@ bool SoakSession::iconChanges() {
 
 /// Whatever is done with its icon meanwhile, the bar is there for the user.
 bool SoakSession::programHangs() {
-    const auto found = clients_.find(anyOnScreen());
-    if (found == clients_.end() || found->second.trayProgram)
+    const auto found = clients_.find(anyOnScreen([](const auto& client) { return !client.trayProgram; }));
+    if (found == clients_.end())
         return false;
     auto& client = found->second;
     if (client.process)
@@ -187,8 +187,8 @@ void SoakSession::expectClick(const Client& client, int before) {
 }
 
 bool SoakSession::openIconsMenu() {
-    const auto name = anyOnScreen();
-    if (name.empty() || !clients_.at(name).hasMenu)
+    const auto name = anyOnScreen([](const auto& client) { return client.hasMenu; });
+    if (name.empty())
         return false;
     click(itemOf(name), rightButton);
     leave("the menu of " + name, [&] { return openMenu().has_value(); });

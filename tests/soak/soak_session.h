@@ -26,7 +26,7 @@ protected:
     void step();
     /// Everything that is open closes, all programs end, and nothing more is held than at the first time.
     void rest();
-    /// Velmo is killed, and ends in order, and returns to what it has known both times.
+    /// Velmo is killed, whatever is open, and ends in order, and returns each time to what it has known.
     void startAnew();
     const std::string& lastAction() const { return lastAction_; }
     /// How often each has happened so far: those that never have, too.
@@ -144,7 +144,7 @@ private:
     void chooseTab(int place);
     /// By keys, from the tab on.
     void switchBox(int stop, const std::string& key, bool isOn);
-    void openSomething();
+    void kill();
     void startWithDefaults();
     void setMonitors(int count);
     void setMode(int width, int height);
@@ -160,8 +160,11 @@ private:
     int below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
     /// One of those names that no living program has. Empty for none.
     std::string anyOf(std::vector<std::string> names);
-    /// A living program whose icon is on the screen. Empty where there is none.
-    std::string anyOnScreen();
+    /// A living program whose icon is on the screen, of those that the condition holds for. Empty where there
+    /// is none.
+    std::string anyOnScreen(const std::function<bool(const Client&)>& condition = [](const auto&) {
+        return true;
+    });
     std::string anyProgram();
 
     std::mt19937 random_;
