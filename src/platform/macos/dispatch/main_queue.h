@@ -6,6 +6,8 @@
 
 namespace velmo::macos {
 
+// NOLINTBEGIN(readability-identifier-naming): names of the system.
+
 /// Larger than this, and never looked into.
 struct dispatch_queue_s {};
 
@@ -18,6 +20,8 @@ extern "C" {
 extern dispatch_queue_s _dispatch_main_q;
 void dispatch_async(Id queue, BlockCode<void()>* block);
 }
+
+// NOLINTEND(readability-identifier-naming)
 
 /// The queue itself is the variable.
 inline constexpr Global<&_dispatch_main_q, dispatch_queue_s> mainQueue;

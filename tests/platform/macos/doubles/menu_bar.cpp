@@ -45,12 +45,12 @@ void takePosition(const NSObject& item) {
 void forgetPosition(const Object& item) {
     NSUserDefaults::standard().removeObject(positionKey(item));
 }
-void deallocItem(Id item, Selector selector) {
+void deallocItem(Id item, Selector /*selector*/) {
     // It cannot be retained any more.
     Object going = Object::adopt(item);
     forgetPosition(going);
+    callOwn<&deallocItem>(going);
     going.leave();
-    reinterpret_cast<void (*)(Id, Selector)>(ownMethod<&deallocItem>().implementation)(item, selector);
 }
 void removeStatusItem(const NSObject& /*bar*/, const NSObject& item) {
     forgetPosition(item);
