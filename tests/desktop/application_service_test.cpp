@@ -4,6 +4,7 @@
 
 #include <systemd/sd-bus.h>
 
+#include <array>
 #include <fstream>
 
 namespace velmo::desktop {
@@ -41,6 +42,14 @@ public:
         const std::string problem = error.name ? error.name : "";
         sd_bus_error_free(&error);
         return problem;
+    }
+    /// As the bus tells it those whom it starts: with its own identity.
+    static std::string fullAddress(const std::string& address) {
+        const Launcher launcher(address);
+        sd_id128_t identity{};
+        sd_bus_get_bus_id(launcher.bus_, &identity);
+        std::array<char, SD_ID128_STRING_MAX> text{};
+        return address + ",guid=" + sd_id128_to_string(identity, text.data());
     }
     std::string activate() { return call("Activate", "a{sv}", 0); }
     std::string action(const char* word) { return call("ActivateAction", "sava{sv}", word, 0, 0); }
@@ -178,6 +187,7 @@ TEST_F(ApplicationService, WhatIsNoActionDoesNothing) {
 }
 
 TEST_F(ApplicationService, HasTheNameOnABusThatComesAnew) {
+    environment_["DBUS_SESSION_BUS_ADDRESS"] = Launcher::fullAddress(busAddress());
     startVelmoOnBus();
     launcher_.reset();
     stopSessionBus();

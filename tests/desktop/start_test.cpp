@@ -55,6 +55,8 @@ TEST_F(Start, WhereAnotherTrayRunsNoCommandIsTakenAndLost) {
     free(xcb_xfixes_query_version_reply(x().raw(), xcb_xfixes_query_version(x().raw(), 5, 0), nullptr));
     xcb_xfixes_select_selection_input(x().raw(), x().root(), x().atom("_VELMO_INSTANCE_S0"),
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+    // The server knows what we ask for by the time of this answer.
+    ASSERT_EQ(x().selectionOwner("_VELMO_INSTANCE_S0"), XCB_WINDOW_NONE);
     EXPECT_EQ(runToEnd().first, 1);
     // Whatever was told of came before this answer.
     EXPECT_EQ(x().selectionOwner("_VELMO_INSTANCE_S0"), XCB_WINDOW_NONE);
