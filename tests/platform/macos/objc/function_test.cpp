@@ -7,9 +7,9 @@
 namespace velmo::macos {
 namespace {
 
-Id kept() {
-    static const CountedObject only = CountedObject::create();
-    return only.get();
+Id& someoneElses() {
+    static Id object = nullptr;
+    return object;
 }
 Id someCreateObject() {
     return CountedObject::create().leave();
@@ -18,7 +18,7 @@ Id someCopyOfObject() {
     return CountedObject::create().leave();
 }
 Id someCreatedObject() {
-    return kept();
+    return someoneElses();
 }
 
 class FunctionTest : public MacosTest {};
@@ -45,7 +45,8 @@ TEST_F(FunctionTest, LetsGoOfWhatItHasMade) {
 
 TEST_F(FunctionTest, LeavesToOthersWhatItHasNotMade) {
     constexpr Function<&someCreatedObject> created;
-    const auto object = Object::share<CountedObject>(kept());
+    const CountedObject object = CountedObject::create();
+    someoneElses() = object.get();
     const auto count = object.retainCount();
     EXPECT_EQ(created(), object);
     EXPECT_EQ(object.retainCount(), count);
