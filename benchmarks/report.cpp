@@ -45,11 +45,12 @@ void Report::add(const Subject& subject, const std::vector<double>& values) {
                         {"median", spread.median},
                         {"lower", spread.lowerQuartile},
                         {"upper", spread.upperQuartile},
+                        {"percentile95", spread.percentile95},
                         {"count", values.size()}});
-    std::printf("%-8s %-22s %-13s %-4s %4d %10.2f %-16s quartiles %.2f and %.2f of %zu\n",
+    std::printf("%-8s %-22s %-13s %-4s %4d %10.2f %-16s quartiles %.2f and %.2f, 95th %.2f of %zu\n",
                 subject.part.c_str(), subject.what.c_str(), subject.host.c_str(), subject.kind.c_str(),
                 subject.items, spread.median, subject.unit.c_str(), spread.lowerQuartile,
-                spread.upperQuartile, values.size());
+                spread.upperQuartile, spread.percentile95, values.size());
     std::fflush(stdout);
 }
 

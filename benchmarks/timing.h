@@ -33,6 +33,7 @@ struct Spread {
     double lowerQuartile = 0;
     double median = 0;
     double upperQuartile = 0;
+    double percentile95 = 0;
     double highest = 0;
 };
 
@@ -45,7 +46,7 @@ inline Spread spreadOf(std::vector<double> values) {
         const auto above = std::min(below + 1, values.size() - 1);
         return std::lerp(values[below], values[above], place - static_cast<double>(below));
     };
-    return {at(0.25), at(0.5), at(0.75), values.back()};
+    return {at(0.25), at(0.5), at(0.75), at(0.95), values.back()};
 }
 
 inline double median(const std::vector<double>& values) {

@@ -61,6 +61,11 @@ def spread(figure):
     return f'{number(figure["median"])} ({number(figure["lower"])}–{number(figure["upper"])})'
 
 
+def spread_to_95th(figure):
+    """What counts where somebody waits is also how long it hardly ever takes."""
+    return f'{spread(figure)[:-1]}, {number(figure["percentile95"])})' if figure else NONE
+
+
 def table(head, rows):
     lines = ["| " + " | ".join(head) + " |", "|" + "---|" * len(head)]
     return "\n".join(lines + ["| " + " | ".join(row) + " |" for row in rows])
@@ -74,12 +79,13 @@ def name_of(what, kind, items):
 
 def peers_table(result, part):
     """A row for each subject, a column for each host."""
+    form = spread_to_95th if part == "reveals" else spread
     hosts = result.hosts(part)
     rows = []
     for subject in result.subjects(part):
         figures = [result.get(part, *subject, host) for host in hosts]
         unit = next(figure["unit"] for figure in figures if figure)
-        rows.append([f"{name_of(*subject)}, {unit}"] + [spread(figure) for figure in figures])
+        rows.append([f"{name_of(*subject)}, {unit}"] + [form(figure) for figure in figures])
     return table([""] + [f"**{host}**" if host == OURS else host for host in hosts], rows)
 
 

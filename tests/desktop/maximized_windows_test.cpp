@@ -112,6 +112,7 @@ protected:
     const Area tall{0, 0, 640, 720};
     const Area lowerBeside{640, 220, 640, 500};
     const Area wide{0, 0, 1280, 360};
+    const Area wideBelow{0, 360, 1280, 360};
     const Area leftBelow{0, 360, 640, 360};
     const Area rightBelow{640, 360, 640, 360};
 };
@@ -138,6 +139,19 @@ TEST_P(MaximizedUnder, FillsALowerScreenThatBecomesThePrimaryOne) {
     setMonitor("*first", lowerBeside, knowsOne ? "screen" : "none");
     ASSERT_TRUE(eventually([&] { return x().area(bar())->y == lowerBeside.y; }));
     expectToFillBoth(lowerBeside, tall);
+}
+
+TEST_P(MaximizedUnder, FillsAScreenBelowOneAsWideThatBecomesThePrimaryOne) {
+    // Here, too.
+    const bool knowsOne = manager_ == "xfwm4";
+    setMonitor("first", wideBelow, knowsOne ? "screen" : "none");
+    setMonitor("*other", wide, knowsOne ? "none" : "screen");
+    start();
+    ASSERT_EQ(x().area(bar())->y, 0);
+    outputOf({"xrandr", "--delmonitor", "first"}, environment_);
+    setMonitor("*first", wideBelow, knowsOne ? "screen" : "none");
+    ASSERT_TRUE(eventually([&] { return x().area(bar())->y == wideBelow.y; }));
+    expectToFillBoth(wideBelow, wide);
 }
 
 TEST_P(MaximizedUnder, FillsALowerScreenUnderTheNextWindowManager) {

@@ -72,12 +72,14 @@ void ReservedStrip::setStrut(const std::string& manager) {
     const auto root = areaFrom(connection_, xcb_get_geometry(connection_.raw(), connection_.root()));
     const auto& reader = StrutReader::named(manager);
     const auto strut = reader.strutFor(area_, monitors_, root ? root->width : 0);
-    if (strut_ == strut)
+    const bool isRead = !reader.readsOnce || strutArea_ == area_;
+    if (strut_ == strut && isRead)
         return;
     const bool beginsAnew = shown_ && reader.readsOnce;
     if (beginsAnew)
         withdraw();
     strut_ = strut;
+    strutArea_ = area_;
     const auto& atoms = connection_.atoms();
     connection_.setCardinals(window_, atoms.netWmStrutPartial, {strut.begin(), strut.end()});
     // The older form has only the depths.

@@ -46,6 +46,8 @@ private:
     PixelRect area_;
     std::vector<PixelRect> monitors_;
     std::optional<Strut> strut_;
+    /// Where the strip lay when the strut was set.
+    PixelRect strutArea_;
     bool shown_ = false;
     int attempts_ = 0;
     std::shared_ptr<Timer> nextAttempt_;
