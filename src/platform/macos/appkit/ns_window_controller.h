@@ -8,6 +8,7 @@ class NSWindowController : public ClassOf<NSWindowController, "NSWindowControlle
 public:
     static NSWindowController with(const NSWindow& window) { return make<"initWithWindow:">(window); }
 
+    void setShouldCascadeWindows(bool should) const { send<void, "setShouldCascadeWindows:">(should); }
     void showWindow() const { send<void, "showWindow:">(Object()); }
 };
 

@@ -10,6 +10,8 @@ MacosWindow::MacosWindow(RunLoop& loop, const View& content)
       window_(NSWindow::with(NSViewController::with(host_.view()))),
       tabs_(window_),
       controller_(NSWindowController::with(window_)) {
+    // It stays where it was, rather than beside that.
+    controller_.setShouldCascadeWindows(false);
     // The reference that closing would give up is ours.
     window_.setReleasedWhenClosed(false);
     window_.setDelegate(delegate_.object());

@@ -31,5 +31,15 @@ TEST_F(WindowDisplayTest, GrowsAndShrinksBelowItsTitleBar) {
     }
 }
 
+TEST_F(WindowDisplayTest, StaysWhereItWasRatherThanBesideThat) {
+    window.setTitle("Staying");
+    const NSWindow shown = windowTitled("Staying");
+    ASSERT_TRUE(shown);
+    const auto controller = Message<"NSWindow", false, "windowController", Object>::send(shown.get());
+    ASSERT_TRUE(controller);
+    using ShouldCascade = Message<"NSWindowController", false, "shouldCascadeWindows", bool>;
+    EXPECT_FALSE(ShouldCascade::send(controller.get()));
+}
+
 }  // namespace
 }  // namespace velmo::macos
