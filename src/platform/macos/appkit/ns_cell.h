@@ -17,6 +17,7 @@ public:
     /// True: what is typed beyond the edge moves the text along.
     void setScrollable(bool scrollable) const { send<void, "setScrollable:">(scrollable); }
     void setLineBreakMode(NSLineBreakMode mode) const { send<void, "setLineBreakMode:">(mode); }
+    void setAccessibilityElement(bool isElement) const { send<void, "setAccessibilityElement:">(isElement); }
     /// What it wants where it is offered that much.
     CGSize cellSizeForBounds(const CGRect& bounds) const {
         return send<CGSize, "cellSizeForBounds:">(bounds);

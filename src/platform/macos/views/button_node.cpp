@@ -31,7 +31,7 @@ char16_t functionKey(ShortcutKey key) {
 /// The button itself says what lies on it.
 void hideFromAssistance(const NSView& surface) {
     for (const NSView& view : surface.subviews().all<NSView>()) {
-        view.setAccessibilityElement(false);
+        setAccessibilityElement(view, false);
         hideFromAssistance(view);
     }
 }

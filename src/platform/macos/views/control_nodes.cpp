@@ -34,7 +34,7 @@ void ToggleNode::used() {
 void ToggleNode::apply(const ViewContext& context) {
     const auto& toggle = content<Toggle>();
     reassert_ = context.reassert;
-    showTitle(toggle.title, context);
+    showTitleOfNamed(toggle.title, context);
     describe(*control_, context.accessibilityLabel.empty() ? toggle.title : context.accessibilityLabel,
              context.help);
     control_->setEnabled(context.isEnabled);
@@ -102,7 +102,7 @@ void LabelNode::apply(const ViewContext& context) {
     const Image& image = content<Label>().image;
     image_.display(imageIn(image, context), {ColorRole::accent}, false);
     describe(image_.view(), image.accessibilityDescription, {});
-    image_.view().setAccessibilityElement(!image.accessibilityDescription.empty());
+    setAccessibilityElement(image_.view(), !image.accessibilityDescription.empty());
     children_.update(view().children, context.forChildren(Axis::horizontal), surface());
 }
 

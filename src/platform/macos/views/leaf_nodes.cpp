@@ -14,6 +14,13 @@ void describe(const NSView& view, const std::string& name, const std::string& he
         view.setToolTip(help.empty() ? NSString() : NSString::from(help));
 }
 
+void setAccessibilityElement(const NSView& view, bool isElement) {
+    view.setAccessibilityElement(isElement);
+    // Controls are told of as their cells.
+    if (const auto control = as<NSControl>(view))
+        control.cell().setAccessibilityElement(isElement);
+}
+
 void describeGroup(const NSView& view, const NSString& role, const std::string& name) {
     view.setAccessibilityElement(!name.empty());
     view.setAccessibilityRole(role);
@@ -42,7 +49,7 @@ void ImageNode::apply(const ViewContext& context) {
         context.accessibilityLabel.empty() ? view.image.accessibilityDescription : context.accessibilityLabel;
     describe(label_.view(), name, context.help);
     // Of a picture without a name the system would say what it is called.
-    label_.view().setAccessibilityElement(!name.empty());
+    setAccessibilityElement(label_.view(), !name.empty());
     font_ = context.font;
 }
 

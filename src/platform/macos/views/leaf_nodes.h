@@ -85,6 +85,8 @@ private:
 
 /// Says of a view what is to be known of it beyond its look.
 void describe(const NSView& view, const std::string& name, const std::string& help);
+/// Whether assistive programs are to tell of it on its own.
+void setAccessibilityElement(const NSView& view, bool isElement);
 /// Has assistive programs tell of a view that only holds or surrounds others, where it has a name.
 void describeGroup(const NSView& view, const NSString& role, const std::string& name);
 

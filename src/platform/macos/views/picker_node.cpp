@@ -174,7 +174,7 @@ void PickerNode::choose(std::size_t index) {
 void PickerNode::apply(const ViewContext& context) {
     const auto& picker = content<Picker>();
     reassert_ = context.reassert;
-    showTitle(picker.title, context);
+    showTitleOfNamed(picker.title, context);
     const std::string& name = context.accessibilityLabel.empty() ? picker.title : context.accessibilityLabel;
     const auto choose = [this](std::size_t index) { this->choose(index); };
     if (picker.style == PickerStyle::radioGroup) {

@@ -1,5 +1,7 @@
 #include "row_node.h"
 
+#include "leaf_nodes.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,6 +16,11 @@ constexpr double titleShare = 0.4;
 
 void RowNode::showTitle(const std::string& title, const ViewContext& context) {
     title_.display(title, lookIn(context));
+}
+
+void RowNode::showTitleOfNamed(const std::string& title, const ViewContext& context) {
+    showTitle(title, context);
+    setAccessibilityElement(title_.view(), false);
 }
 
 RowNode::Parts RowNode::parts(double width) const {

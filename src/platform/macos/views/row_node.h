@@ -12,6 +12,8 @@ public:
 
 protected:
     void showTitle(const std::string& title, const ViewContext& context);
+    /// The same, where the control is named as the title, or otherwise: nobody is to be told of both.
+    void showTitleOfNamed(const std::string& title, const ViewContext& context);
     /// What the control wants where that much width is left for it.
     virtual Size controlSize(double width) const = 0;
     virtual void placeControl(const Rect& area) = 0;

@@ -1,5 +1,7 @@
 #include "stack_nodes.h"
 
+#include "leaf_nodes.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -19,10 +21,28 @@ bool anyExpands(const ViewNodes& nodes) {
                        [](const auto& node) { return node->expands(Axis::horizontal); });
 }
 
+/// True where one of the views bears these words as its name.
+bool isNamed(const Views& views, const Text& words) {
+    const auto bearsThem = [&](const Modifier& modifier) {
+        const auto* name = std::get_if<AccessibilityLabel>(&modifier);
+        return name != nullptr && words == Text{{{name->text}}};
+    };
+    return std::any_of(views.begin(), views.end(), [&](const View& view) {
+        return std::any_of(view.modifiers.begin(), view.modifiers.end(), bearsThem);
+    });
+}
+
 }  // namespace
 
 void HStackNode::apply(const ViewContext& context) {
-    children_.update(view().children, context.forChildren(Axis::horizontal), surface());
+    const Views& views = view().children;
+    children_.update(views, context.forChildren(Axis::horizontal), surface());
+    // Nobody is to be told of a control's name once more.
+    for (const auto& child : children_) {
+        const auto* text = std::get_if<Text>(&child->view().content);
+        if (const auto label = text != nullptr ? as<NSTextField>(child->lowest()) : NSTextField())
+            setAccessibilityElement(label, !isNamed(views, *text));
+    }
 }
 
 double HStackNode::spacing() const {

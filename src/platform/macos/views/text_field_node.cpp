@@ -35,7 +35,7 @@ void TextFieldNode::apply(const ViewContext& context) {
     // The title keeps the font of its neighbours; what is typed has the field's own.
     ViewContext titleContext = context;
     titleContext.font = {};
-    showTitle(field.title, titleContext);
+    showTitleOfNamed(field.title, titleContext);
     describe(*field_, context.accessibilityLabel.empty() ? field.title : context.accessibilityLabel,
              context.help);
     // Either would disturb whoever is typing.

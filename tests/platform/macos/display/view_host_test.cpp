@@ -37,9 +37,19 @@ protected:
         const bool isTold = element != system.accessibilityElements.end() && element->second;
         return isTold && role != system.accessibilityRoles.end() ? role->second : "";
     }
-    bool isHiddenFromAssistance(const NSView& view) const {
-        const auto element = system.accessibilityElements.find(view.get());
+    bool isNoElement(const Object& object) const {
+        const auto element = system.accessibilityElements.find(object.get());
         return element != system.accessibilityElements.end() && !element->second;
+    }
+    bool isHiddenFromAssistance(const NSView& view) const {
+        const auto control = as<NSControl>(view);
+        return isNoElement(view) && (!control || isNoElement(control.cell()));
+    }
+    NSTextField labelOf(const std::string& words) const {
+        for (const NSTextField& label : all<NSTextField>())
+            if (label.stringValue().text() == words)
+                return label;
+        return {};
     }
 
     MacosRunLoop loop;
@@ -157,6 +167,23 @@ TEST_F(ViewHostTest, TellsAssistiveProgramsOfNothingTwice) {
     EXPECT_TRUE(isHiddenFromAssistance(all<NSImageView>()[0]));
     EXPECT_FALSE(isHiddenFromAssistance(all<NSImageView>()[1]));
     EXPECT_TRUE(isHiddenFromAssistance(all<NSImageView>()[2]));
+}
+
+TEST_F(ViewHostTest, TellsAssistiveProgramsOfATitleAsTheNameOfItsControlAlone) {
+    const View slider = View{Slider{.maximum = 10}}.with(AccessibilityLabel{"After"});
+    show({VStack{},
+          {View{Toggle{.title = "Switch"}}, View{twoOptions(PickerStyle::menu)}, View{TextField{"Pattern"}},
+           View{HStack{}, {text("After"), slider, text("5 s")}},
+           View{LabeledContent{"Version"}, {text("1.0")}}}});
+    for (const char* words : {"Switch", "Click", "Pattern", "After", "Version", "5 s", "1.0"})
+        ASSERT_TRUE(labelOf(words)) << words;
+    for (const char* words : {"Switch", "Click", "Pattern", "After"})
+        EXPECT_TRUE(isHiddenFromAssistance(labelOf(words))) << words;
+    for (const char* words : {"Version", "5 s", "1.0"})
+        EXPECT_FALSE(isHiddenFromAssistance(labelOf(words))) << words;
+    EXPECT_FALSE(isHiddenFromAssistance(all<NSSwitch>().at(0)));
+    EXPECT_FALSE(isHiddenFromAssistance(all<NSSlider>().at(0)));
+    EXPECT_FALSE(isHiddenFromAssistance(all<NSPopUpButton>().at(0)));
 }
 
 TEST_F(ViewHostTest, LeavesControlsAloneThatAreDragged) {

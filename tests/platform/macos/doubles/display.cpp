@@ -269,6 +269,7 @@ void addViews() {
     setMethod<"removeTrackingArea:", &removeArea>(view);
     setMethod<"intrinsicContentSize", &controlSize>(classNamed<"NSControl">());
     setMethod<"setControlSize:", &setSize>(classNamed<"NSControl">());
+    setMethod<"setAccessibilityElement:", &setAccessibilityElement>(classNamed<"NSCell">());
     overrideMethod<"cellSizeForBounds:", &textCellSize>(classNamed<"NSTextFieldCell">());
     setMethod<"drawRect:", &drawSwitch>(classNamed<"NSSwitch">());
     addPopovers();
