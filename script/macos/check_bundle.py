@@ -92,9 +92,9 @@ def problems(app):
         yield "has a program that cannot be run"
     if information["LSMinimumSystemVersion"] != MINIMUM_SYSTEM or not information["LSUIElement"]:
         yield "is no accessory application for the system that its program needs"
-    # Of several running ones only one could have the hot keys.
-    if not information.get("LSMultipleInstancesProhibited"):
-        yield "can be started more than once"
+    # It counts for all sessions: a second user could not start it while a first one is logged in.
+    if information.get("LSMultipleInstancesProhibited"):
+        yield "starts for one user at a time"
     # Otherwise dates would be in a language of the bundle's, and there is but English.
     if not information.get("CFBundleAllowMixedLocalizations"):
         yield "has dates in English alone"
