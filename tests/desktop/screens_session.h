@@ -1,6 +1,7 @@
 #pragma once
 
 #include "icons_session.h"
+#include "screen_mode.h"
 
 #include <string>
 #include <vector>
@@ -48,15 +49,7 @@ protected:
 
     /// Another resolution of the one monitor that there is.
     void setMode(int width, int height) const {
-        const auto name = std::to_string(width) + "x" + std::to_string(height) + "-test";
-        std::vector<std::string> mode = {"xrandr", "--newmode", name, "60"};
-        for (const int side : {width, height}) {
-            for (const int blank : {0, 10, 20, 30})
-                mode.push_back(std::to_string(side + blank));
-        }
-        outputOf(mode, environment_);
-        outputOf({"xrandr", "--addmode", "screen", name}, environment_);
-        outputOf({"xrandr", "--output", "screen", "--mode", name}, environment_);
+        requestScreenMode(width, height, environment_);
         ASSERT_TRUE(eventually([&] { return x().area(x().root())->width == width; }));
     }
 

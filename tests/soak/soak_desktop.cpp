@@ -2,6 +2,8 @@
 
 #include "soak_session.h"
 
+#include "screen_mode.h"
+
 #include <algorithm>
 #include <csignal>
 #include <fstream>
@@ -59,16 +61,8 @@ bool SoakSession::leaveHalfTheScreen() {
 }
 
 void SoakSession::setMode(int width, int height) {
-    const auto name = std::to_string(width) + "x" + std::to_string(height) + "-soak";
-    std::vector<std::string> mode = {"xrandr", "--newmode", name, "60"};
-    for (const int side : {width, height}) {
-        for (const int blank : {0, 10, 20, 30})
-            mode.push_back(std::to_string(side + blank));
-    }
-    outputOf(mode, environment_);
-    outputOf({"xrandr", "--addmode", "screen", name}, environment_);
-    outputOf({"xrandr", "--output", "screen", "--mode", name}, environment_);
-    EXPECT_TRUE(eventually([&] { return x().area(x().root())->width == width; })) << name;
+    requestScreenMode(width, height, environment_);
+    EXPECT_TRUE(eventually([&] { return x().area(x().root())->width == width; })) << width;
     EXPECT_TRUE(eventually([&] { return x().area(bar()).value_or(Area{}).width == width; }))
         << "the bar is as wide";
 }
