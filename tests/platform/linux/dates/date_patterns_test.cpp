@@ -178,6 +178,36 @@ TEST(DatePatterns, ReadAsOneWouldWriteThem) {
     EXPECT_EQ(written("th_TH@calendar=gregorian", "y"), "2026");
 }
 
+TEST(DatePatterns, ChangeWithTheMinuteToEitherSide) {
+    const auto textsAround = [](const std::string& zone, const char* pattern, Date minute) {
+        IcuDateEngine engine("C", {.name = zone});
+        const auto formatter = engine.makeDateFormatter();
+        formatter->setDateFormat(pattern);
+        std::string texts;
+        for (const double second : {-0.001, 0.0, 29.5, 30.0, 59.999, 60.0, 59.0, 0.0, -1.0})
+            texts += formatter->string(minute + second).value_or("?") + ' ';
+        return texts;
+    };
+    constexpr Date fivePastTwo = 1795269900;  // 2026-11-21 14:05 UTC
+    EXPECT_EQ(textsAround("Europe/Berlin", "HH:mm", fivePastTwo),
+              "15:04 15:05 15:05 15:05 15:05 15:06 15:05 15:05 15:04 ");
+    EXPECT_EQ(textsAround("UTC", "m:ss", fivePastTwo), "4:59 5:00 5:29 5:30 5:59 6:00 5:59 5:00 4:59 ");
+    EXPECT_EQ(textsAround("UTC", "S", fivePastTwo), "9 0 5 0 9 0 0 0 0 ");
+    // Liberia's clocks were 44 minutes and 30 seconds behind until 1972.
+    EXPECT_EQ(textsAround("Africa/Monrovia", "HH:mm", 0),
+              "23:15 23:15 23:15 23:16 23:16 23:16 23:16 23:15 23:15 ");
+    EXPECT_EQ(textsAround("UTC", "HH:mm", -60), "23:58 23:59 23:59 23:59 23:59 00:00 23:59 23:59 23:58 ");
+}
+
+TEST(DatePatterns, AnotherPatternCountsAtOnce) {
+    IcuDateEngine engine("C", {.name = "UTC"});
+    const auto formatter = engine.makeDateFormatter();
+    formatter->setDateFormat("HH:mm");
+    EXPECT_EQ(formatter->string(saturdayAfternoon), "14:05");
+    formatter->setDateFormat("mm");
+    EXPECT_EQ(formatter->string(saturdayAfternoon), "05");
+}
+
 TEST(DatePatterns, LettersThatAreNoFieldsCannotBeUsed) {
     for (const char* pattern : {"HH:mm n", "t", "f", "P"})
         EXPECT_EQ(written("en_US", pattern), "(absent)") << pattern;

@@ -3,8 +3,18 @@
 #include <unicode/calendar.h>
 
 #include <cmath>
+#include <cstdint>
 
 namespace velmo {
+
+namespace {
+
+/// Also where such a letter is only quoted.
+bool showsSeconds(const std::string& pattern) {
+    return pattern.find_first_of("sSA") != std::string::npos;
+}
+
+}  // namespace
 
 void IcuDateFormatter::setDateFormat(const std::string& pattern) {
     pattern_ = pattern;
@@ -15,6 +25,7 @@ void IcuDateFormatter::prepare() const {
     if (generation_ == settings_.generation)
         return;
     generation_ = settings_.generation;
+    last_.reset();
     UErrorCode status = U_ZERO_ERROR;
     format_ = std::make_unique<icu::SimpleDateFormat>(icu::UnicodeString::fromUTF8(pattern_),
                                                       settings_.locale, status);
@@ -25,7 +36,27 @@ void IcuDateFormatter::prepare() const {
 }
 
 std::optional<std::string> IcuDateFormatter::string(Date date) const {
+    constexpr double secondsPerMinute = 60;
     prepare();
+    const double minute = std::floor(date / secondsPerMinute);
+    if (last_ && last_->minute == minute)
+        return last_->text;
+    auto text = written(date);
+    if (text && !showsSeconds(pattern_) && hasWholeMinutes(date))
+        last_ = {minute, text};
+    return text;
+}
+
+bool IcuDateFormatter::hasWholeMinutes(Date date) const {
+    constexpr int millisecondsPerMinute = 60'000;
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t offset = 0;
+    std::int32_t daylight = 0;
+    settings_.timeZone->getOffset(toUDate(date), false, offset, daylight, status);
+    return U_SUCCESS(status) && (offset + daylight) % millisecondsPerMinute == 0;
+}
+
+std::optional<std::string> IcuDateFormatter::written(Date date) const {
     if (!format_ || !format_->getCalendar() || !std::isfinite(date))
         return std::nullopt;
     UErrorCode status = U_ZERO_ERROR;
