@@ -1,4 +1,5 @@
 #include "clock/calendar_test.h"
+#include "views/view_outline.h"
 
 namespace velmo {
 namespace {
@@ -9,6 +10,13 @@ TEST_F(CalendarPopover, BeginsAtTheCurrentMonth) {
     open(dateOf(2025, 7, 5));
     EXPECT_EQ(month(), "July 2025");
     EXPECT_EQ(marked(), std::vector<std::string>{"5"});
+}
+
+TEST_F(CalendarPopover, LooksAsOutlined) {
+    open(dateOf(2025, 7, 5, 13, 4, 9));
+    expectOutline(body(), "calendar");
+    next();
+    expectOutline(body(), "calendar_next_month");
 }
 
 TEST_F(CalendarPopover, HasTheStartOfEachDayInItsGrid) {

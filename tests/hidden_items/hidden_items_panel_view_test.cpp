@@ -2,6 +2,7 @@
 
 #include "hidden_items/panel_item_button_style.h"
 #include "views/builders.h"
+#include "views/view_outline.h"
 #include "views/view_search.h"
 
 #include <gtest/gtest.h>
@@ -44,6 +45,11 @@ TEST_F(PanelView, ShowsBothSectionsAndTheSettings) {
     EXPECT_EQ(rowOf(view), (std::vector<std::string>{"a", "b", "|", "c", "|", "Velmo Settings"}));
     EXPECT_EQ(view.content, ViewContent(HStack{VerticalAlignment::center, 2}));
     EXPECT_EQ(view.modifiers, (std::vector<Modifier>{Padding{{5, 8, 5, 8}}}));
+}
+
+TEST_F(PanelView, LooksAsOutlined) {
+    expectOutline(body({item(1, "a"), item(2, "b", false)}, {item(3, "c")}), "panel");
+    expectOutline(body({}, {}), "panel_without_items");
 }
 
 TEST_F(PanelView, LeavesOutTheDividerOfAnEmptySection) {

@@ -2,6 +2,7 @@
 
 #include "platform/simulated/simulated_desktop.h"
 #include "preferences/preferences.h"
+#include "views/view_outline.h"
 #include "views/view_search.h"
 
 #include <gtest/gtest.h>
@@ -40,6 +41,14 @@ TEST_F(HotkeyRecorderFieldTest, IsOneCentredRow) {
     EXPECT_TRUE(says(row.children[1], "⌘H"));
     EXPECT_TRUE(says(row.children[2], remove));
     EXPECT_TRUE(findAll<Spacer>(row).empty());
+}
+
+TEST_F(HotkeyRecorderFieldTest, LooksAsOutlined) {
+    expectOutline(field_.body(), "recorder");
+    preferences_.hotkey.set(binding_);
+    expectOutline(field_.body(), "recorder_with_shortcut");
+    press(field_.body(), "⌘H");
+    expectOutline(field_.body(), "recorder_recording");
 }
 
 TEST_F(HotkeyRecorderFieldTest, OffersToRecordWhereThereIsNoShortcut) {

@@ -1,4 +1,5 @@
 #include "settings/settings_test.h"
+#include "views/view_outline.h"
 
 namespace velmo {
 namespace {
@@ -42,6 +43,14 @@ TEST_F(SettingsWindow, HasFiveTabsInTheirOrder) {
                                                        {"spacing", "Spacing", "arrow.left.and.right"}}));
     EXPECT_EQ(content().children.size(), 5U);
     EXPECT_EQ(tabs().selection, "general");
+}
+
+TEST_F(SettingsWindow, LooksAsOutlined) {
+    open();
+    for (const TabItem& item : tabs().tabs) {
+        open(settingsTabFromRawValue(item.tag));
+        expectOutline(shown(), "settings_" + item.tag);
+    }
 }
 
 TEST_F(SettingsWindow, OffersNoSpacingInASandbox) {
