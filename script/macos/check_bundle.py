@@ -13,6 +13,7 @@ import sys
 import frameworks
 import mach_o
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 ARCHITECTURES = {"arm64", "x86_64"}
 MINIMUM_SYSTEM = "14.0"
 # By which messages are sent whose results do not fit the registers.
@@ -105,7 +106,11 @@ def problems(app):
         yield "has a damaged icon"
     listed = (contents / "_CodeSignature" / "CodeResources").read_bytes()
     yield from resource_problems(contents, listed)
-    programs = mach_o.programs((contents / "MacOS" / "Velmo").read_bytes())
+    program_file = (contents / "MacOS" / "Velmo").read_bytes()
+    # Built elsewhere, it would be another one.
+    if bytes(ROOT) in program_file:
+        yield "has a program that names the folder that it was built in"
+    programs = mach_o.programs(program_file)
     if {program.architecture for program in programs} != ARCHITECTURES:
         yield "is not for " + " and ".join(sorted(ARCHITECTURES))
     for program in programs:

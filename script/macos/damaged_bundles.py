@@ -25,6 +25,10 @@ def deny(path, key):
     replace(path, b"<key>" + key + b"</key>\n    <true/>", b"<key>" + key + b"</key>\n    <false/>")
 
 
+def append(path, data):
+    path.write_bytes(path.read_bytes() + data)
+
+
 def clear_after(path, mark):
     """The number that follows the mark."""
     data = path.read_bytes()
@@ -87,6 +91,7 @@ DAMAGES = [
     (lambda contents: change_directory(contents / "MacOS/Velmo", 39, 14), "x86_64: has been changed"),
     (lambda contents: change_directory(contents / "MacOS/Velmo", 27, 4), "slot 4"),
     (lambda contents: replace(contents / "MacOS/Velmo", b"\xfa\xde\x0c\xc0", b"\0\0\0\0"), "is not signed"),
+    (lambda contents: append(contents / "MacOS/Velmo", bytes(check_bundle.ROOT / "src")), "names the folder"),
     (lambda contents: replace(contents / "_CodeSignature/CodeResources", b"^PkgInfo$", b"^PkgInfx$"), "slot 3"),
 ]
 
