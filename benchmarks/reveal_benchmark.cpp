@@ -20,7 +20,7 @@ namespace velmo::desktop {
 namespace {
 
 /// As many reveals, and as many hides.
-constexpr int revealRounds = 40;
+constexpr int revealRounds = 100;
 const char* screenFor(int items) {
     return items > 50 ? wideScreen : usualScreen;
 }
