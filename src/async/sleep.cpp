@@ -3,8 +3,6 @@
 namespace velmo {
 
 Sleep::~Sleep() {
-    if (timer_)
-        timer_->invalidate();
     if (context_ != nullptr)
         context_->endSleep(this);
 }
@@ -20,7 +18,7 @@ bool Sleep::begin(TaskContext& context, std::coroutine_handle<> waiting) {
 }
 
 void Sleep::interrupt() {
-    timer_->invalidate();
+    timer_.end();
     runLoop_.post(lifetime_.guard([this] { wake(); }));
 }
 

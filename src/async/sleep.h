@@ -2,7 +2,7 @@
 
 #include "async/task_context.h"
 #include "platform/lifetime.h"
-#include "platform/run_loop.h"
+#include "platform/scoped_timer.h"
 
 namespace velmo {
 
@@ -35,7 +35,7 @@ private:
     Seconds duration_;
     TaskContext* context_ = nullptr;
     std::coroutine_handle<> waiting_;
-    std::shared_ptr<Timer> timer_;
+    ScopedTimer timer_;
     Lifetime lifetime_;
 };
 

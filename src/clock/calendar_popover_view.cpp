@@ -17,22 +17,15 @@ CalendarPopoverView::CalendarPopoverView(Dates& dates, RunLoop& runLoop)
       now_(runLoop.now()),
       displayedMonth_(now_) {}
 
-CalendarPopoverView::~CalendarPopoverView() {
-    disappear();
-}
-
 void CalendarPopoverView::appear() {
     constexpr Seconds interval = 1.0;
-    disappear();
     const auto tickWhileAlive = lifetime_.guard([this] { tick(); });
     ticker_ = runLoop_.scheduleRepeating(interval, 0, tickWhileAlive);
     timeZoneObserver_ = dates_.observeTimeZone(tickWhileAlive);
 }
 
 void CalendarPopoverView::disappear() {
-    if (ticker_)
-        ticker_->invalidate();
-    ticker_.reset();
+    ticker_.end();
     timeZoneObserver_.reset();
 }
 

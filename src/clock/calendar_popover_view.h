@@ -2,6 +2,7 @@
 
 #include "platform/dates.h"
 #include "platform/lifetime.h"
+#include "platform/scoped_timer.h"
 #include "platform/view.h"
 
 namespace velmo {
@@ -12,7 +13,6 @@ public:
     CalendarPopoverView(Dates& dates, RunLoop& runLoop);
     CalendarPopoverView(const CalendarPopoverView&) = delete;
     CalendarPopoverView& operator=(const CalendarPopoverView&) = delete;
-    ~CalendarPopoverView();
 
     /// Called when `body` describes something else than before.
     std::function<void()> onChange;
@@ -48,7 +48,7 @@ private:
     Date now_;
     /// Any moment of the month that is shown.
     Date displayedMonth_;
-    std::shared_ptr<Timer> ticker_;
+    ScopedTimer ticker_;
     std::unique_ptr<NotificationObserver> timeZoneObserver_;
     Lifetime lifetime_;
 };

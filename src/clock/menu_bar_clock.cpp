@@ -18,10 +18,6 @@ MenuBarClock::MenuBarClock(Preferences& preferences, const Platform& platform)
     observePreferences();
 }
 
-MenuBarClock::~MenuBarClock() {
-    stopTimer();
-}
-
 // A reaction runs in a later turn of the loop, when the new value has been stored. The same value once more
 // is a new value.
 void MenuBarClock::observePreferences() {
@@ -75,20 +71,13 @@ void MenuBarClock::setUpButton(StatusBarButton& made) const {
 void MenuBarClock::startTimer() {
     constexpr Seconds interval = 1.0;
     constexpr Seconds tolerance = 0.1;
-    stopTimer();
     timer_ = platform_.runLoop.scheduleRepeating(interval, tolerance, lifetime_.guard([this] {
         platform_.runLoop.post(lifetime_.guard([this] { refreshTitle(); }));
     }));
 }
 
-void MenuBarClock::stopTimer() {
-    if (timer_)
-        timer_->invalidate();
-    timer_.reset();
-}
-
 void MenuBarClock::stop() {
-    stopTimer();
+    timer_.end();
     if (popover_)
         popover_->performClose();
     popover_.reset();

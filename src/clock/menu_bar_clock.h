@@ -4,6 +4,7 @@
 #include "clock/clock_click_target.h"
 #include "platform/platform.h"
 #include "platform/popover.h"
+#include "platform/scoped_timer.h"
 #include "preferences/preferences.h"
 
 #include <vector>
@@ -18,7 +19,6 @@ public:
     MenuBarClock(Preferences& preferences, const Platform& platform);
     MenuBarClock(const MenuBarClock&) = delete;
     MenuBarClock& operator=(const MenuBarClock&) = delete;
-    ~MenuBarClock();
 
     /// The user wants to see the clock's settings.
     std::function<void()> onOpenSettings;
@@ -41,7 +41,6 @@ private:
     void observePreferences();
     void setUpButton(StatusBarButton& made) const;
     void startTimer();
-    void stopTimer();
     /// Even where it is the same text. While there is nothing to show, an item that shows nothing is left
     /// alone.
     void rewriteTitle();
@@ -59,7 +58,7 @@ private:
     Platform platform_;
     Preferences& preferences_;
     std::unique_ptr<StatusItem> statusItem_;
-    std::shared_ptr<Timer> timer_;
+    ScopedTimer timer_;
     /// What the popover shows.
     std::unique_ptr<CalendarPopoverView> calendar_;
     std::unique_ptr<Popover> popover_;

@@ -20,18 +20,11 @@ void MenuBarManager::updateHoverTracking(bool enabled) {
 }
 
 void MenuBarManager::hoverEntered() {
-    cancelHoverWork();
     hoverWorkItem_ = platform_.runLoop.schedule(hoverDelay, lifetime_.guard([this] { revealByHover(); }));
 }
 
 void MenuBarManager::hoverExited() {
-    cancelHoverWork();
-}
-
-void MenuBarManager::cancelHoverWork() {
-    if (hoverWorkItem_)
-        hoverWorkItem_->invalidate();
-    hoverWorkItem_.reset();
+    hoverWorkItem_.end();
 }
 
 void MenuBarManager::revealByHover() {

@@ -12,7 +12,7 @@
 #include "platform/events.h"
 #include "platform/image.h"
 #include "platform/lifetime.h"
-#include "platform/run_loop.h"
+#include "platform/scoped_timer.h"
 #include "preferences/preferences.h"
 #include "settings/settings_tab.h"
 
@@ -123,7 +123,6 @@ private:
     void updateHoverTracking(bool enabled);
     void hoverEntered();
     void hoverExited();
-    void cancelHoverWork();
     void revealByHover();
 
     void alwaysHiddenEnabledChanged(bool enabled);
@@ -143,7 +142,7 @@ private:
     std::shared_ptr<Timer> rehideTimer_;
     std::vector<std::unique_ptr<EventMonitor>> eventMonitors_;
     std::unique_ptr<TrackingArea> hoverTrackingArea_;
-    std::shared_ptr<Timer> hoverWorkItem_;
+    ScopedTimer hoverWorkItem_;
     Date lastScrollToggle_ = distantPast;
     Snapshot snapshot_;
     TaskHandle snapshotTask_;

@@ -18,13 +18,8 @@ constexpr const char* customTag = "custom";
 ClockTab::ClockTab(Preferences& preferences, const Platform& platform)
     : now(platform.runLoop.now()), preferences_(preferences), platform_(platform) {}
 
-ClockTab::~ClockTab() {
-    disappear();
-}
-
 void ClockTab::appear() {
     constexpr Seconds interval = 1.0;
-    disappear();
     const auto tick = [this] { now.set(platform_.runLoop.now()); };
     tick();
     ticker_ = platform_.runLoop.scheduleRepeating(interval, 0, lifetime_.guard(tick));
@@ -32,9 +27,7 @@ void ClockTab::appear() {
 }
 
 void ClockTab::disappear() {
-    if (ticker_)
-        ticker_->invalidate();
-    ticker_.reset();
+    ticker_.end();
     timeZoneObserver_.reset();
 }
 

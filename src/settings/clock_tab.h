@@ -3,7 +3,7 @@
 #include "platform/dates.h"
 #include "platform/lifetime.h"
 #include "platform/platform.h"
-#include "platform/run_loop.h"
+#include "platform/scoped_timer.h"
 #include "platform/view.h"
 #include "preferences/preferences.h"
 
@@ -15,7 +15,6 @@ public:
     ClockTab(Preferences& preferences, const Platform& platform);
     ClockTab(const ClockTab&) = delete;
     ClockTab& operator=(const ClockTab&) = delete;
-    ~ClockTab();
 
     /// What the preview shows. Follows the time of day, second by second and with each change of the time
     /// zone, while the tab is shown.
@@ -35,7 +34,7 @@ private:
 
     Preferences& preferences_;
     Platform platform_;
-    std::shared_ptr<Timer> ticker_;
+    ScopedTimer ticker_;
     std::unique_ptr<NotificationObserver> timeZoneObserver_;
     Lifetime lifetime_;
 };

@@ -20,10 +20,6 @@ PermissionsModel::PermissionsModel(const Platform& platform)
     timer_ = platform_.runLoop.scheduleRepeating(pollInterval, 0, lifetime_.guard([this] { refresh(); }));
 }
 
-PermissionsModel::~PermissionsModel() {
-    timer_->invalidate();
-}
-
 void PermissionsModel::refresh() {
     screenRecording.set(platform_.screenCapture.preflightAccess());
     accessibility.set(platform_.accessibility.isProcessTrusted());

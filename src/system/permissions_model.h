@@ -2,7 +2,7 @@
 
 #include "platform/lifetime.h"
 #include "platform/platform.h"
-#include "platform/run_loop.h"
+#include "platform/scoped_timer.h"
 #include "preferences/published.h"
 
 #include <memory>
@@ -16,7 +16,6 @@ public:
     explicit PermissionsModel(const Platform& platform);
     PermissionsModel(const PermissionsModel&) = delete;
     PermissionsModel& operator=(const PermissionsModel&) = delete;
-    ~PermissionsModel();
 
     /// Whether windows of others may be pictured, as of the last look.
     Published<bool> screenRecording;
@@ -35,7 +34,7 @@ public:
 
 private:
     Platform platform_;
-    std::shared_ptr<Timer> timer_;
+    ScopedTimer timer_;
     Lifetime lifetime_;
 };
 
