@@ -9,6 +9,11 @@
 namespace velmo::desktop {
 
 void BarSession::TearDown() {
+    stopBar();
+    DesktopSession::TearDown();
+}
+
+void BarSession::stopBar() {
     notifierTray_.reset();
     tray_.reset();
     bar_.reset();
@@ -16,7 +21,6 @@ void BarSession::TearDown() {
     screens_.reset();
     settings_.reset();
     connection_.reset();
-    DesktopSession::TearDown();
 }
 
 void BarSession::startBar(const std::vector<std::string>& order) {

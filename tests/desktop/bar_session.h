@@ -24,6 +24,8 @@ protected:
 
     /// On the server that was started before. `order` has the identities of items from right to left.
     void startBar(const std::vector<std::string>& order = {});
+    /// Ends its connection, too.
+    void stopBar();
     /// Lets items on a session bus of the test's own into the bar.
     void startNotifierTray();
     FileGlobalPreferences& globalPreferences();

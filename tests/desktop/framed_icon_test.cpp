@@ -2,6 +2,8 @@
 
 #include "tray_client.h"
 
+#include "linux/x11/reply.h"
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -107,6 +109,35 @@ protected:
         xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, window, name, name, 32, 2, normal);
     }
 
+    /// Until a moment before nobody waits any longer for a window manager that begins.
+    void letTheManagerBegin() {
+        turnUntil([] { return false; }, milliseconds(1500));
+    }
+    bool isListenedTo() const {
+        const auto reply = x11::owned(
+            xcb_get_window_attributes_reply(x().raw(), xcb_get_window_attributes(x().raw(), icon_), nullptr));
+        return reply && (reply->all_event_masks & XCB_EVENT_MASK_STRUCTURE_NOTIFY) != 0;
+    }
+    void rename(int times) const {
+        for (int count = 0; count < times; ++count)
+            xcb_change_property(x().raw(), XCB_PROP_MODE_REPLACE, icon_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                                0, nullptr);
+        x().exists(icon_);
+    }
+    /// For a second, in which the icon may go anywhere.
+    void makeNobodyListen() {
+        rename(600);
+        ASSERT_TRUE(turnUntil([&] { return !isListenedTo(); }));
+    }
+    /// A window of it that is seen, and known as an ordinary one.
+    xcb_window_t showParent(const XObserver& program) const {
+        const auto parent = makeParent(program);
+        mark(parent);
+        xcb_map_window(program.raw(), parent);
+        program.exists(parent);
+        return parent;
+    }
+
     std::optional<FakeManager> manager_;
     xcb_window_t icon_ = XCB_WINDOW_NONE;
 };
@@ -136,7 +167,7 @@ TEST_F(FramedIcon, ReturnsFromAManagerThatMarksItLater) {
     dock(icon_);
     const XObserver unknown(environment_.at("DISPLAY"));
     put(unknown, makeParent(unknown));
-    turnUntil([] { return false; }, milliseconds(300));
+    letTheManagerBegin();
     mark(icon_);
     x().exists(icon_);
     EXPECT_TRUE(turnUntil([&] { return isInTheBar(); }));
@@ -147,7 +178,7 @@ TEST_F(FramedIcon, ReturnsFromAManagerThatLetsItGoBeforeItIsKnown) {
     dock(icon_);
     const XObserver unknown(environment_.at("DISPLAY"));
     put(unknown, makeParent(unknown));
-    turnUntil([] { return false; }, milliseconds(300));
+    letTheManagerBegin();
     put(unknown, x().root());
     EXPECT_TRUE(turnUntil([&] { return isInTheBar(); }));
     EXPECT_TRUE(staysInTheBar());
@@ -211,12 +242,81 @@ TEST_F(FramedIcon, LeavesWithItsProgramForAWindowOfThatProgram) {
 TEST_F(FramedIcon, LeavesForAWindowOfAnotherProgram) {
     dock(icon_);
     const XObserver other(environment_.at("DISPLAY"));
-    const auto parent = makeParent(other);
-    mark(parent);
-    x().exists(parent);
+    const auto parent = showParent(other);
+    put(other, parent);
+    const std::uint32_t place[] = {7, 9, 30, 31};
+    xcb_configure_window(
+        other.raw(), icon_,
+        XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+        place);
+    other.exists(icon_);
+    EXPECT_TRUE(leaves());
+    EXPECT_EQ(x().parent(icon_), parent);
+    const auto window = *x().area(parent);
+    EXPECT_EQ(*x().area(icon_), (Area{window.x + 7, window.y + 9, 30, 31})) << "its new owner places it";
+}
+
+TEST_F(FramedIcon, LeavesForAWindowOfAnotherProgramAlsoWhileItGivesNoPeace) {
+    dock(icon_);
+    const XObserver other(environment_.at("DISPLAY"));
+    const auto parent = showParent(other);
+    put(other, parent);
+    EXPECT_TRUE(turnUntil([&] {
+        rename(100);
+        return !itemOf(icon_);
+    }));
+    EXPECT_EQ(x().parent(icon_), parent);
+}
+
+TEST_F(FramedIcon, LeavesForAWindowOfAnotherProgramWhileNobodyListens) {
+    dock(icon_);
+    const XObserver other(environment_.at("DISPLAY"));
+    const auto parent = showParent(other);
+    makeNobodyListen();
     put(other, parent);
     EXPECT_TRUE(leaves());
     EXPECT_EQ(x().parent(icon_), parent);
+}
+
+TEST_F(FramedIcon, ReturnsFromAManagerThatTakesItWhileNobodyListens) {
+    dock(icon_);
+    makeNobodyListen();
+    manager_->frame(icon_);
+    EXPECT_TRUE(returns());
+    EXPECT_TRUE(staysInTheBar());
+}
+
+TEST_F(FramedIcon, ReturnsFromAManagerThatIsKnownWhileNobodyListens) {
+    dock(icon_);
+    const XObserver unknown(environment_.at("DISPLAY"));
+    put(unknown, makeParent(unknown));
+    makeNobodyListen();
+    ASSERT_TRUE(turnUntil([&] { return isListenedTo(); }));
+    ASSERT_FALSE(isInTheBar());
+    mark(icon_);
+    x().exists(icon_);
+    EXPECT_TRUE(turnUntil([&] { return isInTheBar(); }));
+    EXPECT_TRUE(staysInTheBar());
+}
+
+TEST_F(FramedIcon, EndsWithItsProgramWhileNobodyListens) {
+    dock(icon_);
+    makeNobodyListen();
+    xcb_destroy_window(x().raw(), icon_);
+    x().exists(icon_);
+    EXPECT_TRUE(turnUntil([&] { return !itemOf(icon_); }, milliseconds(2500))) << "nobody is looked for";
+}
+
+TEST_F(FramedIcon, StaysInAWindowOfAnotherProgramWhenTheBarEnds) {
+    dock(icon_);
+    const XObserver other(environment_.at("DISPLAY"));
+    const auto parent = showParent(other);
+    put(other, parent);
+    turnUntil([] { return false; }, milliseconds(300));
+    ASSERT_TRUE(itemOf(icon_)) << "whose window it is, is not known yet";
+    stopBar();
+    EXPECT_TRUE(
+        stays([&] { return x().parent(icon_) == parent && x().isViewable(icon_); }, milliseconds(300)));
 }
 
 TEST_F(FramedIcon, LeavesForTheRootWindowAlsoAfterItHasReturnedOnce) {

@@ -125,7 +125,7 @@ unsigned TrayIcon::placeClient() const {
 }
 
 void TrayIcon::resized() {
-    if (ended_)
+    if (!isHere())
         return;
     const auto request = placeClient();
     // Else its look for this size is there already.
@@ -136,7 +136,7 @@ void TrayIcon::resized() {
 }
 
 void TrayIcon::appearanceChanged() {
-    if (ended_)
+    if (!isHere())
         return;
     placeClient();
     damaged();
@@ -187,14 +187,14 @@ void TrayIcon::listenAgain() {
     if (ended_)
         return;
     listen(true);
-    // Nobody has told what it has done meanwhile.
-    if (!isClaimed_ && !lookForOwner_ && !isInItsPlace()) {
-        leave();
+    findClient();
+    if (ended_)
         return;
-    }
-    placeClient();
     noticeNews(TrayIconNews::Kind::embedding);
     noticeNews(TrayIconNews::Kind::title);
+    if (!isHere())
+        return;
+    placeClient();
     damaged();
 }
 
@@ -260,7 +260,7 @@ void TrayIcon::handleRequest(const xcb_generic_event_t& event) {
 }
 
 void TrayIcon::mapClient() {
-    if (facts_.wantsToBeShown && !ended_ && !isClaimed_)
+    if (facts_.wantsToBeShown && isHere())
         xcb_map_window(connection_.raw(), facts_.client);
 }
 
@@ -298,7 +298,7 @@ void TrayIcon::showOrHide() {
 
 /// A client that asks for a size is told which one it has; one that took it gets its own back.
 void TrayIcon::tellSize() {
-    if (ended_)
+    if (!isHere())
         return;
     placeClient();
     const PixelRect area = clientArea();

@@ -49,11 +49,17 @@ private:
     void embed();
     /// The client lies, or has lain, in a window that is not ours.
     void clientWentInto(xcb_window_t parent);
+    /// After a time in which nobody has told where it goes.
+    void findClient();
     /// Of that window, which has the client, or has had it; then the client comes, stays or leaves.
     void findOwner(xcb_window_t parent);
     void lookForOwner(xcb_window_t parent, int looksLeft);
     void endLooks();
-    bool isInItsPlace() const;
+    /// None where the client is gone.
+    xcb_window_t parentOfClient() const;
+    /// As far as we have been told. What lies in a window of others is theirs to place.
+    bool isHere() const { return !ended_ && !isClaimed_ && !lookForOwner_; }
+    bool isInItsPlace() const { return parentOfClient() == window(); }
     /// From the window manager, which has taken the client.
     void claim();
     void handle(const xcb_generic_event_t& event);

@@ -12,11 +12,10 @@ namespace {
 
 /// A window manager that takes an icon by mistake does so once; who wants it more often gets it.
 constexpr int mostClaims = 3;
-/// It may be busy with its own start.
-constexpr Seconds claimTime = 2;
-/// Whether it was one.
-constexpr int mostLooks = 10;
+/// It may be busy with its own start for that long: before it can be known, and before it lets an icon go.
+constexpr Seconds startTime = 2;
 constexpr Seconds lookPause = 0.1;
+constexpr int mostLooks = static_cast<int>(startTime / lookPause);
 
 }  // namespace
 
@@ -27,6 +26,14 @@ void TrayIcon::clientWentInto(xcb_window_t parent) {
         embed();
     else if (!isInItsPlace())
         leave();
+}
+
+void TrayIcon::findClient() {
+    const auto parent = parentOfClient();
+    if (parent == XCB_WINDOW_NONE)
+        leave();
+    else if (parent != window() && (parent == connection_.root() || !lookForOwner_))
+        clientWentInto(parent);
 }
 
 void TrayIcon::findOwner(xcb_window_t parent) {
@@ -57,10 +64,10 @@ void TrayIcon::endLooks() {
     lookForOwner_.reset();
 }
 
-bool TrayIcon::isInItsPlace() const {
+xcb_window_t TrayIcon::parentOfClient() const {
     const auto cookie = xcb_query_tree(connection_.raw(), facts_.client);
     const auto tree = owned(xcb_query_tree_reply(connection_.raw(), cookie, nullptr));
-    return tree && tree->parent == window();
+    return tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 /// At its start a window manager looks for windows that are there, and then frames those that are mapped:
@@ -80,7 +87,7 @@ void TrayIcon::claim() {
     xcb_send_event(connection_.raw(), 0, connection_.root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&withdrawal));
-    connection_.loop().schedule(claimTime, lifetime_.guard([this, claim] {
+    connection_.loop().schedule(startTime, lifetime_.guard([this, claim] {
         if (isClaimed_ && claim == claims_ && !ended_)
             embed();
     }));
