@@ -16,8 +16,8 @@ import mach_o
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 ARCHITECTURES = {"arm64", "x86_64"}
 MINIMUM_SYSTEM = "14.0"
-# By which messages are sent whose results do not fit the registers.
-LARGE_RESULTS = "_objc_msgSend_stret"
+# By which methods are found whose results do not fit the registers.
+LARGE_RESULTS = "_object_getClass"
 LIBRARIES = {*frameworks.install_names().values(), "/usr/lib/libobjc.A.dylib", "/usr/lib/libSystem.B.dylib"}
 # What a compiler other than Zig links, too.
 POSSIBLE_LIBRARIES = LIBRARIES | {"/usr/lib/libc++.1.dylib"}
@@ -31,7 +31,7 @@ def program_problems(program):
     # The system treats programs as what they were built for.
     if not float(program.sdk or 0) >= float(MINIMUM_SYSTEM):
         yield f"is built for macOS {program.sdk or '(does not say)'}"
-    # On arm64 all results come in registers or where the caller says; there is no such function.
+    # On arm64 all messages are sent in one way, whatever their results.
     if (LARGE_RESULTS in program.imports) != (program.architecture == "x86_64"):
         yield f"imports {LARGE_RESULTS}" if LARGE_RESULTS in program.imports else f"does not import {LARGE_RESULTS}"
     paths = set(program.libraries)

@@ -16,10 +16,8 @@ import frameworks
 TARGETS = "[ x86_64-macos, arm64-macos ]"
 
 RUNTIME = "libobjc"
-# These have no type of their own, and so are not on the list.
-MESSENGERS = {"objc_msgSend", "objc_msgSend_stret"}
 # The interfaces have the Objective-C runtime's functions among those of the system's library.
-RUNTIME_PREFIXES = ("class_", "ivar_", "objc_", "sel_")
+RUNTIME_PREFIXES = ("class_", "ivar_", "objc_", "object_", "sel_")
 
 
 def stub(install_name, symbols):
@@ -40,7 +38,7 @@ def symbols_by_framework(entries, package):
         framework = package.framework_of(name)
         if framework == "Runtime":
             if name.startswith(RUNTIME_PREFIXES):
-                found.setdefault(RUNTIME, set(MESSENGERS)).add(name)
+                found.setdefault(RUNTIME, set()).add(name)
             continue
         if framework is None:
             sys.exit(f"no framework has {name}")

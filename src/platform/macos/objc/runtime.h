@@ -46,12 +46,10 @@ bool class_addMethod(RawClass owner, Selector selector, Implementation implement
 objc_ivar* class_getInstanceVariable(RawClass owner, const char* name);
 Implementation class_getMethodImplementation(RawClass owner, Selector selector);
 std::ptrdiff_t ivar_getOffset(objc_ivar* variable);
-#ifdef __APPLE__
+// Only the system's runtime has these two for others to call.
+RawClass object_getClass(Id object);
 void objc_msgSend();
-#ifdef __x86_64__
-void objc_msgSend_stret();
-#endif
-#else
+#ifndef __APPLE__
 Implementation objc_msg_lookup(Id receiver, Selector selector);
 #endif
 }
@@ -62,10 +60,11 @@ Implementation messageImplementation([[maybe_unused]] Id receiver, [[maybe_unuse
 #ifndef __APPLE__
     return objc_msg_lookup(receiver, selector);
 #elif defined(__x86_64__)
-    // Results that do not fit two registers are written to memory that the caller names.
+    // Results that do not fit two registers are written to memory that the caller names first, where
+    // objc_msgSend looks for the receiver.
     if constexpr (std::is_class_v<Result>) {
         if constexpr (sizeof(Result) > 2 * sizeof(std::uint64_t))
-            return &objc_msgSend_stret;
+            return class_getMethodImplementation(object_getClass(receiver), selector);
     }
     return &objc_msgSend;
 #else

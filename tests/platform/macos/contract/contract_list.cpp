@@ -22,7 +22,7 @@ void useFunctions() {
 void useRuntime() {
     useFunctions<&sel_registerName, &objc_getClass, &objc_allocateClassPair, &objc_registerClassPair,
                  &class_addIvar, &class_addMethod, &class_getInstanceVariable, &class_getMethodImplementation,
-                 &ivar_getOffset, &_Block_copy, &_Block_release>();
+                 &ivar_getOffset, &object_getClass, &objc_msgSend, &_Block_copy, &_Block_release>();
     contract::use<Global<&_NSConcreteStackBlock, void*>>();
 }
 
