@@ -2,6 +2,7 @@
 
 #include "ns_event.h"
 #include "ns_menu.h"
+#include "ns_window.h"
 
 namespace velmo::macos {
 
@@ -26,6 +27,8 @@ public:
         send<void, "activateIgnoringOtherApps:">(ignoring);
     }
     void terminate() const { send<void, "terminate:">(Object()); }
+    /// None while no window of the application has the keyboard.
+    NSWindow keyWindow() const { return send<NSWindow, "keyWindow">(); }
     NSEvent currentEvent() const { return send<NSEvent, "currentEvent">(); }
 };
 

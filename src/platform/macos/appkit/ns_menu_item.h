@@ -11,6 +11,7 @@ public:
     }
     static NSMenuItem separator() { return sendToClass<NSMenuItem, "separatorItem">(); }
 
+    Selector action() const { return send<Selector, "action">(); }
     /// Not retained.
     void setTarget(const Object& target) const { send<void, "setTarget:">(target); }
 };

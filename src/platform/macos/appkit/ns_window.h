@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ns_color.h"
+#include "ns_responder.h"
 #include "ns_screen.h"
 
 namespace velmo::macos {
@@ -32,6 +33,8 @@ public:
     /// False for a window that is miniaturized.
     bool isVisible() const { return send<bool, "isVisible">(); }
     bool isMiniaturized() const { return send<bool, "isMiniaturized">(); }
+    /// Who has the keyboard while the window has it.
+    NSResponder firstResponder() const { return send<NSResponder, "firstResponder">(); }
 
     void setContentView(const NSView& view) const;
     /// Points, origin at the bottom left of the primary screen.

@@ -11,6 +11,7 @@ MacosApplication::MacosApplication() {
 
 MacosApplication::~MacosApplication() {
     application_.setDelegate(Object());
+    application_.setMainMenu(NSMenu());
 }
 
 void MacosApplication::setActivationPolicy(ActivationPolicy policy) {
@@ -35,7 +36,7 @@ std::optional<Event> MacosApplication::currentEvent() const {
 }
 
 void MacosApplication::didFinishLaunching(const NSNotification& /*notification*/) {
-    application_.setMainMenu(makeMainMenu());
+    application_.setMainMenu(makeMainMenu(undo_));
     if (delegate_ != nullptr)
         delegate_->applicationDidFinishLaunching();
 }

@@ -4,6 +4,7 @@
 #include "macos/appkit/ns_application.h"
 #include "macos/foundation/ns_notification_center.h"
 #include "macos/objc/instance.h"
+#include "undo_target.h"
 
 namespace velmo::macos {
 
@@ -36,6 +37,7 @@ private:
 
     NSApplication application_ = NSApplication::shared();
     ApplicationDelegate* delegate_ = nullptr;
+    UndoTarget undo_;
     Instance<MacosApplication, Class, NSObject> instance_{*this};
 };
 

@@ -1,6 +1,5 @@
 #include "main_menu.h"
 
-#include "macos/appkit/ns_application.h"
 #include "macos/appkit/ns_control.h"
 
 #include <initializer_list>
@@ -13,19 +12,22 @@ struct Command {
     Selector action;
     /// With ⌘, and with ⇧ where it is a capital letter. None: a separator.
     const char* key;
+    /// Not retained. None: whoever has the keyboard performs it.
+    Object target = {};
 };
 
-constexpr Command separator{nullptr, nullptr, nullptr};
-
-/// Without targets: whoever has the keyboard performs them.
 void addMenu(const NSMenu& bar, const char* title, std::initializer_list<Command> commands) {
     const NSMenu menu = NSMenu::create();
     menu.setTitle(NSString::from(title));
     for (const Command& command : commands) {
-        menu.addItem(command.title == nullptr
-                         ? NSMenuItem::separator()
-                         : NSMenuItem::with(NSString::from(command.title), command.action,
-                                            NSString::from(command.key)));
+        if (command.title == nullptr) {
+            menu.addItem(NSMenuItem::separator());
+            continue;
+        }
+        const NSMenuItem item =
+            NSMenuItem::with(NSString::from(command.title), command.action, NSString::from(command.key));
+        item.setTarget(command.target);
+        menu.addItem(item);
     }
     const NSMenuItem item = NSMenuItem::with(NSString::from(title), nullptr, NSString::from(""));
     bar.addItem(item);
@@ -34,13 +36,13 @@ void addMenu(const NSMenu& bar, const char* title, std::initializer_list<Command
 
 }  // namespace
 
-NSMenu makeMainMenu() {
+NSMenu makeMainMenu(const UndoTarget& undo) {
+    const Command separator{nullptr, nullptr, nullptr};
     NSMenu bar = NSMenu::create();
     addMenu(bar, "Velmo", {{"Quit Velmo", actionNamed<"NSApplication", "terminate:">(), "q"}});
-    // What can be undone is known to the window, whose headers do not say so.
     addMenu(bar, "Edit",
-            {{"Undo", selectorNamed<"undo:">(), "z"},
-             {"Redo", selectorNamed<"redo:">(), "Z"},
+            {{"Undo", UndoTarget::undoAction(), "z", undo.object()},
+             {"Redo", UndoTarget::redoAction(), "Z", undo.object()},
              separator,
              {"Cut", actionNamed<"NSText", "cut:">(), "x"},
              {"Copy", actionNamed<"NSText", "copy:">(), "c"},

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "macos/appkit/ns_menu.h"
+#include "undo_target.h"
 
 namespace velmo::macos {
 
-/// What gives windows ⌘W and text fields ⌘C and ⌘V. Accessories have it though nobody sees it.
-NSMenu makeMainMenu();
+/// What gives windows ⌘W and text fields ⌘Z, ⌘C and ⌘V. Accessories have it though nobody sees it. The target
+/// is not retained.
+NSMenu makeMainMenu(const UndoTarget& undo);
 
 }  // namespace velmo::macos

@@ -70,6 +70,29 @@ TEST_F(SettingsDisplayTest, LetTheirTextsBeChosenAndCutWithTheKeyboard) {
     });
 }
 
+TEST_F(SettingsDisplayTest, UndoWhatWasTypedAndDoItAgain) {
+    runSettings([&] {
+        const auto pattern = named<NSTextField>(open(2), "Pattern");
+        const bool hasKeyboard =
+            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window_.get(), pattern);
+        ASSERT_TRUE(hasKeyboard);
+        const NSText editor = pattern.currentEditor();
+        Message<"NSTextView", false, "setAllowsUndo:", void, bool>::send(editor.get(), true);
+        const std::string before = textFor("clockFormat");
+        pressKey("z");
+        EXPECT_EQ(textFor("clockFormat"), before);
+        pressKey("a");
+        Message<"NSTextView", false, "insertText:", void, NSString>::send(editor.get(),
+                                                                          NSString::from("yyyy"));
+        runFor(0.1);
+        EXPECT_EQ(textFor("clockFormat"), "yyyy");
+        pressKey("z");
+        EXPECT_EQ(textFor("clockFormat"), before);
+        pressKey("Z");
+        EXPECT_EQ(textFor("clockFormat"), "yyyy");
+    });
+}
+
 TEST_F(SettingsDisplayTest, KeepTheCaretWhereATextIsChangedFromElsewhere) {
     runSettings([&] {
         const NSView page = open(2);
