@@ -15,10 +15,11 @@ void describe(const NSView& view, const std::string& name, const std::string& he
 }
 
 void setAccessibilityElement(const NSView& view, bool isElement) {
-    view.setAccessibilityElement(isElement);
-    // Controls are told of as their cells.
-    if (const auto control = as<NSControl>(view))
-        control.cell().setAccessibilityElement(isElement);
+    // Controls are told of as their cells. Those that were elements, too, would be told of twice.
+    if (const NSCell cell = as<NSControl>(view).cell())
+        cell.setAccessibilityElement(isElement);
+    else
+        view.setAccessibilityElement(isElement);
 }
 
 void describeGroup(const NSView& view, const NSString& role, const std::string& name) {

@@ -137,6 +137,8 @@ void PickerNode::Options::display(const Picker& picker, const std::string& name,
         row.button->setEnabled(isEnabled);
         row.button->setAccessibilityHelp(NSString::from(option.description));
         row.description.display(option.description, {{.style = TextStyle::caption}, {ColorRole::secondary}});
+        // The button says it as its help.
+        setAccessibilityElement(row.description.view(), false);
     }
 }
 

@@ -31,6 +31,8 @@ void TextLabel::display(const Text& text, const Look& look) {
         return;
     text_ = text;
     look_ = look;
+    // Nobody is to be told of a text without words.
+    field_->setHidden(isEmpty());
     field_->cell().setWraps(!look.singleLine);
     field_->cell().setLineBreakMode(look.singleLine ? NSLineBreakMode::truncatingTail
                                                     : NSLineBreakMode::wordWrapping);

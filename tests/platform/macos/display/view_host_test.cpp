@@ -37,13 +37,12 @@ protected:
         const bool isTold = element != system.accessibilityElements.end() && element->second;
         return isTold && role != system.accessibilityRoles.end() ? role->second : "";
     }
-    bool isNoElement(const Object& object) const {
-        const auto element = system.accessibilityElements.find(object.get());
-        return element != system.accessibilityElements.end() && !element->second;
-    }
+    /// Controls are told of as their cells; those that were elements, too, would be told of twice.
     bool isHiddenFromAssistance(const NSView& view) const {
-        const auto control = as<NSControl>(view);
-        return isNoElement(view) && (!control || isNoElement(control.cell()));
+        const NSCell cell = as<NSControl>(view).cell();
+        EXPECT_FALSE(cell && system.accessibilityElements.contains(view.get()));
+        const auto element = system.accessibilityElements.find(cell ? cell.get() : view.get());
+        return element != system.accessibilityElements.end() && !element->second;
     }
     NSTextField labelOf(const std::string& words) const {
         for (const NSTextField& label : all<NSTextField>())
@@ -92,6 +91,27 @@ TEST_F(ViewHostTest, NamesGroupsByTheirTitles) {
     ASSERT_EQ(buttons.size(), 2U);
     EXPECT_EQ(system.accessibilityHelps[buttons[0].get()], "In the menu bar.");
     EXPECT_EQ(system.accessibilityHelps[buttons[1].get()], "");
+    EXPECT_TRUE(isHiddenFromAssistance(labelOf("In the menu bar.")));
+}
+
+TEST_F(ViewHostTest, TellsOfNoTextWithoutWords) {
+    const auto showWith = [&](const std::string& words) {
+        show(
+            {Form{},
+             {View{Section{.header = words, .footer = words},
+                   {View{twoOptions(PickerStyle::radioGroup)}, View{Toggle{.title = words}}, text(words)}}}});
+    };
+    showWith("");
+    int texts = 0;
+    for (const NSTextField& label : all<NSTextField>()) {
+        EXPECT_EQ(label.isHidden(), label.stringValue().text().empty());
+        texts += label.isHidden() ? 0 : 1;
+    }
+    // The name of the options and the description of one of them.
+    EXPECT_EQ(texts, 2);
+    showWith("words");
+    for (const NSTextField& label : all<NSTextField>())
+        EXPECT_EQ(label.isHidden(), label.stringValue().text().empty());
 }
 
 TEST_F(ViewHostTest, HasWhatAGroupHoldsInIt) {
