@@ -12,7 +12,6 @@ namespace {
 /// "VLMO"
 constexpr std::uint32_t signature = 0x564C4D4F;
 constexpr HotKeyStatus noError = 0;
-constexpr std::uint32_t noOptions = 0;
 
 }  // namespace
 
@@ -36,7 +35,7 @@ std::optional<std::uint32_t> HotkeyManager::registerHotkey(std::uint16_t keyCode
                                                            std::function<void()> action) {
     const std::uint32_t id = takeID();
     auto [status, ref] =
-        service_.registerHotKey(keyCode, hotKeyModifiers(modifiers), {signature, id}, noOptions);
+        service_.registerHotKey(keyCode, hotKeyModifiers(modifiers), {signature, id}, noHotKeyOptions);
     if (status != noError || !ref)
         return std::nullopt;
     registrations_.emplace(id, Registration{std::move(ref), std::move(action)});

@@ -44,6 +44,8 @@ inline constexpr std::uint32_t option = 0x800;
 inline constexpr std::uint32_t control = 0x1000;
 }  // namespace hot_key_modifier
 
+inline constexpr std::uint32_t noHotKeyOptions = 0;
+
 /// A key that the system reports wherever it is pressed; destroying it ends that.
 class HotKey {
 public:

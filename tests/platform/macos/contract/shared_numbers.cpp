@@ -3,6 +3,7 @@
 #include "application.h"
 #include "event.h"
 #include "hot_key_service.h"
+#include "hotkeys/hotkey_display.h"
 #include "login_service.h"
 #include "macos/appkit/ns_button.h"
 #include "macos/appkit/ns_event.h"
@@ -14,6 +15,8 @@
 #include "tracking_area.h"
 #include "window.h"
 #include "window_server.h"
+
+#include <utility>
 
 namespace velmo::macos {
 namespace {
@@ -106,19 +109,65 @@ Numbers serviceNumbers() {
             shared("SMAppServiceStatus", "NotFound", LoginServiceStatus::notFound),
             shared("", "kEventClassKeyboard", hotKeyPressed.eventClass),
             shared("", "kEventHotKeyPressed", hotKeyPressed.eventKind),
+            shared("", "kEventHotKeyNoOptions", noHotKeyOptions),
             shared("", "kEventParamDirectObject", carbon::directObjectParameter),
             shared("", "typeEventHotKeyID", carbon::hotKeyIDType),
+            shared("", "kVK_Escape", escapeKeyCode),
             shared("", "cmdKey", hot_key_modifier::command),
             shared("", "shiftKey", hot_key_modifier::shift),
             shared("", "optionKey", hot_key_modifier::option),
             shared("", "controlKey", hot_key_modifier::control)};
 }
 
+/// The key that the user reads so. -1: there is none.
+int keyNamed(const char* name) {
+    for (std::uint16_t code = 0; code < 128; ++code) {
+        if (hotkeyDisplay({.keyCode = code}) == name)
+            return code;
+    }
+    return -1;
+}
+
+Numbers keyNumbers() {
+    constexpr std::pair<const char*, const char*> keys[] = {{"Return", "↩"},
+                                                            {"Tab", "⇥"},
+                                                            {"Space", "Space"},
+                                                            {"Delete", "⌫"},
+                                                            {"ANSI_KeypadEnter", "⌤"},
+                                                            {"Escape", "⎋"},
+                                                            {"Home", "↖"},
+                                                            {"ForwardDelete", "⌦"},
+                                                            {"End", "↘"},
+                                                            {"PageUp", "⇞"},
+                                                            {"UpArrow", "↑"},
+                                                            {"PageDown", "⇟"},
+                                                            {"LeftArrow", "←"},
+                                                            {"RightArrow", "→"},
+                                                            {"DownArrow", "↓"},
+                                                            {"F1", "F1"},
+                                                            {"F2", "F2"},
+                                                            {"F3", "F3"},
+                                                            {"F4", "F4"},
+                                                            {"F5", "F5"},
+                                                            {"F6", "F6"},
+                                                            {"F7", "F7"},
+                                                            {"F8", "F8"},
+                                                            {"F9", "F9"},
+                                                            {"F10", "F10"},
+                                                            {"F11", "F11"},
+                                                            {"F12", "F12"}};
+    Numbers numbers;
+    for (const auto& [key, name] : keys)
+        numbers.push_back(shared("", ("kVK_" + std::string(key)).c_str(), keyNamed(name)));
+    return numbers;
+}
+
 }  // namespace
 
 std::vector<SharedNumber> sharedNumbers() {
     Numbers all;
-    for (const Numbers& some : {eventNumbers(), windowNumbers(), controlNumbers(), serviceNumbers()})
+    for (const Numbers& some :
+         {eventNumbers(), windowNumbers(), controlNumbers(), serviceNumbers(), keyNumbers()})
         all.insert(all.end(), some.begin(), some.end());
     return all;
 }
