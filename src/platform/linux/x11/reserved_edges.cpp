@@ -1,7 +1,6 @@
 #include "reserved_edges.h"
 
 #include "linux/x11/property_question.h"
-#include "linux/x11/reply.h"
 #include "linux/x11/window_tree.h"
 
 #include <algorithm>
@@ -64,7 +63,6 @@ void ReservedEdges::handle(const xcb_generic_event_t& event) {
 }
 
 void ReservedEdges::read() {
-    xcb_connection_t* raw = connection_.raw();
     const auto& atoms = connection_.atoms();
     const auto windows = managedWindowsOfOthers(connection_);
     const auto ask = [&](xcb_window_t window, xcb_atom_t name) {
@@ -76,10 +74,7 @@ void ReservedEdges::read() {
     questions.reserve(windows.size());
     for (const auto window : windows)
         questions.push_back({ask(window, atoms.netWmStrutPartial), ask(window, atoms.netWmStrut)});
-    const auto geometry =
-        owned(xcb_get_geometry_reply(raw, xcb_get_geometry(raw, connection_.root()), nullptr));
-    rootWidth_ = geometry ? geometry->width : 0;
-    rootHeight_ = geometry ? geometry->height : 0;
+    root_ = rootArea(connection_);
     docks_.clear();
     for (const auto& [partial, whole] : questions) {
         constexpr auto farthest = std::numeric_limits<std::uint32_t>::max();
@@ -104,10 +99,10 @@ PixelRect ReservedEdges::within(const PixelRect& monitor) const {
     for (const auto& [left, right, bottom] : docks_) {
         if (left.meets(y, height) && isInside(left.depth, x, width))
             leftEnd = std::max(leftEnd, left.depth);
-        if (right.meets(y, height) && isInside(rootWidth_ - right.depth, x, width))
-            rightEnd = std::min(rightEnd, rootWidth_ - right.depth);
-        if (bottom.meets(x, width) && isInside(rootHeight_ - bottom.depth, y, height))
-            bottomEnd = std::min(bottomEnd, rootHeight_ - bottom.depth);
+        if (right.meets(y, height) && isInside(root_.width - right.depth, x, width))
+            rightEnd = std::min(rightEnd, root_.width - right.depth);
+        if (bottom.meets(x, width) && isInside(root_.height - bottom.depth, y, height))
+            bottomEnd = std::min(bottomEnd, root_.height - bottom.depth);
     }
     // Nobody leaves nothing.
     if (leftEnd >= rightEnd) {

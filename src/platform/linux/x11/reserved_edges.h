@@ -40,8 +40,7 @@ private:
     void read();
 
     Connection& connection_;
-    int rootWidth_ = 0;
-    int rootHeight_ = 0;
+    PixelRect root_;
     std::vector<Dock> docks_;
     PacedWork reading_;
     Registration changes_;

@@ -69,9 +69,8 @@ void ReservedStrip::reserve(const PixelRect& area, const std::vector<PixelRect>&
 }
 
 void ReservedStrip::setStrut(const std::string& manager) {
-    const auto root = areaFrom(connection_, xcb_get_geometry(connection_.raw(), connection_.root()));
     const auto& reader = StrutReader::named(manager);
-    const auto strut = reader.strutFor(area_, monitors_, root ? root->width : 0);
+    const auto strut = reader.strutFor(area_, monitors_, rootArea(connection_).width);
     const bool isRead = !reader.readsOnce || strutArea_ == area_;
     if (strut_ == strut && isRead)
         return;

@@ -2,6 +2,7 @@
 
 #include "linux/drawing/appearance.h"
 #include "linux/x11/reply.h"
+#include "linux/x11/window_tree.h"
 
 #include <xcb/randr.h>
 
@@ -38,13 +39,8 @@ void ScreenList::read() {
                 found.insert(monitor.primary ? found.begin() : found.end(), rect);
         }
     }
-    if (found.empty()) {
-        const auto geometry = owned(xcb_get_geometry_reply(
-            connection_.raw(), xcb_get_geometry(connection_.raw(), connection_.root()), nullptr));
-        const auto& screen = connection_.screen();
-        found.push_back(geometry ? PixelRect{0, 0, geometry->width, geometry->height}
-                                 : PixelRect{0, 0, screen.width_in_pixels, screen.height_in_pixels});
-    }
+    if (found.empty())
+        found.push_back(rootArea(connection_));
     if (found == monitors_)
         return;
     monitors_ = std::move(found);

@@ -51,6 +51,12 @@ std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry
                      reply->height + 2 * reply->border_width};
 }
 
+PixelRect rootArea(const Connection& connection) {
+    const auto& screen = connection.screen();
+    return areaFrom(connection, xcb_get_geometry(connection.raw(), connection.root()))
+        .value_or(PixelRect{0, 0, screen.width_in_pixels, screen.height_in_pixels});
+}
+
 std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection, xcb_window_t first) {
     const auto value = connection.property(connection.root(), connection.atoms().netClientList,
                                            XCB_ATOM_WINDOW, longestList * sizeof(xcb_window_t));

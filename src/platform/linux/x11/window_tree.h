@@ -15,6 +15,8 @@ std::vector<xcb_window_t> childrenFrom(const Connection& connection, xcb_query_t
 xcb_window_t topLevelOf(const Connection& connection, xcb_window_t window);
 /// Of a child of the root window, with its border. Nothing where it is gone.
 std::optional<PixelRect> areaFrom(const Connection& connection, xcb_get_geometry_cookie_t cookie);
+/// Of the root window as it is now; as it was at first where the server does not answer.
+PixelRect rootArea(const Connection& connection);
 /// Windows of other connections that a window manager says it manages. Their programs may have ended since.
 /// The oldest first, but before all others `first` if it is one of them. Of hundreds only the oldest, among
 /// which docks are, and the newest.
