@@ -230,14 +230,10 @@ TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenSettings) {
 class ClosedSettings : public AppearanceSession, public testing::WithParamInterface<int> {
 protected:
     void addMonitors() const {
-        const std::vector<std::string> places = {"1280/320x2000/500+0+0", "1280/320x2000/500+1280+0"};
-        for (int number = 0; number < GetParam(); ++number) {
-            const auto& place = places[static_cast<std::size_t>(number)];
-            outputOf(
-                {"xrandr", "--setmonitor", (number == 0 ? "*monitor" : "monitor") + std::to_string(number),
-                 place, number == 0 ? "screen" : "none"},
-                environment_);
-        }
+        if (GetParam() > 0)
+            addMonitor("*left", {0, 0, 1280, 2000}, "screen");
+        if (GetParam() > 1)
+            addMonitor("right", {1280, 0, 1280, 2000}, "none");
     }
     void openSettings() const {
         outputOf({velmoProgram}, environment_);

@@ -178,8 +178,8 @@ TEST_F(BarPlaces, TheBarIsOnItsScreenAsLongAsNothingFillsThat) {
 }
 
 TEST_F(BarPlaces, TheBarIsOnTheMainScreenOnly) {
-    outputOf({"xrandr", "--setmonitor", "left", "640/160x720/180+0+0", "none"}, environment_);
-    outputOf({"xrandr", "--setmonitor", "*right", "640/160x720/180+640+0", "screen"}, environment_);
+    addMonitor("left", {0, 0, 640, 720}, "none");
+    addMonitor("*right", {640, 0, 640, 720}, "screen");
     ASSERT_TRUE(turnUntil([&] { return screens_->all().size() == 2; }));
     EXPECT_TRUE(bar_->isOn(screens_->all().front()));
     EXPECT_FALSE(bar_->isOn(screens_->all().back()));

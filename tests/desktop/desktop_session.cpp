@@ -104,6 +104,20 @@ void DesktopSession::stopServer() {
     server_->end();
 }
 
+void DesktopSession::addMonitor(const std::string& name, const Area& area, const std::string& output) const {
+    // Millimetres beside the pixels.
+    const auto side = [](int pixels) { return std::to_string(pixels) + "/" + std::to_string(pixels / 4); };
+    outputOf({"xrandr", "--setmonitor", name,
+              side(area.width) + "x" + side(area.height) + "+" + std::to_string(area.x) + "+" +
+                  std::to_string(area.y),
+              output},
+             environment_);
+}
+
+void DesktopSession::removeMonitor(const std::string& name) const {
+    outputOf({"xrandr", "--delmonitor", name}, environment_);
+}
+
 void DesktopSession::addToResources(const std::string& text) const {
     xcb_change_property(x().raw(), XCB_PROP_MODE_APPEND, x().root(), XCB_ATOM_RESOURCE_MANAGER,
                         XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(text.size()), text.data());

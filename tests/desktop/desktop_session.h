@@ -42,6 +42,11 @@ protected:
     /// Starts an X server with a screen of that size.
     void startServer(const std::string& screen = "1280x720x24", const std::vector<std::string>& options = {});
     void stopServer();
+    /// A monitor of the server, in pixels of the root window; "*" before its name makes it the primary one.
+    /// The server has one output, "screen", and adds a monitor of its own while none has that: others have
+    /// "none".
+    void addMonitor(const std::string& name, const Area& area, const std::string& output) const;
+    void removeMonitor(const std::string& name) const;
     /// Settings of the display, a line each.
     void addToResources(const std::string& text) const;
     void startWindowManager(const std::vector<std::string>& command = {"openbox"});

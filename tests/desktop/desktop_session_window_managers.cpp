@@ -65,7 +65,7 @@ std::vector<std::string> DesktopSession::windowManagerCommand(const std::string&
                              style + "\n")};
     }
     if (name == "icewm")
-        settings(".icewm/preferences", "ShowTaskBar=0\nTaskBarShowTray=0\n");
+        settings(".icewm/preferences", "ShowTaskBar=0\n");
     return {name};
 }
 

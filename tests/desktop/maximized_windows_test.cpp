@@ -1,6 +1,4 @@
-#include "window_managers.h"
-
-#include "desktop_session.h"
+#include "window_manager_session.h"
 
 #include "linux/x11/reply.h"
 
@@ -12,34 +10,16 @@ namespace velmo::desktop {
 namespace {
 
 /// Maximized windows on screens of different sizes, one of which has the bar.
-class MaximizedUnder : public DesktopSession, public testing::WithParamInterface<std::string> {
+class MaximizedUnder : public WindowManagerSession {
 protected:
-    void SetUp() override {
-        DesktopSession::SetUp();
-        startServer();
-    }
-    void start() {
-        startWindowManagerNamed(GetParam());
-        startVelmo();
-    }
     void setMonitors(const Area& primary, const Area& other) const {
         // Some window managers know only screens that have an output, of which there is one.
-        setMonitor("*first", primary, "screen");
-        setMonitor("other", other, "none");
-    }
-    void setMonitor(const std::string& name, const Area& area, const std::string& output) const {
-        const auto side = [](int pixels) {
-            return std::to_string(pixels) + "/" + std::to_string(pixels / 4);
-        };
-        outputOf({"xrandr", "--setmonitor", name, side(area.width) + "x" + side(area.height) + placeOf(area),
-                  output},
-                 environment_);
-    }
-    static std::string placeOf(const Area& area) {
-        return "+" + std::to_string(area.x) + "+" + std::to_string(area.y);
+        addMonitor("*first", primary, "screen");
+        addMonitor("other", other, "none");
     }
     static std::string text(const Area& area) {
-        return std::to_string(area.width) + "x" + std::to_string(area.height) + placeOf(area);
+        return std::to_string(area.width) + "x" + std::to_string(area.height) + "+" + std::to_string(area.x) +
+               "+" + std::to_string(area.y);
     }
     /// A window that takes every size.
     xcb_window_t showWindow() const {
@@ -49,9 +29,6 @@ protected:
         xcb_map_window(x().raw(), window);
         EXPECT_TRUE(eventually([&] { return x().isViewable(window); }));
         return window;
-    }
-    void change(xcb_window_t window, const std::string& states) const {
-        outputOf({"wmctrl", "-i", "-r", std::to_string(window), "-b", states}, environment_);
     }
     void moveTo(xcb_window_t window, const std::string& name, const Area& monitor, int place = 50) const {
         if (manager_ == "i3")
@@ -87,20 +64,23 @@ protected:
                             area.height + 2 * border};
         EXPECT_TRUE(eventually([&] { return frameOf(window) == expected; }))
             << text(frameOf(window)) << " instead of " << text(expected);
-        change(window, "remove,maximized_vert,maximized_horz");
+        xcb_destroy_window(x().raw(), window);
+        ASSERT_FALSE(x().exists(window));
     }
     void expectToFillBoth(const Area& primary, const Area& other) const {
-        const auto window = showWindow();
-        moveTo(window, "first", primary);
+        const auto first = showWindow();
+        // One looks for the screen by columns: here the other one has none.
+        moveTo(first, "first", primary, primary.x == other.x ? primary.width - 300 : 50);
         // To which nothing can be said of a bar below another screen.
         const bool isCovered = manager_ == "openbox" && primary.y == other.y + other.height;
-        expectToFill(window, isCovered ? primary : belowTheBar(primary));
+        expectToFill(first, isCovered ? primary : belowTheBar(primary));
         // It does not know the other one.
         if (manager_ == "xfwm4")
             return;
-        // Below it is nothing: one looks for the screen by columns.
-        moveTo(window, "other", other, primary.x == 0 ? other.width - 300 : 50);
-        expectToFill(window, other);
+        // Here, too: below it is nothing.
+        const auto second = showWindow();
+        moveTo(second, "other", other, primary.x == 0 ? other.width - 300 : 50);
+        expectToFill(second, other);
     }
     static Area belowTheBar(const Area& monitor) {
         constexpr int barHeight = 26;
@@ -131,12 +111,12 @@ TEST_P(MaximizedUnder, FillsALowerScreenBesideATallerOne) {
 TEST_P(MaximizedUnder, FillsALowerScreenThatBecomesThePrimaryOne) {
     // The one that has the output keeps the server from adding one of its own meanwhile.
     const bool knowsOne = manager_ == "xfwm4";
-    setMonitor("first", lowerBeside, knowsOne ? "screen" : "none");
-    setMonitor("*other", tall, knowsOne ? "none" : "screen");
+    addMonitor("first", lowerBeside, knowsOne ? "screen" : "none");
+    addMonitor("*other", tall, knowsOne ? "none" : "screen");
     start();
     ASSERT_EQ(x().area(bar())->y, 0);
-    outputOf({"xrandr", "--delmonitor", "first"}, environment_);
-    setMonitor("*first", lowerBeside, knowsOne ? "screen" : "none");
+    removeMonitor("first");
+    addMonitor("*first", lowerBeside, knowsOne ? "screen" : "none");
     ASSERT_TRUE(eventually([&] { return x().area(bar())->y == lowerBeside.y; }));
     expectToFillBoth(lowerBeside, tall);
 }
@@ -144,12 +124,12 @@ TEST_P(MaximizedUnder, FillsALowerScreenThatBecomesThePrimaryOne) {
 TEST_P(MaximizedUnder, FillsAScreenBelowOneAsWideThatBecomesThePrimaryOne) {
     // Here, too.
     const bool knowsOne = manager_ == "xfwm4";
-    setMonitor("first", wideBelow, knowsOne ? "screen" : "none");
-    setMonitor("*other", wide, knowsOne ? "none" : "screen");
+    addMonitor("first", wideBelow, knowsOne ? "screen" : "none");
+    addMonitor("*other", wide, knowsOne ? "none" : "screen");
     start();
     ASSERT_EQ(x().area(bar())->y, 0);
-    outputOf({"xrandr", "--delmonitor", "first"}, environment_);
-    setMonitor("*first", wideBelow, knowsOne ? "screen" : "none");
+    removeMonitor("first");
+    addMonitor("*first", wideBelow, knowsOne ? "screen" : "none");
     ASSERT_TRUE(eventually([&] { return x().area(bar())->y == wideBelow.y; }));
     expectToFillBoth(wideBelow, wide);
 }

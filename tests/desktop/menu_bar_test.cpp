@@ -102,15 +102,15 @@ TEST_F(MenuBarWindow, FollowsTheResolutionOfTheScreen) {
 }
 
 TEST_F(MenuBarWindow, StandsOnThePrimaryMonitor) {
-    outputOf({"xrandr", "--setmonitor", "left", "640/160x720/180+0+0", "none"}, environment_);
-    outputOf({"xrandr", "--setmonitor", "*right", "640/160x720/180+640+0", "screen"}, environment_);
+    addMonitor("left", {0, 0, 640, 720}, "none");
+    addMonitor("*right", {640, 0, 640, 720}, "screen");
     startVelmo();
     const auto icon = startTrayProgram("gxkb", "Gxkb");
     EXPECT_TRUE(eventually([&] { return *x().area(bar()) == (Area{640, 0, 640, 26}); }));
     EXPECT_EQ(x().area(toggle())->x + 31, 1280 - 6);
     EXPECT_TRUE(isOnScreen(icon));
-    outputOf({"xrandr", "--delmonitor", "right"}, environment_);
-    outputOf({"xrandr", "--setmonitor", "*left", "640/160x720/180+0+0", "screen"}, environment_);
+    removeMonitor("right");
+    addMonitor("*left", {0, 0, 640, 720}, "screen");
     EXPECT_TRUE(eventually([&] { return x().area(bar())->x == 0 && isOnScreen(icon); }));
 }
 

@@ -222,9 +222,9 @@ TEST_F(PanelWindow, TakesNoKeyboardEvenWhereItIsClicked) {
 }
 
 TEST_F(PanelWindow, StaysOnTheMonitorOfTheBar) {
-    outputOf({"xrandr", "--setmonitor", "left", "960/240x720/180+0+0", "none"}, environment_);
+    addMonitor("left", {0, 0, 960, 720}, "none");
     // Too narrow for what the panel says.
-    outputOf({"xrandr", "--setmonitor", "*right", "320/80x720/180+960+0", "screen"}, environment_);
+    addMonitor("*right", {960, 0, 320, 720}, "screen");
     startVelmoForPanels();
     openPanelWindow();
     EXPECT_EQ(strip().width, 320 - 16);
@@ -232,8 +232,8 @@ TEST_F(PanelWindow, StaysOnTheMonitorOfTheBar) {
     xdotool({"key", "Escape"});
     ASSERT_TRUE(eventually([&] { return !panelWindow(); }));
 
-    outputOf({"xrandr", "--delmonitor", "right"}, environment_);
-    outputOf({"xrandr", "--setmonitor", "*left", "960/240x720/180+0+0", "screen"}, environment_);
+    removeMonitor("right");
+    addMonitor("*left", {0, 0, 960, 720}, "screen");
     ASSERT_TRUE(eventually([&] { return x().area(toggle())->x < 960; }));
     openPanelWindow();
     EXPECT_EQ(strip().x + strip().width, 960 - 8);

@@ -30,22 +30,12 @@ protected:
     }
     /// One that is there already goes and comes anew.
     void setMonitor(const Monitor& monitor, bool isPrimary) const {
-        const auto& [name, area] = monitor;
-        const auto side = [](int pixels) {
-            return std::to_string(pixels) + "/" + std::to_string(pixels / 4);
-        };
         remove(monitor);
-        outputOf({"xrandr", "--setmonitor", (isPrimary ? "*" : "") + name,
-                  side(area.width) + "x" + side(area.height) + "+" + std::to_string(area.x) + "+" +
-                      std::to_string(area.y),
-                  // The one that has the output keeps the server from adding one of its own.
-                  name == withOutput ? "screen" : "none"},
-                 environment_);
+        addMonitor((isPrimary ? "*" : "") + monitor.name, monitor.area,
+                   monitor.name == withOutput ? "screen" : "none");
     }
     void makePrimary(const Monitor& monitor) const { setMonitor(monitor, true); }
-    void remove(const Monitor& monitor) const {
-        outputOf({"xrandr", "--delmonitor", monitor.name}, environment_);
-    }
+    void remove(const Monitor& monitor) const { removeMonitor(monitor.name); }
 
     /// Another resolution of the one monitor that there is.
     void setMode(int width, int height) const {

@@ -148,8 +148,8 @@ TEST_F(SyntheticEventsTest, ReachNobodyWhereTheBarCannotBeReached) {
 TEST_F(SyntheticEventsTest, GoToPlacesInPointsOfThePrimaryScreen) {
     startServer();
     addToResources("Xft.dpi: 192\n");
-    outputOf({"xrandr", "--setmonitor", "left", "640/160x720/180+0+0", "none"}, environment_);
-    outputOf({"xrandr", "--setmonitor", "*right", "640/160x720/180+640+0", "screen"}, environment_);
+    addMonitor("left", {0, 0, 640, 720}, "none");
+    addMonitor("*right", {640, 0, 640, 720}, "screen");
     startBarAndEvents();
     events_->postMouseEvent(EventType::mouseMoved, {100, 50});
     EXPECT_EQ(pointer(), (Point{840, 100}));

@@ -15,8 +15,8 @@ protected:
     void SetUp() override {
         BarSession::SetUp();
         startServer("2560x1000x24");
-        addMonitor("left", "640/160x720/180+0+0", "screen");
-        addMonitor("*right", "1000/250x1000/250+640+0", "none");
+        addMonitor("left", {0, 0, 640, 720}, "screen");
+        addMonitor("*right", {640, 0, 1000, 1000}, "none");
         startBar({"Velmo.Toggle", "desktop_tests", "Velmo.Divider", "desktop_tests#2"});
         toggle_ = makeItem("Velmo.Toggle", 31);
         divider_ = makeItem("Velmo.Divider", longLength);
@@ -33,9 +33,6 @@ protected:
         BarSession::TearDown();
     }
 
-    void addMonitor(const std::string& name, const std::string& place, const std::string& output) const {
-        outputOf({"xrandr", "--setmonitor", name, place, output}, environment_);
-    }
     std::unique_ptr<StatusItem> makeItem(const std::string& name, double length) {
         auto item = bar_->makeStatusItem(length);
         item->setAutosaveName(name);
@@ -75,9 +72,9 @@ protected:
 
 TEST_F(WindowListOnScreens, TellsPlacesOnTheMonitorWithTheBar) {
     expectListedOn({640, 0, 1000, 1000});
-    outputOf({"xrandr", "--delmonitor", "right"}, environment_);
+    removeMonitor("right");
     expectListedOn({0, 0, 640, 720});
-    addMonitor("*right", "1000/250x1000/250+640+0", "none");
+    addMonitor("*right", {640, 0, 1000, 1000}, "none");
     expectListedOn({640, 0, 1000, 1000});
     // Revealed beside another monitor: what does not fit is not on that one either.
     divider_->setLength(12);
