@@ -69,13 +69,16 @@ void DesktopSession::TearDown() {
 }
 
 void DesktopSession::startServer(const std::string& screen, const std::vector<std::string>& options) {
+    std::vector<std::string> command = {"Xvfb", "-screen", "0", screen};
+    command.insert(command.end(), options.begin(), options.end());
+    startServerBy(std::move(command));
+}
+
+void DesktopSession::startServerBy(std::vector<std::string> command) {
     // The server chooses a free display and writes its number into the file.
     const auto numberFile = home_ / "display";
     const int descriptor = open(numberFile.c_str(), O_RDWR | O_CREAT, 0600);
-    std::vector<std::string> command = {"Xvfb",      "-displayfd", std::to_string(descriptor),
-                                        "-screen",   "0",          screen,
-                                        "-nolisten", "tcp",        "-noreset"};
-    command.insert(command.end(), options.begin(), options.end());
+    command.insert(command.end(), {"-displayfd", std::to_string(descriptor), "-nolisten", "tcp", "-noreset"});
     server_.emplace(run(command));
     close(descriptor);
     ASSERT_TRUE(eventually([&] { return readFile(numberFile).ends_with("\n"); }));

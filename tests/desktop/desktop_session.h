@@ -41,6 +41,8 @@ protected:
 
     /// Starts an X server with a screen of that size.
     void startServer(const std::string& screen = "1280x720x24", const std::vector<std::string>& options = {});
+    /// The same by a command of another kind of server, without what every one is told.
+    void startServerBy(std::vector<std::string> command);
     void stopServer();
     /// A monitor of the server, in pixels of the root window; "*" before its name makes it the primary one.
     /// The server has one output, "screen", and adds a monitor of its own while none has that: others have

@@ -1,7 +1,9 @@
+#include "screen_mode.h"
 #include "window_manager_session.h"
 
 #include "linux/x11/reply.h"
 
+#include <fstream>
 #include <string>
 #include <utility>
 
@@ -75,7 +77,7 @@ protected:
         const bool isCovered = manager_ == "openbox" && primary.y == other.y + other.height;
         expectToFill(first, isCovered ? primary : belowTheBar(primary));
         // It does not know the other one.
-        if (manager_ == "xfwm4")
+        if (manager_ == "xfwm4" && !haveOutputs_)
             return;
         // Here, too: below it is nothing.
         const auto second = showWindow();
@@ -88,6 +90,8 @@ protected:
     }
 
     std::string manager_ = GetParam();
+    /// Each of the screens.
+    bool haveOutputs_ = false;
     const Area whole{0, 0, 1280, 720};
     const Area tall{0, 0, 640, 720};
     const Area lowerBeside{640, 220, 640, 500};
@@ -155,6 +159,70 @@ TEST_P(MaximizedUnder, FillsAScreenBelowTheRightOfAnother) {
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, MaximizedUnder, windowManagers,
+                         [](const auto& manager) { return manager.param; });
+
+/// Screens that have an output each, for a window manager that knows no others.
+class MaximizedOnOutputs : public MaximizedUnder {
+protected:
+    void SetUp() override {
+        DesktopSession::SetUp();
+        const auto settings = home_ / "xorg.conf";
+        std::ofstream(settings) << R"(
+            Section "ServerFlags"
+                Option "AutoAddGPU" "false"
+            EndSection
+            Section "Device"
+                Identifier "memory"
+                Driver "dummy"
+            EndSection
+            Section "Screen"
+                Identifier "screen"
+                Device "memory"
+                DefaultDepth 24
+            EndSection
+        )";
+        // Of a seat that has no terminal, keyboard or mouse.
+        startServerBy({"Xorg", "-seat", "seat-velmo", "-config", settings, "-logfile", home_ / "xorg.log"});
+        haveOutputs_ = true;
+    }
+    void setOutputs(const Area& primary, const Area& other) const {
+        const auto place = [](const Area& area) {
+            return std::to_string(area.x) + "x" + std::to_string(area.y);
+        };
+        requestScreenMode(primary.width, primary.height, environment_, "DUMMY0");
+        requestScreenMode(other.width, other.height, environment_, "DUMMY1");
+        outputOf({"xrandr", "--output", "DUMMY0", "--primary", "--pos", place(primary), "--output", "DUMMY1",
+                  "--pos", place(other)},
+                 environment_);
+        // The server passes an output for disconnected until it looks again, and window managers pass over
+        // it.
+        ASSERT_NE(outputOf({"xrandr"}, environment_).find("DUMMY1 connected"), std::string::npos);
+        ASSERT_EQ(x().area(x().root()), (Area{0, 0, 1280, 720}));
+    }
+    void expectBothToBeFilled(const Area& primary, const Area& other) {
+        setOutputs(primary, other);
+        start();
+        expectToFillBoth(primary, other);
+    }
+};
+
+TEST_P(MaximizedOnOutputs, FillsALowerScreenBesideATallerOne) {
+    expectBothToBeFilled(lowerBeside, tall);
+}
+
+TEST_P(MaximizedOnOutputs, FillsAScreenBelowOneAsWide) {
+    expectBothToBeFilled(wideBelow, wide);
+}
+
+TEST_P(MaximizedOnOutputs, FillsAScreenBelowTheLeftOfAnother) {
+    expectBothToBeFilled(leftBelow, wide);
+}
+
+TEST_P(MaximizedOnOutputs, FillsAScreenBelowTheRightOfAnother) {
+    expectBothToBeFilled(rightBelow, wide);
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, MaximizedOnOutputs, testing::Values("xfwm4"),
                          [](const auto& manager) { return manager.param; });
 
 }  // namespace

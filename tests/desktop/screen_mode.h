@@ -7,8 +7,9 @@
 
 namespace velmo::desktop {
 
-/// Another resolution, in pixels, of the one output that a private server has.
-inline void requestScreenMode(int width, int height, const Environment& environment) {
+/// Another resolution, in pixels, of an output of a private server; most have this one.
+inline void requestScreenMode(int width, int height, const Environment& environment,
+                              const std::string& output = "screen") {
     const auto name = std::to_string(width) + "x" + std::to_string(height) + "-test";
     std::vector<std::string> mode = {"xrandr", "--newmode", name, "60"};
     for (const int side : {width, height}) {
@@ -16,8 +17,8 @@ inline void requestScreenMode(int width, int height, const Environment& environm
             mode.push_back(std::to_string(side + blank));
     }
     outputOf(mode, environment);
-    outputOf({"xrandr", "--addmode", "screen", name}, environment);
-    outputOf({"xrandr", "--output", "screen", "--mode", name}, environment);
+    outputOf({"xrandr", "--addmode", output, name}, environment);
+    outputOf({"xrandr", "--output", output, "--mode", name}, environment);
 }
 
 }  // namespace velmo::desktop
