@@ -74,7 +74,8 @@ protected:
         // One looks for the screen by columns: here the other one has none.
         moveTo(first, "first", primary, primary.x == other.x ? primary.width - 300 : 50);
         // To which nothing can be said of a bar below another screen.
-        const bool isCovered = manager_ == "openbox" && primary.y == other.y + other.height;
+        const bool isCovered = manager_ == "openbox" && primary.y == other.y + other.height &&
+                               primary.x >= other.x && primary.x + primary.width <= other.x + other.width;
         expectToFill(first, isCovered ? primary : belowTheBar(primary));
         // It does not know the other one.
         if (manager_ == "xfwm4" && !haveOutputs_)
@@ -99,6 +100,9 @@ protected:
     const Area wideBelow{0, 360, 1280, 360};
     const Area leftBelow{0, 360, 640, 360};
     const Area rightBelow{640, 360, 640, 360};
+    const Area shortLeft{0, 0, 640, 300};
+    const Area shortRight{640, 0, 640, 300};
+    const Area wideBelowShort{0, 300, 1280, 420};
 };
 
 TEST_P(MaximizedUnder, FillsTheScreenBelowTheBar) {
@@ -156,6 +160,18 @@ TEST_P(MaximizedUnder, FillsAScreenBelowTheRightOfAnother) {
     setMonitors(rightBelow, wide);
     start();
     expectToFillBoth(rightBelow, wide);
+}
+
+TEST_P(MaximizedUnder, FillsAScreenBelowANarrowerOneAtItsLeft) {
+    setMonitors(wideBelowShort, shortLeft);
+    start();
+    expectToFillBoth(wideBelowShort, shortLeft);
+}
+
+TEST_P(MaximizedUnder, FillsAScreenBelowANarrowerOneAtItsRight) {
+    setMonitors(wideBelowShort, shortRight);
+    start();
+    expectToFillBoth(wideBelowShort, shortRight);
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, MaximizedUnder, windowManagers,
@@ -220,6 +236,10 @@ TEST_P(MaximizedOnOutputs, FillsAScreenBelowTheLeftOfAnother) {
 
 TEST_P(MaximizedOnOutputs, FillsAScreenBelowTheRightOfAnother) {
     expectBothToBeFilled(rightBelow, wide);
+}
+
+TEST_P(MaximizedOnOutputs, FillsAScreenBelowANarrowerOne) {
+    expectBothToBeFilled(wideBelowShort, shortLeft);
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, MaximizedOnOutputs, testing::Values("xfwm4"),

@@ -43,6 +43,24 @@ TEST(BarStrut, CoversAMonitorAboveOnlyWhereThatCostsItNothing) {
     EXPECT_EQ(strutUnder("Openbox", middle, {middle, above}), Strut{});
 }
 
+TEST(BarStrut, HasTheColumnsThatNoMonitorSharesWhereOneIsEnough) {
+    constexpr PixelRect wide{0, 400, 1920, 300};
+    constexpr PixelRect leftAbove{0, 0, 640, 400};
+    constexpr PixelRect middleAbove{640, 0, 640, 400};
+    constexpr PixelRect rightAbove{1280, 0, 640, 400};
+    constexpr PixelRect mostAbove{-100, 100, 2019, 300};
+    const auto ofColumns = [](std::uint32_t begin, std::uint32_t end) {
+        return Strut{0, 0, 426, 0, 0, 0, 0, 0, begin, end, 0, 0};
+    };
+    EXPECT_EQ(strutUnder("Openbox", wide, {wide, leftAbove}), ofColumns(640, 1919));
+    EXPECT_EQ(strutUnder("Openbox", wide, {wide, rightAbove}), ofColumns(0, 1279));
+    EXPECT_EQ(strutUnder("Openbox", wide, {wide, middleAbove}), ofColumns(0, 639));
+    EXPECT_EQ(strutUnder("Openbox", wide, {wide, rightAbove, leftAbove}), ofColumns(640, 1279));
+    EXPECT_EQ(strutUnder("Openbox", wide, {wide, mostAbove}), ofColumns(1919, 1919));
+    EXPECT_EQ(strutUnder("Openbox", wide, {wide, leftAbove, mostAbove, rightAbove}), Strut{});
+    EXPECT_EQ(strutUnder("", wide, {wide, leftAbove}), Strut{}) << "who knows how they are read";
+}
+
 TEST(BarStrut, ComesFromTheSideThatIsFreeWhereRowsCanBeReserved) {
     const Strut fromTheLeft = {1280, 0, 0, 0, 400, 425, 0, 0, 0, 0, 0, 0};
     const Strut fromTheRight = {0, 1280, 0, 0, 0, 0, 400, 425, 0, 0, 0, 0};

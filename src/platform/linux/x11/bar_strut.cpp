@@ -1,6 +1,7 @@
 #include "bar_strut.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace velmo::x11 {
@@ -10,8 +11,12 @@ namespace {
 using Upper = StrutReader::Upper;
 
 constexpr StrutReader readers[] = {
-    {"Fluxbox", Upper::fromMonitor, true}, {"IceWM", Upper::fromMonitor},     {"i3", Upper::fromMonitor},
-    {"Metacity", Upper::fromRootInRows},   {"Xfwm4", Upper::fromRootSparing},
+    {"Fluxbox", Upper::fromMonitor, true},
+    {"IceWM", Upper::fromMonitor},
+    {"i3", Upper::fromMonitor},
+    {"Metacity", Upper::fromRootInRows},
+    {"Openbox", Upper::fromRootByColumn},
+    {"Xfwm4", Upper::fromRootSparing},
 };
 constexpr StrutReader standard;
 
@@ -28,6 +33,22 @@ Strut upperStrut(const PixelRect& bar, int depth) {
 bool areFree(const PixelRect& area, const std::vector<PixelRect>& monitors) {
     return std::none_of(monitors.begin(), monitors.end(),
                         [&](const auto& monitor) { return monitor.overlaps(area); });
+}
+
+/// Of the bar's columns, the first ones above which nothing lies. None where the width is not positive.
+PixelRect freeColumns(const PixelRect& bar, const std::vector<PixelRect>& monitors) {
+    std::vector<PixelRect> above;
+    std::copy_if(monitors.begin(), monitors.end(), std::back_inserter(above), [&](const auto& monitor) {
+        return monitor.overlaps({bar.x, 0, bar.width, bar.y});
+    });
+    std::sort(above.begin(), above.end(), [](const auto& one, const auto& other) { return one.x < other.x; });
+    int begin = bar.x;
+    for (const auto& monitor : above) {
+        if (monitor.x > begin)
+            return {begin, bar.y, monitor.x - begin, bar.height};
+        begin = std::max(begin, monitor.x + monitor.width);
+    }
+    return {begin, bar.y, bar.x + bar.width - begin, bar.height};
 }
 
 /// From the side on which no monitor is in the way.
@@ -55,10 +76,13 @@ Strut StrutReader::strutFor(const PixelRect& bar, const std::vector<PixelRect>& 
     const int bottom = bar.y + bar.height;
     if (upper == Upper::fromMonitor)
         return upperStrut(bar, bar.height);
-    if (upper == Upper::fromRootSparing || areFree({bar.x, 0, bar.width, bar.y}, monitors))
+    const auto columns = freeColumns(bar, monitors);
+    if (upper == Upper::fromRootSparing || columns.width == bar.width)
         return upperStrut(bar, bottom);
     if (upper == Upper::fromRootInRows)
         return sideStrut(bar, monitors, rootWidth);
+    if (upper == Upper::fromRootByColumn && columns.width > 0)
+        return upperStrut(columns, bottom);
     return {};
 }
 

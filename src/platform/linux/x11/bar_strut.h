@@ -20,6 +20,8 @@ struct StrutReader {
     enum class Upper {
         /// From the root window's edge, on all monitors on the way: as it is written down.
         fromRoot,
+        /// The same, on each monitor that has one of the columns.
+        fromRootByColumn,
         /// The same, but a monitor that would be covered as a whole keeps all.
         fromRootSparing,
         /// From the root window's edge, and from its sides nothing but the rows that are named.
