@@ -12,15 +12,6 @@ protected:
     }
 };
 
-TEST_F(ClickOutside, HidesAQuarterOfASecondLater) {
-    clickElsewhere();
-    EXPECT_EQ(nextTimer(), 0.25);
-    desktop_.advance(0.249);
-    EXPECT_EQ(level(), RevealLevel::hidden);
-    desktop_.advance(0.001);
-    EXPECT_EQ(level(), RevealLevel::none);
-}
-
 TEST_F(ClickOutside, HidesForTheRightButtonToo) {
     optionClickToggle();
     clickElsewhere(MouseButton::right);

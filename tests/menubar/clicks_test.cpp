@@ -6,28 +6,6 @@ namespace {
 using ToggleClick = ManagerTest;
 using DividerClick = ManagerTest;
 
-TEST_F(ToggleClick, ShowsAndHides) {
-    start();
-    clickToggle();
-    EXPECT_EQ(level(), RevealLevel::hidden);
-    clickToggle();
-    EXPECT_EQ(level(), RevealLevel::none);
-    reveal(RevealLevel::all);
-    clickToggle();
-    EXPECT_EQ(level(), RevealLevel::none);
-}
-
-TEST_F(ToggleClick, WithOptionShowsEverythingOrHides) {
-    start();
-    optionClickToggle();
-    EXPECT_EQ(level(), RevealLevel::all);
-    optionClickToggle();
-    EXPECT_EQ(level(), RevealLevel::none);
-    reveal(RevealLevel::hidden);
-    optionClickToggle();
-    EXPECT_EQ(level(), RevealLevel::all);
-}
-
 TEST_F(ToggleClick, WithOptionMovesToAllEvenWithThatSectionOff) {
     start();
     ASSERT_FALSE(preferences_->alwaysHiddenEnabled.value());
@@ -35,22 +13,6 @@ TEST_F(ToggleClick, WithOptionMovesToAllEvenWithThatSectionOff) {
     EXPECT_EQ(level(), RevealLevel::all);
     clickToggle();
     EXPECT_EQ(level(), RevealLevel::none);
-}
-
-TEST_F(ToggleClick, HeedsOptionAmongOtherModifiers) {
-    start();
-    desktop_.click(toggle, MouseButton::left, modifier::option | modifier::shift | modifier::capsLock);
-    EXPECT_EQ(level(), RevealLevel::all);
-}
-
-TEST_F(ToggleClick, DoesNotMindOtherModifiers) {
-    start();
-    for (const auto flag : {modifier::capsLock, modifier::shift, modifier::control, modifier::command,
-                            modifier::numericPad, modifier::function}) {
-        reveal(RevealLevel::none);
-        desktop_.click(toggle, MouseButton::left, flag);
-        EXPECT_EQ(level(), RevealLevel::hidden) << flag;
-    }
 }
 
 TEST_F(ToggleClick, WithTheRightButtonChangesNothing) {
@@ -85,29 +47,6 @@ TEST_F(ToggleClick, CountsAtTheReleaseOnly) {
     desktop_.release(toggle);
     EXPECT_EQ(level(), RevealLevel::none);
     clickToggle();
-    EXPECT_EQ(level(), RevealLevel::hidden);
-}
-
-TEST_F(DividerClick, HidesEverything) {
-    desktop_.userDefaults().setBool(true, "alwaysHiddenEnabled");
-    start();
-    for (const char* divider : {hiddenDivider, alwaysHiddenDivider}) {
-        reveal(RevealLevel::all);
-        ASSERT_TRUE(desktop_.click(divider));
-        EXPECT_EQ(level(), RevealLevel::none) << divider;
-    }
-    reveal(RevealLevel::hidden);
-    ASSERT_TRUE(desktop_.click(hiddenDivider, MouseButton::left, modifier::option));
-    EXPECT_EQ(level(), RevealLevel::none);
-}
-
-TEST_F(DividerClick, DoesNothingWhileTheDividerIsExpanded) {
-    desktop_.userDefaults().setBool(true, "alwaysHiddenEnabled");
-    start();
-    ASSERT_TRUE(desktop_.click(hiddenDivider));
-    EXPECT_EQ(level(), RevealLevel::none);
-    reveal(RevealLevel::hidden);
-    ASSERT_TRUE(desktop_.click(alwaysHiddenDivider));
     EXPECT_EQ(level(), RevealLevel::hidden);
 }
 

@@ -25,15 +25,6 @@ TEST_F(Hover, TracksTheWholeToggle) {
     EXPECT_EQ(areas[0].second, desktop_.statusBar().item(toggle));
 }
 
-TEST_F(Hover, RevealsAQuarterOfASecondLater) {
-    enterToggle();
-    EXPECT_EQ(nextTimer(), 0.25);
-    desktop_.advance(0.249);
-    EXPECT_EQ(level(), RevealLevel::none);
-    desktop_.advance(0.001);
-    EXPECT_EQ(level(), RevealLevel::hidden);
-}
-
 TEST_F(Hover, DoesNotRevealWhereThePointerLeavesBefore) {
     enterToggle();
     desktop_.advance(0.249);
@@ -53,14 +44,6 @@ TEST_F(Hover, CountsFromTheLastEntering) {
     EXPECT_EQ(level(), RevealLevel::none);
     desktop_.advance(0.001);
     EXPECT_EQ(level(), RevealLevel::hidden);
-}
-
-TEST_F(Hover, LowersAllToHidden) {
-    reveal(RevealLevel::all);
-    enterToggle();
-    desktop_.advance(0.25);
-    EXPECT_EQ(level(), RevealLevel::hidden);
-    EXPECT_EQ(length(alwaysHiddenDivider), 10000);
 }
 
 TEST_F(Hover, OnlyRestartsTheTimerWhereTheSectionIsShown) {

@@ -18,14 +18,6 @@ TEST_F(RehideTimer, HidesAfterTheDelay) {
     EXPECT_EQ(desktop_.runLoop().timerCount(), 0U);
 }
 
-TEST_F(RehideTimer, HidesEverything) {
-    start();
-    optionClickToggle();
-    desktop_.advance(5);
-    EXPECT_EQ(level(), RevealLevel::none);
-    EXPECT_EQ(length(alwaysHiddenDivider), 10000);
-}
-
 TEST_F(RehideTimer, RunsNoShorterThanOneSecond) {
     start();
     constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();

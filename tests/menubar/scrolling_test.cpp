@@ -13,14 +13,6 @@ protected:
     }
 };
 
-TEST_F(Scrolling, ShowsAndHides) {
-    scroll(0, 10);
-    EXPECT_EQ(level(), RevealLevel::hidden);
-    desktop_.advance(1);
-    scroll(0, 10);
-    EXPECT_EQ(level(), RevealLevel::none);
-}
-
 TEST_F(Scrolling, DoesNothingWhereTheMenuBarIsAway) {
     desktop_.statusBar().setAwayFrom({desktop_.screens().main()->frame});
     scroll(0, 10);
@@ -28,12 +20,6 @@ TEST_F(Scrolling, DoesNothingWhereTheMenuBarIsAway) {
     desktop_.statusBar().setAwayFrom({});
     scroll(0, 10);
     EXPECT_EQ(level(), RevealLevel::hidden);
-}
-
-TEST_F(Scrolling, HidesEverythingThatIsShown) {
-    reveal(RevealLevel::all);
-    scroll(0, -10);
-    EXPECT_EQ(level(), RevealLevel::none);
 }
 
 TEST_F(Scrolling, AddsTheAxesUp) {
@@ -94,12 +80,6 @@ TEST_F(Scrolling, DoesNothingWhereItIsSwitchedOff) {
     preferences_->showOnScroll.set(true);
     scroll(0, 10);
     EXPECT_EQ(level(), RevealLevel::hidden);
-}
-
-TEST_F(Scrolling, DoesNothingOutsideTheMenuBar) {
-    desktop_.movePointer(outside);
-    scroll(0, 10);
-    EXPECT_EQ(level(), RevealLevel::none);
 }
 
 TEST_F(Scrolling, LooksAfterTheEventIsOver) {

@@ -24,31 +24,6 @@ TEST_F(Start, MakesTheItemsInTheirOrder) {
               (std::vector<std::string>{"system", toggle, hiddenDivider, alwaysHiddenDivider}));
 }
 
-TEST_F(Start, SetsTheToolTips) {
-    start();
-    EXPECT_EQ(button(toggle).toolTip(),
-              "Velmo — click to show or hide menu bar items, ⌥-click for always-hidden items");
-    EXPECT_EQ(button(hiddenDivider).toolTip(),
-              "Velmo divider — ⌘-drag icons to the left of this to hide them");
-    EXPECT_EQ(button(alwaysHiddenDivider).toolTip(),
-              "Velmo always-hidden divider — icons left of this stay hidden unless you ⌥-click the toggle");
-}
-
-TEST_F(Start, ShowsTheAlwaysHiddenDividerOnlyWhereThatSectionIsOn) {
-    start();
-    EXPECT_FALSE(desktop_.statusBar().item(alwaysHiddenDivider)->isVisible());
-    manager_.reset();
-    preferences_->alwaysHiddenEnabled.set(true);
-    start();
-    EXPECT_TRUE(desktop_.statusBar().item(alwaysHiddenDivider)->isVisible());
-}
-
-TEST_F(Start, TakesTheStoredIconStyle) {
-    desktop_.userDefaults().setObject(std::string("eye"), "toggleIconStyle");
-    start();
-    EXPECT_EQ(toggleSymbol(), "eye.slash");
-}
-
 TEST_F(Start, ListensToClicksThenToScrolling) {
     start();
     EXPECT_EQ(desktop_.events().monitoredMasks(), (std::vector<EventMask>{10, 0x400000}));

@@ -27,17 +27,6 @@ protected:
     }
 };
 
-TEST_F(ToggleMenu, FollowsTheLevel) {
-    start();
-    const Titles shown{"Hide Items", "Open Hidden Items Panel", "-", "Settings…", "-", "Quit Velmo"};
-    EXPECT_EQ(titlesAt(toggle),
-              (Titles{"Show Hidden Items", "Open Hidden Items Panel", "-", "Settings…", "-", "Quit Velmo"}));
-    reveal(RevealLevel::hidden);
-    EXPECT_EQ(titlesAt(toggle), shown);
-    reveal(RevealLevel::all);
-    EXPECT_EQ(titlesAt(toggle), shown);
-}
-
 TEST_F(ToggleMenu, HasAnAlwaysHiddenEntryWhereThatSectionIsOn) {
     start();
     preferences_->alwaysHiddenEnabled.set(true);
@@ -119,30 +108,6 @@ TEST_F(ToggleMenu, DoesNothingAtAnItemWithoutAButton) {
     manager_->handleToggleClick({EventType::rightMouseUp});
     EXPECT_EQ(desktop_.menus().shownCount(), 0U);
     EXPECT_EQ(nextTimer(), 2);
-}
-
-TEST_F(ToggleMenu, ShowsAndHidesTheHiddenItems) {
-    start();
-    choose("Show Hidden Items");
-    EXPECT_EQ(level(), RevealLevel::hidden);
-    choose("Hide Items");
-    EXPECT_EQ(level(), RevealLevel::none);
-    reveal(RevealLevel::all);
-    choose("Hide Items");
-    EXPECT_EQ(level(), RevealLevel::none);
-}
-
-TEST_F(ToggleMenu, ShowsAndHidesTheAlwaysHiddenItems) {
-    desktop_.userDefaults().setBool(true, "alwaysHiddenEnabled");
-    start();
-    choose("Show Always-Hidden Items");
-    EXPECT_EQ(level(), RevealLevel::all);
-    choose("Hide Always-Hidden Items");
-    EXPECT_EQ(level(), RevealLevel::none);
-    reveal(RevealLevel::hidden);
-    choose("Show Always-Hidden Items");
-    EXPECT_EQ(level(), RevealLevel::all);
-    EXPECT_EQ(length(alwaysHiddenDivider), 12);
 }
 
 TEST_F(ToggleMenu, OpensTheSettingsOnNoTab) {

@@ -16,6 +16,8 @@ void SimulatedApplication::run() {
     calls_.push_back(Call::run);
     if (delegate_ != nullptr)
         delegate_->applicationDidFinishLaunching();
+    if (whileRunning_)
+        whileRunning_();
 }
 
 bool SimulatedApplication::reopen(bool hasVisibleWindows) {

@@ -14,7 +14,8 @@ public:
 
     void setDelegate(ApplicationDelegate* delegate) override;
     void setActivationPolicy(ActivationPolicy policy) override;
-    /// Returns when launching has finished: the events come from whoever drives the simulation.
+    /// Returns when launching has finished and `setWhileRunning` has done its work: the events come from
+    /// whoever drives the simulation.
     void run() override;
     void activateIgnoringOtherApps(bool ignoring) override {
         if (!ignoring)
@@ -30,6 +31,7 @@ public:
     std::optional<ActivationPolicy> activationPolicy() const { return activationPolicy_; }
     /// What the program asked of its application, in order.
     const std::vector<Call>& calls() const { return calls_; }
+    void setWhileRunning(std::function<void()> user) { whileRunning_ = std::move(user); }
     /// The user starts the running application once more. The delegate's answer, or true without one.
     bool reopen(bool hasVisibleWindows);
     /// The user asks for it from outside of the application.
@@ -45,6 +47,7 @@ private:
     std::optional<Event> currentEvent_;
     std::vector<Call> calls_;
     std::function<void()> activationObserver_;
+    std::function<void()> whileRunning_;
 };
 
 }  // namespace velmo

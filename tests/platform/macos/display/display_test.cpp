@@ -37,12 +37,12 @@ NSEvent mouseEvent(NSUInteger type, const CGPoint& point, const NSWindow& window
 
 }  // namespace
 
-DisplayTest::DisplayTest() {
+DisplayStage::DisplayStage() {
     system.hasDisplay = true;
     NSApplication::shared();
 }
 
-DisplayTest::~DisplayTest() {
+DisplayStage::~DisplayStage() {
     // Windows that have been kept are not those of the next test.
     const auto windows =
         Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
@@ -52,7 +52,7 @@ DisplayTest::~DisplayTest() {
         Message<"NSWindow", false, "close", void>::send(window.get());
 }
 
-bool DisplayTest::runUntil(const std::function<bool()>& condition) {
+bool DisplayStage::runUntil(const std::function<bool()>& condition) {
     const auto limit = Clock::now() + std::chrono::seconds(8);
     while (!condition()) {
         if (Clock::now() > limit)
@@ -62,12 +62,12 @@ bool DisplayTest::runUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-void DisplayTest::runFor(double seconds) {
+void DisplayStage::runFor(double seconds) {
     const auto end = Clock::now() + std::chrono::duration<double>(seconds);
     runUntil([end] { return Clock::now() >= end; });
 }
 
-NSWindow DisplayTest::windowTitled(const std::string& title) {
+NSWindow DisplayStage::windowTitled(const std::string& title) {
     const auto windows =
         Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
     for (const NSWindow& window : windows.all<NSWindow>()) {
@@ -77,11 +77,11 @@ NSWindow DisplayTest::windowTitled(const std::string& title) {
     return {};
 }
 
-NSView DisplayTest::contentOf(const NSWindow& window) {
+NSView DisplayStage::contentOf(const NSWindow& window) {
     return Message<"NSWindow", false, "contentView", NSView>::send(window.get());
 }
 
-std::vector<NSView> DisplayTest::viewsBelow(const NSView& view) {
+std::vector<NSView> DisplayStage::viewsBelow(const NSView& view) {
     std::vector<NSView> found;
     const auto subviews = Message<"NSView", false, "subviews", NSArray>::send(view.get());
     for (const NSView& one : subviews.all<NSView>()) {
@@ -94,7 +94,7 @@ std::vector<NSView> DisplayTest::viewsBelow(const NSView& view) {
     return found;
 }
 
-bool DisplayTest::shows(const NSView& view, const std::string& text) {
+bool DisplayStage::shows(const NSView& view, const std::string& text) {
     for (const NSControl& control : allBelow<NSControl>(view)) {
         if (control.stringValue().text() == text)
             return true;
@@ -102,7 +102,7 @@ bool DisplayTest::shows(const NSView& view, const std::string& text) {
     return false;
 }
 
-void DisplayTest::use(const NSControl& control) {
+void DisplayStage::use(const NSControl& control) {
     const auto action = Message<"NSControl", false, "action", Selector>::send(control.get());
     const auto target = Message<"NSControl", false, "target", Object>::send(control.get());
     Message<"NSControl", false, "sendAction:to:", bool, Selector, Object>::send(control.get(), action,
@@ -110,7 +110,7 @@ void DisplayTest::use(const NSControl& control) {
     runFor(0.05);
 }
 
-void DisplayTest::press(const NSControl& control) {
+void DisplayStage::press(const NSControl& control) {
     // GNUstep's switches cannot be clicked.
     if (const auto toggle = as<NSSwitch>(control)) {
         toggle.setState(toggle.state() == 0 ? 1 : 0);
@@ -121,7 +121,7 @@ void DisplayTest::press(const NSControl& control) {
     runFor(0.05);
 }
 
-void DisplayTest::clickInto(const NSView& view) {
+void DisplayStage::clickInto(const NSView& view) {
     const CGRect area = view.convertRectTo(view.bounds(), NSView());
     const CGPoint middle{area.origin.x + area.size.width / 2, area.origin.y + area.size.height / 2};
     const NSWindow window = view.window();
@@ -129,13 +129,13 @@ void DisplayTest::clickInto(const NSView& view) {
     tellOfMouse(EventType::leftMouseUp, middle, window);
 }
 
-void DisplayTest::tellOfMouse(EventType type, const CGPoint& point, const NSWindow& window) {
+void DisplayStage::tellOfMouse(EventType type, const CGPoint& point, const NSWindow& window) {
     Message<"NSApplication", false, "postEvent:atStart:", void, NSEvent, bool>::send(
         NSApplication::shared().get(), mouseEvent(static_cast<NSUInteger>(type), point, window), false);
     runFor(0.05);
 }
 
-void DisplayTest::picture(const std::string& name) {
+void DisplayStage::picture(const std::string& name) {
     const char* folder = std::getenv("VELMO_PICTURES");
     if (folder == nullptr)
         return;

@@ -10,14 +10,16 @@
 
 namespace velmo::macos {
 
-/// A test with an application of GNUstep's on a display.
-class DisplayTest : public MacosTest {
-protected:
+/// An application of GNUstep's on a display.
+class DisplayStage : public MacosStage {
+public:
     /// The core knows no such event.
     static constexpr auto dragged = EventType{6};
 
-    DisplayTest();
-    ~DisplayTest() override;
+    DisplayStage();
+    DisplayStage(const DisplayStage&) = delete;
+    DisplayStage& operator=(const DisplayStage&) = delete;
+    ~DisplayStage();
 
     /// Handles what the display tells until the condition holds. False where that takes more than some
     /// seconds.
@@ -62,5 +64,7 @@ protected:
     /// Where VELMO_PICTURES names a folder, a picture of the screen goes there.
     static void picture(const std::string& name);
 };
+
+using DisplayTest = StageTest<DisplayStage>;
 
 }  // namespace velmo::macos

@@ -9,30 +9,22 @@
 
 namespace velmo::macos {
 
-ProgramDisplayTest::ProgramDisplayTest() {
+ProgramDisplayStage::ProgramDisplayStage() {
     forgetSettings();
     system.windowList = doubles::arrayOf({});
 }
 
-ProgramDisplayTest::~ProgramDisplayTest() {
+ProgramDisplayStage::~ProgramDisplayStage() {
     forgetSettings();
 }
 
-void ProgramDisplayTest::forgetSettings() {
-    for (const char* key :
-         {"hasCompletedFirstLaunch", "autoRehide", "rehideDelay", "hideOnClickOutside", "showOnHover",
-          "showOnScroll", "alwaysHiddenEnabled", "refreshPanelOnOpen", "clockEnabled", "clockFormat",
-          "clickAction", "toggleIconStyle", "hotkey", "panelHotkey"})
-        defaults().removeObject(NSString::from(key));
-}
-
-void ProgramDisplayTest::run(const std::function<void(const Platform&)>& function) {
+void ProgramDisplayStage::run(const std::function<void(const Platform&)>& function) {
     const MacosDesktop desktop;
     system.whileApplicationRuns = [&] { function(desktop.platform()); };
     runApplication(desktop.platform());
 }
 
-NSButton ProgramDisplayTest::buttonOf(const std::string& item) const {
+NSButton ProgramDisplayStage::buttonOf(const std::string& item) const {
     for (const Object& one : system.statusItems) {
         if (as<NSString>(doubles::member(one, "autosaveName")).text() == item)
             return as<NSButton>(doubles::member(one, "button"));
@@ -40,14 +32,14 @@ NSButton ProgramDisplayTest::buttonOf(const std::string& item) const {
     return {};
 }
 
-void ProgramDisplayTest::click(const std::string& item) {
+void ProgramDisplayStage::click(const std::string& item) {
     system.currentEvent = doubles::makeEvent({.type = EventType::leftMouseUp});
     doubles::click(buttonOf(item));
     system.currentEvent = {};
     runFor(0.2);
 }
 
-NSWindow ProgramDisplayTest::shownPanel() const {
+NSWindow ProgramDisplayStage::shownPanel() const {
     const auto windows =
         Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
     for (const NSWindow& window : windows.all<NSWindow>()) {
@@ -59,7 +51,7 @@ NSWindow ProgramDisplayTest::shownPanel() const {
     return {};
 }
 
-std::string ProgramDisplayTest::textFor(const char* key) {
+std::string ProgramDisplayStage::textFor(const char* key) {
     return defaults().stringForKey(NSString::from(key)).text();
 }
 

@@ -7,10 +7,12 @@
 namespace velmo::macos {
 
 /// The whole program with the windows, views and controls of GNUstep.
-class ProgramDisplayTest : public DisplayTest {
-protected:
-    ProgramDisplayTest();
-    ~ProgramDisplayTest() override;
+class ProgramDisplayStage : public DisplayStage {
+public:
+    ProgramDisplayStage();
+    ProgramDisplayStage(const ProgramDisplayStage&) = delete;
+    ProgramDisplayStage& operator=(const ProgramDisplayStage&) = delete;
+    ~ProgramDisplayStage();
 
     /// Runs the program, and the function while it does.
     void run(const std::function<void(const Platform&)>& function);
@@ -22,9 +24,8 @@ protected:
     static NSUserDefaults defaults() { return NSUserDefaults::standard(); }
     static bool isOn(const char* key) { return defaults().boolForKey(NSString::from(key)); }
     static std::string textFor(const char* key);
-
-private:
-    static void forgetSettings();
 };
+
+using ProgramDisplayTest = StageTest<ProgramDisplayStage>;
 
 }  // namespace velmo::macos

@@ -2,28 +2,28 @@
 
 namespace velmo::macos {
 
-void SettingsDisplayTest::runSettings(const std::function<void()>& function) {
+void SettingsDisplayStage::runSettings(const std::function<void()>& function) {
     run([&](const Platform& /*platform*/) {
-        window_ = windowTitled("Velmo Settings");
-        ASSERT_TRUE(window_);
+        window = windowTitled("Velmo Settings");
+        ASSERT_TRUE(window);
         runFor(0.1);
         function();
     });
 }
 
-NSToolbar SettingsDisplayTest::toolbar() const {
-    return Message<"NSWindow", false, "toolbar", NSToolbar>::send(window_.get());
+NSToolbar SettingsDisplayStage::toolbar() const {
+    return Message<"NSWindow", false, "toolbar", NSToolbar>::send(window.get());
 }
 
-std::vector<NSToolbarItem> SettingsDisplayTest::tabs() const {
+std::vector<NSToolbarItem> SettingsDisplayStage::tabs() const {
     return Message<"NSToolbar", false, "items", NSArray>::send(toolbar().get()).all<NSToolbarItem>();
 }
 
-std::string SettingsDisplayTest::chosenTab() const {
+std::string SettingsDisplayStage::chosenTab() const {
     return Message<"NSToolbar", false, "selectedItemIdentifier", NSString>::send(toolbar().get()).text();
 }
 
-NSView SettingsDisplayTest::open(std::size_t tab) const {
+NSView SettingsDisplayStage::open(std::size_t tab) const {
     const NSToolbarItem item = tabs().at(tab);
     const auto action = Message<"NSToolbarItem", false, "action", Selector>::send(item.get());
     const auto target = Message<"NSToolbarItem", false, "target", Object>::send(item.get());
@@ -33,7 +33,7 @@ NSView SettingsDisplayTest::open(std::size_t tab) const {
     return page();
 }
 
-NSButton SettingsDisplayTest::buttonTitled(const std::string& title) const {
+NSButton SettingsDisplayStage::buttonTitled(const std::string& title) const {
     for (const NSButton& button : allBelow<NSButton>(page())) {
         if (Message<"NSButton", false, "title", NSString>::send(button.get()).text() == title)
             return button;
@@ -41,7 +41,7 @@ NSButton SettingsDisplayTest::buttonTitled(const std::string& title) const {
     return {};
 }
 
-void SettingsDisplayTest::expectToSwitch(const std::string& title, const char* key) {
+void SettingsDisplayStage::expectToSwitch(const std::string& title, const char* key) {
     const auto control = named<NSSwitch>(page(), title);
     ASSERT_TRUE(control) << title;
     const bool before = isOn(key);
@@ -53,7 +53,7 @@ void SettingsDisplayTest::expectToSwitch(const std::string& title, const char* k
     EXPECT_EQ(isOn(key), before) << title;
 }
 
-bool SettingsDisplayTest::pressKey(const char* key) const {
+bool SettingsDisplayStage::pressKey(const char* key) const {
     const auto menu =
         Message<"NSApplication", false, "mainMenu", NSMenu>::send(NSApplication::shared().get());
     const auto event =
@@ -62,7 +62,7 @@ bool SettingsDisplayTest::pressKey(const char* key) const {
                 "charactersIgnoringModifiers:isARepeat:keyCode:",
                 NSEvent, NSUInteger, CGPoint, NSUInteger, double, NSInteger, Object, NSString, NSString, bool,
                 std::uint16_t>::send(NSEvent::classObject(), NSUInteger{10}, CGPoint{},
-                                     NSUInteger{modifier::command}, 0.0, window_.windowNumber(), Object(),
+                                     NSUInteger{modifier::command}, 0.0, window.windowNumber(), Object(),
                                      NSString::from(key), NSString::from(key), false, std::uint16_t{0});
     const bool isKnown =
         Message<"NSMenu", false, "performKeyEquivalent:", bool, NSEvent>::send(menu.get(), event);
@@ -70,7 +70,7 @@ bool SettingsDisplayTest::pressKey(const char* key) const {
     return isKnown;
 }
 
-void SettingsDisplayTest::choose(const NSPopUpButton& button, int index) {
+void SettingsDisplayStage::choose(const NSPopUpButton& button, int index) {
     button.selectItemAtIndex(index);
     use(button);
 }

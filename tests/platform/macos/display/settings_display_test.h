@@ -11,8 +11,8 @@
 namespace velmo::macos {
 
 /// The settings, as the program opens them.
-class SettingsDisplayTest : public ProgramDisplayTest {
-protected:
+class SettingsDisplayStage : public ProgramDisplayStage {
+public:
     /// Runs the program for the first time, which opens the settings, and the function.
     void runSettings(const std::function<void()>& function);
 
@@ -20,7 +20,7 @@ protected:
     std::string chosenTab() const;
     /// As a click on the tab does.
     NSView open(std::size_t tab) const;
-    NSView page() const { return contentOf(window_); }
+    NSView page() const { return contentOf(window); }
     NSButton buttonTitled(const std::string& title) const;
     /// Uses a switch that stands for a setting, and uses it once more.
     void expectToSwitch(const std::string& title, const char* key);
@@ -28,10 +28,12 @@ protected:
     bool pressKey(const char* key) const;
     static void choose(const NSPopUpButton& button, int index);
 
-    NSWindow window_;
+    NSWindow window;
 
 private:
     NSToolbar toolbar() const;
 };
+
+using SettingsDisplayTest = StageTest<SettingsDisplayStage>;
 
 }  // namespace velmo::macos

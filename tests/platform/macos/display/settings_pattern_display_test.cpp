@@ -55,7 +55,7 @@ TEST_F(SettingsDisplayTest, LetTheirTextsBeChosenAndCutWithTheKeyboard) {
     runSettings([&] {
         const auto pattern = named<NSTextField>(open(2), "Pattern");
         const bool hasKeyboard =
-            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window_.get(), pattern);
+            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window.get(), pattern);
         ASSERT_TRUE(hasKeyboard);
         const NSText editor = pattern.currentEditor();
         ASSERT_TRUE(editor);
@@ -98,7 +98,7 @@ TEST_F(SettingsDisplayTest, KeepTheCaretWhereATextIsChangedFromElsewhere) {
         const NSView page = open(2);
         const auto pattern = named<NSTextField>(page, "Pattern");
         const bool hasKeyboard =
-            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window_.get(), pattern);
+            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window.get(), pattern);
         ASSERT_TRUE(hasKeyboard);
         pattern.currentEditor().setSelectedRange({2, 0});
         choose(named<NSPopUpButton>(page, "Preset"), 5);

@@ -16,8 +16,8 @@ namespace {
 TEST_F(SettingsDisplayTest, OpenOnTheFirstLaunchInTheirSizeOnTheFirstTab) {
     runSettings([&] {
         EXPECT_TRUE(isOn("hasCompletedFirstLaunch"));
-        EXPECT_TRUE(window_.isVisible());
-        const CGRect content = contentOf(window_).frame();
+        EXPECT_TRUE(window.isVisible());
+        const CGRect content = contentOf(window).frame();
         EXPECT_EQ(content.size.width, 540);
         EXPECT_EQ(content.size.height, 500);
         std::vector<std::string> labels;
@@ -48,12 +48,12 @@ TEST_F(SettingsDisplayTest, ShowTheTabThatIsChosenAndNoOther) {
 
 TEST_F(SettingsDisplayTest, OpenOnceMoreInTheSameWindow) {
     runSettings([&] {
-        window_.close();
+        window.close();
         runFor(0.2);
-        EXPECT_FALSE(window_.isVisible());
+        EXPECT_FALSE(window.isVisible());
         EXPECT_FALSE(doubles::reopenApplication(false));
-        EXPECT_TRUE(window_.isVisible());
-        EXPECT_EQ(windowTitled("Velmo Settings"), window_);
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_EQ(windowTitled("Velmo Settings"), window);
     });
 }
 
@@ -62,7 +62,7 @@ TEST_F(SettingsDisplayTest, ComeInFrontOfTheActiveApplicationEachTimeTheyAreOpen
         const auto times = [&] {
             // Once it is visible.
             const auto& all = system.windowsPutInFront;
-            return std::count(all.begin(), all.end(), std::pair<Id, bool>{window_.get(), true});
+            return std::count(all.begin(), all.end(), std::pair<Id, bool>{window.get(), true});
         };
         EXPECT_EQ(times(), 1);
         EXPECT_FALSE(doubles::reopenApplication(false));
@@ -72,8 +72,8 @@ TEST_F(SettingsDisplayTest, ComeInFrontOfTheActiveApplicationEachTimeTheyAreOpen
 
 TEST_F(SettingsDisplayTest, AreShownByTheControllerOfTheirWindow) {
     runSettings([&] {
-        EXPECT_EQ(system.windowsWithContent, std::vector{window_.get()});
-        EXPECT_EQ(system.windowsShownByControllers, std::vector{window_.get()});
+        EXPECT_EQ(system.windowsWithContent, std::vector{window.get()});
+        EXPECT_EQ(system.windowsShownByControllers, std::vector{window.get()});
         EXPECT_FALSE(doubles::reopenApplication(false));
         EXPECT_EQ(system.windowsShownByControllers.size(), 2U);
     });
@@ -94,7 +94,7 @@ TEST_F(SettingsDisplayTest, ShowTheirTabsOnSystemsWhereNobodyCanTakeTheSymbolsOf
 TEST_F(SettingsDisplayTest, CloseWithTheirKey) {
     runSettings([&] {
         EXPECT_TRUE(pressKey("w"));
-        EXPECT_FALSE(window_.isVisible());
+        EXPECT_FALSE(window.isVisible());
     });
 }
 
@@ -109,7 +109,7 @@ TEST_F(SettingsDisplayTest, LetNoTimePassOnceTheyAreClosed) {
         };
         const auto atFirst = texts();
         EXPECT_TRUE(runUntil([&] { return texts() != atFirst; }));
-        window_.close();
+        window.close();
         runFor(0.1);
         const auto atLast = texts();
         runFor(2.2);
@@ -120,15 +120,15 @@ TEST_F(SettingsDisplayTest, LetNoTimePassOnceTheyAreClosed) {
 TEST_F(SettingsDisplayTest, KnowAfterMiniaturizingWhatHasChangedMeanwhile) {
     runSettings([&] {
         const NSView page = open(3);
-        Message<"NSWindow", false, "miniaturize:", void, Object>::send(window_.get(), Object());
+        Message<"NSWindow", false, "miniaturize:", void, Object>::send(window.get(), Object());
         runFor(0.1);
-        EXPECT_TRUE(window_.isMiniaturized());
-        EXPECT_FALSE(window_.isVisible());
+        EXPECT_TRUE(window.isMiniaturized());
+        EXPECT_FALSE(window.isVisible());
         EXPECT_FALSE(named<NSButton>(page, "Accessibility, Open Settings"));
         system.isTrusted = true;
         EXPECT_TRUE(runUntil(
             [&] { return static_cast<bool>(named<NSButton>(page, "Accessibility, Open Settings")); }));
-        Message<"NSWindow", false, "deminiaturize:", void, Object>::send(window_.get(), Object());
+        Message<"NSWindow", false, "deminiaturize:", void, Object>::send(window.get(), Object());
     });
 }
 

@@ -98,6 +98,18 @@ void setEnabled(const NSObject& button, bool enabled) {
 void setToolTip(const NSObject& button, const NSString& text) {
     setMember(button, "toolTip", text);
 }
+Object image(const NSObject& button) {
+    return member(button, "image");
+}
+NSString title(const NSObject& button) {
+    return as<NSString>(member(button, "title"));
+}
+bool isEnabled(const NSObject& button) {
+    return !member(button, "isEnabled") || numberMember(button, "isEnabled") != 0;
+}
+NSString toolTip(const NSObject& button) {
+    return as<NSString>(member(button, "toolTip"));
+}
 /// Not retained, as the system does not.
 void setTarget(const NSObject& button, Id target) {
     setMember(button, "target", static_cast<double>(reinterpret_cast<std::uintptr_t>(target)));
@@ -195,6 +207,10 @@ void addButton() {
     setMethod<"setFont:", &setFont>(button);
     setMethod<"setEnabled:", &setEnabled>(button);
     setMethod<"setToolTip:", &setToolTip>(button);
+    setMethod<"image", &image>(button);
+    setMethod<"title", &title>(button);
+    setMethod<"isEnabled", &isEnabled>(button);
+    setMethod<"toolTip", &toolTip>(button);
     setMethod<"setTarget:", &setTarget>(button);
     setMethod<"setAction:", &setAction>(button);
     setMethod<"sendActionOn:", &sendActionOn>(button);

@@ -4,6 +4,8 @@
 #include "macos/appkit/ns_event.h"
 #include "screens.h"
 
+#include <string>
+
 namespace velmo::macos::doubles {
 
 /// Makes the classes of the menu bar and its items, of images, events and screens yield records.
@@ -13,6 +15,9 @@ void addMenuBar();
 void addPictures();
 void addEvents();
 void addScreens();
+
+/// Of an image; empty where it is none of a symbol.
+std::string symbolOf(const Object& image);
 
 Object makeScreen(const Screen& screen);
 

@@ -113,6 +113,10 @@ CGFloat fontSize(const NSObject& font) {
 
 }  // namespace
 
+std::string symbolOf(const Object& image) {
+    return as<NSString>(member(image, "symbol")).text();
+}
+
 void addPictures() {
     const RawClass symbol = makeRecordClass("VelmoSymbolDouble");
     setMethod<"imageWithSymbolConfiguration:", &withConfiguration>(symbol);

@@ -7,38 +7,30 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace velmo::macos {
 
 using doubles::member;
 using doubles::numberMember;
 
-/// The whole program, as it is on a Mac but for the doubles.
-class MacosProgramTest : public MacosTest {
-protected:
-    MacosProgramTest();
-    ~MacosProgramTest() override;
+/// The whole program, as it is on a Mac but for the doubles. There are no windows, and so no first launch.
+class ProgramStage : public MacosStage {
+public:
+    ProgramStage();
+    ProgramStage(const ProgramStage&) = delete;
+    ProgramStage& operator=(const ProgramStage&) = delete;
+    ~ProgramStage();
 
     /// Runs the program, and the function while it does.
     void run(const std::function<void()>& function);
 
     Object itemNamed(const std::string& name) const;
-    double lengthOf(const std::string& name) const { return numberMember(itemNamed(name), "length"); }
-    bool isRevealed() const { return lengthOf("Velmo.Divider") == 12; }
-    std::string titleOf(const std::string& name) const;
-
+    Object buttonOf(const std::string& name) const { return member(itemNamed(name), "button"); }
     void click(const std::string& name, const Event& event);
-    void clickToggle() { click("Velmo.Toggle", {.type = EventType::leftMouseUp}); }
-    /// Those of the menu that was shown last.
-    std::vector<std::string> menuTitles() const;
-    void choose(const std::string& title) const;
 
     static NSUserDefaults defaults() { return NSUserDefaults::standard(); }
-    static void setOn(const char* key) { defaults().setBool(true, NSString::from(key)); }
-
-private:
-    static void forgetSettings();
 };
+
+using MacosProgramTest = StageTest<ProgramStage>;
 
 }  // namespace velmo::macos
