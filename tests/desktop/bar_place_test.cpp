@@ -225,6 +225,25 @@ TEST_F(BarPlaces, TheScreenIsLeftToAProgramThatIsAsLargeAndWantsNoFrame) {
     EXPECT_TRUE(comesHome()) << "it leaves a line";
 }
 
+/// Where no strip is reserved it is as large as the screen, and it may draw its own title.
+TEST_F(BarPlaces, AMaximizedProgramHasTheBarOverIt) {
+    const auto window = showManaged(screen);
+    set(window, "_MOTIF_WM_HINTS", x().atom("_MOTIF_WM_HINTS"), {2, 0, 0, 0, 0});
+    const auto setStates = [&](const std::vector<const char*>& names) {
+        std::vector<std::uint32_t> states;
+        for (const char* name : names)
+            states.push_back(x().atom(name));
+        set(window, "_NET_WM_STATE", XCB_ATOM_ATOM, states);
+        set(x().root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {window});
+    };
+    setStates({"_NET_WM_STATE_MAXIMIZED_VERT"});
+    EXPECT_TRUE(goesAway()) << "it is as wide without that";
+    setStates({"_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ"});
+    EXPECT_TRUE(comesHome());
+    setStates({"_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ", "_NET_WM_STATE_FULLSCREEN"});
+    EXPECT_TRUE(goesAway()) << "it says so";
+}
+
 TEST_F(BarPlaces, WindowsThatMoveWithoutEndCostLittle) {
     // As large as it takes to be of interest for both: what covers the bar, and what fills the screen.
     const auto window = showManaged(screen);

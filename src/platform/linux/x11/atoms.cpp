@@ -30,6 +30,8 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&netWmPid, "_NET_WM_PID"},
         {&netWmState, "_NET_WM_STATE"},
         {&netWmStateFullscreen, "_NET_WM_STATE_FULLSCREEN"},
+        {&netWmStateMaximizedHorz, "_NET_WM_STATE_MAXIMIZED_HORZ"},
+        {&netWmStateMaximizedVert, "_NET_WM_STATE_MAXIMIZED_VERT"},
         {&netWmStateSkipPager, "_NET_WM_STATE_SKIP_PAGER"},
         {&netWmStateSkipTaskbar, "_NET_WM_STATE_SKIP_TASKBAR"},
         {&netWmStateSticky, "_NET_WM_STATE_STICKY"},

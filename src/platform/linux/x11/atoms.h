@@ -27,6 +27,8 @@ struct Atoms {
     xcb_atom_t netWmPid = 0;
     xcb_atom_t netWmState = 0;
     xcb_atom_t netWmStateFullscreen = 0;
+    xcb_atom_t netWmStateMaximizedHorz = 0;
+    xcb_atom_t netWmStateMaximizedVert = 0;
     xcb_atom_t netWmStateSkipPager = 0;
     xcb_atom_t netWmStateSkipTaskbar = 0;
     xcb_atom_t netWmStateSticky = 0;

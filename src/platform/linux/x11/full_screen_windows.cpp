@@ -102,7 +102,8 @@ void FullScreenWindows::read() {
         onChange_();
 }
 
-/// Those that say so, and those that are large enough.
+/// Those that say so, and those that are large enough. A maximized one is as large where no strip is
+/// reserved.
 std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const {
     xcb_connection_t* raw = connection_.raw();
     const auto& atoms = connection_.atoms();
@@ -122,10 +123,13 @@ std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const 
     }
     std::vector<Client> clients;
     for (const auto& [window, states, geometry] : questions) {
-        const bool saysSo = isAmong(states.numbers(), atoms.netWmStateFullscreen);
+        const auto known = states.numbers();
+        const bool saysSo = isAmong(known, atoms.netWmStateFullscreen);
+        const bool isMaximized =
+            isAmong(known, atoms.netWmStateMaximizedHorz) && isAmong(known, atoms.netWmStateMaximizedVert);
         const auto area = areaFrom(connection_, geometry);
         const bool isLarge = area && area->width >= monitor_.width && area->height >= monitor_.height;
-        if ((saysSo || isLarge) && clients.size() < mostLikelyClients)
+        if ((saysSo || (isLarge && !isMaximized)) && clients.size() < mostLikelyClients)
             clients.push_back({window, saysSo});
     }
     return clients;
