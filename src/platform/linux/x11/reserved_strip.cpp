@@ -74,7 +74,8 @@ void ReservedStrip::setStrut(const std::string& manager) {
     const bool isRead = !reader.readsOnce || strutArea_ == area_;
     if (strut_ == strut && isRead)
         return;
-    const bool beginsAnew = shown_ && reader.readsOnce;
+    // Also where it is about to be shown: that may have been read.
+    const bool beginsAnew = attempts_ > 0 && reader.readsOnce;
     if (beginsAnew)
         withdraw();
     strut_ = strut;
