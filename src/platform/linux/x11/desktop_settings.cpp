@@ -190,14 +190,16 @@ Appearance appearanceFrom(const std::map<std::string, XSetting>& settings, const
 }
 
 DesktopSettings::DesktopSettings(Connection& connection)
-    : connection_(connection), reading_(connection.loop(), pauseAfterReading, [this] { read(); }) {
+    : connection_(connection),
+      reading_(connection.loop(), pauseAfterReading, [this] { read(); }),
+      following_(connection.loop(), pauseAfterReading, [this] { followManager(); }) {
     rootEvents_ = connection.onWindow(connection.root(), [this](const xcb_generic_event_t& event) {
         const auto type = event.response_type & 0x7f;
         const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
         const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
         if (type == XCB_CLIENT_MESSAGE && message.type == connection_.atoms().manager &&
             message.data.data32[1] == connection_.atoms().xsettingsSelection)
-            followManager();
+            following_.request();
         else if (type == XCB_PROPERTY_NOTIFY && property.atom == XCB_ATOM_RESOURCE_MANAGER)
             reading_.request();
     });
@@ -212,7 +214,7 @@ void DesktopSettings::followManager() {
         managerEvents_ = connection_.onWindow(manager_, [this](const xcb_generic_event_t& event) {
             const auto type = event.response_type & 0x7f;
             if (type == XCB_DESTROY_NOTIFY)
-                followManager();
+                following_.request();
             else if (type == XCB_PROPERTY_NOTIFY)
                 reading_.request();
         });

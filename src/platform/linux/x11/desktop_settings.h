@@ -48,6 +48,8 @@ private:
     xcb_window_t manager_ = XCB_WINDOW_NONE;
     Listeners listeners_;
     PacedWork reading_;
+    /// Anybody can say that there is a new one.
+    PacedWork following_;
     Registration rootEvents_;
     Registration managerEvents_;
 };
