@@ -296,6 +296,22 @@ TEST_F(Tray, AnotherTrayGetsTheIconsAndGivesThemBack) {
     EXPECT_TRUE(isOnScreen(iconOf("Gxkb")));
 }
 
+TEST_F(Tray, AnotherTrayKeepsTheIconThatItHasTakenAlready) {
+    const auto icon = dockWindowOfOurs();
+    const auto items = x().children(bar()).size();
+    XObserver rival(environment_.at("DISPLAY"));
+    const xcb_window_t window = makeWindow(rival);
+    velmo().signal(SIGSTOP);
+    xcb_set_selection_owner(rival.raw(), window, rival.atom("_NET_SYSTEM_TRAY_S0"), XCB_CURRENT_TIME);
+    xcb_map_window(rival.raw(), window);
+    xcb_reparent_window(rival.raw(), icon, window, 0, 0);
+    EXPECT_TRUE(eventually([&] { return rival.isViewable(icon); }));
+    velmo().signal(SIGCONT);
+    EXPECT_TRUE(eventually([&] { return x().children(bar()).size() == items - 1; }));
+    EXPECT_EQ(x().parent(icon), window);
+    EXPECT_TRUE(x().isViewable(icon));
+}
+
 TEST_F(Tray, WindowThatInsistsOnASizeOfItsOwnIsKeptInItsPlace) {
     const auto window = dockWindowOfOurs();
     auto place = *x().area(window);

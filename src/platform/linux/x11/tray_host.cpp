@@ -1,6 +1,7 @@
 #include "tray_host.h"
 
 #include "linux/x11/selection.h"
+#include "linux/x11/server_grab.h"
 #include "linux/x11/tray_protocol.h"
 
 #include <xcb/xfixes.h>
@@ -80,7 +81,11 @@ void TrayHost::open() {
 
 /// Gives the icons back. Programs notice by the window that the tray has gone.
 void TrayHost::close() {
-    icons_.clear();
+    if (!icons_.empty()) {
+        // Nobody takes an icon between the look where it is and its leave.
+        const ServerGrab grab(connection_);
+        icons_.clear();
+    }
     waiting_.clear();
     unreadEmbeddings_.clear();
     unreadTitles_.clear();

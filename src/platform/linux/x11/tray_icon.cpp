@@ -61,7 +61,8 @@ TrayIcon::TrayIcon(MenuBar& bar, const TrayIconFacts& facts, const std::string& 
 
 TrayIcon::~TrayIcon() {
     bar_.removeItem(*this);
-    if (!ended_ && lookForOwner_ && !isInItsPlace()) {
+    if (!ended_ && !isClaimed_ && !isInItsPlace()) {
+        // Another tray may have it already.
         unredirect();
         release();
     } else if (!ended_) {
