@@ -33,6 +33,8 @@ public:
             loop_.schedule((1 - timesLeft_) * pause_, lifetime_.guard([this] { work(); }));
     }
 
+    bool isPending() const { return pending_; }
+
 private:
     void count() {
         const Date now = loop_.now();

@@ -20,6 +20,10 @@ constexpr std::uint32_t embedVersion = 0;
 /// program may ask for either without end.
 constexpr Seconds paintingPause = 0.01;
 constexpr Seconds correctionPause = 0.25;
+/// Between two looks at who has taken a window, for which the server is waited for: whoever has made it can
+/// put it to and fro without end. A window manager does so some times in quick succession.
+constexpr Seconds followingPause = 0.2;
+constexpr int followingsAtOnce = 5;
 /// In a second, of one icon. The next second nobody listens to it; what it asks for is done then, at the
 /// server's cost, so that silence for all icons of a program that floods us would slow down everybody.
 constexpr int mostEvents = 500;
@@ -42,7 +46,9 @@ TrayIcon::TrayIcon(MenuBar& bar, const TrayIconFacts& facts, const std::string& 
       composited_(facts.depth != bar.connection().screen().root_depth),
       painting_(connection_.loop(), paintingPause, [this] { paint(); }),
       sizeCorrection_(connection_.loop(), correctionPause, [this] { tellSize(); }),
-      mapping_(connection_.loop(), correctionPause, [this] { mapClient(); }) {
+      mapping_(connection_.loop(), correctionPause, [this] { mapClient(); }),
+      following_(
+          connection_.loop(), followingPause, [this] { followClient(); }, followingsAtOnce) {
     setIdentity(identity);
     events_ = connection_.onWindow(facts_.client, [this](const auto& event) { handle(event); });
     requests_ = connection_.onWindow(window(), [this](const auto& event) { handleRequest(event); });
@@ -292,7 +298,7 @@ void TrayIcon::takeNews(const TrayIconNews& news) {
 void TrayIcon::showOrHide() {
     if (facts_.wantsToBeShown)
         mapClient();
-    else
+    else if (isHere())
         xcb_unmap_window(connection_.raw(), facts_.client);
     bar_.setNeedsLayout();
 }

@@ -49,6 +49,7 @@ private:
     void embed();
     /// The client lies, or has lain, in a window that is not ours.
     void clientWentInto(xcb_window_t parent);
+    void followClient();
     /// After a time in which nobody has told where it goes.
     void findClient();
     /// Of that window, which has the client, or has had it; then the client comes, stays or leaves.
@@ -58,8 +59,10 @@ private:
     /// None where the client is gone.
     xcb_window_t parentOfClient() const;
     /// As far as we have been told. What lies in a window of others is theirs to place.
-    bool isHere() const { return !ended_ && !isClaimed_ && !lookForOwner_; }
+    bool isHere() const { return !ended_ && !isClaimed_ && !lookForOwner_ && !following_.isPending(); }
     bool isInItsPlace() const { return parentOfClient() == window(); }
+    /// Does what was left undone while it was not known whether the client is here.
+    void settleOrLeave();
     /// From the window manager, which has taken the client.
     void claim();
     void handle(const xcb_generic_event_t& event);
@@ -111,6 +114,10 @@ private:
     bool hasBeenEmbedded_ = false;
     /// While it is not known yet whether a window manager has the client.
     std::shared_ptr<Timer> lookForOwner_;
+    /// Where the client has gone of late: into a window that is neither ours nor the root window, and then
+    /// perhaps into that one.
+    std::optional<xcb_window_t> holder_;
+    bool isReleased_ = false;
     /// The content has changed since it was painted last.
     bool unpainted_ = false;
     /// It is about to come into the bar.
@@ -132,6 +139,7 @@ private:
     PacedWork painting_;
     PacedWork sizeCorrection_;
     PacedWork mapping_;
+    PacedWork following_;
     struct News {
         bool ofEmbedding = false;
         bool ofTitle = false;

@@ -6,6 +6,8 @@
 #include "linux/x11/managed_windows.h"
 #include "linux/x11/reply.h"
 
+#include <utility>
+
 namespace velmo::x11 {
 
 namespace {
@@ -20,12 +22,23 @@ constexpr int mostLooks = static_cast<int>(startTime / lookPause);
 }  // namespace
 
 void TrayIcon::clientWentInto(xcb_window_t parent) {
-    if (parent != connection_.root())
-        findOwner(parent);
-    else if (isClaimed_ || lookForOwner_)
+    isReleased_ = parent == connection_.root();
+    if (!isReleased_)
+        holder_ = parent;
+    following_.request();
+}
+
+void TrayIcon::followClient() {
+    const auto holder = std::exchange(holder_, std::nullopt);
+    if (ended_)
+        return;
+    if (!isReleased_ && holder)
+        findOwner(*holder);
+    else if (isClaimed_ || lookForOwner_ ||
+             (holder && ManagedWindows(connection_).mayHavePutInto(*holder, facts_.client)))
         embed();
-    else if (!isInItsPlace())
-        leave();
+    else
+        settleOrLeave();
 }
 
 void TrayIcon::findClient() {
@@ -53,9 +66,19 @@ void TrayIcon::lookForOwner(xcb_window_t parent, int looksLeft) {
             lookPause, lifetime_.guard([this, parent, looksLeft] { lookForOwner(parent, looksLeft - 1); }));
     } else if (!hasBeenEmbedded_) {
         embed();
-    } else if (!isInItsPlace()) {
-        leave();
+    } else {
+        settleOrLeave();
     }
+}
+
+void TrayIcon::settleOrLeave() {
+    if (!isInItsPlace()) {
+        leave();
+        return;
+    }
+    placeClient();
+    damaged();
+    showOrHide();
 }
 
 void TrayIcon::endLooks() {
