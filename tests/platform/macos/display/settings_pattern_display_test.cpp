@@ -74,7 +74,7 @@ TEST_F(SettingsDisplayTest, UndoWhatWasTypedAndDoItAgain) {
     runSettings([&] {
         const auto pattern = named<NSTextField>(open(2), "Pattern");
         const bool hasKeyboard =
-            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window_.get(), pattern);
+            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window.get(), pattern);
         ASSERT_TRUE(hasKeyboard);
         const NSText editor = pattern.currentEditor();
         Message<"NSTextView", false, "setAllowsUndo:", void, bool>::send(editor.get(), true);
