@@ -31,7 +31,11 @@ void setMember(const Object& record, const char* name, const Object& value) {
     Id& members = membersOf(record.get());
     if (members == nullptr)
         members = NSMutableDictionary::create().leave();
-    Object::share<NSMutableDictionary>(members).setObject(value, NSString::from(name));
+    const NSString key = NSString::from(name);
+    if (value)
+        Object::share<NSMutableDictionary>(members).setObject(value, key);
+    else
+        Message<"NSMutableDictionary", false, "removeObjectForKey:", void, NSString>::send(members, key);
 }
 
 void setMember(const Object& record, const char* name, double value) {
