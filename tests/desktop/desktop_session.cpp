@@ -168,7 +168,7 @@ bool DesktopSession::comesToRest(milliseconds quiet) {
     return eventually([&] {
         const SleepCounter sleeps(velmo().id());
         std::this_thread::sleep_for(quiet);
-        return sleeps.count() == 0;
+        return sleeps.count() == 0 && isAsleep(velmo().id());
     });
 }
 

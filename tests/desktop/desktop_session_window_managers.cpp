@@ -6,6 +6,13 @@
 
 namespace velmo::desktop {
 
+namespace {
+
+/// They look for much of what a whole desktop has, on a machine that others use as well.
+constexpr milliseconds longestStart(30000);
+
+}  // namespace
+
 xcb_window_t DesktopSession::windowManagersWindow() const {
     const auto check = x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK");
     return !check.empty() && x().exists(check.front()) ? check.front() : xcb_window_t{XCB_WINDOW_NONE};
@@ -14,10 +21,12 @@ xcb_window_t DesktopSession::windowManagersWindow() const {
 void DesktopSession::startWindowManager(const std::vector<std::string>& command) {
     const auto former = windowManagersWindow();
     programs_.push_back(run(command));
-    ASSERT_TRUE(eventually([&] {
-        const auto latter = windowManagersWindow();
-        return latter != XCB_WINDOW_NONE && latter != former;
-    }));
+    ASSERT_TRUE(eventually(
+        [&] {
+            const auto latter = windowManagersWindow();
+            return latter != XCB_WINDOW_NONE && latter != former;
+        },
+        longestStart));
     waitUntilWindowsAreManaged();
 }
 

@@ -13,16 +13,20 @@ namespace velmo::desktop {
 
 namespace {
 
-pid_t parentOf(const std::filesystem::path& process) {
+struct Standing {
+    std::string state;
+    pid_t parent = 0;
+};
+
+Standing standingOf(const std::filesystem::path& process) {
     std::ifstream file(process / "stat");
     std::string line;
     std::getline(file, line);
     // The name before it may contain anything.
     std::istringstream rest(line.substr(line.rfind(')') + 1));
-    std::string state;
-    pid_t parent = 0;
-    rest >> state >> parent;
-    return parent;
+    Standing standing;
+    rest >> standing.state >> standing.parent;
+    return standing;
 }
 
 /// A process and its descendants.
@@ -31,7 +35,7 @@ std::vector<pid_t> familyOf(pid_t process) {
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
         const auto name = entry.path().filename().string();
         if (name.find_first_not_of("0123456789") == std::string::npos)
-            childrenOf.emplace(parentOf(entry.path()), std::stoi(name));
+            childrenOf.emplace(standingOf(entry.path()).parent, std::stoi(name));
     }
     std::vector<pid_t> family = {process};
     for (std::size_t index = 0; index < family.size(); ++index) {
@@ -74,6 +78,10 @@ double workOf(pid_t process) {
             milliseconds += static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
     }
     return milliseconds;
+}
+
+bool isAsleep(pid_t process) {
+    return standingOf(folderOf(process)).state == "S";
 }
 
 SleepCounter::SleepCounter(pid_t process, std::string thread)

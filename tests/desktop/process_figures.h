@@ -14,6 +14,9 @@ long memoryOf(pid_t process);
 /// threads.
 double workOf(pid_t process);
 
+/// True where its main thread waits for something. One that is due and has no processor yet does not.
+bool isAsleep(pid_t process);
+
 /// How often a process and all that it has started go to sleep, over all of their threads: as often as
 /// something wakes them. What takes a thread's turn away is not counted.
 class SleepCounter {

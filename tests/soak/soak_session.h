@@ -146,13 +146,14 @@ private:
     void switchBox(int stop, const std::string& key, bool isOn);
     void kill();
     void startWithDefaults();
+    void expectBarOnScreen();
     void setMonitors(int count);
     void setMode(int width, int height);
     void setScale(int resolution);
     void writeScale() const;
     double scale() const;
     void keepManager();
-    void openEverythingOnce();
+    void openEverything(const std::vector<int>& resolutions);
     Held held();
     /// What is held beyond that, but for a few that are made once. Empty for nothing.
     std::string surplus();

@@ -15,6 +15,9 @@ constexpr int clockTab = 270;
 constexpr int panelTab = 350;
 constexpr int spacingTab = 430;
 constexpr int tabsTop = 35;
+/// From the middle of a tab, and from the window's left edge: neither a title nor a tab is there.
+constexpr int besideTitle = 30;
+constexpr int besideTabs = 20;
 /// Stops of the keyboard from the tab.
 constexpr int hideAgainStop = 1;
 constexpr int alwaysHiddenStop = 6;
@@ -71,7 +74,14 @@ void SoakSession::clickTab(int place) {
              std::to_string(static_cast<int>(tabsTop * scale())), "click", "1"});
     EXPECT_TRUE(eventually([&] { return x().keyboardOwner() == *window; }))
         << "they have the keyboard under " << manager_ << ", and not " << x().keyboardOwner() << windows();
-    // Keys are for what the tab shows then.
+    // Keys are for what the tab shows then: it is tinted, and shown once nothing is left to be done.
+    const auto shade = [&](int point) {
+        const auto area = x().area(*window).value_or(Area{});
+        return x().pixel(area.x + static_cast<int>(point * scale()),
+                         area.y + static_cast<int>(tabsTop * scale()));
+    };
+    EXPECT_TRUE(eventually([&] { return shade(place - besideTitle) != shade(besideTabs); }))
+        << "the tab at " << place << " is chosen under " << manager_ << windows();
     EXPECT_TRUE(comesToRest(milliseconds(100)));
 }
 

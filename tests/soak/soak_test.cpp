@@ -19,7 +19,12 @@ unsigned numberFrom(const char* variable, unsigned fallback) {
 
 class Soak : public SoakSession {
 protected:
-    /// What failed can be done again.
+    /// Before anything can fail.
+    static void tellHowToRepeat(unsigned seed, std::chrono::seconds time) {
+        const auto minutes = std::chrono::ceil<std::chrono::minutes>(time).count();
+        std::printf("script/soak %ld %u plays this again\n", static_cast<long>(minutes), seed);
+        std::fflush(stdout);
+    }
     void tell(int step, unsigned seed) const {
         std::printf("seed %u, step %d: %s\n", seed, step, lastAction().c_str());
         std::fflush(stdout);
@@ -30,6 +35,7 @@ TEST_F(Soak, LosesNoItemKeepsOrderAndLevelAndHoldsNoMore) {
     const auto seed = numberFrom("VELMO_SOAK_SEED", 1);
     const auto seconds = std::chrono::seconds(numberFrom("VELMO_SOAK_SECONDS", 12));
     const auto end = std::chrono::steady_clock::now() + seconds;
+    tellHowToRepeat(seed, seconds);
     begin(seed);
     int number = 1;
     for (; std::chrono::steady_clock::now() < end; ++number) {
@@ -41,6 +47,7 @@ TEST_F(Soak, LosesNoItemKeepsOrderAndLevelAndHoldsNoMore) {
             step();
         if (HasFailure()) {
             tell(number, seed);
+            tellHowToRepeat(seed, seconds);
             return;
         }
         if (number % stepsATurn == 0 && !figures().empty()) {
