@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <string>
 
 namespace velmo::macos {
 namespace {
@@ -21,15 +22,23 @@ bool anyExpands(const ViewNodes& nodes) {
                        [](const auto& node) { return node->expands(Axis::horizontal); });
 }
 
-/// True where one of the views bears these words as its name.
-bool isNamed(const Views& views, const Text& words) {
+/// True where one of the views bears these words as its name, alone or with what it does behind them.
+bool isNamed(const Views& views, const std::string& words) {
     const auto bearsThem = [&](const Modifier& modifier) {
         const auto* name = std::get_if<AccessibilityLabel>(&modifier);
-        return name != nullptr && words == Text{{{name->text}}};
+        return name != nullptr && (name->text == words || name->text.starts_with(words + ", "));
     };
     return std::any_of(views.begin(), views.end(), [&](const View& view) {
         return std::any_of(view.modifiers.begin(), view.modifiers.end(), bearsThem);
     });
+}
+
+/// What a view begins with; null where that is no text of one style.
+const TextRun* leadingText(const View& view) {
+    if (std::holds_alternative<VStack>(view.content) && !view.children.empty())
+        return leadingText(view.children.front());
+    const auto* text = std::get_if<Text>(&view.content);
+    return text != nullptr && text->runs.size() == 1 ? &text->runs.front() : nullptr;
 }
 
 }  // namespace
@@ -39,9 +48,9 @@ void HStackNode::apply(const ViewContext& context) {
     children_.update(views, context.forChildren(Axis::horizontal), surface());
     // Nobody is to be told of a control's name once more.
     for (const auto& child : children_) {
-        const auto* text = std::get_if<Text>(&child->view().content);
-        if (const auto label = text != nullptr ? as<NSTextField>(child->lowest()) : NSTextField())
-            setAccessibilityElement(label, !isNamed(views, *text));
+        const auto* words = leadingText(child->view());
+        if (const auto label = words != nullptr ? as<NSTextField>(child->lowest()) : NSTextField())
+            setAccessibilityElement(label, !isNamed(views, words->text));
     }
 }
 

@@ -20,52 +20,23 @@ protected:
         defaults().setBool(true, NSString::from("hasCompletedFirstLaunch"));
         defaults().setBool(true, NSString::from("clockEnabled"));
     }
-
-    /// The content of the one popover; none while there is none.
-    static NSView calendar() {
-        const auto windows =
-            Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
-        for (const NSWindow& window : windows.all<NSWindow>()) {
-            if (!window.isVisible())
-                continue;
-            for (const NSTextField& label : allBelow<NSTextField>(contentOf(window))) {
-                if (label.stringValue().text().starts_with("Week "))
-                    return contentOf(window);
-            }
-        }
-        return {};
-    }
 };
 
-TEST_F(CalendarDisplayTest, OpensUnderTheClockAndTurnsItsMonths) {
+TEST_F(CalendarDisplayTest, TurnsItsMonthsWithClicksIntoItsButtons) {
     run([&](const Platform& platform) {
         click("Velmo.Clock");
-        const NSView content = calendar();
+        const NSView content = shownCalendar();
         ASSERT_TRUE(content);
-        const auto month = [&](int distance) {
-            const auto& current = platform.dates.currentCalendar();
-            const Date now = platform.runLoop.now();
-            return platform.dates.formatted(*current.dateByAdding(CalendarUnit::month, distance, now),
-                                            DateStyle::monthAndYear);
-        };
-        EXPECT_TRUE(shows(content, month(0)));
+        const Date now = platform.runLoop.now();
+        const Date before = *platform.dates.currentCalendar().dateByAdding(CalendarUnit::month, -1, now);
         // GNUstep puts it above the clock.
         Message<"NSWindow", false, "setFrameOrigin:", void, CGPoint>::send(content.window().get(),
                                                                            CGPoint{900, 300});
         picture("calendar");
-        const auto next = named<NSButton>(content, "Next month");
-        ASSERT_TRUE(next);
-        press(next);
-        EXPECT_TRUE(shows(content, month(1)));
-        EXPECT_FALSE(shows(content, month(0)));
         clickInto(named<NSButton>(content, "Previous month"));
-        EXPECT_TRUE(shows(content, month(0)));
-        clickInto(named<NSButton>(content, "Previous month"));
-        EXPECT_TRUE(shows(content, month(-1)));
-        const auto today = named<NSButton>(content, "Today");
-        ASSERT_TRUE(today);
-        press(today);
-        EXPECT_TRUE(shows(content, month(0)));
+        EXPECT_TRUE(shows(content, platform.dates.formatted(before, DateStyle::monthAndYear)));
+        clickInto(named<NSButton>(content, "Today"));
+        EXPECT_TRUE(shows(content, platform.dates.formatted(now, DateStyle::monthAndYear)));
     });
 }
 
@@ -77,7 +48,7 @@ TEST_F(CalendarDisplayTest, HangsUnderTheClockUntilTheUserClicksElsewhere) {
         EXPECT_TRUE(system.popoverAnimates);
         ASSERT_FALSE(system.popoverSizes.empty());
         EXPECT_EQ(system.popoverSizes.back().width, 246);
-        EXPECT_EQ(system.popoverSizes.back().height, calendar().bounds().size.height);
+        EXPECT_EQ(system.popoverSizes.back().height, shownCalendar().bounds().size.height);
         const auto content =
             std::find_if(system.accessibilityLabels.begin(), system.accessibilityLabels.end(),
                          [](const auto& label) { return label.second == "Calendar"; });
@@ -89,7 +60,7 @@ TEST_F(CalendarDisplayTest, HangsUnderTheClockUntilTheUserClicksElsewhere) {
 TEST_F(CalendarDisplayTest, LetsNoTimePassOnceItHasClosed) {
     run([&](const Platform& platform) {
         click("Velmo.Clock");
-        const NSView content = calendar();
+        const NSView content = shownCalendar();
         ASSERT_TRUE(content);
         const auto time = [&] { return platform.dates.formatted(platform.runLoop.now(), DateStyle::time); };
         EXPECT_TRUE(runUntil([&] { return shows(content, time()); }));
@@ -109,7 +80,7 @@ TEST_F(CalendarDisplayTest, HasTodayOnACircle) {
     run([&](const Platform& platform) {
         click("Velmo.Clock");
         const int day = platform.dates.currentCalendar().component(CalendarUnit::day, platform.runLoop.now());
-        const auto views = viewsBelow(calendar());
+        const auto views = viewsBelow(shownCalendar());
         const auto number = std::find_if(views.begin(), views.end(), [&](const NSView& view) {
             return as<NSTextField>(view).stringValue().text() == std::to_string(day);
         });
@@ -118,17 +89,6 @@ TEST_F(CalendarDisplayTest, HasTodayOnACircle) {
         EXPECT_EQ(circle.size.width, 26);
         EXPECT_EQ(circle.size.height, 26);
         EXPECT_TRUE(rectOf(circle).intersects(rectOf(number->frame())));
-    });
-}
-
-TEST_F(CalendarDisplayTest, ClosesWithTheNextClickOnTheClock) {
-    run([&](const Platform& /*platform*/) {
-        click("Velmo.Clock");
-        EXPECT_TRUE(calendar());
-        click("Velmo.Clock");
-        EXPECT_FALSE(calendar());
-        click("Velmo.Clock");
-        EXPECT_TRUE(calendar());
     });
 }
 
@@ -141,22 +101,22 @@ TEST_F(CalendarDisplayTest, StaysClosedWithTheReleaseOfThePressThatClosedIt) {
             runFor(0.2);
         };
         clickNumbered(3);
-        EXPECT_TRUE(calendar());
+        EXPECT_TRUE(shownCalendar());
         // A press outside of it closes it, as the system does.
         system.currentEvent = doubles::makeEvent({.type = EventType::leftMouseDown, .eventNumber = 4});
         Message<"NSPopover", false, "close", void>::send(system.popover.get());
-        EXPECT_FALSE(calendar());
+        EXPECT_FALSE(shownCalendar());
         clickNumbered(4);
-        EXPECT_FALSE(calendar());
+        EXPECT_FALSE(shownCalendar());
         clickNumbered(5);
-        EXPECT_TRUE(calendar());
+        EXPECT_TRUE(shownCalendar());
     });
 }
 
 TEST_F(CalendarDisplayTest, GrowsWhereThePopoverHasPutIt) {
     run([&](const Platform& /*platform*/) {
         click("Velmo.Clock");
-        const auto next = named<NSButton>(calendar(), "Next month");
+        const auto next = named<NSButton>(shownCalendar(), "Next month");
         ASSERT_TRUE(next);
         const auto content = Message<"NSView", false, "superview", NSView>::send(next.get());
         Message<"NSView", false, "setFrameOrigin:", void, CGPoint>::send(content.get(), CGPoint{13, 7});
@@ -173,7 +133,7 @@ TEST_F(CalendarDisplayTest, GrowsWhereThePopoverHasPutIt) {
 TEST_F(CalendarDisplayTest, ShowsTheTimeAsItGoesOn) {
     run([&](const Platform& platform) {
         click("Velmo.Clock");
-        const NSView content = calendar();
+        const NSView content = shownCalendar();
         ASSERT_TRUE(content);
         const auto time = [&] { return platform.dates.formatted(platform.runLoop.now(), DateStyle::time); };
         const std::string first = time();

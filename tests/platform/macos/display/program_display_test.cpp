@@ -2,6 +2,7 @@
 
 #include "app/run_application.h"
 #include "event.h"
+#include "macos/appkit/ns_text_field.h"
 #include "macos/macos_desktop.h"
 #include "platform/macos/doubles/array_of.h"
 #include "platform/macos/doubles/menu_bar.h"
@@ -47,6 +48,20 @@ NSWindow ProgramDisplayStage::shownPanel() const {
         if (window.isVisible() && label != system.accessibilityLabels.end() &&
             label->second == "Hidden items")
             return window;
+    }
+    return {};
+}
+
+NSView ProgramDisplayStage::shownCalendar() {
+    const auto windows =
+        Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
+    for (const NSWindow& window : windows.all<NSWindow>()) {
+        if (!window.isVisible())
+            continue;
+        for (const NSTextField& label : allBelow<NSTextField>(contentOf(window))) {
+            if (label.stringValue().text().starts_with("Week "))
+                return contentOf(window);
+        }
     }
     return {};
 }

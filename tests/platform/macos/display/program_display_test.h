@@ -20,6 +20,8 @@ public:
     void click(const std::string& item);
     /// None while it is not shown.
     NSWindow shownPanel() const;
+    /// The content of the one popover; none while it is not shown.
+    static NSView shownCalendar();
 
     static NSUserDefaults defaults() { return NSUserDefaults::standard(); }
     static bool isOn(const char* key) { return defaults().boolForKey(NSString::from(key)); }

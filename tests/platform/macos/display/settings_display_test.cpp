@@ -23,34 +23,17 @@ std::string SettingsDisplayStage::chosenTab() const {
     return Message<"NSToolbar", false, "selectedItemIdentifier", NSString>::send(toolbar().get()).text();
 }
 
-NSView SettingsDisplayStage::open(std::size_t tab) const {
-    const NSToolbarItem item = tabs().at(tab);
-    const auto action = Message<"NSToolbarItem", false, "action", Selector>::send(item.get());
-    const auto target = Message<"NSToolbarItem", false, "target", Object>::send(item.get());
+void SettingsDisplayStage::click(const NSToolbarItem& tab) {
+    const auto action = Message<"NSToolbarItem", false, "action", Selector>::send(tab.get());
+    const auto target = Message<"NSToolbarItem", false, "target", Object>::send(tab.get());
     Message<"NSApplication", false, "sendAction:to:from:", bool, Selector, Object, Object>::send(
-        NSApplication::shared().get(), action, target, item);
+        NSApplication::shared().get(), action, target, tab);
     runFor(0.2);
+}
+
+NSView SettingsDisplayStage::open(std::size_t tab) const {
+    click(tabs().at(tab));
     return page();
-}
-
-NSButton SettingsDisplayStage::buttonTitled(const std::string& title) const {
-    for (const NSButton& button : allBelow<NSButton>(page())) {
-        if (Message<"NSButton", false, "title", NSString>::send(button.get()).text() == title)
-            return button;
-    }
-    return {};
-}
-
-void SettingsDisplayStage::expectToSwitch(const std::string& title, const char* key) {
-    const auto control = named<NSSwitch>(page(), title);
-    ASSERT_TRUE(control) << title;
-    const bool before = isOn(key);
-    EXPECT_EQ(control.state() != 0, before) << title;
-    press(control);
-    EXPECT_EQ(isOn(key), !before) << title;
-    EXPECT_EQ(control.state() != 0, !before) << title;
-    press(control);
-    EXPECT_EQ(isOn(key), before) << title;
 }
 
 bool SettingsDisplayStage::pressKey(const char* key) const {

@@ -20,10 +20,8 @@ public:
     std::string chosenTab() const;
     /// As a click on the tab does.
     NSView open(std::size_t tab) const;
+    static void click(const NSToolbarItem& tab);
     NSView page() const { return contentOf(window); }
-    NSButton buttonTitled(const std::string& title) const;
-    /// Uses a switch that stands for a setting, and uses it once more.
-    void expectToSwitch(const std::string& title, const char* key);
     /// With ⌘, as the main menu sees it. False where it has no such key.
     bool pressKey(const char* key) const;
     static void choose(const NSPopUpButton& button, int index);

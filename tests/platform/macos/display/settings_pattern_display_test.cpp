@@ -22,35 +22,6 @@ bool countFontChanges() {
     return true;
 }
 
-TEST_F(SettingsDisplayTest, EditThePatternOnTheClockTab) {
-    runSettings([&] {
-        const NSView page = open(2);
-        expectToSwitch("Show a clock and calendar in the menu bar", "clockEnabled");
-        const auto pattern = named<NSTextField>(page, "Pattern");
-        const auto preset = named<NSPopUpButton>(page, "Preset");
-        ASSERT_TRUE(pattern);
-        ASSERT_TRUE(preset);
-        choose(preset, 1);
-        EXPECT_EQ(pattern.stringValue().text(), textFor("clockFormat"));
-        pattern.setStringValue(NSString::from("'It is' yyyy"));
-        const auto delegate = Message<"NSTextField", false, "delegate", Object>::send(pattern.get());
-        Message<"NSTextFieldDelegate", false, "controlTextDidChange:", void, Object>::send(delegate.get(),
-                                                                                           Object());
-        runFor(0.1);
-        EXPECT_EQ(textFor("clockFormat"), "'It is' yyyy");
-        // The last one stands for patterns of the user's own.
-        const auto last = Message<"NSPopUpButton", false, "numberOfItems", NSInteger>::send(preset.get()) - 1;
-        EXPECT_EQ(preset.indexOfSelectedItem(), last);
-        bool isPreviewed = false;
-        for (const NSTextField& label : allBelow<NSTextField>(page))
-            isPreviewed = isPreviewed || label.stringValue().text().starts_with("It is 20");
-        EXPECT_TRUE(isPreviewed);
-        picture("settings-clock");
-        press(buttonTitled("System Clock Options…"));
-        EXPECT_EQ(system.openedAddresses.size(), 1U);
-    });
-}
-
 TEST_F(SettingsDisplayTest, LetTheirTextsBeChosenAndCutWithTheKeyboard) {
     runSettings([&] {
         const auto pattern = named<NSTextField>(open(2), "Pattern");

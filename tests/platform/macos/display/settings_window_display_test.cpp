@@ -29,20 +29,6 @@ TEST_F(SettingsDisplayTest, OpenOnTheFirstLaunchInTheirSizeOnTheFirstTab) {
         EXPECT_EQ(system.toolbarStyle, 2);
         EXPECT_EQ(chosenTab(), "general");
         EXPECT_TRUE(shows(page(), "How to use Velmo"));
-        picture("settings-general");
-    });
-}
-
-TEST_F(SettingsDisplayTest, ShowTheTabThatIsChosenAndNoOther) {
-    runSettings([&] {
-        open(1);
-        EXPECT_EQ(chosenTab(), "hiding");
-        EXPECT_TRUE(shows(page(), "Always hidden"));
-        EXPECT_FALSE(shows(page(), "How to use Velmo"));
-        open(0);
-        EXPECT_EQ(chosenTab(), "general");
-        EXPECT_FALSE(shows(page(), "Always hidden"));
-        EXPECT_TRUE(shows(page(), "How to use Velmo"));
     });
 }
 

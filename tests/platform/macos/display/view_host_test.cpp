@@ -206,6 +206,25 @@ TEST_F(ViewHostTest, TellsAssistiveProgramsOfATitleAsTheNameOfItsControlAlone) {
     EXPECT_FALSE(isHiddenFromAssistance(all<NSPopUpButton>().at(0)));
 }
 
+TEST_F(ViewHostTest, TellsAssistiveProgramsOnceOfATitleThatAButtonBearsWithWhatItDoes) {
+    const auto button = [](const std::string& name) {
+        return View{Button{}, {text("Do it")}}.with(AccessibilityLabel{name});
+    };
+    show({VStack{},
+          {View{HStack{}, {text("Shortcut"), button("Shortcut, Record")}},
+           View{HStack{}, {View{VStack{}, {text("Camera"), text("Explained")}}, button("Camera, Grant…")}},
+           View{HStack{}, {text("Short"), button("Shortcut, Record")}}}});
+    EXPECT_TRUE(isHiddenFromAssistance(labelOf("Shortcut")));
+    EXPECT_TRUE(isHiddenFromAssistance(labelOf("Camera")));
+    EXPECT_FALSE(isHiddenFromAssistance(labelOf("Explained")));
+    EXPECT_FALSE(isHiddenFromAssistance(labelOf("Short")));
+    show({VStack{},
+          {View{HStack{}, {text("Shortcut"), button("Other")}},
+           View{HStack{}, {View{VStack{}, {text("Camera"), text("Explained")}}, button("Other")}}}});
+    EXPECT_FALSE(isHiddenFromAssistance(labelOf("Shortcut")));
+    EXPECT_FALSE(isHiddenFromAssistance(labelOf("Camera")));
+}
+
 TEST_F(ViewHostTest, LeavesControlsAloneThatAreDragged) {
     const auto showAll = [&] {
         show({VStack{}, {View{Toggle{.title = "Switch"}}, View{Slider{.value = 1, .maximum = 10}}}});

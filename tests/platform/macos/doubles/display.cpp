@@ -11,6 +11,7 @@
 #include "platform/macos/doubles/added_method.h"
 #include "platform/macos/doubles/call_block.h"
 #include "platform/macos/doubles/double_system.h"
+#include "platform/macos/doubles/menu_bar.h"
 #include "platform/macos/doubles/popovers.h"
 #include "platform/macos/doubles/record_class.h"
 
@@ -212,8 +213,8 @@ NSImage painted(const CGSize& size, const std::function<void()>& paint) {
     Message<"NSImage", false, "unlockFocus", void>::send(image.get());
     return image;
 }
-NSImage configuredSymbol(const NSImage& /*image*/, const NSObject& configuration) {
-    return shownSymbol(NSString(), numberMember(configuration, "pointSize"));
+NSImage configuredSymbol(const NSImage& image, const NSObject& configuration) {
+    return shownSymbol(NSString::from(symbolOf(image)), numberMember(configuration, "pointSize"));
 }
 
 void setShownTemplate(const NSImage& /*image*/, bool /*isTemplate*/) {}
@@ -332,8 +333,8 @@ Object makeShownButton() {
     return button;
 }
 
-NSImage shownSymbol(const NSString& /*name*/, CGFloat pointSize) {
-    return painted({pointSize + 3, pointSize + 3}, [&] {
+NSImage shownSymbol(const NSString& name, CGFloat pointSize) {
+    NSImage image = painted({pointSize + 3, pointSize + 3}, [&] {
         const NSBezierPath path = NSBezierPath::create();
         path.setWindingRule(NSWindingRule::evenOdd);
         path.appendOval({{1, 1}, {pointSize + 1, pointSize + 1}});
@@ -341,6 +342,8 @@ NSImage shownSymbol(const NSString& /*name*/, CGFloat pointSize) {
         NSColor::label().setFill();
         path.fill();
     });
+    system().symbols[image.get()] = name.text();
+    return image;
 }
 
 NSImage shownDrawing(const CGSize& size, void* handler) {

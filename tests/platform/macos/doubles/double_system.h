@@ -112,6 +112,8 @@ struct DoubleSystem {
     std::vector<Object> submenus;
     std::vector<ShownMenuRecord> shownMenus;
     std::function<void()> whileMenuIsOpen;
+    /// By the image that is shown in its place.
+    std::map<Id, std::string> symbols;
     /// Blocks.
     std::vector<std::shared_ptr<void>> drawingHandlers;
     double systemFontSize = 13;

@@ -114,6 +114,10 @@ CGFloat fontSize(const NSObject& font) {
 }  // namespace
 
 std::string symbolOf(const Object& image) {
+    if (system().hasDisplay) {
+        const auto shown = system().symbols.find(image.get());
+        return shown == system().symbols.end() ? "" : shown->second;
+    }
     return as<NSString>(member(image, "symbol")).text();
 }
 

@@ -1,0 +1,35 @@
+#include "platform/macos/display/display_scenario_window.h"
+#include "platform/macos/scenarios/macos_scenario_desktop.h"
+
+namespace velmo {
+namespace macos {
+namespace {
+
+/// With the windows of GNUstep.
+class DisplayScenarioDesktop : public MacosScenarioDesktop {
+public:
+    void wait(Seconds seconds) override { DisplayStage::runFor(seconds); }
+    ScenarioWindow& settings() override { return settings_; }
+    ScenarioWindow& calendar() override { return calendar_; }
+    ScenarioWindow& panel() override { return panel_; }
+
+protected:
+    bool waitUntil(const std::function<bool()>& condition) override {
+        return DisplayStage::runUntil(condition);
+    }
+
+private:
+    SettingsDisplayStage stage_;
+    DisplayScenarioSettings settings_{stage_};
+    DisplayScenarioCalendar calendar_{stage_};
+    DisplayScenarioPanel panel_{stage_};
+};
+
+}  // namespace
+}  // namespace macos
+
+std::unique_ptr<ScenarioDesktop> makeScenarioDesktop() {
+    return std::make_unique<macos::DisplayScenarioDesktop>();
+}
+
+}  // namespace velmo
