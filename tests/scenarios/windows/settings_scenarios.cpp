@@ -202,5 +202,25 @@ TEST_F(SettingsScenario, ChooseASpacingAndLogOut) {
     });
 }
 
+TEST_F(SettingsScenario, FindTheirValuesAgainAfterARestart) {
+    runSettings("Hiding", [&] {
+        settings_.switchOver("Show hidden items when hovering over the toggle");
+        settings_.moveSlider("After", 7);
+        settings_.chooseTab("Clock");
+        settings_.type("Pattern", "HH");
+        settings_.chooseTab("General");
+        settings_.choose("Icon", "Eye");
+    });
+    runSettings("Hiding", [&] {
+        EXPECT_TRUE(settings_.isOn("Show hidden items when hovering over the toggle"));
+        EXPECT_EQ(settings_.position("After"), 7);
+        settings_.chooseTab("Clock");
+        EXPECT_EQ(settings_.textIn("Pattern"), "HH");
+        settings_.chooseTab("General");
+        EXPECT_EQ(settings_.chosen("Icon"), "Eye");
+        EXPECT_EQ(desktop_->symbol(toggle), "eye.slash");
+    });
+}
+
 }  // namespace
 }  // namespace velmo

@@ -158,13 +158,21 @@ void DisplayScenarioWindow::pressKey(std::uint16_t keyCode, ModifierFlags flags,
     DisplayStage::runFor(0.1);
 }
 
+// One of a program that has ended may still be there, and is not shown.
 NSWindow DisplayScenarioSettings::window() {
-    return DisplayStage::windowTitled("Velmo Settings");
+    const auto windows =
+        Message<"NSApplication", false, "windows", NSArray>::send(NSApplication::shared().get());
+    for (const NSWindow& window : windows.all<NSWindow>()) {
+        const auto title = Message<"NSWindow", false, "title", NSString>::send(window.get());
+        if (window.isVisible() && title.text() == "Velmo Settings")
+            return window;
+    }
+    return {};
 }
 
 NSView DisplayScenarioSettings::content() {
     const NSWindow shown = window();
-    return shown && shown.isVisible() ? DisplayStage::contentOf(shown) : NSView();
+    return shown ? DisplayStage::contentOf(shown) : NSView();
 }
 
 void DisplayScenarioSettings::close() {
