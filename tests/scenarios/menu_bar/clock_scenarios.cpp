@@ -16,6 +16,11 @@ protected:
     void setFormat(const std::string& pattern) { desktop_->store("clockFormat", pattern); }
     std::string title() { return desktop_->title(clock); }
     WallClock timeAhead(int hours) { return WallClock(desktop_->now() + 3600.0 * hours); }
+    /// That of now, or of a moment ago.
+    bool showsTheHour(int hours) {
+        const std::string before = WallClock(desktop_->now() + 3600.0 * hours - 1).hour();
+        return title() == before || title() == timeAhead(hours).hour();
+    }
 };
 
 TEST_F(ClockScenario, ShowsEachFieldOfItsFormat) {
@@ -52,9 +57,9 @@ TEST_F(ClockScenario, TicksEachSecond) {
 TEST_F(ClockScenario, FollowsTheTimeZoneAtOnce) {
     setFormat("HH");
     run([&] {
-        EXPECT_EQ(title(), timeAhead(3).hour());
+        EXPECT_TRUE(showsTheHour(3)) << title();
         desktop_->setHoursFromUtc(-4);
-        EXPECT_EQ(title(), timeAhead(-4).hour());
+        EXPECT_TRUE(showsTheHour(-4)) << title();
     });
 }
 
