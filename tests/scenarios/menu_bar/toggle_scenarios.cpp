@@ -1,5 +1,7 @@
 #include "scenarios/scenario_test.h"
 
+#include <algorithm>
+
 namespace velmo {
 namespace {
 
@@ -20,9 +22,12 @@ TEST_F(StartScenario, HidesBothSections) {
 TEST_F(StartScenario, LeavesNothingBehindAtTheEnd) {
     for (const char* key : {"showOnHover", "showOnScroll", "alwaysHiddenEnabled", "clockEnabled"})
         desktop_->store(key, true);
+    const std::string binding = R"({"keyCode":40,"modifiers":1048576,"display":"⌘K"})";
+    desktop_->store("hotkey", Data(binding.begin(), binding.end()));
     run([&] {
         EXPECT_TRUE(desktop_->hasItem(clock));
-        EXPECT_FALSE(desktop_->leftBehind().empty());
+        const auto left = desktop_->leftBehind();
+        EXPECT_EQ(std::count(left.begin(), left.end(), "shortcut"), 1);
     });
     EXPECT_EQ(desktop_->leftBehind(), Titles{});
 }
