@@ -37,7 +37,8 @@ public:
     virtual void type(const std::string& field, const std::string& text) = 0;
     virtual double position(const std::string& slider) = 0;
     virtual void moveSlider(const std::string& slider, double value) = 0;
-    virtual void pressKey(std::uint16_t keyCode, ModifierFlags flags, const std::string& characters) = 0;
+    /// True where the program took the key.
+    virtual bool pressKey(std::uint16_t keyCode, ModifierFlags flags, const std::string& characters) = 0;
 };
 
 }  // namespace velmo

@@ -65,7 +65,7 @@ TEST_F(HidingTabTest, HasASliderFromOneToThirtySeconds) {
 }
 
 TEST_F(HidingTabTest, FollowsTheSlider) {
-    moveSlider(shown(), 30);
+    moveSlider(shown(), "After", 30);
     EXPECT_EQ(preferences_->rehideDelay.value(), 30);
     EXPECT_EQ(desktop_.userDefaults().doubleForKey("rehideDelay"), 30);
     runPosted();

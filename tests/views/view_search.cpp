@@ -131,9 +131,8 @@ void chooseTab(const View& root, std::string_view title) {
     onSelect(tag);
 }
 
-void moveSlider(const View& root, double value) {
-    const auto sliders = findAll<Slider>(root);
-    if (const auto* found = usable<Slider>(sliders.empty() ? nullptr : sliders.front(), "slider")) {
+void moveSlider(const View& root, std::string_view slider, double value) {
+    if (const auto* found = usable<Slider>(find<Slider>(root, slider), slider)) {
         const auto onChange = found->onChange;
         onChange(value);
     }

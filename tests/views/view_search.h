@@ -64,7 +64,7 @@ void switchOver(const View& root, std::string_view toggle);
 /// `option` is the title of an option.
 void choose(const View& root, std::string_view picker, std::string_view option);
 void chooseTab(const View& root, std::string_view title);
-void moveSlider(const View& root, double value);
+void moveSlider(const View& root, std::string_view slider, double value);
 void edit(const View& root, std::string_view textField, const std::string& text);
 /// Presses the button with that key.
 void pressShortcut(const View& root, ShortcutKey key);

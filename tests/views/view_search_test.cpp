@@ -43,12 +43,13 @@ TEST(ViewSearch, UsesEveryKindOfControl) {
                       "x",
                       PickerStyle::menu,
                       [&log](const std::string& tag) { log += tag; }}),
-              slider({1, 0, 9, 1, [&log](double value) { log += std::to_string(static_cast<int>(value)); }}),
+              slider({1, 0, 9, 1, [&log](double value) { log += std::to_string(static_cast<int>(value)); }})
+                  .with(AccessibilityLabel{"Slider"}),
               textField("Field", "", [&log](const std::string& text) { log += text; })})}),
          button("Home", [&log] { log += "h"; }).with(KeyboardShortcut{ShortcutKey::home})});
     switchOver(view, "Switch");
     choose(view, "Choice", "Why");
-    moveSlider(view, 7);
+    moveSlider(view, "Slider", 7);
     edit(view, "Field", "t");
     chooseTab(view, "Second");
     pressShortcut(view, ShortcutKey::home);

@@ -107,7 +107,8 @@ std::string SimulatedScenarioDesktop::symbol(const std::string& item) {
 }
 
 void SimulatedScenarioDesktop::click(const std::string& item, ModifierFlags flags) {
-    if (hasItem(item) && !desktop_.statusBar().isOnScreen(*desktop_.statusBar().slot(item)))
+    itemOf(item);
+    if (!desktop_.statusBar().isOnScreen(*desktop_.statusBar().slot(item)))
         throw std::logic_error(item + " is off the screen");
     desktop_.click(item, MouseButton::left, flags);
     runPosted();

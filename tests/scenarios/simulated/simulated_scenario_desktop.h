@@ -4,7 +4,6 @@
 #include "scenarios/scenario_desktop.h"
 #include "scenarios/simulated/simulated_scenario_window.h"
 
-#include <map>
 #include <optional>
 
 namespace velmo {

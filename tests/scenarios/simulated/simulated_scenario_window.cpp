@@ -108,18 +108,18 @@ double SimulatedScenarioWindow::position(const std::string& slider) {
 }
 
 void SimulatedScenarioWindow::moveSlider(const std::string& slider, double value) {
-    const auto found = contentOf<Slider>(page(), slider);
-    found.onChange(value);
+    velmo::moveSlider(page(), slider, value);
     runPosted();
 }
 
-void SimulatedScenarioWindow::pressKey(std::uint16_t keyCode, ModifierFlags flags,
+bool SimulatedScenarioWindow::pressKey(std::uint16_t keyCode, ModifierFlags flags,
                                        const std::string& characters) {
     Event event{EventType::keyDown, flags};
     event.keyCode = keyCode;
     event.charactersIgnoringModifiers = characters;
-    desktop_.events().deliverLocally(event);
+    const bool isTaken = !desktop_.events().deliverLocally(event);
     runPosted();
+    return isTaken;
 }
 
 bool SimulatedScenarioSettings::isShown() {

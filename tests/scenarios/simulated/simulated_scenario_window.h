@@ -26,7 +26,7 @@ public:
     void type(const std::string& field, const std::string& text) override;
     double position(const std::string& slider) override;
     void moveSlider(const std::string& slider, double value) override;
-    void pressKey(std::uint16_t keyCode, ModifierFlags flags, const std::string& characters) override;
+    bool pressKey(std::uint16_t keyCode, ModifierFlags flags, const std::string& characters) override;
 
 protected:
     /// Of the whole window.

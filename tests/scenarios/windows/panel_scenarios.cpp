@@ -15,10 +15,13 @@ protected:
         run([&] {
             desktop_->setHiddenIcons(icons);
             desktop_->click(toggle);
-            // Meanwhile the icons are shown for their pictures.
-            ASSERT_TRUE(desktop_->happensAfter(0.35, [&] { return panel_.isShown(); }));
+            ASSERT_TRUE(opens());
             user();
         });
+    }
+    /// Meanwhile the icons are shown for their pictures.
+    testing::AssertionResult opens() {
+        return desktop_->happensAfter(0.35, [&] { return panel_.isShown(); });
     }
 
     ScenarioWindow& panel_ = desktop_->panel();
@@ -32,6 +35,26 @@ TEST_F(PanelScenario, ShowsTheHiddenIconsAndGoesWithTheNextClick) {
         EXPECT_FALSE(panel_.hasButton("Chat"));
         desktop_->click(toggle);
         EXPECT_FALSE(panel_.isShown());
+    });
+}
+
+TEST_F(PanelScenario, OpensFromTheMenu) {
+    run([&] {
+        desktop_->setHiddenIcons({"Mail"});
+        choose(toggle, "Open Hidden Items Panel");
+        ASSERT_TRUE(opens());
+        EXPECT_TRUE(panel_.hasButton("Mail"));
+    });
+}
+
+TEST_F(PanelScenario, OpensFromTheSettings) {
+    run([&] {
+        desktop_->setHiddenIcons({"Mail"});
+        desktop_->startAgain();
+        desktop_->settings().chooseTab("Panel");
+        desktop_->settings().press("Open the panel now");
+        ASSERT_TRUE(opens());
+        EXPECT_TRUE(panel_.hasButton("Mail"));
     });
 }
 

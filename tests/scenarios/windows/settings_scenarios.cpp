@@ -25,6 +25,9 @@ protected:
         }
     }
 
+    static constexpr std::uint16_t keyK = 40;
+    /// As hot keys have it.
+    static constexpr std::uint32_t command = 0x100;
     ScenarioWindow& settings_ = desktop_->settings();
 };
 
@@ -59,6 +62,22 @@ TEST_F(SettingsScenario, OpenAgainOnTheTabThatTheUserLeft) {
         desktop_->startAgain();
         EXPECT_TRUE(settings_.isShown());
         EXPECT_EQ(settings_.chosenTab(), "Panel");
+    });
+}
+
+TEST_F(SettingsScenario, OpenFromTheMenus) {
+    desktop_->store("clockEnabled", true);
+    desktop_->store("autoRehide", false);
+    run([&] {
+        choose(toggle, "Settings…");
+        ASSERT_TRUE(settings_.isShown());
+        EXPECT_EQ(settings_.chosenTab(), "General");
+        settings_.close();
+        // The clock is new, so that it is at the far left.
+        reveal(RevealLevel::all);
+        choose(clock, "Clock Settings…");
+        ASSERT_TRUE(settings_.isShown());
+        EXPECT_EQ(settings_.chosenTab(), "Clock");
     });
 }
 
@@ -124,19 +143,34 @@ TEST_F(SettingsScenario, TakeEffectAtOnce) {
 }
 
 TEST_F(SettingsScenario, RecordAndRemoveAShortcut) {
-    constexpr std::uint16_t keyK = 40;
-    constexpr std::uint32_t command = 0x100;
     runSettings("Hiding", [&] {
         settings_.press("Show or hide items, Record Shortcut");
         EXPECT_TRUE(settings_.hasButton("Press keys… (Esc cancels)"));
-        settings_.pressKey(keyK, modifier::command, "k");
+        EXPECT_TRUE(settings_.pressKey(keyK, modifier::command, "k"));
         EXPECT_TRUE(settings_.hasButton("⌘K"));
+        EXPECT_FALSE(settings_.pressKey(keyK, modifier::command, "k"));
         EXPECT_FALSE(desktop_->storedData("hotkey").empty());
         EXPECT_TRUE(desktop_->pressShortcut(keyK, command));
         EXPECT_EQ(level(), RevealLevel::hidden);
         settings_.press("Show or hide items, Remove shortcut");
         EXPECT_FALSE(settings_.hasButton("⌘K"));
         EXPECT_FALSE(desktop_->isStored("hotkey"));
+        EXPECT_FALSE(desktop_->pressShortcut(keyK, command));
+    });
+}
+
+TEST_F(SettingsScenario, RecordAndRemoveTheShortcutOfThePanel) {
+    desktop_->setMayCapture(true);
+    runSettings("Hiding", [&] {
+        desktop_->setHiddenIcons({"Mail"});
+        settings_.press("Open the hidden items panel, Record Shortcut");
+        EXPECT_TRUE(settings_.pressKey(keyK, modifier::command, "k"));
+        EXPECT_FALSE(desktop_->storedData("panelHotkey").empty());
+        EXPECT_FALSE(desktop_->isStored("hotkey"));
+        EXPECT_TRUE(desktop_->pressShortcut(keyK, command));
+        EXPECT_TRUE(desktop_->happensAfter(0.35, [&] { return desktop_->panel().isShown(); }));
+        settings_.press("Open the hidden items panel, Remove shortcut");
+        EXPECT_FALSE(desktop_->isStored("panelHotkey"));
         EXPECT_FALSE(desktop_->pressShortcut(keyK, command));
     });
 }
@@ -186,6 +220,14 @@ TEST_F(SettingsScenario, AskForPermissions) {
         settings_.press("Accessibility, Open Settings");
         EXPECT_EQ(desktop_->trustQuestions(), 1);
         EXPECT_EQ(desktop_->openedAddresses().size(), opened + 1);
+        desktop_->setMayCapture(true);
+        EXPECT_TRUE(desktop_->happensWithin(
+            1, [&] { return settings_.hasButton("Screen Recording, Open Settings"); }));
+        settings_.press("Screen Recording, Open Settings");
+        EXPECT_EQ(desktop_->captureQuestions(), 1);
+        const auto addresses = desktop_->openedAddresses();
+        ASSERT_EQ(addresses.size(), opened + 2);
+        EXPECT_NE(addresses[opened], addresses[opened + 1]);
     });
 }
 

@@ -21,6 +21,11 @@ std::vector<std::string> optionsOf(const NSPopUpButton& button) {
     return titles;
 }
 
+void expectEnabled(const NSControl& control, const std::string& name) {
+    if (!control.isEnabled())
+        throw std::logic_error('"' + name + "\" is disabled");
+}
+
 }  // namespace
 
 NSView DisplayScenarioWindow::page() {
@@ -35,6 +40,13 @@ Handle DisplayScenarioWindow::control(const std::string& name) {
     auto found = stage_.named<Handle>(page(), name);
     if (!found)
         throw std::logic_error("there is no \"" + name + '"');
+    return found;
+}
+
+template <typename Handle>
+Handle DisplayScenarioWindow::usable(const std::string& name) {
+    auto found = control<Handle>(name);
+    expectEnabled(found, name);
     return found;
 }
 
@@ -87,8 +99,9 @@ void DisplayScenarioWindow::chooseTab(const std::string& title) {
 
 void DisplayScenarioWindow::press(const std::string& button) {
     const NSButton found = buttonSaying(button);
-    if (!found || !found.isEnabled())
-        throw std::logic_error("nobody can press \"" + button + '"');
+    if (!found)
+        throw std::logic_error("there is no \"" + button + '"');
+    expectEnabled(found, button);
     DisplayStage::press(found);
 }
 
@@ -97,7 +110,7 @@ bool DisplayScenarioWindow::isOn(const std::string& toggle) {
 }
 
 void DisplayScenarioWindow::switchOver(const std::string& toggle) {
-    DisplayStage::press(control<NSSwitch>(toggle));
+    DisplayStage::press(usable<NSSwitch>(toggle));
 }
 
 std::string DisplayScenarioWindow::chosen(const std::string& picker) {
@@ -112,6 +125,7 @@ std::string DisplayScenarioWindow::chosen(const std::string& picker) {
 
 void DisplayScenarioWindow::choose(const std::string& picker, const std::string& option) {
     if (const auto button = stage_.named<NSPopUpButton>(page(), picker)) {
+        expectEnabled(button, picker);
         const auto options = optionsOf(button);
         for (std::size_t i = 0; i < options.size(); ++i) {
             if (options[i] == option)
@@ -119,8 +133,10 @@ void DisplayScenarioWindow::choose(const std::string& picker, const std::string&
         }
     } else {
         for (const NSButton& one : DisplayStage::allBelow<NSButton>(control<NSView>(picker))) {
-            if (titleOf(one) == option)
-                return DisplayStage::press(one);
+            if (titleOf(one) != option)
+                continue;
+            expectEnabled(one, option);
+            return DisplayStage::press(one);
         }
     }
     throw std::logic_error(picker + " has no option " + option);
@@ -131,7 +147,7 @@ std::string DisplayScenarioWindow::textIn(const std::string& field) {
 }
 
 void DisplayScenarioWindow::type(const std::string& field, const std::string& text) {
-    const auto found = control<NSTextField>(field);
+    const auto found = usable<NSTextField>(field);
     found.setStringValue(NSString::from(text));
     const auto delegate = Message<"NSTextField", false, "delegate", Object>::send(found.get());
     Message<"NSTextFieldDelegate", false, "controlTextDidChange:", void, Object>::send(delegate.get(),
@@ -144,18 +160,20 @@ double DisplayScenarioWindow::position(const std::string& slider) {
 }
 
 void DisplayScenarioWindow::moveSlider(const std::string& slider, double value) {
-    const auto found = control<NSSlider>(slider);
+    const auto found = usable<NSSlider>(slider);
     found.setDoubleValue(value);
     DisplayStage::use(found);
 }
 
-void DisplayScenarioWindow::pressKey(std::uint16_t keyCode, ModifierFlags flags,
+bool DisplayScenarioWindow::pressKey(std::uint16_t keyCode, ModifierFlags flags,
                                      const std::string& characters) {
-    doubles::tellLocalMonitors(doubles::makeEvent({.type = EventType::keyDown,
-                                                   .modifierFlags = flags,
-                                                   .keyCode = keyCode,
-                                                   .charactersIgnoringModifiers = characters}));
+    const auto left =
+        doubles::tellLocalMonitors(doubles::makeEvent({.type = EventType::keyDown,
+                                                       .modifierFlags = flags,
+                                                       .keyCode = keyCode,
+                                                       .charactersIgnoringModifiers = characters}));
     DisplayStage::runFor(0.1);
+    return !left;
 }
 
 // One of a program that has ended may still be there, and is not shown.

@@ -26,7 +26,7 @@ public:
     void type(const std::string& field, const std::string& text) override;
     double position(const std::string& slider) override;
     void moveSlider(const std::string& slider, double value) override;
-    void pressKey(std::uint16_t keyCode, ModifierFlags flags, const std::string& characters) override;
+    bool pressKey(std::uint16_t keyCode, ModifierFlags flags, const std::string& characters) override;
 
 protected:
     /// None while it is not shown.
@@ -39,6 +39,9 @@ private:
     /// The control of that name; an exception where there is none.
     template <typename Handle>
     Handle control(const std::string& name);
+    /// The same, where it can be used.
+    template <typename Handle>
+    Handle usable(const std::string& name);
     NSToolbar toolbar();
 
     const SettingsDisplayStage& stage_;

@@ -169,10 +169,14 @@ void setSubmenu(const NSObject& /*menu*/, const Object& submenu, const NSMenuIte
     system().submenus.push_back(submenu);
 }
 
+NSArray itemsOf(const NSObject& menu) {
+    return system().hasDisplay ? Message<"NSMenu", false, "itemArray", NSArray>::send(menu.get())
+                               : as<NSArray>(member(menu, "items"));
+}
 bool popUpMenu(const NSObject& menu, const Object& positioned, const CGPoint& location,
                const NSObject& view) {
     EXPECT_FALSE(positioned);
-    const auto items = as<NSArray>(member(menu, "items")).all<NSObject>();
+    const auto items = itemsOf(menu).all<NSObject>();
     system().shownMenus.push_back(
         {.items = {items.begin(), items.end()}, .location = {location.x, location.y}, .view = view});
     if (system().whileMenuIsOpen)
@@ -234,6 +238,7 @@ void addMenus() {
     setMethod<"popUpMenuPositioningItem:atLocation:inView:", &popUpMenu>(menu);
     objc_registerClassPair(menu);
     setMethodWithoutDisplay<"init", &initMenu>(classNamed<"NSMenu">());
+    setMethod<"popUpMenuPositioningItem:atLocation:inView:", &popUpMenu>(classNamed<"NSMenu">());
 }
 
 }  // namespace
