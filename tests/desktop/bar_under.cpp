@@ -17,7 +17,8 @@ bool BarUnder::isLeftTo(xcb_window_t window) const {
         const auto area = x().area(window);
         return area && area->height > 700 && x().isViewable(window) && !barIsOnTopAt(300, 13);
     };
-    return eventually(fills) && stays(fills, milliseconds(300));
+    // The bar may come up once more for a window that has become active before it fills the screen.
+    return eventually([&] { return fills() && stays(fills, milliseconds(300)); });
 }
 
 std::vector<xcb_window_t> BarUnder::seenWindows() const {

@@ -48,8 +48,6 @@ ReservedStrip::ReservedStrip(Connection& connection)
 }
 
 ReservedStrip::~ReservedStrip() {
-    if (nextAttempt_)
-        nextAttempt_->invalidate();
     xcb_destroy_window(connection_.raw(), window_);
 }
 
@@ -157,7 +155,9 @@ void ReservedStrip::show() {
 }
 
 void ReservedStrip::handleOwn(const xcb_generic_event_t& event) {
-    shown_ = shown_ || (event.response_type & 0x7f) == XCB_MAP_NOTIFY;
+    const auto type = event.response_type & 0x7f;
+    if (type == XCB_MAP_NOTIFY || type == XCB_UNMAP_NOTIFY)
+        shown_ = type == XCB_MAP_NOTIFY;
 }
 
 }  // namespace velmo::x11

@@ -5,8 +5,8 @@
 #include "linux/x11/bar_strut.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/pixel_rect.h"
+#include "scoped_timer.h"
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -50,7 +50,7 @@ private:
     PixelRect strutArea_;
     bool shown_ = false;
     int attempts_ = 0;
-    std::shared_ptr<Timer> nextAttempt_;
+    ScopedTimer nextAttempt_;
     int looksForName_ = 0;
     PacedWork following_;
     Registration events_;

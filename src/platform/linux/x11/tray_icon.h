@@ -117,7 +117,7 @@ private:
     /// Where the client has gone of late: into a window that is neither ours nor the root window, and then
     /// perhaps into that one.
     std::optional<xcb_window_t> holder_;
-    bool isReleased_ = false;
+    bool wentToRoot_ = false;
     /// The content has changed since it was painted last.
     bool unpainted_ = false;
     /// It is about to come into the bar.

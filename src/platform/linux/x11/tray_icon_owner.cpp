@@ -22,8 +22,8 @@ constexpr int mostLooks = static_cast<int>(startTime / lookPause);
 }  // namespace
 
 void TrayIcon::clientWentInto(xcb_window_t parent) {
-    isReleased_ = parent == connection_.root();
-    if (!isReleased_)
+    wentToRoot_ = parent == connection_.root();
+    if (!wentToRoot_)
         holder_ = parent;
     following_.request();
 }
@@ -32,7 +32,7 @@ void TrayIcon::followClient() {
     const auto holder = std::exchange(holder_, std::nullopt);
     if (ended_)
         return;
-    if (!isReleased_ && holder)
+    if (!wentToRoot_ && holder)
         findOwner(*holder);
     else if (isClaimed_ || lookForOwner_ ||
              (holder && ManagedWindows(connection_).mayHavePutInto(*holder, facts_.client)))
