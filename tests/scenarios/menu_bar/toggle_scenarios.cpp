@@ -1,6 +1,7 @@
 #include "scenarios/scenario_test.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace velmo {
 namespace {
@@ -94,6 +95,13 @@ TEST_F(ToggleScenario, HasTheStoredIcon) {
         EXPECT_EQ(desktop_->symbol(toggle), "eye.slash");
         desktop_->click(toggle);
         EXPECT_EQ(desktop_->symbol(toggle), "eye");
+    });
+}
+
+TEST_F(ScenarioTest, NobodyCanClickWhatIsNotThere) {
+    run([&] {
+        EXPECT_THROW(desktop_->click(clock), std::logic_error);
+        EXPECT_THROW(choose(clock, "Hide velmo Clock"), std::logic_error);
     });
 }
 

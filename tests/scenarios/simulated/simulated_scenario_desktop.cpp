@@ -115,6 +115,7 @@ void SimulatedScenarioDesktop::click(const std::string& item, ModifierFlags flag
 }
 
 void SimulatedScenarioDesktop::openMenu(const std::string& item, const std::function<void()>& whileOpen) {
+    itemOf(item);
     const auto shown = desktop_.menus().shownCount();
     desktop_.menus().setScript([&](SimulatedOpenMenu& menu) {
         openMenu_ = &menu;
