@@ -142,14 +142,14 @@ TEST_F(MacosStatusItemTest, ShowsWhatItIsGiven) {
 }
 
 TEST_F(MacosStatusItemTest, RunsItsActionWhenItIsClickedUntilItGoes) {
-    doubles::click(shownButton);
+    doubles::click(shownButton, {.type = EventType::leftMouseUp});
     int clicks = 0;
     button.setAction([&] { ++clicks; });
     EXPECT_EQ(clicks, 0);
-    doubles::click(shownButton);
+    doubles::click(shownButton, {.type = EventType::leftMouseUp});
     EXPECT_EQ(clicks, 1);
     item.reset();
-    doubles::click(shownButton);
+    doubles::click(shownButton, {.type = EventType::leftMouseUp});
     EXPECT_EQ(clicks, 1);
 }
 
@@ -159,8 +159,8 @@ TEST_F(MacosStatusItemTest, LetsAnActionReplaceItself) {
         button.setAction([&] { done.push_back(2); });
         done.push_back(1);
     });
-    doubles::click(shownButton);
-    doubles::click(shownButton);
+    doubles::click(shownButton, {.type = EventType::leftMouseUp});
+    doubles::click(shownButton, {.type = EventType::leftMouseUp});
     EXPECT_EQ(done, (std::vector{1, 2}));
 }
 

@@ -8,7 +8,6 @@ namespace {
 /// With the windows of GNUstep.
 class DisplayScenarioDesktop : public MacosScenarioDesktop {
 public:
-    void wait(Seconds seconds) override { DisplayStage::runFor(seconds); }
     ScenarioWindow& settings() override { return settings_; }
     ScenarioWindow& calendar() override { return calendar_; }
     ScenarioWindow& panel() override { return panel_; }
@@ -20,9 +19,9 @@ protected:
 
 private:
     SettingsDisplayStage stage_;
-    DisplayScenarioSettings settings_{stage_};
-    DisplayScenarioCalendar calendar_{stage_};
-    DisplayScenarioPanel panel_{stage_};
+    DisplayScenarioSettings settings_{stage_, *this};
+    DisplayScenarioCalendar calendar_{stage_, *this};
+    DisplayScenarioPanel panel_{stage_, *this};
 };
 
 }  // namespace

@@ -65,39 +65,33 @@ std::vector<std::string> DisplayScenarioWindow::texts() {
     return texts;
 }
 
-NSToolbar DisplayScenarioWindow::toolbar() {
-    return Message<"NSWindow", false, "toolbar", NSToolbar>::send(page().window().get());
-}
-
 std::vector<std::string> DisplayScenarioWindow::tabs() {
     std::vector<std::string> titles;
-    const auto items = Message<"NSToolbar", false, "items", NSArray>::send(toolbar().get());
-    for (const NSToolbarItem& item : items.all<NSToolbarItem>())
-        titles.push_back(Message<"NSToolbarItem", false, "label", NSString>::send(item.get()).text());
+    for (const NSToolbarItem& tab : SettingsDisplayStage::tabsOf(page().window()))
+        titles.push_back(SettingsDisplayStage::titleOf(tab));
     return titles;
 }
 
 std::string DisplayScenarioWindow::chosenTab() {
-    const auto chosen =
-        Message<"NSToolbar", false, "selectedItemIdentifier", NSString>::send(toolbar().get());
-    const auto items = Message<"NSToolbar", false, "items", NSArray>::send(toolbar().get());
-    for (const NSToolbarItem& item : items.all<NSToolbarItem>()) {
-        if (item.itemIdentifier().text() == chosen.text())
-            return Message<"NSToolbarItem", false, "label", NSString>::send(item.get()).text();
+    const std::string chosen = SettingsDisplayStage::chosenTabOf(page().window());
+    for (const NSToolbarItem& tab : SettingsDisplayStage::tabsOf(page().window())) {
+        if (tab.itemIdentifier().text() == chosen)
+            return SettingsDisplayStage::titleOf(tab);
     }
     return "";
 }
 
 void DisplayScenarioWindow::chooseTab(const std::string& title) {
-    const auto items = Message<"NSToolbar", false, "items", NSArray>::send(toolbar().get());
-    for (const NSToolbarItem& item : items.all<NSToolbarItem>()) {
-        if (Message<"NSToolbarItem", false, "label", NSString>::send(item.get()).text() == title)
-            return SettingsDisplayStage::click(item);
+    desktop_.countFromNow();
+    for (const NSToolbarItem& tab : SettingsDisplayStage::tabsOf(page().window())) {
+        if (SettingsDisplayStage::titleOf(tab) == title)
+            return SettingsDisplayStage::click(tab);
     }
     throw std::logic_error("there is no tab " + title);
 }
 
 void DisplayScenarioWindow::press(const std::string& button) {
+    desktop_.countFromNow();
     const NSButton found = buttonSaying(button);
     if (!found)
         throw std::logic_error("there is no \"" + button + '"');
@@ -110,6 +104,7 @@ bool DisplayScenarioWindow::isOn(const std::string& toggle) {
 }
 
 void DisplayScenarioWindow::switchOver(const std::string& toggle) {
+    desktop_.countFromNow();
     DisplayStage::press(usable<NSSwitch>(toggle));
 }
 
@@ -124,6 +119,7 @@ std::string DisplayScenarioWindow::chosen(const std::string& picker) {
 }
 
 void DisplayScenarioWindow::choose(const std::string& picker, const std::string& option) {
+    desktop_.countFromNow();
     if (const auto button = stage_.named<NSPopUpButton>(page(), picker)) {
         expectEnabled(button, picker);
         const auto options = optionsOf(button);
@@ -147,6 +143,7 @@ std::string DisplayScenarioWindow::textIn(const std::string& field) {
 }
 
 void DisplayScenarioWindow::type(const std::string& field, const std::string& text) {
+    desktop_.countFromNow();
     const auto found = usable<NSTextField>(field);
     found.setStringValue(NSString::from(text));
     const auto delegate = Message<"NSTextField", false, "delegate", Object>::send(found.get());
@@ -160,6 +157,7 @@ double DisplayScenarioWindow::position(const std::string& slider) {
 }
 
 void DisplayScenarioWindow::moveSlider(const std::string& slider, double value) {
+    desktop_.countFromNow();
     const auto found = usable<NSSlider>(slider);
     found.setDoubleValue(value);
     DisplayStage::use(found);
@@ -167,6 +165,7 @@ void DisplayScenarioWindow::moveSlider(const std::string& slider, double value) 
 
 bool DisplayScenarioWindow::pressKey(std::uint16_t keyCode, ModifierFlags flags,
                                      const std::string& characters) {
+    desktop_.countFromNow();
     const auto left =
         doubles::tellLocalMonitors(doubles::makeEvent({.type = EventType::keyDown,
                                                        .modifierFlags = flags,
@@ -194,6 +193,7 @@ NSView DisplayScenarioSettings::content() {
 }
 
 void DisplayScenarioSettings::close() {
+    desktop().countFromNow();
     window().close();
     DisplayStage::runFor(0.1);
 }
@@ -203,6 +203,7 @@ NSView DisplayScenarioCalendar::content() {
 }
 
 void DisplayScenarioCalendar::close() {
+    desktop().countFromNow();
     Message<"NSPopover", false, "close", void>::send(stage().system.popover.get());
 }
 

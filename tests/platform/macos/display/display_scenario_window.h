@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/macos/display/settings_display_test.h"
+#include "platform/macos/scenarios/macos_scenario_desktop.h"
 #include "scenarios/scenario_window.h"
 
 namespace velmo::macos {
@@ -8,7 +9,8 @@ namespace velmo::macos {
 /// What GNUstep shows in a window, found and used as a user does.
 class DisplayScenarioWindow : public ScenarioWindow {
 public:
-    explicit DisplayScenarioWindow(const SettingsDisplayStage& stage) : stage_(stage) {}
+    DisplayScenarioWindow(const SettingsDisplayStage& stage, MacosScenarioDesktop& desktop)
+        : stage_(stage), desktop_(desktop) {}
 
     bool isShown() override { return static_cast<bool>(content()); }
     bool shows(const std::string& text) override { return DisplayStage::shows(page(), text); }
@@ -32,6 +34,7 @@ protected:
     /// None while it is not shown.
     virtual NSView content() = 0;
     const SettingsDisplayStage& stage() const { return stage_; }
+    MacosScenarioDesktop& desktop() const { return desktop_; }
 
 private:
     NSView page();
@@ -42,9 +45,9 @@ private:
     /// The same, where it can be used.
     template <typename Handle>
     Handle usable(const std::string& name);
-    NSToolbar toolbar();
 
     const SettingsDisplayStage& stage_;
+    MacosScenarioDesktop& desktop_;
 };
 
 class DisplayScenarioSettings : public DisplayScenarioWindow {

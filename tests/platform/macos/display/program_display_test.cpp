@@ -25,18 +25,12 @@ void ProgramDisplayStage::run(const std::function<void(const Platform&)>& functi
     runApplication(desktop.platform());
 }
 
-NSButton ProgramDisplayStage::buttonOf(const std::string& item) const {
-    for (const Object& one : system.statusItems) {
-        if (as<NSString>(doubles::member(one, "autosaveName")).text() == item)
-            return as<NSButton>(doubles::member(one, "button"));
-    }
-    return {};
+NSButton ProgramDisplayStage::buttonOf(const std::string& item) {
+    return as<NSButton>(doubles::member(doubles::itemNamed(item), "button"));
 }
 
 void ProgramDisplayStage::click(const std::string& item) {
-    system.currentEvent = doubles::makeEvent({.type = EventType::leftMouseUp});
-    doubles::click(buttonOf(item));
-    system.currentEvent = {};
+    doubles::click(buttonOf(item), {.type = EventType::leftMouseUp});
     runFor(0.2);
 }
 

@@ -16,8 +16,8 @@ public:
 
     /// Runs the program, and the function while it does.
     void run(const std::function<void(const Platform&)>& function);
-    NSButton buttonOf(const std::string& item) const;
-    void click(const std::string& item);
+    static NSButton buttonOf(const std::string& item);
+    static void click(const std::string& item);
     /// None while it is not shown.
     NSWindow shownPanel() const;
     /// The content of the one popover; none while it is not shown.

@@ -1,6 +1,13 @@
 #include "platform/macos/display/settings_display_test.h"
 
 namespace velmo::macos {
+namespace {
+
+NSToolbar toolbarOf(const NSWindow& window) {
+    return Message<"NSWindow", false, "toolbar", NSToolbar>::send(window.get());
+}
+
+}  // namespace
 
 void SettingsDisplayStage::runSettings(const std::function<void()>& function) {
     run([&](const Platform& /*platform*/) {
@@ -11,16 +18,18 @@ void SettingsDisplayStage::runSettings(const std::function<void()>& function) {
     });
 }
 
-NSToolbar SettingsDisplayStage::toolbar() const {
-    return Message<"NSWindow", false, "toolbar", NSToolbar>::send(window.get());
+std::vector<NSToolbarItem> SettingsDisplayStage::tabsOf(const NSWindow& window) {
+    const auto items = Message<"NSToolbar", false, "items", NSArray>::send(toolbarOf(window).get());
+    return items.all<NSToolbarItem>();
 }
 
-std::vector<NSToolbarItem> SettingsDisplayStage::tabs() const {
-    return Message<"NSToolbar", false, "items", NSArray>::send(toolbar().get()).all<NSToolbarItem>();
+std::string SettingsDisplayStage::titleOf(const NSToolbarItem& tab) {
+    return Message<"NSToolbarItem", false, "label", NSString>::send(tab.get()).text();
 }
 
-std::string SettingsDisplayStage::chosenTab() const {
-    return Message<"NSToolbar", false, "selectedItemIdentifier", NSString>::send(toolbar().get()).text();
+std::string SettingsDisplayStage::chosenTabOf(const NSWindow& window) {
+    const auto toolbar = toolbarOf(window);
+    return Message<"NSToolbar", false, "selectedItemIdentifier", NSString>::send(toolbar.get()).text();
 }
 
 void SettingsDisplayStage::click(const NSToolbarItem& tab) {

@@ -16,8 +16,11 @@ public:
     /// Runs the program for the first time, which opens the settings, and the function.
     void runSettings(const std::function<void()>& function);
 
-    std::vector<NSToolbarItem> tabs() const;
-    std::string chosenTab() const;
+    static std::vector<NSToolbarItem> tabsOf(const NSWindow& window);
+    static std::string titleOf(const NSToolbarItem& tab);
+    /// Its identifier.
+    static std::string chosenTabOf(const NSWindow& window);
+    std::vector<NSToolbarItem> tabs() const { return tabsOf(window); }
     /// As a click on the tab does.
     NSView open(std::size_t tab) const;
     static void click(const NSToolbarItem& tab);
@@ -27,9 +30,6 @@ public:
     static void choose(const NSPopUpButton& button, int index);
 
     NSWindow window;
-
-private:
-    NSToolbar toolbar() const;
 };
 
 using SettingsDisplayTest = StageTest<SettingsDisplayStage>;

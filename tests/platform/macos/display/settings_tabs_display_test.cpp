@@ -35,7 +35,7 @@ TEST_F(SettingsDisplayTest, LookLikeThis) {
         const char* names[] = {"general", "hiding", "clock", "panel", "spacing"};
         for (std::size_t tab = 0; tab < std::size(names); ++tab) {
             open(tab);
-            EXPECT_EQ(chosenTab(), names[tab]);
+            EXPECT_EQ(chosenTabOf(window), names[tab]);
             picture(std::string("settings-") + names[tab]);
         }
     });

@@ -184,6 +184,19 @@ bool popUpMenu(const NSObject& menu, const Object& positioned, const CGPoint& lo
     return true;
 }
 
+void sendAction(const Object& button) {
+    if (system().hasDisplay) {
+        Message<"NSButton", false, "performClick:", void, Object>::send(button.get(), Object());
+        return;
+    }
+    const auto target = reinterpret_cast<Id>(static_cast<std::uintptr_t>(numberMember(button, "target")));
+    const auto action =
+        reinterpret_cast<Selector>(static_cast<std::uintptr_t>(numberMember(button, "action")));
+    if (target != nullptr)
+        reinterpret_cast<void (*)(Id, Selector, Id)>(messageImplementation<void>(target, action))(
+            target, action, button.get());
+}
+
 void addItems() {
     const RawClass bar = makeRecordClass("VelmoStatusBarDouble");
     setMethod<"statusItemWithLength:", &statusItem>(bar);
@@ -252,17 +265,18 @@ void addMenuBar() {
     addScreens();
 }
 
-void click(const Object& button) {
-    if (system().hasDisplay) {
-        Message<"NSButton", false, "performClick:", void, Object>::send(button.get(), Object());
-        return;
+Object itemNamed(const std::string& name) {
+    for (const Object& item : system().statusItems) {
+        if (as<NSString>(member(item, "autosaveName")).text() == name)
+            return item;
     }
-    const auto target = reinterpret_cast<Id>(static_cast<std::uintptr_t>(numberMember(button, "target")));
-    const auto action =
-        reinterpret_cast<Selector>(static_cast<std::uintptr_t>(numberMember(button, "action")));
-    if (target != nullptr)
-        reinterpret_cast<void (*)(Id, Selector, Id)>(messageImplementation<void>(target, action))(
-            target, action, button.get());
+    return {};
+}
+
+void click(const Object& button, const Event& event) {
+    system().currentEvent = makeEvent(event);
+    sendAction(button);
+    system().currentEvent = {};
 }
 
 void choose(const Object& menuItem) {

@@ -29,8 +29,11 @@ NSEvent makeEvent(const Event& event);
 void tellGlobalMonitors(const NSEvent& event);
 NSEvent tellLocalMonitors(const NSEvent& event);
 
-/// Makes the button of a status item send its action, as a click on it does.
-void click(const Object& button);
+/// The status item of that autosave name; none where there is none.
+Object itemNamed(const std::string& name);
+
+/// Makes the button of a status item send its action, as a click on it does that ends with the event.
+void click(const Object& button, const Event& event);
 
 /// Chooses an item of a menu that was shown.
 void choose(const Object& menuItem);

@@ -10,7 +10,6 @@ namespace {
 /// Without a display there are no windows.
 class ProgramScenarioDesktop : public MacosScenarioDesktop {
 public:
-    void wait(Seconds seconds) override { MacosStage::runFor(seconds); }
     ScenarioWindow& settings() override { throw std::logic_error("there are no settings"); }
     ScenarioWindow& calendar() override { throw std::logic_error("there is no calendar"); }
     ScenarioWindow& panel() override { throw std::logic_error("there is no panel"); }

@@ -4,7 +4,6 @@
 #include "macos/appkit/ns_menu_item.h"
 #include "macos/macos_desktop.h"
 #include "platform/macos/doubles/array_of.h"
-#include "platform/macos/doubles/menu_bar.h"
 #include "platform/macos/doubles/window_list.h"
 
 #include <utility>
@@ -30,20 +29,6 @@ void ProgramStage::run(const std::function<void()>& function) {
     system.whileApplicationRuns = function;
     const MacosDesktop desktop;
     runApplication(desktop.platform());
-}
-
-Object ProgramStage::itemNamed(const std::string& name) const {
-    for (const Object& item : system.statusItems) {
-        if (as<NSString>(member(item, "autosaveName")).text() == name)
-            return item;
-    }
-    return {};
-}
-
-void ProgramStage::click(const std::string& name, const Event& event) {
-    system.currentEvent = doubles::makeEvent(event);
-    doubles::click(buttonOf(name));
-    system.currentEvent = {};
 }
 
 TEST_F(MacosProgramTest, HasAMainMenuForTheKeysOfWindowsAndTexts) {
@@ -73,7 +58,7 @@ TEST_F(MacosProgramTest, StartsAsAnAccessoryWithItsItems) {
     run([&] {
         EXPECT_EQ(system.activationPolicy, 1);
         EXPECT_EQ(system.statusItems.size(), 3U);
-        EXPECT_EQ(numberMember(itemNamed("Velmo.Toggle"), "length"), -1);
+        EXPECT_EQ(numberMember(doubles::itemNamed("Velmo.Toggle"), "length"), -1);
         EXPECT_EQ(numberMember(buttonOf("Velmo.Toggle"), "mask"), 20);
     });
 }

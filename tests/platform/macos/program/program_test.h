@@ -2,6 +2,7 @@
 
 #include "event.h"
 #include "macos/foundation/ns_user_defaults.h"
+#include "platform/macos/doubles/menu_bar.h"
 #include "platform/macos/doubles/record_class.h"
 #include "platform/macos/macos_test.h"
 
@@ -24,9 +25,8 @@ public:
     /// Runs the program, and the function while it does.
     void run(const std::function<void()>& function);
 
-    Object itemNamed(const std::string& name) const;
-    Object buttonOf(const std::string& name) const { return member(itemNamed(name), "button"); }
-    void click(const std::string& name, const Event& event);
+    static Object buttonOf(const std::string& name) { return member(doubles::itemNamed(name), "button"); }
+    static void click(const std::string& name, const Event& event) { doubles::click(buttonOf(name), event); }
 
     static NSUserDefaults defaults() { return NSUserDefaults::standard(); }
 };

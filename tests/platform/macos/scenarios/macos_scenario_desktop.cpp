@@ -11,7 +11,6 @@
 #include "platform/macos/doubles/record_class.h"
 #include "platform/macos/doubles/window_list.h"
 
-#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 
@@ -55,6 +54,7 @@ void MacosScenarioDesktop::run(const std::function<void()>& user) {
     const MacosDesktop desktop;
     doubles::system().whileApplicationRuns = [&] {
         isRunning_ = true;
+        countFromNow();
         settle();
         user();
     };
@@ -104,12 +104,13 @@ Data MacosScenarioDesktop::storedData(const std::string& key) {
     return defaults().dataForKey(NSString::from(key)).bytes();
 }
 
-Date MacosScenarioDesktop::now() {
+Date MacosScenarioDesktop::currentTime() {
     using std::chrono::system_clock;
     return std::chrono::duration<double>(system_clock::now().time_since_epoch()).count();
 }
 
 void MacosScenarioDesktop::setHoursFromUtc(int hours) {
+    countFromNow();
     doubles::system().timeZone =
         Message<"NSTimeZone", true, "timeZoneForSecondsFromGMT:", NSTimeZone, NSInteger>::send(
             NSTimeZone::classObject(), NSInteger{3600} * hours);
@@ -123,12 +124,24 @@ void MacosScenarioDesktop::setHoursFromUtc(int hours) {
 
 testing::AssertionResult MacosScenarioDesktop::happensAfter(Seconds seconds,
                                                             const std::function<bool()>& condition) {
-    const Date start = now();
     if (!waitUntil(condition))
         return testing::AssertionFailure() << "much more than " << seconds << " s";
-    const Seconds passed = now() - start;
+    const Seconds passed = currentTime() - countsFrom_;
+    countFromNow();
     return passed >= seconds / 2 ? testing::AssertionSuccess()
                                  : testing::AssertionFailure() << passed << " s instead of " << seconds;
+}
+
+bool MacosScenarioDesktop::happensWithin(Seconds /*seconds*/, const std::function<bool()>& condition) {
+    const bool happens = waitUntil(condition);
+    countFromNow();
+    return happens;
+}
+
+void MacosScenarioDesktop::wait(Seconds seconds) {
+    const Date end = currentTime() + seconds;
+    waitUntil([end] { return currentTime() >= end; });
+    countFromNow();
 }
 
 void MacosScenarioDesktop::settle() {
@@ -138,11 +151,10 @@ void MacosScenarioDesktop::settle() {
 }
 
 Object MacosScenarioDesktop::itemOf(const std::string& item) {
-    for (const Object& one : doubles::system().statusItems) {
-        if (as<NSString>(doubles::member(one, "autosaveName")).text() == item)
-            return one;
-    }
-    throw std::logic_error("there is no " + item);
+    Object found = doubles::itemNamed(item);
+    if (!found)
+        throw std::logic_error("there is no " + item);
+    return found;
 }
 
 Object MacosScenarioDesktop::buttonOf(const std::string& item) {
@@ -150,10 +162,7 @@ Object MacosScenarioDesktop::buttonOf(const std::string& item) {
 }
 
 bool MacosScenarioDesktop::hasItem(const std::string& item) {
-    const auto& items = doubles::system().statusItems;
-    return std::any_of(items.begin(), items.end(), [&](const Object& one) {
-        return as<NSString>(doubles::member(one, "autosaveName")).text() == item;
-    });
+    return static_cast<bool>(doubles::itemNamed(item));
 }
 
 bool MacosScenarioDesktop::isVisible(const std::string& item) {
@@ -181,9 +190,8 @@ std::string MacosScenarioDesktop::symbol(const std::string& item) {
 }
 
 void MacosScenarioDesktop::clickWith(const std::string& item, const Event& event) {
-    doubles::system().currentEvent = doubles::makeEvent(event);
-    doubles::click(buttonOf(item));
-    doubles::system().currentEvent = {};
+    countFromNow();
+    doubles::click(buttonOf(item), event);
     settle();
 }
 
@@ -193,7 +201,10 @@ void MacosScenarioDesktop::click(const std::string& item, ModifierFlags flags) {
 
 void MacosScenarioDesktop::openMenu(const std::string& item, const std::function<void()>& whileOpen) {
     const auto shown = doubles::system().shownMenus.size();
-    doubles::system().whileMenuIsOpen = whileOpen;
+    doubles::system().whileMenuIsOpen = [&] {
+        whileOpen();
+        countFromNow();
+    };
     clickWith(item, {.type = EventType::rightMouseUp});
     doubles::system().whileMenuIsOpen = {};
     EXPECT_EQ(doubles::system().shownMenus.size(), shown + 1) << item;
@@ -215,10 +226,12 @@ void MacosScenarioDesktop::choose(const std::string& title) {
 }
 
 void MacosScenarioDesktop::setOtherMenuOpen(bool isOpen) {
+    countFromNow();
     doubles::system().windowList = isOpen ? doubles::arrayOf({doubles::menuWindow()}) : doubles::arrayOf({});
 }
 
 void MacosScenarioDesktop::movePointer(Place place) {
+    countFromNow();
     doubles::system().mouseLocation = place == Place::elsewhere ? Point{700, 400} : Point{700, 890};
     if (place == Place::toggle)
         tellTrackingOwner<"mouseEntered:">();
@@ -228,17 +241,20 @@ void MacosScenarioDesktop::movePointer(Place place) {
 }
 
 void MacosScenarioDesktop::clickWithPointer() {
+    countFromNow();
     doubles::tellGlobalMonitors(doubles::makeEvent({.type = EventType::leftMouseDown}));
     settle();
 }
 
 void MacosScenarioDesktop::scroll(double deltaX, double deltaY) {
+    countFromNow();
     doubles::tellGlobalMonitors(doubles::makeEvent(
         {.type = EventType::scrollWheel, .scrollingDeltaX = deltaX, .scrollingDeltaY = deltaY}));
     settle();
 }
 
 bool MacosScenarioDesktop::pressShortcut(std::uint16_t keyCode, std::uint32_t modifiers) {
+    countFromNow();
     const auto registered = doubles::system().hotKeys;
     bool isTaken = false;
     for (const auto& [reference, key] : registered) {
@@ -256,6 +272,7 @@ std::vector<std::string> MacosScenarioDesktop::openedAddresses() {
 }
 
 void MacosScenarioDesktop::startAgain() {
+    countFromNow();
     EXPECT_FALSE(doubles::reopenApplication(false));
     settle();
 }

@@ -19,12 +19,11 @@ public:
     std::string storedText(const std::string& key) override;
     Data storedData(const std::string& key) override;
 
-    Date now() override;
+    Date now() override { return currentTime(); }
     void setHoursFromUtc(int hours) override;
+    void wait(Seconds seconds) override;
     testing::AssertionResult happensAfter(Seconds seconds, const std::function<bool()>& condition) override;
-    bool happensWithin(Seconds /*seconds*/, const std::function<bool()>& condition) override {
-        return waitUntil(condition);
-    }
+    bool happensWithin(Seconds seconds, const std::function<bool()>& condition) override;
 
     bool hasItem(const std::string& item) override;
     bool isVisible(const std::string& item) override;
@@ -58,18 +57,24 @@ public:
 
     void startAgain() override;
 
+    /// Where the next wait counts from. Each action tells it at its beginning: the machine may pause before
+    /// the action returns.
+    void countFromNow() { countsFrom_ = currentTime(); }
+
 protected:
     /// False where it takes more than some seconds.
     virtual bool waitUntil(const std::function<bool()>& condition) = 0;
     /// Lets happen what happens at once.
     void settle();
-    static Object itemOf(const std::string& item);
-    static Object buttonOf(const std::string& item);
 
 private:
+    static Date currentTime();
+    static Object itemOf(const std::string& item);
+    static Object buttonOf(const std::string& item);
     void clickWith(const std::string& item, const Event& event);
 
     bool isRunning_ = false;
+    Date countsFrom_ = 0;
     std::vector<std::string> hiddenIcons_;
 };
 
