@@ -25,6 +25,18 @@ protected:
     virtual void prepareSession() {}
 
     void press(const std::string& key) const { xdotool({"key", key}); }
+    /// As its button does.
+    void close() const {
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = *settings();
+        message.type = x().atom("WM_PROTOCOLS");
+        message.data.data32[0] = x().atom("WM_DELETE_WINDOW");
+        xcb_send_event(x().raw(), 0, message.window, 0, reinterpret_cast<const char*>(&message));
+        xcb_flush(x().raw());
+        ASSERT_TRUE(eventually([&] { return !settings(); }));
+    }
     /// The chain begins behind the tabs, of which the chosen one is a stop.
     void goToTab(int index) {
         const int stopsOfGeneral = 4;

@@ -110,6 +110,20 @@ TEST_F(SettingsByKeyboard, BeginsAtTheTopOfATabThatWasClicked) {
     EXPECT_TRUE(comesToBe("autoRehide", false));
 }
 
+TEST_F(SettingsByKeyboard, AreWorkedByKeysAlsoWhereTheyAreOpenedAsSoonAsTheyAreClosed) {
+    goToTab(1);
+    next();
+    ASSERT_NO_FATAL_FAILURE(close());
+    openSettings();
+    ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *settings(); }));
+    const auto window = std::to_string(*settings());
+    xdotool({"mousemove", "--window", window, "110", "35", "click", "1"});
+    ASSERT_TRUE(comesToRest());
+    next();
+    press("Down");
+    EXPECT_TRUE(comesToBe("toggleIconStyle", "ellipsis"));
+}
+
 TEST_F(SettingsByKeyboard, ClockTab) {
     goToTab(2);
     next();

@@ -8,6 +8,7 @@
 #include "linux/qt/windows/screen_changes.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPainter>
@@ -63,6 +64,7 @@ protected:
     void resizeEvent(QResizeEvent* /*event*/) override { host_.setGeometry(rect()); }
     void showEvent(QShowEvent* event) override {
         QWidget::showEvent(event);
+        takeKeyboardBack();
         if (owner_.unmovedPlace_ && !owner_.isPlaced_)
             resting_.start();
     }
@@ -89,6 +91,12 @@ protected:
     }
 
 private:
+    /// Qt notices late that a window that was hidden has lost the keyboard: shown again by then it would have
+    /// it, and its controls would not.
+    void takeKeyboardBack() {
+        if (QGuiApplication::focusWindow() == windowHandle() && !isActiveWindow())
+            QApplication::setActiveWindow(this);
+    }
     QSize fittingSize() const {
         const QSizeF size = host_.fittingSize();
         return {static_cast<int>(std::ceil(size.width())), static_cast<int>(std::ceil(size.height()))};
