@@ -31,7 +31,7 @@ bool SoakSession::optionClickToggle() {
 
 /// Once its owner sleeps, Escape is for it.
 void SoakSession::leave(const std::string& what, const std::function<bool()>& isOpen) {
-    EXPECT_TRUE(eventually(isOpen)) << what << " opens";
+    EXPECT_TRUE(eventually(isOpen)) << what << " opens, " << differences() << windows();
     EXPECT_TRUE(comesToRest(milliseconds(100)));
     xdotool({"key", "Escape"});
     EXPECT_TRUE(eventually([&] { return !isOpen(); })) << what << " closes";
@@ -76,6 +76,8 @@ bool SoakSession::clickPicture() {
     level_ = Level::hidden;
     EXPECT_TRUE(eventually([&] { return !panel(); })) << "the panel closes";
     expectClick(found->second, before);
+    // It goes on after the press that the program counts: with a release, to which the pointer moves.
+    EXPECT_TRUE(comesToRest());
     leaveMenuOf(found->second);
     return true;
 }
