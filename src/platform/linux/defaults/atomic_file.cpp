@@ -84,7 +84,9 @@ void removeLeftovers(const std::filesystem::path& target) {
 }
 
 std::error_code writeAndRename(const std::filesystem::path& target, const std::string& content) {
-    std::string scratch = target.string() + scratchMark + "XXXXXX";
+    // As many as mkostemp replaces by letters that nobody else has.
+    constexpr std::size_t replaced = 6;
+    std::string scratch = target.string() + scratchMark + std::string(replaced, 'X');
     const int descriptor = mkostemp(scratch.data(), O_CLOEXEC);
     if (descriptor < 0)
         return lastError();

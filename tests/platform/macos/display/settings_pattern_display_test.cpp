@@ -22,13 +22,19 @@ bool countFontChanges() {
     return true;
 }
 
-TEST_F(SettingsDisplayTest, LetTheirTextsBeChosenAndCutWithTheKeyboard) {
+class SettingsPatternDisplayTest : public SettingsDisplayTest {
+protected:
+    /// That of the field, which gets the keyboard. None where it does not take it.
+    NSText editorOf(const NSTextField& field) const {
+        Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window.get(), field);
+        return field.currentEditor();
+    }
+};
+
+TEST_F(SettingsPatternDisplayTest, LetTheirTextsBeChosenAndCutWithTheKeyboard) {
     runSettings([&] {
         const auto pattern = named<NSTextField>(open(2), "Pattern");
-        const bool hasKeyboard =
-            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window.get(), pattern);
-        ASSERT_TRUE(hasKeyboard);
-        const NSText editor = pattern.currentEditor();
+        const NSText editor = editorOf(pattern);
         ASSERT_TRUE(editor);
         editor.setSelectedRange({1, 0});
         EXPECT_TRUE(pressKey("a"));
@@ -41,13 +47,11 @@ TEST_F(SettingsDisplayTest, LetTheirTextsBeChosenAndCutWithTheKeyboard) {
     });
 }
 
-TEST_F(SettingsDisplayTest, UndoWhatWasTypedAndDoItAgain) {
+TEST_F(SettingsPatternDisplayTest, UndoWhatWasTypedAndDoItAgain) {
     runSettings([&] {
         const auto pattern = named<NSTextField>(open(2), "Pattern");
-        const bool hasKeyboard =
-            Message<"NSWindow", false, "makeFirstResponder:", bool, Object>::send(window.get(), pattern);
-        ASSERT_TRUE(hasKeyboard);
-        const NSText editor = pattern.currentEditor();
+        const NSText editor = editorOf(pattern);
+        ASSERT_TRUE(editor);
         Message<"NSTextView", false, "setAllowsUndo:", void, bool>::send(editor.get(), true);
         const std::string before = textFor("clockFormat");
         pressKey("z");
