@@ -11,12 +11,12 @@ namespace velmo {
 namespace {
 
 /// In the order in which they are read.
-constexpr std::array<std::pair<ModifierFlags, const char*>, 4> modifierSymbols{{
+constexpr auto modifierSymbols = std::to_array<std::pair<ModifierFlags, const char*>>({
     {modifier::control, "⌃"},
     {modifier::option, "⌥"},
     {modifier::shift, "⇧"},
     {modifier::command, "⌘"},
-}};
+});
 
 /// By virtual key code: keys that type nothing, or nothing that can be seen.
 const std::map<std::uint16_t, const char*>& keyNames() {

@@ -28,7 +28,6 @@ HotkeyManager::HotkeyManager(HotKeyService& service, RunLoop& runLoop, std::uint
 HotkeyManager::~HotkeyManager() {
     while (!registrations_.empty())
         unregisterHotkey(registrations_.begin()->first);
-    handlerRef_.reset();
 }
 
 std::optional<std::uint32_t> HotkeyManager::registerHotkey(std::uint16_t keyCode, std::uint64_t modifiers,

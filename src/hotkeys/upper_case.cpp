@@ -23,7 +23,7 @@ struct Pairs {
 };
 
 // What the standard library knows of letters depends on the process's locale; this does not.
-constexpr std::array<Run, 27> runs{{
+constexpr auto runs = std::to_array<Run>({
     // Latin
     {0x61, 0x7A, -32},
     {0xB5, 0xB5, 743},
@@ -55,9 +55,9 @@ constexpr std::array<Run, 27> runs{{
     {0x561, 0x586, -48},
     {0x10D0, 0x10FA, 3008},
     {0x10FD, 0x10FF, 3008},
-}};
+});
 
-constexpr std::array<Pairs, 19> pairs{{
+constexpr auto pairs = std::to_array<Pairs>({
     // Latin
     {0x101, 24},
     {0x133, 3},
@@ -80,7 +80,7 @@ constexpr std::array<Pairs, 19> pairs{{
     // Latin
     {0x1E01, 75},
     {0x1EA1, 48},
-}};
+});
 
 std::uint32_t capitalOf(std::uint32_t letter) {
     for (const auto& run : runs) {

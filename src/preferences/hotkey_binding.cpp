@@ -64,14 +64,18 @@ std::optional<HotkeyBinding> decodeHotkeyBinding(const Data& json) {
     const auto members = readJsonObject(std::string(json.begin(), json.end()));
     if (!members)
         return std::nullopt;
-    const auto keyCode = members->find("keyCode");
-    const auto modifiers = members->find("modifiers");
-    const auto display = members->find("display");
-    if (keyCode == members->end() || modifiers == members->end() || display == members->end())
+    const auto member = [&members](const char* name) {
+        const auto found = members->find(name);
+        return found != members->end() ? &found->second : nullptr;
+    };
+    const JsonValue* keyCode = member("keyCode");
+    const JsonValue* modifiers = member("modifiers");
+    const JsonValue* display = member("display");
+    if (keyCode == nullptr || modifiers == nullptr || display == nullptr)
         return std::nullopt;
-    const auto code = keyCode->second.asUnsigned(std::numeric_limits<std::uint16_t>::max());
-    const auto flags = modifiers->second.asUnsigned(std::numeric_limits<std::uint64_t>::max());
-    const std::string* text = display->second.asString();
+    const auto code = keyCode->asUnsigned(std::numeric_limits<std::uint16_t>::max());
+    const auto flags = modifiers->asUnsigned(std::numeric_limits<std::uint64_t>::max());
+    const std::string* text = display->asString();
     if (!code || !flags || text == nullptr)
         return std::nullopt;
     return HotkeyBinding{static_cast<std::uint16_t>(*code), *flags, *text};

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <malloc.h>
 #include <stdexcept>
 #include <string>
 
@@ -82,6 +83,9 @@ protected:
         scope_.reset();
         co_return;
     }
+
+    /// What is allocated, in bytes. 0 where the allocator does not tell.
+    static std::size_t allocated() { return mallinfo2().uordblks; }
 
     std::string log_;
     Completion<int>::Callback callback_;
@@ -324,6 +328,26 @@ TEST_F(TaskTest, LetsAnExceptionOutLikeAnyCallback) {
     EXPECT_TRUE(handle.isRunning());
     scope_.reset();
     EXPECT_EQ(log_, "~outer ");
+}
+
+TEST_F(TaskTest, EndsWithItsScopeEvenIfSomebodyStillHoldsIt) {
+    const auto handle = scope_->start(endScope());
+    loop_.runPosted();
+    EXPECT_EQ(log_, "still running ~task ");
+    EXPECT_FALSE(handle.isRunning());
+}
+
+TEST_F(TaskTest, HoldsNothingOfTasksThatAreOver) {
+    const auto run = [this] {
+        scope_->start(hold(give(3)));
+        loop_.runPosted();
+        log_.clear();
+    };
+    run();
+    const auto before = allocated();
+    for (int i = 0; i < 1000; ++i)
+        run();
+    EXPECT_LE(allocated(), before + 1000);
 }
 
 TEST_F(TaskTest, ForgetsTasksThatAreOver) {

@@ -78,6 +78,12 @@ TEST_F(CalendarPopover, IsEmptyWhereTheCalendarDoesNotKnowTheMonth) {
     EXPECT_TRUE(body().children.at(dayGrid).children.empty());
 }
 
+TEST_F(CalendarPopover, IsEmptyWhereTheCalendarDoesNotKnowHowManyDaysTheMonthHas) {
+    open(dateOf(2025, 7, 5));
+    dates_.calendar().setCountsNoDays(true);
+    EXPECT_TRUE(view_->days().empty());
+}
+
 TEST_F(CalendarPopover, TurnsThePages) {
     open(dateOf(2025, 1, 31));
     next();

@@ -20,6 +20,15 @@ TEST_F(ClockTest, IsThereFromTheStartWhereItIsEnabled) {
     EXPECT_EQ(title(), "13:04");
 }
 
+TEST_F(ClockTest, HasItsNameBeforeItIsShown) {
+    std::vector<std::string> journal;
+    desktop_.statusBar().setJournal(&journal);
+    start();
+    EXPECT_EQ(journal, (std::vector<std::string>{": name Velmo.Clock", "Velmo.Clock: visible",
+                                                 "Velmo.Clock: title 13:04"}))
+        << "A system may keep a place and whether it is shown by that name.";
+}
+
 TEST_F(ClockTest, IsShownEvenWhereTheSystemRemembersItHidden) {
     desktop_.statusBar().setHidesNewItems(true);
     start();

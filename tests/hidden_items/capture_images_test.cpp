@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 namespace velmo {
@@ -63,6 +64,7 @@ TEST_F(CaptureImages, GivesPicturesTheSizeOfTheirItem) {
     EXPECT_EQ(bitmap(1).width, 21);
     EXPECT_EQ(bitmap(1).height, 44);
     EXPECT_EQ(bitmap(1).size, (Size{10.5, 22}));
+    EXPECT_FALSE(images_->at(1).isTemplate) << "Its own colours are what it is known by.";
 }
 
 TEST_F(CaptureImages, CountsInPixels) {
@@ -80,11 +82,18 @@ TEST_F(CaptureImages, MeasuresBoundsThatAreUpsideDown) {
     EXPECT_EQ(configuration({-24, -22}, 1), (CaptureConfiguration{24, 22, false}));
 }
 
+TEST_F(CaptureImages, KnowsSizesUpToTheEndsOfAllNumbers) {
+    const double largest = std::nextafter(std::ldexp(1.0, 63), 0.0);
+    EXPECT_EQ(configuration({largest, 22}, 1), (CaptureConfiguration{9223372036854774784, 22, false}));
+    EXPECT_EQ(configuration({std::ldexp(1.0, 63), 22}, -1), (CaptureConfiguration{1, 1, false}));
+}
+
 TEST_F(CaptureImages, EndsTheProgramForSizesBeyondAllNumbers) {
     const double infinity = std::numeric_limits<double>::infinity();
     EXPECT_DEATH(configuration({infinity, 22}, 1), "");
     EXPECT_DEATH(configuration({24, std::numeric_limits<double>::quiet_NaN()}, 1), "");
-    EXPECT_DEATH(configuration({9.3e18, 22}, 1), "");
+    EXPECT_DEATH(configuration({std::ldexp(1.0, 63), 22}, 1), "");
+    EXPECT_DEATH(configuration({std::ldexp(1.0, 63), 22}, std::nextafter(-1.0, -2.0)), "");
 }
 
 TEST_F(CaptureImages, TakesAllPicturesSideBySideInAnyOrder) {

@@ -181,6 +181,8 @@ TEST_F(PanelController, TellsTheClickWhosePressClosedIt) {
     EXPECT_FALSE(isClosedBy(8)) << "in the same window";
     show();
     EXPECT_FALSE(isClosedBy(7)) << "shown since";
+    for (const std::int64_t number : {-1, 0, 1})
+        EXPECT_FALSE(isClosedBy(number)) << "closed by none";
     press(0);
     EXPECT_FALSE(isClosedBy(0)) << "not on an item";
 }

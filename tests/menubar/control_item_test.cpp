@@ -10,6 +10,8 @@ namespace {
 
 class ControlItemTest : public testing::Test {
 protected:
+    using Journal = std::vector<std::string>;
+
     std::unique_ptr<ControlItem> make(ControlItem::Kind kind) {
         auto item = std::make_unique<ControlItem>(kind, "Test.Item", desktop_.platform());
         item->onClick = [this](const Event& event) { clicks_.push_back(event); };
@@ -48,6 +50,15 @@ TEST_F(ControlItemTest, IsVisibleEvenWhereTheSystemRemembersItOtherwise) {
     EXPECT_TRUE(statusItem().isVisible());
 }
 
+TEST_F(ControlItemTest, HasItsNameBeforeItIsShown) {
+    Journal journal;
+    desktop_.statusBar().setJournal(&journal);
+    const auto item = make(ControlItem::Kind::divider);
+    EXPECT_EQ(journal, (Journal{": name Test.Item", "Test.Item: visible", "Test.Item: length 12",
+                                "Test.Item: no image", "Test.Item: enabled"}))
+        << "A system may keep a place and whether it is shown by that name.";
+}
+
 TEST_F(ControlItemTest, AsksForTheReleaseOfEitherButton) {
     const auto item = make(ControlItem::Kind::toggle);
     EXPECT_EQ(statusItem().button()->actionMask(), 20U);
@@ -71,6 +82,20 @@ TEST_F(Divider, HidesByItsLengthAndComesBack) {
     EXPECT_EQ(statusItem().length(), 12);
     EXPECT_EQ(statusItem().button()->image(), dividerImage());
     EXPECT_TRUE(statusItem().button()->isEnabled());
+}
+
+TEST_F(Divider, IsEmptyBeforeItIsLongAndShortBeforeItShows) {
+    const auto item = make(ControlItem::Kind::divider);
+    Journal journal;
+    desktop_.statusBar().setJournal(&journal);
+    item->image = dividerImage();
+    item->isExpanded = true;
+    item->update();
+    EXPECT_EQ(journal, (Journal{"Test.Item: no image", "Test.Item: disabled", "Test.Item: length 10000"}));
+    journal.clear();
+    item->isExpanded = false;
+    item->update();
+    EXPECT_EQ(journal, (Journal{"Test.Item: length 12", "Test.Item: image", "Test.Item: enabled"}));
 }
 
 TEST_F(Divider, ShowsNothingNewBeforeItIsUpdated) {

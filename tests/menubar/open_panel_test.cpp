@@ -16,6 +16,15 @@ protected:
     const Names all_{"h1", "h2", "a1", "a2", "a3", "Velmo Settings"};
 };
 
+/// The system gives the items no buttons, and so no place that is known.
+class OpenPanelWithoutButtons : public PanelTest {
+protected:
+    OpenPanelWithoutButtons() {
+        desktop_.statusBar().setRefusesButtons(true);
+        start();
+    }
+};
+
 TEST_F(OpenPanel, RevealsPicturesAndHidesWhereNothingIsKnown) {
     manager_->togglePanel();
     EXPECT_EQ(level(), RevealLevel::none) << "It begins in a later turn.";
@@ -329,6 +338,26 @@ TEST_F(OpenPanel, IsOpenedByHoveringButNotClosed) {
     desktop_.movePointer({frame.midX(), frame.midY()});
     desktop_.advance(1);
     EXPECT_TRUE(isPanelVisible());
+}
+
+TEST_F(OpenPanelWithoutButtons, StaysClosedAsThereIsNothingToHangFrom) {
+    ASSERT_TRUE(desktop_.screens().main());
+    manager_->togglePanel();
+    desktop_.advance(3);
+    EXPECT_FALSE(isPanelVisible());
+    EXPECT_TRUE(desktop_.windows().panels().empty());
+}
+
+TEST_F(OpenPanel, OpensOnTheScreenOfTheToggleAndNotWhereTheUserWorks) {
+    const Rect second{1440, 0, 1440, 900};
+    desktop_.screens().set(
+        {SimulatedScreens::withMenuBar({0, 0, 1440, 900}), SimulatedScreens::withMenuBar(second)});
+    desktop_.screens().setMain(1);
+    takeSnapshot();
+    manager_->togglePanel();
+    desktop_.advance(3);
+    ASSERT_TRUE(isPanelVisible());
+    EXPECT_LE(desktop_.windows().visiblePanel()->frame().maxX(), second.x);
 }
 
 TEST_F(OpenPanel, ClosesOnEscapeAndHidesNothing) {

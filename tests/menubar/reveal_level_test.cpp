@@ -43,6 +43,18 @@ TEST_F(Reveal, HidesEverythingAgain) {
     EXPECT_EQ(button(toggle).image(), toggleImage(false, ToggleIconStyle::chevron));
 }
 
+TEST_F(Reveal, MovesIconsBeforeTheToggleTellsOfIt) {
+    start();
+    std::vector<std::string> journal;
+    desktop_.statusBar().setJournal(&journal);
+    clickToggle();
+    EXPECT_EQ(journal, (std::vector<std::string>{
+                           "Velmo.Divider: length 12", "Velmo.Divider: image", "Velmo.Divider: enabled",
+                           "Velmo.AlwaysHiddenDivider: no image", "Velmo.AlwaysHiddenDivider: disabled",
+                           "Velmo.AlwaysHiddenDivider: length 10000", "Velmo.Toggle: image",
+                           "Velmo.Toggle: enabled"}));
+}
+
 TEST_F(Reveal, KeepsTheTogglesLengthVariable) {
     start();
     for (const auto wanted : {RevealLevel::hidden, RevealLevel::all, RevealLevel::none}) {

@@ -14,6 +14,15 @@ protected:
     }
 };
 
+/// The system gives the items no buttons, and so no place that is known.
+class SnapshotsWithoutButtons : public PanelTest {
+protected:
+    SnapshotsWithoutButtons() {
+        desktop_.statusBar().setRefusesButtons(true);
+        start();
+    }
+};
+
 TEST_F(Snapshots, BeginEmpty) {
     EXPECT_EQ(manager_->snapshot().date, distantPast);
     EXPECT_TRUE(hiddenNames().empty());
@@ -192,6 +201,14 @@ TEST_F(Snapshots, AreSkippedWithoutAScreen) {
     desktop_.advance(0.4);
     EXPECT_EQ(manager_->snapshot().date, before);
     EXPECT_EQ(hiddenNames(), (Names{"h1", "h2"}));
+}
+
+TEST_F(SnapshotsWithoutButtons, AreNotTakenAsNobodyKnowsWhereTheSectionsMeet) {
+    ASSERT_TRUE(desktop_.screens().main());
+    manager_->toggleHidden();
+    desktop_.advance(1);
+    EXPECT_EQ(level(), RevealLevel::hidden);
+    EXPECT_EQ(manager_->snapshot().date, distantPast);
 }
 
 TEST_F(Snapshots, AreCancelledAnInstantBeforeTheyAreTaken) {

@@ -46,6 +46,7 @@ TEST(HotkeyBinding, EscapesWhatMustNotStandInAString) {
     EXPECT_EQ(encoded({0, 0, std::string("\"\\/\b\f\n\r\t\x01\x1f\x7f\0", 12)}),
               "{\"keyCode\":0,\"modifiers\":0,\"display\":\""
               "\\\"\\\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f\x7f\\u0000\"}");
+    EXPECT_EQ(encoded({49, 0, "a b"}), R"({"keyCode":49,"modifiers":0,"display":"a b"})");
 }
 
 TEST(HotkeyBinding, CannotBeWrittenWithATextThatIsNotUtf8) {

@@ -67,7 +67,7 @@ std::optional<DateInterval> SimulatedCalendar::dateInterval(CalendarUnit unit, D
 }
 
 std::optional<int> SimulatedCalendar::dayCount(CalendarUnit in, Date date) const {
-    if (knowsNothing_)
+    if (knowsNothing_ || countsNoDays_)
         return std::nullopt;
     const auto day = civil(date + secondsFromUtc_);
     return static_cast<int>((firstAfter(in, day) - firstOf(in, day)).count());

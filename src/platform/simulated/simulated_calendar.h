@@ -25,11 +25,14 @@ public:
     Seconds secondsFromUtc() const { return secondsFromUtc_; }
     /// From now on the calendar cannot tell anything that may be absent.
     void setKnowsNothing(bool knowsNothing) { knowsNothing_ = knowsNothing; }
+    /// The same of how many days there are.
+    void setCountsNoDays(bool countsNoDays) { countsNoDays_ = countsNoDays; }
 
 private:
     int firstWeekday_ = 1;
     Seconds secondsFromUtc_ = 0;
     bool knowsNothing_ = false;
+    bool countsNoDays_ = false;
 };
 
 }  // namespace velmo

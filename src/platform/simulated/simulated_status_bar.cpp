@@ -147,6 +147,11 @@ StatusItemSlot& SimulatedStatusBar::slotOf(const SimulatedStatusItem& item) {
                           [&item](const auto& slot) { return slot->own == &item; });
 }
 
+void SimulatedStatusBar::note(const SimulatedStatusItem& item, const std::string& request) const {
+    if (journal_ != nullptr)
+        journal_->push_back(item.autosaveName() + ": " + request);
+}
+
 void SimulatedStatusBar::rename(SimulatedStatusItem& item, const std::string& name) {
     StatusItemSlot& slot = slotOf(item);
     if (slot.identity == name)

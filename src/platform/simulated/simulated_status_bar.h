@@ -36,6 +36,9 @@ public:
     /// Items made from now on begin invisible, as where a system remembers that they were.
     void setHidesNewItems(bool hides) { hidesNewItems_ = hides; }
     void setRefusesTrackingAreas(bool refuses) { refusesTrackingAreas_ = refuses; }
+    /// From now on whatever is asked of the own items is added, in order, as "Velmo.Divider: length 12". Null
+    /// ends that.
+    void setJournal(std::vector<std::string>* journal) { journal_ = journal; }
 
     /// The program's own item of that autosave name. Null where there is none.
     SimulatedStatusItem* item(std::string_view autosaveName);
@@ -80,6 +83,7 @@ private:
     struct Area;
     class AreaToken;
 
+    void note(const SimulatedStatusItem& item, const std::string& request) const;
     StatusItemSlot* find(std::string_view identity);
     StatusItemSlot& slotOf(const SimulatedStatusItem& item);
     void rename(SimulatedStatusItem& item, const std::string& name);
@@ -100,6 +104,7 @@ private:
     bool refusesButtons_ = false;
     bool refusesTrackingAreas_ = false;
     bool hidesNewItems_ = false;
+    std::vector<std::string>* journal_ = nullptr;
     StatusItemOrder order_;
     std::vector<std::unique_ptr<StatusItemSlot>> slots_;
     /// Right to left.

@@ -6,16 +6,23 @@
 namespace velmo {
 
 void SimulatedStatusBarButton::setImage(const std::optional<Image>& image) {
+    statusBar_.note(item_, image ? "image" : "no image");
     image_ = image;
     if (item_.length() == StatusItem::variableLength)
         statusBar_.changed();
 }
 
 void SimulatedStatusBarButton::setTitle(const std::string& title) {
+    statusBar_.note(item_, "title " + title);
     title_ = title;
     ++titleWrites_;
     if (item_.length() == StatusItem::variableLength)
         statusBar_.changed();
+}
+
+void SimulatedStatusBarButton::setEnabled(bool enabled) {
+    statusBar_.note(item_, enabled ? "enabled" : "disabled");
+    enabled_ = enabled;
 }
 
 Size SimulatedStatusBarButton::size() const {

@@ -18,7 +18,7 @@ public:
     void setImage(const std::optional<Image>& image) override;
     void setTitle(const std::string& title) override;
     void setFont(const Font& font) override { font_ = font; }
-    void setEnabled(bool enabled) override { enabled_ = enabled; }
+    void setEnabled(bool enabled) override;
     void setToolTip(const std::string& text) override { toolTip_ = text; }
     void setAction(std::function<void()> action) override { action_ = std::move(action); }
     void sendActionOn(EventMask mask) override { actionMask_ = mask; }

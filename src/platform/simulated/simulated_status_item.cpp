@@ -2,6 +2,8 @@
 
 #include "simulated/simulated_status_bar.h"
 
+#include <cmath>
+
 namespace velmo {
 
 namespace {
@@ -28,10 +30,12 @@ SimulatedStatusItem::SimulatedStatusItem(SimulatedStatusBar& statusBar, double l
       button_(hasButton ? std::make_unique<SimulatedStatusBarButton>(statusBar, *this) : nullptr) {}
 
 SimulatedStatusItem::~SimulatedStatusItem() {
+    statusBar_.note(*this, "gone");
     statusBar_.remove(*this);
 }
 
 void SimulatedStatusItem::setLength(double length) {
+    statusBar_.note(*this, "length " + std::to_string(std::lround(length)));
     if (length_ == length)
         return;
     length_ = length;
@@ -39,11 +43,13 @@ void SimulatedStatusItem::setLength(double length) {
 }
 
 void SimulatedStatusItem::setAutosaveName(const std::string& name) {
+    statusBar_.note(*this, "name " + name);
     autosaveName_ = name;
     statusBar_.rename(*this, name);
 }
 
 void SimulatedStatusItem::setVisible(bool visible) {
+    statusBar_.note(*this, visible ? "visible" : "invisible");
     if (visible_ == visible)
         return;
     // What it leaves behind is the place where it was last.
