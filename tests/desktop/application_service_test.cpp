@@ -51,6 +51,17 @@ public:
         std::array<char, SD_ID128_STRING_MAX> text{};
         return address + ",guid=" + sd_id128_to_string(identity, text.data());
     }
+    /// By what the bus calls the connection that has the name.
+    std::string ownerOf(const char* name) {
+        sd_bus_message* answer = nullptr;
+        const char* owner = "";
+        if (sd_bus_call_method(bus_, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                               "GetNameOwner", nullptr, &answer, "s", name) >= 0)
+            sd_bus_message_read(answer, "s", &owner);
+        const std::string copy = owner;
+        sd_bus_message_unref(answer);
+        return copy;
+    }
     std::string activate() { return call("Activate", "a{sv}", 0); }
     std::string action(const char* word) { return call("ActivateAction", "sava{sv}", word, 0, 0); }
 
@@ -184,6 +195,30 @@ TEST_F(ApplicationService, WhatIsNoActionDoesNothing) {
               SD_BUS_ERROR_UNKNOWN_OBJECT);
     EXPECT_TRUE(stays([&] { return dividerIsExpanded() && !settings(); }, milliseconds(500)));
     EXPECT_EQ(velmo().wait(milliseconds(0)), std::nullopt);
+}
+
+/// Filters of the bus let through what is sent to the connection itself where they let one of its names be
+/// spoken to, such as that with which icons are registered.
+TEST_F(ApplicationService, ObeysWhoSpeaksToItsNameAndNobodyElse) {
+    startVelmoOnBus();
+    ASSERT_TRUE(eventually([&] { return dividerIsExpanded(); }));
+    const std::string number = launcher_->ownerOf(velmoName);
+    ASSERT_TRUE(number.starts_with(':'));
+    for (const std::string& other : {number, std::string("org.kde.StatusNotifierWatcher")}) {
+        ASSERT_EQ(launcher_->ownerOf(other.c_str()), number);
+        const auto call = [&](const char* member, const char* signature, auto... values) {
+            return launcher_->callAt(other.c_str(), velmoPath, applicationInterface, member, signature,
+                                     values...);
+        };
+        EXPECT_EQ(call("Activate", "a{sv}", 0), SD_BUS_ERROR_ACCESS_DENIED);
+        EXPECT_EQ(call("Open", "asa{sv}", 1, "file:///etc/passwd", 0), SD_BUS_ERROR_ACCESS_DENIED);
+        for (const char* word : {"toggle", "toggle-all", "settings", "panel", "quit"})
+            EXPECT_EQ(call("ActivateAction", "sava{sv}", word, 0, 0), SD_BUS_ERROR_ACCESS_DENIED) << word;
+    }
+    EXPECT_TRUE(stays([&] { return dividerIsExpanded() && !settings(); }, milliseconds(700)));
+    EXPECT_EQ(velmo().wait(milliseconds(0)), std::nullopt);
+    EXPECT_EQ(launcher_->activate(), "");
+    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
 }
 
 TEST_F(ApplicationService, HasTheNameOnABusThatComesAnew) {

@@ -2,6 +2,7 @@
 
 #include "linux/application/program_arguments.h"
 
+#include <string_view>
 #include <utility>
 
 namespace velmo::dbus {
@@ -13,6 +14,17 @@ constexpr const char* applicationPath = "/org/velmo/Velmo";
 constexpr const char* applicationInterface = "org.freedesktop.Application";
 /// Of the bus: we wait for the name where it is taken, and let nobody take it from us.
 constexpr std::uint32_t waitForName = 0;
+
+/// A filter of the bus that lets a program speak to one name of a connection lets it send anything to the
+/// connection itself. This connection has other names, to which every program with an icon may speak.
+bool isSentToName(sd_bus_message* message) {
+    const char* destination = sd_bus_message_get_destination(message);
+    return destination && std::string_view(destination) == applicationName;
+}
+
+int refuse(sd_bus_error* error) {
+    return sd_bus_error_setf(error, SD_BUS_ERROR_ACCESS_DENIED, "to be asked of %s", applicationName);
+}
 
 }  // namespace
 
@@ -46,7 +58,9 @@ void ApplicationService::claimName() {
         });
 }
 
-int ApplicationService::activate(sd_bus_message* message, void* context, sd_bus_error* /*error*/) {
+int ApplicationService::activate(sd_bus_message* message, void* context, sd_bus_error* error) {
+    if (!isSentToName(message))
+        return refuse(error);
     auto& self = *static_cast<ApplicationService*>(context);
     const int replied = sd_bus_reply_method_return(message, "");
     if (!std::exchange(self.isStarting_, false))
@@ -55,6 +69,8 @@ int ApplicationService::activate(sd_bus_message* message, void* context, sd_bus_
 }
 
 int ApplicationService::activateAction(sd_bus_message* message, void* context, sd_bus_error* error) {
+    if (!isSentToName(message))
+        return refuse(error);
     auto& self = *static_cast<ApplicationService*>(context);
     const char* action = nullptr;
     if (sd_bus_message_read(message, "s", &action) < 0 ||

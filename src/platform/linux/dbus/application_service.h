@@ -10,6 +10,7 @@
 namespace velmo::dbus {
 
 /// The program as launchers know it: by a name on the session's bus, which starts it where it does not run.
+/// Whoever speaks to the connection by another of its names, or by its number, is refused.
 /// Where the name is taken, by the Velmo of another display, we get it when that one ends.
 class ApplicationService {
 public:
