@@ -41,6 +41,10 @@ TEST_F(ClockTabTest, SwitchesTheClock) {
     expectToggle("Show a clock and calendar in the menu bar", preferences_->clockEnabled);
 }
 
+TEST_F(ClockTabTest, LooksAtTheTimeEachSecondAndNotLater) {
+    EXPECT_EQ(desktop_.runLoop().tolerances(), (std::vector<Seconds>{0, 0})) << "with that of permissions";
+}
+
 TEST_F(ClockTabTest, HasItsRowsInTheirOrder) {
     ASSERT_EQ(rows(1).size(), 4U);
     EXPECT_TRUE(says(rows(1)[0], "Preset"));
