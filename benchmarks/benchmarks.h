@@ -4,9 +4,12 @@
 
 namespace velmo::desktop {
 
+/// Of items, in what is measured of several.
+constexpr int itemCounts[] = {10, 50, 200};
+
 // Each is a name that script/bench knows.
 
-/// From the start of a host to its first item in its place.
+/// From the start of a host until its items are in their places.
 void measureStarts(Report& report);
 /// At rest, with 10, 50 and 200 items.
 void measureMemory(Report& report);

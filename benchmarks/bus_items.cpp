@@ -46,19 +46,23 @@ void BusItems::awaitRequests() {
             std::chrono::milliseconds(5));
 }
 
-void BusItems::addToNewHost() {
-    if (count_ == 0)
-        makeItem(0);
+void BusItems::addToNewHost(int count) {
+    for (; count_ < count; ++count_)
+        makeItem(count_);
+    addFirstToNewHost();
+    for (int number = 1; number < count; ++number)
+        program_.registerItem(pathOf(number));
+}
+
+void BusItems::addFirstToNewHost() {
     const int before = pictureRequests();
     constexpr double patience = 20;
     for (int attempt = 0; attempt < 100; ++attempt) {
         program_.registerItem(pathOf(0));
         const auto begin = Clock::now();
         while (millisecondsSince(begin) < patience) {
-            if (pictureRequests() > before) {
-                count_ = std::max(count_, 1);
+            if (pictureRequests() > before)
                 return;
-            }
             std::this_thread::sleep_for(std::chrono::microseconds(100));
         }
     }

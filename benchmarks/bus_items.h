@@ -21,8 +21,8 @@ public:
     void addUpTo(int count);
     /// Returns once the host has asked for the pictures of all that were added.
     void awaitRequests();
-    /// Hands over the first one, to a host that has just come, and again until it asks for it.
-    void addToNewHost();
+    /// Hands over so many, to a host that has just come: the first one again until it asks for it.
+    void addToNewHost(int count = 1);
     /// From now on the program sleeps, and answers nobody.
     void rest() { program_.pause(); }
 
@@ -31,6 +31,7 @@ public:
 
 private:
     void makeItem(int number);
+    void addFirstToNewHost();
     int pictureRequests() const;
 
     BusProgram program_;

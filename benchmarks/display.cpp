@@ -101,10 +101,9 @@ bool Display::isDocked(xcb_window_t window) const {
     return x().parent(window) != x().root() && x().isViewable(window);
 }
 
-xcb_window_t Display::dockAndWait(int number) {
+xcb_window_t Display::awaitDocked(int number, xcb_window_t window) {
     constexpr double patience = 2000;
     for (int attempt = 0; attempt < 5; ++attempt) {
-        const auto window = dock(number);
         const auto begin = Clock::now();
         while (millisecondsSince(begin) < patience) {
             if (isDocked(window))
@@ -112,8 +111,23 @@ xcb_window_t Display::dockAndWait(int number) {
             std::this_thread::sleep_for(std::chrono::microseconds(100));
         }
         xcb_destroy_window(x().raw(), window);
+        window = dock(number);
     }
     throw std::runtime_error("no icon can be docked");
+}
+
+xcb_window_t Display::dockAndWait(int number) {
+    return awaitDocked(number, dock(number));
+}
+
+std::vector<xcb_window_t> Display::dockAllAndWait(int count) {
+    std::vector<xcb_window_t> windows;
+    for (int number = 0; number < count; ++number)
+        windows.push_back(dock(number));
+    for (int number = 0; number < count; ++number)
+        windows[static_cast<std::size_t>(number)] =
+            awaitDocked(number, windows[static_cast<std::size_t>(number)]);
+    return windows;
 }
 
 void Display::writeDefaults(nlohmann::json values) const {

@@ -15,6 +15,9 @@ namespace velmo::desktop {
 /// A usual screen, and one that has room for many items.
 constexpr const char* usualScreen = "1920x1080x24";
 constexpr const char* wideScreen = "7680x1080x24";
+constexpr int wideScreenWidth = 7680;
+/// Room for as many of both kinds.
+constexpr const char* twiceAsWideScreen = "15360x1080x24";
 
 /// How an item comes: as a window, or on the session's bus.
 enum class Kind { tray, bus };
@@ -47,6 +50,8 @@ public:
     /// The same, and returns once it is in its place. One that a host has lost is handed over anew after two
     /// seconds.
     xcb_window_t dockAndWait(int number);
+    /// The same of the first ones, all at once.
+    std::vector<xcb_window_t> dockAllAndWait(int count);
     /// For programs that start afterwards; keys as in Velmo's defaults file. Not its first launch, which
     /// opens the settings.
     void writeDefaults(nlohmann::json values) const;
@@ -56,6 +61,8 @@ public:
     int squares() const;
 
 private:
+    xcb_window_t awaitDocked(int number, xcb_window_t window);
+
     std::filesystem::path home_;
     Environment environment_;
     std::optional<PrivateBus> bus_;

@@ -15,7 +15,6 @@ namespace velmo::desktop {
 namespace {
 
 constexpr int memoryRounds = 3;
-constexpr int counts[] = {10, 50, 200};
 constexpr auto memorySettlingTime = std::chrono::seconds(2);
 
 /// Megabytes by host and number of items.
@@ -29,13 +28,13 @@ void measureRound(Report& report, Kind kind, Memories& memories) {
             continue;
         auto started = withPatience(report, host, [&] {
             auto begun = std::make_unique<RunningHost>(host, Setup{}, wideScreen);
-            begun->fill(kind, counts[0]);
+            begun->fill(kind, itemCounts[0]);
             return begun;
         });
         if (started)
             running.push_back(std::move(*started));
     }
-    for (const int count : counts) {
+    for (const int count : itemCounts) {
         std::erase_if(running, [&](const auto& host) {
             const auto filled = withPatience(report, host->host(), [&] {
                 host->fill(kind, count);
@@ -57,7 +56,7 @@ void measureMemory(Report& report) {
         Memories memories;
         for (int round = 0; round < memoryRounds; ++round)
             measureRound(report, kind, memories);
-        for (const int count : counts) {
+        for (const int count : itemCounts) {
             const auto& ours = memories.at({hostNamed("Velmo"), count});
             for (const auto& host : installedHosts()) {
                 const auto& theirs = memories[{&host, count}];

@@ -14,23 +14,25 @@ namespace velmo::desktop {
 namespace {
 
 constexpr int minutes = 3;
-constexpr int itemsOfAKind = 10;
 constexpr auto restSettlingTime = std::chrono::seconds(5);
 
 /// With items of all kinds that it takes, and with a clock or without.
 struct RestingHost {
     std::unique_ptr<RunningHost> running;
     bool clock;
+    /// Of each kind.
+    int items;
     /// Of each minute.
     std::vector<double> wakeups = {};
     std::vector<double> milliseconds = {};
 };
 
-RestingHost begin(const Host& host, bool clock) {
-    RestingHost resting{std::make_unique<RunningHost>(host, Setup{.clock = clock}), clock};
-    resting.running->fillTray(itemsOfAKind);
+RestingHost begin(const Host& host, bool clock, int items) {
+    RestingHost resting{std::make_unique<RunningHost>(host, Setup{.clock = clock}, twiceAsWideScreen), clock,
+                        items};
+    resting.running->fillTray(items);
     if (host.takesBusItems) {
-        resting.running->fillBus(itemsOfAKind);
+        resting.running->fillBus(items);
         resting.running->letBusItemsRest();
     }
     return resting;
@@ -57,11 +59,13 @@ void passAMinute(std::vector<RestingHost>& hosts) {
 void measureRest(Report& report) {
     std::vector<RestingHost> hosts;
     for (const bool clock : {false, true}) {
-        for (const auto& host : installedHosts()) {
-            if (clock && !host.hasClock)
-                continue;
-            if (auto begun = withPatience(report, host, [&] { return begin(host, clock); }))
-                hosts.push_back(std::move(*begun));
+        for (const int items : itemCounts) {
+            for (const auto& host : installedHosts()) {
+                if (clock && !host.hasClock)
+                    continue;
+                if (auto begun = withPatience(report, host, [&] { return begin(host, clock, items); }))
+                    hosts.push_back(std::move(*begun));
+            }
         }
     }
     std::this_thread::sleep_for(restSettlingTime);
@@ -70,14 +74,22 @@ void measureRest(Report& report) {
     for (auto& host : hosts) {
         const std::string what = host.clock ? "clock" : "rest";
         const auto& name = host.running->host().name;
-        report.add({.part = "rest", .what = what + ", wakeups", .host = name, .unit = "a minute"},
-                   host.wakeups);
+        const auto add = [&](const char* figure, const char* unit, const std::vector<double>& values) {
+            report.add({.part = "rest",
+                        .what = what + ", " + figure,
+                        .host = name,
+                        .kind = "both",
+                        .items = host.items,
+                        .unit = unit},
+                       values);
+        };
+        add("wakeups", "a minute", host.wakeups);
         for (auto& time : host.milliseconds)
             time *= 60;
-        report.add({.part = "rest", .what = what + ", processor", .host = name, .unit = "ms an hour"},
-                   host.milliseconds);
+        add("processor", "ms an hour", host.milliseconds);
         if (!host.clock && host.running->host().isVelmo())
-            report.promise("our wakeups a minute", spreadOf(host.wakeups).highest, 0);
+            report.promise("our wakeups a minute with " + std::to_string(host.items) + " items of each kind",
+                           spreadOf(host.wakeups).highest, 0);
     }
 }
 

@@ -16,11 +16,12 @@ namespace velmo::desktop {
 namespace {
 
 constexpr int windowRounds = 3;
-constexpr int hiddenIcons = 10;
 constexpr int middleOfBar = 13;
 constexpr int rightButton = 3;
 /// Where something at the right edge of the screen is seen.
-constexpr int rightmost = 1905;
+constexpr int rightmost = wideScreenWidth - 15;
+/// Where the bar of a peer shows no item.
+constexpr int blank = wideScreenWidth - 500;
 /// After what is drawn once a window is there, and before memory is read.
 constexpr auto windowSettlingTime = std::chrono::milliseconds(500);
 
@@ -84,7 +85,7 @@ void openThoseOfVelmo(RunningHost& host) {
 }
 
 void openThoseOfXfce(RunningHost& host) {
-    openBelow(host, 960, rightButton);
+    openBelow(host, blank, rightButton);
     press(host, "Escape");
     openBelow(host, 12, 1);
     press(host, "Escape");
@@ -97,10 +98,10 @@ void openThoseOfXfce(RunningHost& host) {
 }
 
 void openThoseOfLxqt(RunningHost& host) {
-    constexpr int clock = 1895;
+    constexpr int clock = wideScreenWidth - 25;
     openBelow(host, clock, 1);
     press(host, "Escape");
-    openBelow(host, 960, rightButton);
+    openBelow(host, blank, rightButton);
     press(host, "Down");
     press(host, "Return");
     awaitWindow(host, "Configure Panel");
@@ -126,11 +127,12 @@ struct Memory {
     double after = 0;
 };
 
-Memory measureOpened(const Host& host, const Windows& windows) {
+Memory measureOpened(const Host& host, const Windows& windows, Kind kind, int items) {
+    const int hidden = host.isVelmo() ? items : 0;
     const Setup setup = {
-        .hiddenItems = hiddenIcons, .clock = true, .defaults = {{"clickAction", "showPanel"}}};
-    RunningHost running(host, setup);
-    running.fillTray(hiddenIcons);
+        .hiddenItems = hidden, .kind = kind, .clock = true, .defaults = {{"clickAction", "showPanel"}}};
+    RunningHost running(host, setup, wideScreen);
+    running.fill(kind, items, hidden);
     const auto megabytes = [&] { return static_cast<double>(memoryOf(running.process())) / 1024; };
     settle();
     const double before = megabytes();
@@ -139,34 +141,44 @@ Memory measureOpened(const Host& host, const Windows& windows) {
     return {before, megabytes()};
 }
 
+void measureWindows(Report& report, const Host& host, const Windows& windows, Kind kind, int items) {
+    std::vector<double> before;
+    std::vector<double> after;
+    for (int round = 0; round < windowRounds; ++round) {
+        const auto memory =
+            withPatience(report, host, [&] { return measureOpened(host, windows, kind, items); });
+        if (!memory)
+            return;
+        before.push_back(memory->before);
+        after.push_back(memory->after);
+    }
+    const auto add = [&](const char* what, const std::vector<double>& values) {
+        report.add({.part = "windows",
+                    .what = what,
+                    .host = host.name,
+                    .kind = nameOf(kind),
+                    .items = items,
+                    .unit = "MB"},
+                   values);
+    };
+    add("before", before);
+    add("all opened once", after);
+}
+
 }  // namespace
 
 void measureWindows(Report& report) {
     for (const auto& windows : all) {
-        const auto* host = hostNamed(windows.host);
-        if (!host)
-            continue;
-        std::vector<double> before;
-        std::vector<double> after;
-        for (int round = 0; round < windowRounds; ++round) {
-            if (const auto memory =
-                    withPatience(report, *host, [&] { return measureOpened(*host, windows); })) {
-                before.push_back(memory->before);
-                after.push_back(memory->after);
+        if (const auto* host = hostNamed(windows.host))
+            report.note(host->name + " opened " + windows.names);
+    }
+    for (const auto kind : {Kind::tray, Kind::bus}) {
+        for (const int items : itemCounts) {
+            for (const auto& windows : all) {
+                if (const auto* host = hostNamed(windows.host))
+                    measureWindows(report, *host, windows, kind, items);
             }
         }
-        report.note(host->name + " opened " + windows.names);
-        const auto add = [&](const char* what, const std::vector<double>& values) {
-            report.add({.part = "windows",
-                        .what = what,
-                        .host = host->name,
-                        .kind = nameOf(Kind::tray),
-                        .items = hiddenIcons,
-                        .unit = "MB"},
-                       values);
-        };
-        add("before", before);
-        add("all opened once", after);
     }
 }
 
