@@ -27,7 +27,7 @@ const std::vector<SoakSession::Action>& SoakSession::actions() {
         {"an icon is dragged", 10, &SoakSession::dragIcon},
         {"an icon is dragged far to the left", 5, &SoakSession::hideIcon},
         {"a drag is given up", 2, &SoakSession::giveUpDrag},
-        {"a second monitor comes", 3, &SoakSession::addMonitor},
+        {"a second monitor comes", 3, &SoakSession::addSecondMonitor},
         {"the second monitor goes", 3, &SoakSession::removeMonitors},
         {"half of the screen is left", 2, &SoakSession::leaveHalfTheScreen},
         {"the resolution changes", 2, &SoakSession::changeResolution},

@@ -204,7 +204,7 @@ void SoakSession::expectClockOfZone() {
 }
 
 void SoakSession::expectAll() {
-    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, longestEffect)) << differences();
+    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, longestEffect)) << differences() << windows();
     EXPECT_TRUE(velmo().isRunning() && !velmo().wait(milliseconds(0))) << "Velmo runs";
     expectPictures();
     expectClockOfZone();

@@ -12,21 +12,13 @@ namespace velmo::desktop {
 
 namespace {
 
-struct Monitor {
-    const char* name;
-    const char* place;
-    /// The one that has the output keeps the server from adding one of its own.
-    const char* output;
-};
-
-constexpr Monitor monitors[] = {{"*first", "1280/320x1200/300+0+0", "screen"},
-                                {"second", "1280/320x1200/300+1280+0", "none"}};
 constexpr int resolutions[] = {96, 144, 192};
 constexpr const char* managers[] = {"openbox", "metacity", "icewm", "xfwm4"};
 constexpr const char* zones[] = {"UTC", "Asia/Kathmandu", "America/St_Johns", "Pacific/Apia"};
 constexpr double usualResolution = 96;
 constexpr int usualHeight = 26;
 constexpr int monitorWidth = 1280;
+constexpr int monitorHeight = 1200;
 
 }  // namespace
 
@@ -45,15 +37,16 @@ void SoakSession::expectBarOnScreen() {
 void SoakSession::setMonitors(int count) {
     monitors_ = count;
     for (const char* name : {"first", "second"})
-        outputOf({"xrandr", "--delmonitor", name}, environment_);
-    for (int number = 0; number < count; ++number) {
-        const auto& [name, place, output] = monitors[number];
-        outputOf({"xrandr", "--setmonitor", name, place, output}, environment_);
-    }
+        removeMonitor(name);
+    // The one that has the output keeps the server from adding one of its own.
+    if (count > 0)
+        addMonitor("*first", {0, 0, monitorWidth, monitorHeight}, "screen");
+    if (count > 1)
+        addMonitor("second", {monitorWidth, 0, monitorWidth, monitorHeight}, "none");
     expectBarOnScreen();
 }
 
-bool SoakSession::addMonitor() {
+bool SoakSession::addSecondMonitor() {
     if (monitors_ == 2 || isSmallScreen_)
         return false;
     setMonitors(2);
@@ -183,6 +176,7 @@ void SoakSession::kill() {
     note("Velmo is killed");
     velmo().signal(SIGKILL);
     EXPECT_EQ(velmo().wait(milliseconds(5000)), 128 + SIGKILL);
+    awaitRetreat();
     startWithDefaults();
     expectAll();
 }
@@ -207,6 +201,7 @@ void SoakSession::startAnew() {
     kill();
     note("Velmo ends and starts");
     stopVelmo();
+    awaitRetreat();
     startWithDefaults();
     expectAll();
 }

@@ -3,6 +3,7 @@
 #include "built_files.h"
 #include "soak_session.h"
 
+#include <algorithm>
 #include <csignal>
 #include <thread>
 
@@ -90,6 +91,19 @@ bool SoakSession::toolkitProgramComes() {
     }
     clients_[name] = std::move(client);
     return true;
+}
+
+/// A tenth of a second after the watcher has gone one of them makes an icon for a tray. It does so, too,
+/// where another watcher has come within that time, with which it registers: it would show two then.
+void SoakSession::awaitRetreat() const {
+    const auto hasIcon = [&] {
+        const auto windows = x().children(x().root());
+        return std::any_of(windows.begin(), windows.end(), [&](xcb_window_t window) {
+            return x().property(window, "WM_CLASS").starts_with(gtkProgram) &&
+                   !x().property(window, "_XEMBED_INFO").empty();
+        });
+    };
+    EXPECT_TRUE(!clients_.contains(gtkProgram) || eventually(hasIcon)) << gtkProgram << " makes an icon";
 }
 
 bool SoakSession::programGoes() {

@@ -101,7 +101,7 @@ private:
     void dragTo(const std::string& name, int pixelX);
     bool giveUpDrag();
 
-    bool addMonitor();
+    bool addSecondMonitor();
     bool removeMonitors();
     bool leaveHalfTheScreen();
     bool changeResolution();
@@ -146,6 +146,8 @@ private:
     void switchBox(int stop, const std::string& key, bool isOn);
     void kill();
     void startWithDefaults();
+    /// Velmo has just ended: until its items' programs have done what they do without a bar.
+    void awaitRetreat() const;
     void expectBarOnScreen();
     void setMonitors(int count);
     void setMode(int width, int height);
