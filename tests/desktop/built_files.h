@@ -11,6 +11,8 @@ extern const char* const iconLoaderProgram;
 extern const char* const bareMoverProgram;
 /// A program with tray icons of Qt.
 extern const char* const qtTrayProgram;
+/// What counts the memory that a program uses, to be loaded into it.
+extern const char* const heapCounter;
 /// The folder of other programs with tray icons, which are scripts.
 extern const char* const clientScripts;
 /// The folder of what the tests of the Linux services bring along.

@@ -6,7 +6,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <thread>
@@ -268,13 +267,7 @@ void DesktopSession::releaseSuper() const {
 }
 
 xcb_window_t DesktopSession::bar() const {
-    const auto toggleWindow = x().windowTitled("Velmo.Toggle");
-    for (const auto window : x().children(x().root())) {
-        const auto items = x().children(window);
-        if (toggleWindow && std::find(items.begin(), items.end(), *toggleWindow) != items.end())
-            return window;
-    }
-    return XCB_WINDOW_NONE;
+    return x().parent(toggle());
 }
 
 xcb_window_t DesktopSession::toggle() const {

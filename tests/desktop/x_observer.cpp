@@ -20,12 +20,58 @@ std::unique_ptr<Type, Free> owned(Type* reply) {
     return std::unique_ptr<Type, Free>(reply);
 }
 
-std::optional<xcb_window_t> findBelow(const XObserver& observer, xcb_window_t window,
-                                      const std::function<bool(xcb_window_t)>& matches) {
-    for (const auto child : observer.children(window)) {
-        if (matches(child))
-            return child;
-        if (const auto found = findBelow(observer, child, matches))
+std::vector<xcb_window_t> childrenIn(const xcb_query_tree_reply_t* tree) {
+    if (!tree)
+        return {};
+    const auto* begin = xcb_query_tree_children(tree);
+    return {begin, begin + xcb_query_tree_children_length(tree)};
+}
+
+std::string textIn(const xcb_get_property_reply_t* property) {
+    if (!property)
+        return {};
+    return {static_cast<const char*>(xcb_get_property_value(property)),
+            static_cast<std::size_t>(xcb_get_property_value_length(property))};
+}
+
+xcb_get_property_cookie_t askForText(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t name) {
+    return xcb_get_property(connection, 0, window, name, XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
+}
+
+/// A window and what lies in it, as it was.
+struct Tree {
+    xcb_window_t window = XCB_WINDOW_NONE;
+    std::string text;
+    std::vector<Tree> children;
+};
+
+/// The server is waited for once for all windows of a level.
+void addLevelsBelow(xcb_connection_t* connection, std::vector<Tree*> level, xcb_atom_t property) {
+    while (!level.empty()) {
+        std::vector<std::pair<xcb_query_tree_cookie_t, xcb_get_property_cookie_t>> questions;
+        questions.reserve(level.size());
+        for (const auto* tree : level)
+            questions.emplace_back(xcb_query_tree(connection, tree->window),
+                                   askForText(connection, tree->window, property));
+        std::vector<Tree*> next;
+        for (std::size_t index = 0; index < level.size(); ++index) {
+            const auto& [tree, text] = questions[index];
+            level[index]->text = textIn(owned(xcb_get_property_reply(connection, text, nullptr)).get());
+            for (const auto child : childrenIn(owned(xcb_query_tree_reply(connection, tree, nullptr)).get()))
+                level[index]->children.push_back({child, {}, {}});
+            for (auto& child : level[index]->children)
+                next.push_back(&child);
+        }
+        level = std::move(next);
+    }
+}
+
+std::optional<xcb_window_t> findBelow(const Tree& tree,
+                                      const std::function<bool(const std::string&)>& matches) {
+    for (const auto& child : tree.children) {
+        if (matches(child.text))
+            return child.window;
+        if (const auto found = findBelow(child, matches))
             return found;
     }
     return std::nullopt;
@@ -61,11 +107,8 @@ xcb_window_t XObserver::parent(xcb_window_t window) const {
 }
 
 std::vector<xcb_window_t> XObserver::children(xcb_window_t window) const {
-    const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
-    if (!tree)
-        return {};
-    const auto* begin = xcb_query_tree_children(tree.get());
-    return {begin, begin + xcb_query_tree_children_length(tree.get())};
+    return childrenIn(
+        owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr)).get());
 }
 
 xcb_atom_t XObserver::atom(const std::string& name) const {
@@ -76,13 +119,8 @@ xcb_atom_t XObserver::atom(const std::string& name) const {
 }
 
 std::string XObserver::property(xcb_window_t window, const std::string& name) const {
-    const auto cookie =
-        xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
-    const auto reply = owned(xcb_get_property_reply(connection_, cookie, nullptr));
-    if (!reply)
-        return {};
-    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
-            static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+    const auto cookie = askForText(connection_, window, atom(name));
+    return textIn(owned(xcb_get_property_reply(connection_, cookie, nullptr)).get());
 }
 
 std::vector<std::uint32_t> XObserver::cardinals(xcb_window_t window, const std::string& name) const {
@@ -96,13 +134,16 @@ std::vector<std::uint32_t> XObserver::cardinals(xcb_window_t window, const std::
 }
 
 std::optional<xcb_window_t> XObserver::windowTitled(const std::string& title) const {
-    return findBelow(*this, root_, [&](xcb_window_t window) { return property(window, "WM_NAME") == title; });
+    Tree tree{root_, {}, {}};
+    addLevelsBelow(connection_, {&tree}, XCB_ATOM_WM_NAME);
+    return findBelow(tree, [&](const std::string& text) { return text == title; });
 }
 
 std::optional<xcb_window_t> XObserver::windowOfClass(xcb_window_t ancestor, const std::string& name) const {
     const std::string suffix = name + std::string(1, '\0');
-    return findBelow(*this, ancestor,
-                     [&](xcb_window_t window) { return property(window, "WM_CLASS").ends_with(suffix); });
+    Tree tree{ancestor, {}, {}};
+    addLevelsBelow(connection_, {&tree}, XCB_ATOM_WM_CLASS);
+    return findBelow(tree, [&](const std::string& text) { return text.ends_with(suffix); });
 }
 
 std::optional<Area> XObserver::area(xcb_window_t window) const {

@@ -1,5 +1,7 @@
 #include "soak_session.h"
 
+#include "built_files.h"
+
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -11,8 +13,8 @@ namespace velmo::desktop {
 
 namespace {
 
-/// Kilobytes that allocators may keep.
-constexpr long memorySlack = 600;
+/// Kilobytes.
+constexpr long memorySlack = 400;
 /// The four items of ours remember four drawings each.
 constexpr std::uint32_t pixmapSlack = 16;
 /// Of each other kind: there are window managers for which the toolkit makes a second window for each of its
@@ -25,15 +27,14 @@ constexpr milliseconds quiet(4000);
 /// Pixels of a divider that hides, at any scale: none of its length is seen.
 constexpr int hidingWidth = 1;
 
-/// Without files that are shared with whoever else runs, so that nobody else's end counts.
-long ownMemory(pid_t process) {
+/// Kilobytes that it shares with the X server.
+long sharedMemory(pid_t process) {
     std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
-    long sum = 0;
     for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("Pss_Anon:") || line.starts_with("Pss_Shmem:"))
-            sum += std::stol(line.substr(line.find(':') + 1));
+        if (line.starts_with("Pss_Shmem:"))
+            return std::stol(line.substr(line.find(':') + 1));
     }
-    return sum;
+    return 0;
 }
 
 }  // namespace
@@ -215,7 +216,24 @@ std::string SoakSession::windows() const {
 }
 
 SoakSession::Held SoakSession::held() {
-    return {resources(), openFiles(), ownMemory(velmo().id())};
+    return {resources(), openFiles(), memoryInUse()};
+}
+
+long SoakSession::memoryInUse() {
+    std::int64_t bytes = 0;
+    std::ifstream(heapFile(), std::ios::binary).read(reinterpret_cast<char*>(&bytes), sizeof bytes);
+    EXPECT_GT(bytes, 0) << "it counts its memory";
+    return static_cast<long>(bytes / 1024) + sharedMemory(velmo().id());
+}
+
+/// What counts its memory is no part of anything that it or we start.
+void SoakSession::startVelmoCounted() {
+    std::filesystem::remove(heapFile());
+    environment_["LD_PRELOAD"] = heapCounter;
+    environment_["VELMO_HEAP_FILE"] = heapFile();
+    startVelmoOnBus();
+    environment_.erase("LD_PRELOAD");
+    environment_.erase("VELMO_HEAP_FILE");
 }
 
 /// What is loaded for it stays, and closed windows keep what they last showed: more at a larger scale.

@@ -207,7 +207,7 @@ void SoakSession::startAnew() {
 }
 
 void SoakSession::startWithDefaults() {
-    startVelmoOnBus();
+    startVelmoCounted();
     // Programs on the bus register with each watcher.
     for (const auto& [name, client] : clients_) {
         if (client.busProgram)
@@ -216,6 +216,7 @@ void SoakSession::startWithDefaults() {
     level_ = Level::none;
     isClockBlank_ = false;
     held_.reset();
+    figures_.clear();
 }
 
 }  // namespace velmo::desktop

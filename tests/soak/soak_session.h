@@ -65,7 +65,7 @@ private:
     struct Held {
         std::map<std::string, std::uint32_t> resources;
         long files = 0;
-        /// Kilobytes that are its own.
+        /// Kilobytes that are in use.
         long memory = 0;
     };
 
@@ -146,6 +146,8 @@ private:
     void switchBox(int stop, const std::string& key, bool isOn);
     void kill();
     void startWithDefaults();
+    void startVelmoCounted();
+    std::string heapFile() const { return home_ / "heap"; }
     /// Velmo has just ended: until its items' programs have done what they do without a bar.
     void awaitRetreat() const;
     void expectBarOnScreen();
@@ -157,6 +159,7 @@ private:
     void keepManager();
     void openEverything(const std::vector<int>& resolutions);
     Held held();
+    long memoryInUse();
     /// What is held beyond that, but for a few that are made once. Empty for nothing.
     std::string surplus();
     std::string windows() const;
