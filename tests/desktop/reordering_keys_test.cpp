@@ -34,6 +34,19 @@ protected:
         }
         return got;
     }
+    /// As another program that keeps it to itself. False where somebody else does.
+    bool takesKeyboard() const {
+        const auto cookie = xcb_grab_keyboard(x().raw(), 0, x().root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                              XCB_GRAB_MODE_ASYNC);
+        auto* const reply = xcb_grab_keyboard_reply(x().raw(), cookie, nullptr);
+        const bool isTaken = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+        std::free(reply);
+        return isTaken;
+    }
+    void giveKeyboardBack() const {
+        xcb_ungrab_keyboard(x().raw(), XCB_CURRENT_TIME);
+        ASSERT_TRUE(x().exists(bar()));
+    }
     /// All that it types, in any layout and with any modifier.
     std::vector<xcb_keysym_t> symbolsOf(int key) const {
         auto* const reply = xcb_get_keyboard_mapping_reply(
@@ -148,15 +161,28 @@ TEST_F(ReorderingKeys, EscapeLeavesWhatIsOpenAndShownAlone) {
 
 TEST_F(ReorderingKeys, WorksWithoutEscapeWhereAnotherProgramKeepsTheKeyboard) {
     startRevealed();
-    const auto cookie = xcb_grab_keyboard(x().raw(), 0, x().root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                                          XCB_GRAB_MODE_ASYNC);
-    auto* const reply = xcb_grab_keyboard_reply(x().raw(), cookie, nullptr);
-    ASSERT_TRUE(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
-    std::free(reply);
+    ASSERT_TRUE(takesKeyboard());
     drag("three", 45);
     release();
     EXPECT_TRUE(become({"Toggle", "one", "three", "two", "Divider", "four"}));
     EXPECT_GT(eventsGot(XCB_KEY_PRESS), 0) << "they keep it";
+}
+
+/// The hand may rest by the time at which a window manager lets go of it.
+TEST_F(ReorderingKeys, EscapePutsTheItemBackOnceWhoeverKeptTheKeyboardHasLetGo) {
+    startRevealed();
+    ASSERT_TRUE(takesKeyboard());
+    drag("three", 45);
+    giveKeyboardBack();
+    EXPECT_TRUE(eventually([&] {
+        const bool isFree = takesKeyboard();
+        if (isFree)
+            giveKeyboardBack();
+        return !isFree;
+    })) << "it is taken for the drag";
+    xdotool({"key", "Escape"});
+    expectStaysAsBefore();
+    release();
 }
 
 TEST_F(ReorderingKeys, NobodyElseGetsAKeyOnTopOfSuper) {

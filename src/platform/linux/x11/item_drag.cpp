@@ -15,11 +15,16 @@ constexpr double dragThreshold = 3;
 
 /// So often a drag asks for the keyboard that somebody else keeps.
 constexpr int mostQuestions = 100;
+constexpr Seconds questionPause = 0.05;
 
 }  // namespace
 
 ItemDrag::ItemDrag(MenuBar& bar, Modifiers& modifiers, const Keyboard& keyboard)
-    : bar_(bar), connection_(bar.connection()), modifiers_(modifiers), keyboard_(keyboard) {
+    : bar_(bar),
+      connection_(bar.connection()),
+      modifiers_(modifiers),
+      keyboard_(keyboard),
+      asking_(connection_.loop(), questionPause, [this] { askAgain(); }) {
     events_ = connection_.onWindow(bar.window(), [this](const auto& event) { handle(event); });
     modifierChanges_ = modifiers_.onChange([this] { grab(); });
     ends_ = bar_.onLetGo([this] {
@@ -106,8 +111,8 @@ void ItemDrag::move(const xcb_motion_notify_event_t& event) {
         return;
     if (!std::exchange(moving_, true))
         useSuper();
-    else if (!hasKeyboard_ && questionsLeft_-- > 0)
-        takeKeyboard();
+    if (!hasKeyboard_)
+        asking_.request();
     bar_.dragTo(event.event_x - offsetInItem_);
 }
 
@@ -129,6 +134,15 @@ void ItemDrag::takeKeyboard() {
                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const auto reply = owned(xcb_grab_keyboard_reply(connection_.raw(), cookie, nullptr));
     hasKeyboard_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+/// Whoever has let go of it may have done so when the pointer rested.
+void ItemDrag::askAgain() {
+    if (!moving_ || !bar_.taken() || hasKeyboard_ || questionsLeft_-- <= 0)
+        return;
+    takeKeyboard();
+    if (!hasKeyboard_)
+        asking_.request();
 }
 
 void ItemDrag::giveKeyboardBack() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/event_loop/paced_work.h"
 #include "linux/x11/keyboard.h"
 #include "linux/x11/menu_bar.h"
 
@@ -27,6 +28,7 @@ private:
     void keyReleased(xcb_keycode_t key);
     void useSuper();
     void takeKeyboard();
+    void askAgain();
     void giveKeyboardBack();
 
     MenuBar& bar_;
@@ -39,6 +41,7 @@ private:
     bool moving_ = false;
     bool hasKeyboard_ = false;
     int questionsLeft_ = 0;
+    PacedWork asking_;
     /// Has put the item back and is still down.
     std::optional<xcb_keycode_t> heldEscape_;
     Registration ends_;
