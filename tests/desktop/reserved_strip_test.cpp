@@ -32,7 +32,7 @@ public:
         while (auto* event = xcb_poll_for_event(x_.raw())) {
             const auto type = event->response_type & 0x7f;
             if (type == XCB_UNMAP_NOTIFY)
-                managed_ = XCB_WINDOW_NONE;
+                letGo();
             else if (type == XCB_MAP_REQUEST)
                 manage(reinterpret_cast<const xcb_map_request_event_t*>(event)->window);
             std::free(event);
@@ -42,13 +42,22 @@ public:
         xcb_map_window(x_.raw(), managed_);
         x_.exists(managed_);
     }
-    /// As it was read.
+    void takeAwayWhatIsManaged() {
+        xcb_unmap_window(x_.raw(), managed_);
+        x_.exists(managed_);
+        letGo();
+    }
+    /// As it was read; empty while nothing is managed.
     const std::vector<std::uint32_t>& strut() const { return strut_; }
 
 private:
     void manage(xcb_window_t window) {
         if (std::exchange(managed_, window) != window)
             strut_ = x_.cardinals(window, "_NET_WM_STRUT_PARTIAL");
+    }
+    void letGo() {
+        managed_ = XCB_WINDOW_NONE;
+        strut_.clear();
     }
 
     XObserver x_;
@@ -113,6 +122,16 @@ TEST_F(StripUnderOnceReader, IsShownAnewWhereItChangesAgainBeforeItWasShown) {
     ASSERT_TRUE(hasRead(1));
     reserveOn(2);
     EXPECT_TRUE(hasRead(2)) << "of what was read before it was shown";
+    EXPECT_TRUE(isSeen());
+}
+
+/// As a window manager may that is just starting.
+TEST_F(StripUnderOnceReader, AsksOnceMoreWhereItIsShownAndTakenAwayAtOnce) {
+    reserveOn(2);
+    ASSERT_TRUE(hasRead(2));
+    manager_->showWhatIsManaged();
+    manager_->takeAwayWhatIsManaged();
+    EXPECT_TRUE(hasRead(2)) << "after it was taken away";
     EXPECT_TRUE(isSeen());
 }
 

@@ -26,8 +26,9 @@ public:
     /// At the top of one of the monitors, all in pixels of the root window. What that takes depends on the
     /// window manager, and is done anew when another one comes.
     void reserve(const PixelRect& area, const std::vector<PixelRect>& monitors);
-    /// Asks for the window to be shown, again and again for a while: a window manager that is just starting
-    /// loses requests.
+    /// Asks for the window to be shown, twice a second until it is, for ten seconds at most: a window manager
+    /// that is just starting loses requests, or takes away what it has shown. Taken away later, it stays
+    /// away.
     void show();
     /// The dock window.
     xcb_window_t window() const { return window_; }
