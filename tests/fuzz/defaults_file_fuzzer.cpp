@@ -1,5 +1,6 @@
 #include "bytes.h"
 #include "linux/defaults/file_user_defaults.h"
+#include "platform/linux/temporary_folder.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -9,13 +10,14 @@
 
 namespace {
 
-/// In memory where the system has such a place.
+using velmo::TemporaryFolder;
+
+/// In memory where the system has such a place. It goes away when the process ends in order.
 std::filesystem::path folder() {
-    std::string name =
-        std::filesystem::exists("/dev/shm") ? "/dev/shm/velmo-fuzz-XXXXXX" : "velmo-fuzz-XXXXXX";
-    if (!mkdtemp(name.data()))
-        std::abort();
-    return name;
+    static const std::filesystem::path memory = "/dev/shm";
+    static const TemporaryFolder folder(
+        std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path());
+    return folder.path();
 }
 
 }  // namespace

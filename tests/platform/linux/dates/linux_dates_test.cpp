@@ -1,7 +1,7 @@
 #include "linux/dates/linux_dates.h"
 
 #include "command_output.h"
-#include "temporary_folder.h"
+#include "platform/linux/temporary_folder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "linux/dates/time_zone_setting.h"
 #include "command_output.h"
-#include "temporary_folder.h"
+#include "platform/linux/temporary_folder.h"
 
 #include <gtest/gtest.h>
 

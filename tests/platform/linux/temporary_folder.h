@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -10,9 +11,11 @@ namespace velmo {
 /// A new folder that goes away with everything in it.
 class TemporaryFolder {
 public:
-    TemporaryFolder() {
-        std::string pattern = std::filesystem::temp_directory_path() / "velmo-dates-XXXXXX";
-        path_ = mkdtemp(pattern.data());
+    explicit TemporaryFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string pattern = parent / "velmo-XXXXXX";
+        if (mkdtemp(pattern.data()) == nullptr)
+            throw std::system_error(errno, std::generic_category(), pattern);
+        path_ = pattern;
     }
     ~TemporaryFolder() {
         std::error_code error;
