@@ -113,7 +113,7 @@ protected:
 
 TEST_P(SettingsAtScale, HoldsEveryControlOfEveryTab) {
     constexpr int usualResolution = 96;
-    const auto window = *x().area(*settings());
+    const auto window = *x().area(*settingsWindow());
     EXPECT_EQ(window.width, 540 * GetParam() / usualResolution);
     EXPECT_EQ(window.height, 500 * GetParam() / usualResolution);
     for (const char* tab : {"General", "Hiding", "Clock", "Panel", "Spacing"}) {

@@ -103,7 +103,7 @@ protected:
         return window && x().isViewable(*window);
     }
     bool opensNoSettings() const {
-        return stays([&] { return !settings(); }, milliseconds(700));
+        return stays([&] { return !settingsWindow(); }, milliseconds(700));
     }
 
     std::unique_ptr<Launcher> launcher_;
@@ -114,7 +114,7 @@ TEST_F(ApplicationService, IsStartedByTheBusOnceAndAskedForItsSettingsFromThenOn
     EXPECT_TRUE(eventually([&] { return hasBar(); }));
     EXPECT_TRUE(opensNoSettings());
     EXPECT_EQ(launcher_->activate(), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
     endVelmo();
 }
 
@@ -125,7 +125,7 @@ TEST_F(ApplicationService, ThatTheBusHasStartedForNothingOpensItsSettingsWhenAct
     ASSERT_TRUE(eventually([&] { return hasBar(); }));
     EXPECT_TRUE(opensNoSettings());
     EXPECT_EQ(launcher_->activate(), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
     endVelmo();
 }
 
@@ -133,26 +133,26 @@ TEST_F(ApplicationService, IsStartedByAnActionThatIsCarriedOut) {
     EXPECT_EQ(launcher_->action("toggle"), "");
     ASSERT_TRUE(eventually([&] { return hasBar() && !dividerIsExpanded(); }));
     EXPECT_EQ(launcher_->activate(), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); })) << "it runs already";
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); })) << "it runs already";
     endVelmo();
 }
 
 TEST_F(ApplicationService, OpensItsSettingsWhereItWasStartedOtherwise) {
     startVelmoOnBus();
     EXPECT_EQ(launcher_->activate(), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
 }
 
 TEST_F(ApplicationService, OpensItsSettingsForFilesAndAddresses) {
     startVelmoOnBus();
     EXPECT_EQ(launcher_->call("Open", "asa{sv}", 1, "file:///etc/passwd", 0), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
 }
 
 TEST_F(ApplicationService, HasTheWindowsThatItsEntryTellsOf) {
     startVelmoOnBus();
     launcher_->activate();
-    ASSERT_TRUE(eventually([&] { return settings().has_value(); }));
+    ASSERT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
     std::ifstream entry(desktopEntry);
     std::string windowClass;
     for (std::string line; std::getline(entry, line);) {
@@ -161,7 +161,7 @@ TEST_F(ApplicationService, HasTheWindowsThatItsEntryTellsOf) {
     }
     ASSERT_NE(windowClass, "");
     const std::string ending = std::string(1, '\0') + windowClass;
-    const auto found = x().property(*settings(), "WM_CLASS");
+    const auto found = x().property(*settingsWindow(), "WM_CLASS");
     EXPECT_TRUE(found.ends_with(ending + std::string(1, '\0')) || found.ends_with(ending)) << found;
 }
 
@@ -172,9 +172,9 @@ TEST_F(ApplicationService, ActionsAreTheCommands) {
     EXPECT_TRUE(eventually([&] { return !dividerIsExpanded(); }));
     EXPECT_EQ(launcher_->action("toggle"), "");
     EXPECT_TRUE(eventually([&] { return dividerIsExpanded(); }));
-    EXPECT_FALSE(settings());
+    EXPECT_FALSE(settingsWindow());
     EXPECT_EQ(launcher_->action("settings"), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
     EXPECT_EQ(launcher_->action("quit"), "");
     EXPECT_EQ(velmo().wait(milliseconds(5000)), 0);
 }
@@ -193,7 +193,7 @@ TEST_F(ApplicationService, WhatIsNoActionDoesNothing) {
     EXPECT_EQ(launcher_->call("Quit", "", 0), SD_BUS_ERROR_UNKNOWN_METHOD);
     EXPECT_EQ(launcher_->callAt(velmoName, "/", applicationInterface, "Activate", "a{sv}", 0),
               SD_BUS_ERROR_UNKNOWN_OBJECT);
-    EXPECT_TRUE(stays([&] { return dividerIsExpanded() && !settings(); }, milliseconds(500)));
+    EXPECT_TRUE(stays([&] { return dividerIsExpanded() && !settingsWindow(); }, milliseconds(500)));
     EXPECT_EQ(velmo().wait(milliseconds(0)), std::nullopt);
 }
 
@@ -215,10 +215,10 @@ TEST_F(ApplicationService, ObeysWhoSpeaksToItsNameAndNobodyElse) {
         for (const char* word : {"toggle", "toggle-all", "settings", "panel", "quit"})
             EXPECT_EQ(call("ActivateAction", "sava{sv}", word, 0, 0), SD_BUS_ERROR_ACCESS_DENIED) << word;
     }
-    EXPECT_TRUE(stays([&] { return dividerIsExpanded() && !settings(); }, milliseconds(700)));
+    EXPECT_TRUE(stays([&] { return dividerIsExpanded() && !settingsWindow(); }, milliseconds(700)));
     EXPECT_EQ(velmo().wait(milliseconds(0)), std::nullopt);
     EXPECT_EQ(launcher_->activate(), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
 }
 
 TEST_F(ApplicationService, HasTheNameOnABusThatComesAnew) {
@@ -230,7 +230,7 @@ TEST_F(ApplicationService, HasTheNameOnABusThatComesAnew) {
     awaitName();
     launcher_ = std::make_unique<Launcher>(busAddress());
     EXPECT_EQ(launcher_->activate(), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
 }
 
 TEST_F(ApplicationService, RunsWithoutTheNameForAsLongAsAnotherHasIt) {
@@ -243,7 +243,7 @@ TEST_F(ApplicationService, RunsWithoutTheNameForAsLongAsAnotherHasIt) {
     EXPECT_NE(launcher_->activate(), "") << "the other one does not know that";
     EXPECT_TRUE(opensNoSettings());
     other.reset();
-    EXPECT_TRUE(eventually([&] { return launcher_->activate().empty() && settings(); }));
+    EXPECT_TRUE(eventually([&] { return launcher_->activate().empty() && settingsWindow(); }));
 }
 
 TEST_F(ApplicationService, KeepsItsName) {
@@ -251,7 +251,7 @@ TEST_F(ApplicationService, KeepsItsName) {
     BusProgram other(busAddress());
     other.requestName(velmoName);
     EXPECT_EQ(launcher_->activate(), "");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
 }
 
 TEST_F(ApplicationService, LoadsNoToolkitAndLetsTheProgramSleep) {

@@ -150,10 +150,9 @@ TEST_F(ClockItem, WakesOnceASecondAfterTheSettingsWereOpen) {
     // Between two ticks.
     ASSERT_TRUE(comesToRest());
     outputOf({velmoProgram}, environment_);
-    const auto settings = [&] { return x().windowTitled("Velmo Settings"); };
-    ASSERT_TRUE(eventually([&] { return settings() && x().isViewable(*settings()); }));
-    outputOf({"wmctrl", "-i", "-c", std::to_string(*settings())}, environment_);
-    ASSERT_TRUE(eventually([&] { return !settings() || !x().isViewable(*settings()); }));
+    ASSERT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
+    closeWindow(*settingsWindow());
+    ASSERT_TRUE(eventually([&] { return !settingsWindow(); }));
     // What the permissions are is looked at for ever.
     ASSERT_TRUE(comesToRest());
     expectOneBurstASecond();

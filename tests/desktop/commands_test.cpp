@@ -113,9 +113,9 @@ TEST_F(Commands, PanelOpensAndCloses) {
 TEST_F(Commands, SettingsOpen) {
     startWindowManager();
     startVelmo();
-    EXPECT_TRUE(stays([&] { return !settings(); }, milliseconds(300)));
+    EXPECT_TRUE(stays([&] { return !settingsWindow(); }, milliseconds(300)));
     expectDone("settings");
-    EXPECT_TRUE(eventually([&] { return settings().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
 }
 
 TEST_F(Commands, AfterQuitTheDisplayIsFreeForTheNextStart) {
@@ -180,7 +180,7 @@ TEST_F(Commands, MistakesAreToldAndChangeNothing) {
                   "velmo: unknown command \"tog?gle\"; \"velmo --help\" lists what it understands\n");
     expectFailure({"toggle", "toggle"}, 2,
                   "velmo: it takes one word, not 2; \"velmo --help\" lists what it understands\n");
-    EXPECT_TRUE(stays([&] { return dividerIsExpanded() && !settings(); }, milliseconds(500)));
+    EXPECT_TRUE(stays([&] { return dividerIsExpanded() && !settingsWindow(); }, milliseconds(500)));
 }
 
 TEST_F(Commands, HelpAndVersionNeedNoDisplay) {
@@ -207,7 +207,7 @@ TEST_F(Commands, MessagesThatAreNoneChangeNothing) {
         sendMessage("_VELMO_COMMAND", format, quitNumber);
     sendMessage("_VELMO_ITEM", 32, quitNumber);
     const auto isAsBefore = [&] {
-        return velmo().wait(milliseconds(0)) == std::nullopt && dividerIsExpanded() && !settings() &&
+        return velmo().wait(milliseconds(0)) == std::nullopt && dividerIsExpanded() && !settingsWindow() &&
                !panel();
     };
     EXPECT_TRUE(stays(isAsBefore, milliseconds(500)));

@@ -324,4 +324,20 @@ void DesktopSession::openPanel() const {
     ASSERT_TRUE(eventually([&] { return panel().has_value(); }));
 }
 
+std::optional<xcb_window_t> DesktopSession::settingsWindow() const {
+    const auto window = x().windowTitled("Velmo Settings");
+    return window && x().isViewable(*window) ? window : std::nullopt;
+}
+
+void DesktopSession::closeWindow(xcb_window_t window) const {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = x().atom("WM_PROTOCOLS");
+    message.data.data32[0] = x().atom("WM_DELETE_WINDOW");
+    xcb_send_event(x().raw(), 0, window, 0, reinterpret_cast<const char*>(&message));
+    xcb_flush(x().raw());
+}
+
 }  // namespace velmo::desktop

@@ -130,6 +130,10 @@ protected:
     std::optional<Area> panel() const;
     /// By a click on the toggle, where that is what it does.
     void openPanel() const;
+    /// While it is shown.
+    std::optional<xcb_window_t> settingsWindow() const;
+    /// As the button in its frame does.
+    void closeWindow(xcb_window_t window) const;
 
     std::filesystem::path home_;
     Environment environment_;

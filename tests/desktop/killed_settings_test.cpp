@@ -45,7 +45,7 @@ TEST_P(KilledSettings, AreWholeWheneverTheProgramIsKilled) {
         if (round > 0) {
             startVelmo();
             openSettings();
-            ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *settings(); })) << round;
+            ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *settingsWindow(); })) << round;
         }
         goToSlider();
         const auto before = written();

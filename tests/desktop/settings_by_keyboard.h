@@ -18,25 +18,13 @@ protected:
         startVelmo();
         openSettings();
         // What is active need not have the keyboard yet.
-        ASSERT_TRUE(
-            eventually([&] { return activeWindow() == *settings() && x().keyboardOwner() == *settings(); }));
+        ASSERT_TRUE(eventually(
+            [&] { return activeWindow() == *settingsWindow() && x().keyboardOwner() == *settingsWindow(); }));
     }
 
     virtual void prepareSession() {}
 
     void press(const std::string& key) const { xdotool({"key", key}); }
-    /// As its button does.
-    void close() const {
-        xcb_client_message_event_t message{};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = *settings();
-        message.type = x().atom("WM_PROTOCOLS");
-        message.data.data32[0] = x().atom("WM_DELETE_WINDOW");
-        xcb_send_event(x().raw(), 0, message.window, 0, reinterpret_cast<const char*>(&message));
-        xcb_flush(x().raw());
-        ASSERT_TRUE(eventually([&] { return !settings(); }));
-    }
     /// The chain begins behind the tabs, of which the chosen one is a stop.
     void goToTab(int index) {
         const int stopsOfGeneral = 4;
@@ -68,7 +56,7 @@ protected:
     void comeBack() const {
         startAgain();
         // A window manager may call it active all the while.
-        ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *settings(); }));
+        ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *settingsWindow(); }));
     }
     static std::string textOf(const std::filesystem::path& file) {
         std::ifstream stream(file);

@@ -102,7 +102,7 @@ TEST_F(SettingsByKeyboard, Showing) {
 TEST_F(SettingsByKeyboard, BeginsAtTheTopOfATabThatWasClicked) {
     next();
     next();
-    const auto window = std::to_string(*settings());
+    const auto window = std::to_string(*settingsWindow());
     xdotool({"mousemove", "--window", window, "190", "35", "click", "1"});
     ASSERT_TRUE(stays([&] { return readDefaults().value("autoRehide", true); }, milliseconds(100)));
     next();
@@ -113,10 +113,10 @@ TEST_F(SettingsByKeyboard, BeginsAtTheTopOfATabThatWasClicked) {
 TEST_F(SettingsByKeyboard, AreWorkedByKeysAlsoWhereTheyAreOpenedAsSoonAsTheyAreClosed) {
     goToTab(1);
     next();
-    ASSERT_NO_FATAL_FAILURE(close());
+    ASSERT_NO_FATAL_FAILURE(closeSettings());
     openSettings();
-    ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *settings(); }));
-    const auto window = std::to_string(*settings());
+    ASSERT_TRUE(eventually([&] { return x().keyboardOwner() == *settingsWindow(); }));
+    const auto window = std::to_string(*settingsWindow());
     xdotool({"mousemove", "--window", window, "110", "35", "click", "1"});
     ASSERT_TRUE(comesToRest());
     next();

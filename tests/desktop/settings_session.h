@@ -13,22 +13,18 @@ protected:
         startServer();
     }
 
-    std::optional<xcb_window_t> settings() const {
-        const auto window = x().windowTitled("Velmo Settings");
-        return window && x().isViewable(*window) ? window : std::nullopt;
-    }
-
     /// As the user does who starts the program once more.
     void startAgain() const { outputOf({velmoProgram}, environment_); }
 
     void openSettings() {
         startAgain();
-        ASSERT_TRUE(eventually([&] { return settings().has_value(); }));
+        ASSERT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
     }
-
-    xcb_window_t activeWindow() const {
-        const auto active = x().cardinals(x().root(), "_NET_ACTIVE_WINDOW");
-        return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
+    void closeSettings() const {
+        const auto window = settingsWindow();
+        ASSERT_TRUE(window.has_value());
+        closeWindow(*window);
+        ASSERT_TRUE(eventually([&] { return !settingsWindow(); }));
     }
 };
 

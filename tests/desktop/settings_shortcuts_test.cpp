@@ -80,7 +80,7 @@ TEST_F(SettingsShortcuts, EscapeLeavesTheShortcutAsItWas) {
     ASSERT_TRUE(eventually([&] { return shortcut("hotkey") == "⌃⌥K"; }));
     record("Escape");
     EXPECT_TRUE(stays([&] { return shortcut("hotkey") == "⌃⌥K"; }, milliseconds(300)));
-    EXPECT_TRUE(settings());
+    EXPECT_TRUE(settingsWindow());
     next();
     press("space");
     EXPECT_TRUE(eventually([&] { return !readDefaults().contains("hotkey"); }));

@@ -13,34 +13,34 @@ TEST_F(SettingsWindow, FirstLaunchOpensItAndTheNextDoesNot) {
     std::filesystem::remove(defaultsFile());
     startWindowManager();
     startVelmo();
-    ASSERT_TRUE(eventually([&] { return settings().has_value(); }));
-    EXPECT_EQ(x().area(*settings())->width, 540);
-    EXPECT_EQ(x().area(*settings())->height, 500);
+    ASSERT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
+    EXPECT_EQ(x().area(*settingsWindow())->width, 540);
+    EXPECT_EQ(x().area(*settingsWindow())->height, 500);
     stopVelmo();
     startVelmo();
-    EXPECT_TRUE(stays([&] { return !settings(); }, milliseconds(700)));
+    EXPECT_TRUE(stays([&] { return !settingsWindow(); }, milliseconds(700)));
 }
 
 TEST_F(SettingsWindow, SecondRequestShowsTheSameWindow) {
     startWindowManager();
     startVelmo();
-    EXPECT_FALSE(settings());
+    EXPECT_FALSE(settingsWindow());
     openSettings();
-    const auto first = *settings();
+    const auto first = *settingsWindow();
     startAgain();
-    EXPECT_TRUE(stays([&] { return settings() == first; }, milliseconds(500)));
+    EXPECT_TRUE(stays([&] { return settingsWindow() == first; }, milliseconds(500)));
     // Closed by the user, as the window manager does it.
     outputOf({"wmctrl", "-i", "-c", std::to_string(first)}, environment_);
-    ASSERT_TRUE(eventually([&] { return !settings(); }));
+    ASSERT_TRUE(eventually([&] { return !settingsWindow(); }));
     openSettings();
-    EXPECT_EQ(*settings(), first);
+    EXPECT_EQ(*settingsWindow(), first);
 }
 
 TEST_F(SettingsWindow, HasTheIconOfTheProgramInEachSize) {
     startWindowManager();
     startVelmo();
     openSettings();
-    const auto numbers = x().cardinals(*settings(), "_NET_WM_ICON");
+    const auto numbers = x().cardinals(*settingsWindow(), "_NET_WM_ICON");
     std::vector<std::uint32_t> sides;
     // Width and height, then the pixels. The line in the middle is red.
     for (std::size_t begin = 0; begin + 1 < numbers.size();) {
@@ -60,36 +60,32 @@ TEST_F(SettingsWindow, PlaceIsRememberedOverARestart) {
     startWindowManager();
     startVelmo();
     openSettings();
-    outputOf({"wmctrl", "-i", "-r", std::to_string(*settings()), "-e", "0,131,97,-1,-1"}, environment_);
-    ASSERT_TRUE(eventually([&] { return std::abs(x().area(*settings())->x - 131) < 30; }));
-    const auto place = *x().area(*settings());
+    outputOf({"wmctrl", "-i", "-r", std::to_string(*settingsWindow()), "-e", "0,131,97,-1,-1"}, environment_);
+    ASSERT_TRUE(eventually([&] { return std::abs(x().area(*settingsWindow())->x - 131) < 30; }));
+    const auto place = *x().area(*settingsWindow());
     ASSERT_TRUE(eventually([&] { return readDefaults().contains("windowPlace.Velmo.SettingsWindow"); }));
     stopVelmo();
     startVelmo();
     openSettings();
-    EXPECT_TRUE(eventually([&] { return x().area(*settings())->x == place.x; }));
-    EXPECT_EQ(x().area(*settings())->y, place.y);
+    EXPECT_TRUE(eventually([&] { return x().area(*settingsWindow())->x == place.x; }));
+    EXPECT_EQ(x().area(*settingsWindow())->y, place.y);
 }
 
 TEST_F(SettingsWindow, PlaceIsRememberedOnceTheUserHasMovedIt) {
     const auto isRemembered = [&] { return readDefaults().contains("windowPlace.Velmo.SettingsWindow"); };
-    const auto close = [&] {
-        outputOf({"wmctrl", "-i", "-c", std::to_string(*settings())}, environment_);
-        ASSERT_TRUE(eventually([&] { return !settings(); }));
-    };
     startWindowManager();
     startVelmo();
     openSettings();
     EXPECT_TRUE(stays([&] { return !isRemembered(); }, milliseconds(800)));
-    close();
+    ASSERT_NO_FATAL_FAILURE(closeSettings());
     openSettings();
     EXPECT_TRUE(stays([&] { return !isRemembered(); }, milliseconds(800)));
-    const auto place = *x().area(*settings());
-    outputOf({"wmctrl", "-i", "-r", std::to_string(*settings()), "-e",
+    const auto place = *x().area(*settingsWindow());
+    outputOf({"wmctrl", "-i", "-r", std::to_string(*settingsWindow()), "-e",
               "0," + std::to_string(place.x + 10) + "," + std::to_string(place.y) + ",-1,-1"},
              environment_);
     EXPECT_TRUE(eventually(isRemembered));
-    close();
+    ASSERT_NO_FATAL_FAILURE(closeSettings());
     EXPECT_TRUE(isRemembered());
 }
 
@@ -99,7 +95,7 @@ TEST_F(SettingsWindow, PlaceWhereItsTitleCouldNotBeDraggedIsForgotten) {
         writeDefaults({{"windowPlace.Velmo.SettingsWindow", remembered}});
         startVelmo();
         openSettings();
-        const int left = x().area(*settings())->x;
+        const int left = x().area(*settingsWindow())->x;
         stopVelmo();
         return left;
     };
@@ -125,17 +121,17 @@ TEST_P(SettingsUnder, ComesToTheFrontOfWhatTheUserWorksWith) {
     click(toggle());
     workInIt();
     openSettings();
-    EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
+    EXPECT_TRUE(eventually([&] { return activeWindow() == *settingsWindow(); }));
     workInIt();
     startAgain();
-    EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
+    EXPECT_TRUE(eventually([&] { return activeWindow() == *settingsWindow(); }));
 }
 
 TEST_P(SettingsUnder, ComesToTheWorkspaceThatTheUserLooksAt) {
     startWindowManagerNamed(GetParam());
     startVelmo();
     openSettings();
-    ASSERT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
+    ASSERT_TRUE(eventually([&] { return activeWindow() == *settingsWindow(); }));
     const auto workspace = [&] { return x().cardinals(x().root(), "_NET_CURRENT_DESKTOP").front(); };
     ASSERT_EQ(workspace(), 0U);
     const std::vector<std::string> leave = GetParam() == "i3"
@@ -145,8 +141,8 @@ TEST_P(SettingsUnder, ComesToTheWorkspaceThatTheUserLooksAt) {
     ASSERT_TRUE(eventually(
         [&] { return workspace() == 1U && activeWindow() != x().windowTitled("Velmo Settings"); }));
     startAgain();
-    EXPECT_TRUE(eventually([&] { return settings() && activeWindow() == *settings(); }));
-    EXPECT_EQ(x().cardinals(*settings(), "_NET_WM_DESKTOP").front(), workspace());
+    EXPECT_TRUE(eventually([&] { return settingsWindow() && activeWindow() == *settingsWindow(); }));
+    EXPECT_EQ(x().cardinals(*settingsWindow(), "_NET_WM_DESKTOP").front(), workspace());
     EXPECT_TRUE(GetParam() == "i3" || workspace() == 1U);
 }
 

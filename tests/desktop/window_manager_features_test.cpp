@@ -40,7 +40,6 @@ protected:
         const auto window = x().windowTitled(title);
         return window && x().isViewable(*window) ? window : std::nullopt;
     }
-    std::optional<xcb_window_t> settings() const { return shown("Velmo Settings"); }
     void startAgain() const { outputOf({velmoProgram}, environment_); }
     /// Of a program that knows of no bus, where it would have an item of another kind.
     xcb_window_t startProgramWithIcon() {
@@ -200,22 +199,23 @@ TEST_P(FeaturesUnder, WhatIsOpenMakesWayForAWindowThatFillsTheScreen) {
 TEST_P(FeaturesUnder, TheSettingsComeWithTheKeyboardAndRememberTheirPlace) {
     start();
     startAgain();
-    ASSERT_TRUE(eventually([&] { return settings() && x().keyboardOwner() == *settings(); }));
-    EXPECT_TRUE(eventually([&] { return activeWindow() == *settings(); }));
+    ASSERT_TRUE(eventually([&] { return settingsWindow() && x().keyboardOwner() == *settingsWindow(); }));
+    EXPECT_TRUE(eventually([&] { return activeWindow() == *settingsWindow(); }));
     // The first control is the choice of the toggle's picture.
     xdotool({"key", "Tab"});
     xdotool({"key", "End"});
     EXPECT_TRUE(eventually([&] { return readDefaults().value("toggleIconStyle", "") == "fridge"; }));
-    outputOf({"wmctrl", "-i", "-r", std::to_string(*settings()), "-e", "0,131,97,-1,-1"}, environment_);
-    ASSERT_TRUE(eventually([&] { return std::abs(x().area(*settings())->x - 131) < 40; }));
+    outputOf({"wmctrl", "-i", "-r", std::to_string(*settingsWindow()), "-e", "0,131,97,-1,-1"}, environment_);
+    ASSERT_TRUE(eventually([&] { return std::abs(x().area(*settingsWindow())->x - 131) < 40; }));
     ASSERT_TRUE(eventually([&] { return readDefaults().contains("windowPlace.Velmo.SettingsWindow"); }));
-    const auto place = *x().area(*settings());
+    const auto place = *x().area(*settingsWindow());
     stopVelmo();
     startVelmo();
     startAgain();
-    ASSERT_TRUE(eventually([&] { return settings().has_value(); }));
-    EXPECT_TRUE(eventually([&] { return x().area(*settings())->x == place.x; })) << x().area(*settings())->x;
-    EXPECT_EQ(x().area(*settings())->y, place.y);
+    ASSERT_TRUE(eventually([&] { return settingsWindow().has_value(); }));
+    EXPECT_TRUE(eventually([&] { return x().area(*settingsWindow())->x == place.x; }))
+        << x().area(*settingsWindow())->x;
+    EXPECT_EQ(x().area(*settingsWindow())->y, place.y);
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, FeaturesUnder, windowManagers,
