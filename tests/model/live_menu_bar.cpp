@@ -9,8 +9,6 @@ namespace velmo {
 
 namespace {
 
-constexpr std::uint16_t escapeKey = 53;
-
 MouseButton buttonOf(const Step& step) {
     return step.rightButton ? MouseButton::right : MouseButton::left;
 }
@@ -77,7 +75,7 @@ bool LiveMenuBar::performMouse(const Step& step) {
             return activateEntry(step.choice);
         case Trigger::pressEscape:
             // It reaches others unless the panel takes it.
-            return desktop_.pressKey(escapeKey);
+            return desktop_.pressKey(escapeKeyCode);
         case Trigger::scroll:
             desktop_.scrollAtPointer(step.x, step.y);
             return true;

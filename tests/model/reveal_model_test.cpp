@@ -65,7 +65,7 @@ public:
         return expected_ == seen_;
     }
 
-    std::string account() const {
+    std::string history() const {
         std::string text = "last steps:\n";
         for (const Step& step : lastSteps_)
             text += "  " + describe(step) + '\n';
@@ -106,10 +106,10 @@ TEST(RevealModel, programAndModelAgreeAfterEachStep) {
         if (i % stepsOfOneRun == 0) {
             walk.start();
             if (!walk.observe())
-                FAIL() << "seed " << seed << ", start before step " << i + 1 << '\n' << walk.account();
+                FAIL() << "seed " << seed << ", start before step " << i + 1 << '\n' << walk.history();
         }
         if (!walk.takeStep())
-            FAIL() << "seed " << seed << ", step " << i + 1 << '\n' << walk.account();
+            FAIL() << "seed " << seed << ", step " << i + 1 << '\n' << walk.history();
     }
     walk.end();
     walk.printCounts();
