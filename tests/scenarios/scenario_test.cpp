@@ -1,5 +1,7 @@
 #include "scenarios/scenario_test.h"
 
+#include <stdexcept>
+
 namespace velmo {
 
 ScenarioTest::ScenarioTest() {
@@ -41,5 +43,16 @@ void ScenarioTest::choose(const char* item, const std::string& title) {
 testing::AssertionResult ScenarioTest::reaches(RevealLevel wanted, Seconds seconds) {
     return desktop_->happensAfter(seconds, [this, wanted] { return level() == wanted; });
 }
+
+namespace {
+
+TEST_F(ScenarioTest, NobodyCanClickWhatIsNotThere) {
+    run([&] {
+        EXPECT_THROW(desktop_->click(clock), std::logic_error);
+        EXPECT_THROW(choose(clock, "Hide velmo Clock"), std::logic_error);
+    });
+}
+
+}  // namespace
 
 }  // namespace velmo

@@ -98,13 +98,6 @@ TEST_F(ToggleScenario, HasTheStoredIcon) {
     });
 }
 
-TEST_F(ScenarioTest, NobodyCanClickWhatIsNotThere) {
-    run([&] {
-        EXPECT_THROW(desktop_->click(clock), std::logic_error);
-        EXPECT_THROW(choose(clock, "Hide velmo Clock"), std::logic_error);
-    });
-}
-
 TEST_F(DividerScenario, HidesEverythingWhereItIsClicked) {
     desktop_->store("alwaysHiddenEnabled", true);
     run([&] {

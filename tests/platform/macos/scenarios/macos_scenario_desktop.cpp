@@ -189,23 +189,24 @@ std::string MacosScenarioDesktop::symbol(const std::string& item) {
     return doubles::symbolOf(Message<"NSButton", false, "image", Object>::send(buttonOf(item).get()));
 }
 
-void MacosScenarioDesktop::clickWith(const std::string& item, const Event& event) {
+void MacosScenarioDesktop::clickWith(const Object& button, const Event& event) {
     countFromNow();
-    doubles::click(buttonOf(item), event);
+    doubles::click(button, event);
     settle();
 }
 
 void MacosScenarioDesktop::click(const std::string& item, ModifierFlags flags) {
-    clickWith(item, {.type = EventType::leftMouseUp, .modifierFlags = flags});
+    clickWith(buttonOf(item), {.type = EventType::leftMouseUp, .modifierFlags = flags});
 }
 
 void MacosScenarioDesktop::openMenu(const std::string& item, const std::function<void()>& whileOpen) {
+    const Object button = buttonOf(item);
     const auto shown = doubles::system().shownMenus.size();
     doubles::system().whileMenuIsOpen = [&] {
         whileOpen();
         countFromNow();
     };
-    clickWith(item, {.type = EventType::rightMouseUp});
+    clickWith(button, {.type = EventType::rightMouseUp});
     doubles::system().whileMenuIsOpen = {};
     EXPECT_EQ(doubles::system().shownMenus.size(), shown + 1) << item;
 }

@@ -71,7 +71,7 @@ private:
     static Date currentTime();
     static Object itemOf(const std::string& item);
     static Object buttonOf(const std::string& item);
-    void clickWith(const std::string& item, const Event& event);
+    void clickWith(const Object& button, const Event& event);
 
     bool isRunning_ = false;
     Date countsFrom_ = 0;
