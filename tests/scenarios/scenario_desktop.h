@@ -48,8 +48,10 @@ public:
     virtual Date now() = 0;
     virtual void setHoursFromUtc(int hours) = 0;
     virtual void wait(Seconds seconds) = 0;
-    /// Waits until it is so. Fails where that is earlier than the seconds say, or later: to the millisecond
-    /// where the time is virtual, and otherwise in less than half of the time, or not for some seconds more.
+    /// Waits until it is so. The seconds count from when the user, the system or another application did
+    /// something last, or from the end of the last wait. Fails where it is earlier than they say, or later:
+    /// to the millisecond where the time is virtual, and otherwise in less than half of the time, or not for
+    /// some seconds more.
     virtual testing::AssertionResult happensAfter(Seconds seconds,
                                                   const std::function<bool()>& condition) = 0;
     /// The same, where it may be earlier.

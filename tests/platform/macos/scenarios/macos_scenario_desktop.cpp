@@ -81,6 +81,7 @@ std::vector<std::string> MacosScenarioDesktop::leftBehind() {
 }
 
 void MacosScenarioDesktop::store(const std::string& key, const DefaultsValue& value) {
+    countFromNow();
     std::visit(Storing{NSString::from(key)}, value);
 }
 

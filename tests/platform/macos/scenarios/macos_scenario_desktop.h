@@ -57,8 +57,8 @@ public:
 
     void startAgain() override;
 
-    /// Where the next wait counts from. Each action tells it at its beginning: the machine may pause before
-    /// the action returns.
+    /// Where the next wait counts from. Whatever does something tells it at its beginning: the machine may
+    /// pause before that returns.
     void countFromNow() { countsFrom_ = currentTime(); }
 
 protected:

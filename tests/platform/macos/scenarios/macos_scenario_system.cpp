@@ -17,6 +17,7 @@ Rect frameOfIcon(std::size_t index) {
 }  // namespace
 
 void MacosScenarioDesktop::setMayCapture(bool may) {
+    countFromNow();
     doubles::system().mayCapture = may;
 }
 
@@ -25,6 +26,7 @@ int MacosScenarioDesktop::captureQuestions() {
 }
 
 void MacosScenarioDesktop::setTrusted(bool isTrusted) {
+    countFromNow();
     doubles::system().isTrusted = isTrusted;
 }
 
@@ -38,6 +40,7 @@ bool MacosScenarioDesktop::startsAtLogin() {
 }
 
 void MacosScenarioDesktop::setLoginError(const std::string& error) {
+    countFromNow();
     doubles::system().loginError = error;
 }
 
@@ -54,6 +57,7 @@ int MacosScenarioDesktop::logOuts() {
 }
 
 void MacosScenarioDesktop::setHiddenIcons(const std::vector<std::string>& names) {
+    countFromNow();
     hiddenIcons_ = names;
     std::vector<Object> windows;
     std::vector<Object> shareable;
