@@ -1,25 +1,52 @@
 // Velmo beside other tray hosts of this machine, in one run: desktop_benchmark FILE [NAME...], where the file
-// is for what was measured, and the names are of measurements, none for all. Exits with status 1 where a
-// promise is not kept.
+// is for what was measured, and the names are of measurements, none for all. Exits with status 3 where all
+// was measured but a promise is not kept, 2 where a name is none, and 1 where something could not be
+// measured; the file has what was measured until then.
 
 #include "benchmarks.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <iterator>
 #include <string>
-#include <utility>
 #include <vector>
 
+namespace {
+
+using namespace velmo::desktop;
+
+enum Status { kept = 0, notMeasured = 1, misused = 2, notKept = 3 };
+
+struct Measurement {
+    const char* name;
+    void (*measure)(Report&);
+};
+
+constexpr Measurement measurements[] = {{"starts", measureStarts},   {"memory", measureMemory},
+                                        {"windows", measureWindows}, {"rest", measureRest},
+                                        {"reveals", measureReveals}, {"captures", measureCaptures},
+                                        {"panels", measurePanels}};
+
+int misuse(const std::string& problem) {
+    std::fprintf(stderr, "%s; desktop_benchmark FILE [NAME...] takes the names", problem.c_str());
+    for (const auto& [name, measure] : measurements)
+        std::fprintf(stderr, " %s", name);
+    std::fprintf(stderr, "\n");
+    return misused;
+}
+
+}  // namespace
+
 int main(int count, char** arguments) {
-    using namespace velmo::desktop;
-    const std::pair<const char*, void (*)(Report&)> measurements[] = {
-        {"starts", measureStarts}, {"memory", measureMemory},   {"windows", measureWindows},
-        {"rest", measureRest},     {"reveals", measureReveals}, {"captures", measureCaptures},
-        {"panels", measurePanels}};
     if (count < 2)
-        return 2;
+        return misuse("no file is named");
     const std::vector<std::string> named(arguments + 2, arguments + count);
+    for (const auto& name : named) {
+        if (std::none_of(std::begin(measurements), std::end(measurements),
+                         [&](const auto& measurement) { return measurement.name == name; }))
+            return misuse("there is no measurement " + name);
+    }
     Report report;
     try {
         for (const auto& [name, measure] : measurements) {
@@ -30,7 +57,7 @@ int main(int count, char** arguments) {
         }
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
-        return 1;
+        return notMeasured;
     }
-    return report.allPromisesAreKept() ? 0 : 1;
+    return report.allPromisesAreKept() ? kept : notKept;
 }

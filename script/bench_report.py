@@ -155,6 +155,9 @@ def tables(result):
 
 def put_into(page, made):
     text = page.read_text()
+    # What is not made anew would stand among what is.
+    if missing := set(re.findall(r"<!-- bench: (\w+) -->", text)) - set(made):
+        sys.exit(f'{page}: not measured: {", ".join(sorted(missing))}')
     for name, content in made.items():
         begin, end = f"<!-- bench: {name} -->", f"<!-- /bench: {name} -->"
         if begin not in text:
