@@ -9,6 +9,7 @@ import json
 import pathlib
 import re
 import sys
+import textwrap
 
 from bench_picture import MARKS, PARTS, picture
 
@@ -134,6 +135,27 @@ def promises_text(result):
         f'- {promise["what"]}: {promise["value"]:.2f}, {promise["bound"]:.2f} at most' for promise in broken])
 
 
+def beside_text(result):
+    """What was promised beside the bare program, by the medians and by what 95 in 100 take at most; or None."""
+    pairs = [(name_of(*subject), result.get("reveals", *subject, OURS), result.get("reveals", *subject, BARE))
+             for subject in result.subjects("reveals")]
+    pairs = [(name, ours, bare) for name, ours, bare in pairs if ours and bare]
+    if not pairs:
+        return None
+    nearest, name = max((ours["median"] / bare["median"], name) for name, ours, bare in pairs)
+    beyond = [f'{name}, {number(ours["percentile95"])} {ours["unit"]} of {number(bare["percentile95"])} {ours["unit"]}'
+              for name, ours, bare in pairs if ours["percentile95"] > 2 * bare["percentile95"]]
+    count = pairs[0][1]["count"]
+    # As many lie above the place at which the benchmark takes it.
+    slower = count - 1 - int(0.95 * (count - 1))
+    sentences = [
+        f"The highest of the {len(pairs)} medians is {number(nearest)} times the bare program's: {name}.",
+        f'By what 95 in 100 take at most, {len(beyond) or "none"} of the {len(pairs)} '
+        f'{"is" if len(beyond) < 2 else "are"} beyond twice{": " if beyond else ""}{"; ".join(beyond)}.',
+        f"Of {count} clicks of each kind, {slower} are slower than that."]
+    return textwrap.fill(" ".join(sentences), 118)
+
+
 def run_text(result):
     return "\n".join([f"{result.date}, {result.machine}."] + [f"- {note}" for note in result.notes])
 
@@ -143,6 +165,8 @@ def tables(result):
     for part in PARTS:
         if result.has(part):
             made[part] = peers_table(result, part)
+    if beside := beside_text(result):
+        made["beside"] = beside
     if result.has("panels"):
         made["panels"] = panels_table(result)
     if result.has("captures"):
