@@ -21,11 +21,11 @@ TEST_F(ClockTest, IsThereFromTheStartWhereItIsEnabled) {
 }
 
 TEST_F(ClockTest, HasItsNameBeforeItIsShown) {
-    std::vector<std::string> journal;
-    desktop_.statusBar().setJournal(&journal);
+    desktop_.statusBar().beginJournal();
     start();
-    EXPECT_EQ(journal, (std::vector<std::string>{": name Velmo.Clock", "Velmo.Clock: visible",
-                                                 "Velmo.Clock: title 13:04"}))
+    EXPECT_EQ(
+        desktop_.statusBar().journal(),
+        (std::vector<std::string>{": name Velmo.Clock", "Velmo.Clock: visible", "Velmo.Clock: title 13:04"}))
         << "A system may keep a place and whether it is shown by that name.";
 }
 

@@ -51,11 +51,11 @@ TEST_F(ControlItemTest, IsVisibleEvenWhereTheSystemRemembersItOtherwise) {
 }
 
 TEST_F(ControlItemTest, HasItsNameBeforeItIsShown) {
-    Journal journal;
-    desktop_.statusBar().setJournal(&journal);
+    desktop_.statusBar().beginJournal();
     const auto item = make(ControlItem::Kind::divider);
-    EXPECT_EQ(journal, (Journal{": name Test.Item", "Test.Item: visible", "Test.Item: length 12",
-                                "Test.Item: no image", "Test.Item: enabled"}))
+    EXPECT_EQ(desktop_.statusBar().journal(),
+              (Journal{": name Test.Item", "Test.Item: visible", "Test.Item: length 12",
+                       "Test.Item: no image", "Test.Item: enabled"}))
         << "A system may keep a place and whether it is shown by that name.";
 }
 
@@ -86,16 +86,17 @@ TEST_F(Divider, HidesByItsLengthAndComesBack) {
 
 TEST_F(Divider, IsEmptyBeforeItIsLongAndShortBeforeItShows) {
     const auto item = make(ControlItem::Kind::divider);
-    Journal journal;
-    desktop_.statusBar().setJournal(&journal);
+    desktop_.statusBar().beginJournal();
     item->image = dividerImage();
     item->isExpanded = true;
     item->update();
-    EXPECT_EQ(journal, (Journal{"Test.Item: no image", "Test.Item: disabled", "Test.Item: length 10000"}));
-    journal.clear();
+    EXPECT_EQ(desktop_.statusBar().journal(),
+              (Journal{"Test.Item: no image", "Test.Item: disabled", "Test.Item: length 10000"}));
+    desktop_.statusBar().beginJournal();
     item->isExpanded = false;
     item->update();
-    EXPECT_EQ(journal, (Journal{"Test.Item: length 12", "Test.Item: image", "Test.Item: enabled"}));
+    EXPECT_EQ(desktop_.statusBar().journal(),
+              (Journal{"Test.Item: length 12", "Test.Item: image", "Test.Item: enabled"}));
 }
 
 TEST_F(Divider, ShowsNothingNewBeforeItIsUpdated) {

@@ -45,14 +45,14 @@ TEST_F(Reveal, HidesEverythingAgain) {
 
 TEST_F(Reveal, MovesIconsBeforeTheToggleTellsOfIt) {
     start();
-    std::vector<std::string> journal;
-    desktop_.statusBar().setJournal(&journal);
+    desktop_.statusBar().beginJournal();
     clickToggle();
-    EXPECT_EQ(journal, (std::vector<std::string>{
-                           "Velmo.Divider: length 12", "Velmo.Divider: image", "Velmo.Divider: enabled",
-                           "Velmo.AlwaysHiddenDivider: no image", "Velmo.AlwaysHiddenDivider: disabled",
-                           "Velmo.AlwaysHiddenDivider: length 10000", "Velmo.Toggle: image",
-                           "Velmo.Toggle: enabled"}));
+    EXPECT_EQ(
+        desktop_.statusBar().journal(),
+        (std::vector<std::string>{
+            "Velmo.Divider: length 12", "Velmo.Divider: image", "Velmo.Divider: enabled",
+            "Velmo.AlwaysHiddenDivider: no image", "Velmo.AlwaysHiddenDivider: disabled",
+            "Velmo.AlwaysHiddenDivider: length 10000", "Velmo.Toggle: image", "Velmo.Toggle: enabled"}));
 }
 
 TEST_F(Reveal, KeepsTheTogglesLengthVariable) {

@@ -147,8 +147,8 @@ StatusItemSlot& SimulatedStatusBar::slotOf(const SimulatedStatusItem& item) {
                           [&item](const auto& slot) { return slot->own == &item; });
 }
 
-void SimulatedStatusBar::note(const SimulatedStatusItem& item, const std::string& request) const {
-    if (journal_ != nullptr)
+void SimulatedStatusBar::note(const SimulatedStatusItem& item, const std::string& request) {
+    if (journal_)
         journal_->push_back(item.autosaveName() + ": " + request);
 }
 

@@ -36,9 +36,8 @@ public:
     /// Items made from now on begin invisible, as where a system remembers that they were.
     void setHidesNewItems(bool hides) { hidesNewItems_ = hides; }
     void setRefusesTrackingAreas(bool refuses) { refusesTrackingAreas_ = refuses; }
-    /// From now on whatever is asked of the own items is added, in order, as "Velmo.Divider: length 12". Null
-    /// ends that.
-    void setJournal(std::vector<std::string>* journal) { journal_ = journal; }
+    /// From now on `journal()` has whatever is asked of the own items, in order.
+    void beginJournal() { journal_.emplace(); }
 
     /// The program's own item of that autosave name. Null where there is none.
     SimulatedStatusItem* item(std::string_view autosaveName);
@@ -68,6 +67,8 @@ public:
     bool isOnScreen(const StatusItemSlot& slot) const;
     /// The first screen that has a part of the item.
     std::optional<Screen> screenOf(const StatusItemSlot& slot) const;
+    /// As "Velmo.Divider: length 12", since `beginJournal`.
+    const std::vector<std::string>& journal() const { return *journal_; }
     /// Differs after each change of what the bar shows.
     std::uint64_t generation() const { return generation_ + screens_.generation(); }
 
@@ -83,7 +84,7 @@ private:
     struct Area;
     class AreaToken;
 
-    void note(const SimulatedStatusItem& item, const std::string& request) const;
+    void note(const SimulatedStatusItem& item, const std::string& request);
     StatusItemSlot* find(std::string_view identity);
     StatusItemSlot& slotOf(const SimulatedStatusItem& item);
     void rename(SimulatedStatusItem& item, const std::string& name);
@@ -104,7 +105,7 @@ private:
     bool refusesButtons_ = false;
     bool refusesTrackingAreas_ = false;
     bool hidesNewItems_ = false;
-    std::vector<std::string>* journal_ = nullptr;
+    std::optional<std::vector<std::string>> journal_;
     StatusItemOrder order_;
     std::vector<std::unique_ptr<StatusItemSlot>> slots_;
     /// Right to left.
