@@ -6,6 +6,11 @@
 
 namespace velmo {
 
+TaskContext::~TaskContext() {
+    if (root_)
+        free();
+}
+
 void TaskContext::resume(std::coroutine_handle<> coroutine) {
     struct Turn {
         explicit Turn(std::shared_ptr<TaskContext> of) : context(std::move(of)) { ++context->running_; }
@@ -13,19 +18,13 @@ void TaskContext::resume(std::coroutine_handle<> coroutine) {
         Turn& operator=(const Turn&) = delete;
         ~Turn() {
             --context->running_;
-            if (context->running_ == 0 && context->root_ && (context->isEnded_ || context->root_.done()))
+            if (context->running_ == 0 && context->root_ && context->root_.done())
                 context->free();
         }
         std::shared_ptr<TaskContext> context;
     };
     const Turn turn(shared_from_this());
     coroutine.resume();
-}
-
-void TaskContext::end() {
-    isEnded_ = true;
-    if (running_ == 0 && root_)
-        free();
 }
 
 void TaskContext::free() {

@@ -15,15 +15,14 @@ public:
     TaskContext() = default;
     TaskContext(const TaskContext&) = delete;
     TaskContext& operator=(const TaskContext&) = delete;
-    ~TaskContext() { end(); }
+    /// Frees the coroutines. One of them may be running: it holds this until it suspends.
+    ~TaskContext();
 
     /// Takes over the outermost coroutine, which owns the others.
     void own(std::coroutine_handle<> root) { root_ = root; }
     /// Lets one of the task's suspended coroutines go on.
     void resume(std::coroutine_handle<> coroutine);
-    /// Frees the coroutines, or, while one of them is running, as soon as it suspends.
-    void end();
-    /// True once the task has run to its end or was ended.
+    /// True once the task has run to its end.
     bool isOver() const { return !root_; }
 
     /// Wakes whatever part of the task sleeps. Captures under way are waited for all the same.
@@ -39,7 +38,6 @@ private:
     std::coroutine_handle<> root_;
     /// How many of the task's coroutines are running: a nested run loop may wake a second one.
     int running_ = 0;
-    bool isEnded_ = false;
     bool isCancelled_ = false;
     std::vector<Sleep*> sleeps_;
 };

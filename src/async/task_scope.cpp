@@ -2,12 +2,6 @@
 
 namespace velmo {
 
-TaskScope::~TaskScope() {
-    // Also those that someone keeps for a moment, such as the one that is letting go of this scope.
-    for (const auto& task : tasks_)
-        task->end();
-}
-
 TaskHandle TaskScope::start(Task<void> task) {
     std::erase_if(tasks_, [](const auto& other) { return other->isOver(); });
     const auto context = std::make_shared<TaskContext>();

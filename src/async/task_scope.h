@@ -13,7 +13,7 @@ public:
     explicit TaskScope(RunLoop& runLoop) : runLoop_(runLoop) {}
     TaskScope(const TaskScope&) = delete;
     TaskScope& operator=(const TaskScope&) = delete;
-    ~TaskScope();
+    ~TaskScope() = default;
 
     /// The task begins to run in a later turn of the loop.
     TaskHandle start(Task<void> task);

@@ -182,6 +182,14 @@ TEST_F(AppDelegateDeathTest, TakesCommandsOnItsOwnThreadAlone) {
                  "Incorrect actor executor assumption");
 }
 
+TEST_F(AppDelegateDeathTest, OpensThePanelOnItsOwnThreadAlone) {
+    AppDelegate delegate(desktop_.platform());
+    delegate.openSettings(SettingsTab::panel);
+    const auto pressOpen = [&] { press(windows().front()->content(), "Open the panel now"); };
+    pressOpen();
+    EXPECT_DEATH(std::thread(pressOpen).join(), "Incorrect actor executor assumption");
+}
+
 TEST_F(AppDelegateTest, LeavesNothingBehind) {
     {
         AppDelegate delegate(desktop_.platform());
