@@ -28,6 +28,9 @@ public:
         timer_.reset();
     }
 
+    /// True while its work is still to come, or to be repeated.
+    bool isValid() const { return timer_ && timer_->isValid(); }
+
 private:
     std::shared_ptr<Timer> timer_;
 };

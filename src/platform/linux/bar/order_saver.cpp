@@ -5,8 +5,6 @@
 namespace velmo {
 
 OrderSaver::~OrderSaver() {
-    if (rest_)
-        rest_->invalidate();
     if (unwritten_)
         save_(*unwritten_);
 }
@@ -18,7 +16,7 @@ void OrderSaver::save(const std::vector<std::string>& rightToLeft) {
 }
 
 void OrderSaver::saveSoon(const std::vector<std::string>& rightToLeft) {
-    if (rest_ && rest_->isValid())
+    if (rest_.isValid())
         unwritten_ = rightToLeft;
     else
         save(rightToLeft);
@@ -26,8 +24,6 @@ void OrderSaver::saveSoon(const std::vector<std::string>& rightToLeft) {
 
 /// Until the pause is over.
 void OrderSaver::rest() {
-    if (rest_)
-        rest_->invalidate();
     rest_ = loop_.schedule(pause, [this] {
         if (const auto order = std::exchange(unwritten_, std::nullopt))
             save(*order);

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "run_loop.h"
+#include "scoped_timer.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,7 +36,7 @@ private:
     RunLoop& loop_;
     Save save_;
     std::optional<std::vector<std::string>> unwritten_;
-    std::shared_ptr<Timer> rest_;
+    ScopedTimer rest_;
 };
 
 }  // namespace velmo

@@ -296,9 +296,7 @@ void Bus::setDeadline(std::uint64_t deadline) {
     if (deadline == deadline_)
         return;
     deadline_ = deadline;
-    if (timer_)
-        timer_->invalidate();
-    timer_ = nullptr;
+    timer_.end();
     if (deadline == UINT64_MAX)
         return;
     const std::uint64_t now = monotonicTime();

@@ -3,6 +3,7 @@
 #include "lifetime.h"
 #include "linux/event_loop/event_loop.h"
 #include "linux/registration.h"
+#include "scoped_timer.h"
 
 #include <systemd/sd-bus.h>
 
@@ -106,7 +107,7 @@ private:
     int watched_ = -1;
     int watchedEvents_ = 0;
     std::uint64_t deadline_ = UINT64_MAX;
-    std::shared_ptr<Timer> timer_;
+    ScopedTimer timer_;
     bool lost_ = false;
     bool morePosted_ = false;
     Registration source_;

@@ -51,8 +51,6 @@ SessionBus::SessionBus(EventLoop& loop, std::function<void(const std::shared_ptr
     : loop_(loop), onUp_(std::move(onUp)), onDown_(std::move(onDown)), pause_(firstPause) {}
 
 SessionBus::~SessionBus() {
-    if (timer_)
-        timer_->invalidate();
     if (bus_)
         bus_->close();
 }
@@ -67,8 +65,7 @@ void SessionBus::start(const std::optional<std::string>& address) {
 void SessionBus::connect() {
     if (bus_)
         return;
-    if (timer_)
-        timer_->invalidate();
+    timer_.end();
     bool isMalformed = false;
     bus_ = Bus::open(loop_, address_, lifetime_.guard([this] { lost(); }), isMalformed);
     if (bus_) {

@@ -3,6 +3,7 @@
 #include "lifetime.h"
 #include "linux/dbus/bus.h"
 #include "linux/dbus/socket_watch.h"
+#include "scoped_timer.h"
 
 #include <chrono>
 #include <functional>
@@ -48,7 +49,7 @@ private:
     std::chrono::steady_clock::time_point connectedAt_;
     Seconds pause_;
     std::unique_ptr<SocketWatch> socketWatch_;
-    std::shared_ptr<Timer> timer_;
+    ScopedTimer timer_;
     Lifetime lifetime_;
 };
 

@@ -30,11 +30,6 @@ IconLoader::IconLoader(EventLoop& loop, std::string program)
                [this] { std::erase_if(ending_, [](const auto& process) { return process->hasEnded(); }); }),
       continuing_(loop, [this] { next(); }) {}
 
-IconLoader::~IconLoader() {
-    if (limit_)
-        limit_->invalidate();
-}
-
 pid_t IconLoader::processIdentifier() const {
     return process_ ? process_->id() : 0;
 }
@@ -128,7 +123,7 @@ void IconLoader::answered(const std::optional<Image>& icon) {
 }
 
 IconLoader::WaitingReference IconLoader::endAsking() {
-    limit_->invalidate();
+    limit_.end();
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - askedAt_;
     const auto& owner = asked_->request.owner;
     turn_ = startOf(owner);

@@ -7,6 +7,7 @@
 #include "linux/icons/icon_loader_process.h"
 #include "linux/icons/icon_request.h"
 #include "linux/registration.h"
+#include "scoped_timer.h"
 
 #include <chrono>
 #include <cstddef>
@@ -30,7 +31,6 @@ public:
 
     /// `program` is the loader's executable; where it is missing, no icon can be had.
     IconLoader(EventLoop& loop, std::string program);
-    ~IconLoader();
     IconLoader(const IconLoader&) = delete;
     IconLoader& operator=(const IconLoader&) = delete;
 
@@ -84,7 +84,7 @@ private:
     std::unique_ptr<IconLoaderProcess> process_;
     /// Told to end, but not gone yet.
     std::vector<std::unique_ptr<IconLoaderProcess>> ending_;
-    std::shared_ptr<Timer> limit_;
+    ScopedTimer limit_;
     /// The most recently used first.
     std::list<Cached> cache_;
     PostedOnce tidying_;

@@ -40,11 +40,6 @@ ForeignWatcher::ForeignWatcher(EventLoop& loop, std::shared_ptr<dbus::Bus> bus, 
     });
 }
 
-ForeignWatcher::~ForeignWatcher() {
-    if (listTimer_)
-        listTimer_->invalidate();
-}
-
 void ForeignWatcher::ownerChanged(const std::string& owner) {
     if (owner == owner_)
         return;
@@ -52,8 +47,7 @@ void ForeignWatcher::ownerChanged(const std::string& owner) {
     signals_.clear();
     listing_ = {};
     listPause_ = firstListPause;
-    if (listTimer_)
-        listTimer_->invalidate();
+    listTimer_.end();
     if (!owner_.empty() && owner_ != bus_->uniqueName())
         attend();
 }

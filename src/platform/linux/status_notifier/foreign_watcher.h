@@ -4,6 +4,7 @@
 #include "linux/dbus/bus.h"
 #include "linux/event_loop/event_loop.h"
 #include "linux/status_notifier/item_address.h"
+#include "scoped_timer.h"
 
 #include <functional>
 #include <memory>
@@ -20,7 +21,6 @@ public:
 
     ForeignWatcher(EventLoop& loop, std::shared_ptr<dbus::Bus> bus, const std::string& family, Handler onItem,
                    Handler onItemGone);
-    ~ForeignWatcher();
     ForeignWatcher(const ForeignWatcher&) = delete;
     ForeignWatcher& operator=(const ForeignWatcher&) = delete;
 
@@ -47,7 +47,7 @@ private:
     Registration listing_;
     /// Before it is asked again for its items.
     Seconds listPause_ = 0;
-    std::shared_ptr<Timer> listTimer_;
+    ScopedTimer listTimer_;
     std::vector<Registration> signals_;
     Lifetime lifetime_;
 };

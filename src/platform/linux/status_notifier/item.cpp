@@ -64,13 +64,6 @@ Item::Item(const Environment& environment, ItemAddress address, IconLook look)
     refresh();
 }
 
-Item::~Item() {
-    for (const auto& timer : {refreshTimer_, pictureTimer_}) {
-        if (timer)
-            timer->invalidate();
-    }
-}
-
 std::string Item::interface() const {
     return itemInterface(families.at(family_));
 }
@@ -101,7 +94,7 @@ void Item::requestRefresh() {
     isStale_ = true;
     if (isStuck())
         refresh();
-    else if (!refreshTimer_ || !refreshTimer_->isValid())
+    else if (!refreshTimer_.isValid())
         refreshTimer_ = environment_.loop.schedule(0, lifetime_.guard([this] { refresh(); }));
 }
 
@@ -119,8 +112,6 @@ void Item::refresh() {
     isStale_ = false;
     isAsking_ = true;
     askedAt_ = std::chrono::steady_clock::now();
-    if (refreshTimer_)
-        refreshTimer_->invalidate();
     // Nothing is asked before this has come to an end.
     refreshTimer_ = environment_.loop.schedule(2 * patience(), [] {});
     const auto appendInterface = [this](sd_bus_message* message) {
@@ -132,7 +123,7 @@ void Item::refresh() {
 }
 
 void Item::refreshed(const dbus::Answer& answer) {
-    refreshTimer_->invalidate();
+    refreshTimer_.end();
     isAsking_ = false;
     if (!answer.message) {
         refused(answer.error);

@@ -9,6 +9,7 @@
 #include "linux/status_notifier/item_address.h"
 #include "linux/status_notifier/item_properties.h"
 #include "linux/status_notifier/picture_source.h"
+#include "scoped_timer.h"
 
 #include <chrono>
 #include <cstdint>
@@ -32,7 +33,6 @@ public:
 
     /// `address` names the owner by its unique name.
     Item(const Environment& environment, ItemAddress address, IconLook look);
-    ~Item();
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
@@ -109,8 +109,8 @@ private:
     bool isStale_ = false;
     std::function<void()> onChange_;
     PostedOnce changed_;
-    std::shared_ptr<Timer> refreshTimer_;
-    std::shared_ptr<Timer> pictureTimer_;
+    ScopedTimer refreshTimer_;
+    ScopedTimer pictureTimer_;
     Registration refreshing_;
     Registration askingForProcess_;
     Registration activating_;

@@ -18,8 +18,6 @@ constexpr const char* toolkitModule = "velmo-qt.so";
 LazyToolkit::LazyToolkit(EventLoop& loop) : loop_(loop) {}
 
 LazyToolkit::~LazyToolkit() {
-    if (preparation_)
-        preparation_->invalidate();
     loop_.setHost(nullptr);
 }
 
@@ -30,7 +28,7 @@ Toolkit* LazyToolkit::get() {
 }
 
 void LazyToolkit::prepare() {
-    if (!tried_ && !preparation_)
+    if (!tried_ && !preparation_.isValid())
         preparation_ = loop_.schedule(preparationDelay, [this] { get(); });
 }
 

@@ -2,6 +2,7 @@
 
 #include "linux/event_loop/event_loop.h"
 #include "linux/toolkit/toolkit.h"
+#include "scoped_timer.h"
 
 #include <cstdint>
 #include <memory>
@@ -59,7 +60,7 @@ private:
     int openMenus_ = 0;
     int openExportedMenus_ = 0;
     std::optional<std::int32_t> exportedMenuOwner_;
-    std::shared_ptr<Timer> preparation_;
+    ScopedTimer preparation_;
 };
 
 }  // namespace velmo

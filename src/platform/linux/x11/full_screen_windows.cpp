@@ -53,10 +53,6 @@ FullScreenWindows::FullScreenWindows(Connection& connection, xcb_window_t dock,
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 
-FullScreenWindows::~FullScreenWindows() {
-    endSecondLook();
-}
-
 void FullScreenWindows::setArea(const PixelRect& area, const PixelRect& monitor) {
     area_ = area;
     monitor_ = monitor;
@@ -85,15 +81,9 @@ bool FullScreenWindows::mayMatter(const xcb_configure_notify_event_t& change) co
 }
 
 void FullScreenWindows::look() {
-    endSecondLook();
+    secondLook_.end();
     read();
     secondLook_ = connection_.loop().schedule(writingTime, [this] { read(); });
-}
-
-void FullScreenWindows::endSecondLook() {
-    if (secondLook_)
-        secondLook_->invalidate();
-    secondLook_.reset();
 }
 
 void FullScreenWindows::read() {

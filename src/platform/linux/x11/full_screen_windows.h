@@ -3,10 +3,9 @@
 #include "linux/event_loop/paced_work.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/pixel_rect.h"
-#include "run_loop.h"
+#include "scoped_timer.h"
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace velmo::x11 {
@@ -19,7 +18,6 @@ class FullScreenWindows {
 public:
     /// `dock` is managed. `onChange` is called after `coverArea` has changed.
     FullScreenWindows(Connection& connection, xcb_window_t dock, std::function<void()> onChange);
-    ~FullScreenWindows();
     FullScreenWindows(const FullScreenWindows&) = delete;
     FullScreenWindows& operator=(const FullScreenWindows&) = delete;
 
@@ -31,7 +29,6 @@ private:
     void handle(const xcb_generic_event_t& event);
     bool mayMatter(const xcb_configure_notify_event_t& change) const;
     void look();
-    void endSecondLook();
     void read();
     struct Client {
         xcb_window_t window;
@@ -54,7 +51,7 @@ private:
     PixelRect monitor_;
     bool coverArea_ = false;
     PacedWork looking_;
-    std::shared_ptr<Timer> secondLook_;
+    ScopedTimer secondLook_;
     Registration events_;
 };
 

@@ -27,8 +27,7 @@ void HoverToolTip::pointerEntered() {
 }
 
 void HoverToolTip::end() {
-    if (delay_)
-        delay_->invalidate();
+    delay_.end();
     // There may be one of somebody else.
     if (!std::exchange(shown_, {}).empty())
         bar_.toolkit().hideToolTip();

@@ -2,9 +2,9 @@
 
 #include "lifetime.h"
 #include "linux/x11/menu_bar.h"
+#include "scoped_timer.h"
 
 #include <functional>
-#include <memory>
 #include <string>
 
 namespace velmo::x11 {
@@ -37,7 +37,7 @@ private:
     ShowFunction showFunction_;
     /// What is shown at present, or empty.
     std::string shown_;
-    std::shared_ptr<Timer> delay_;
+    ScopedTimer delay_;
     Lifetime lifetime_;
 };
 

@@ -47,12 +47,6 @@ TopWindow::TopWindow(Connection& connection, xcb_window_t window, xcb_window_t b
     events_ = connection.onWindow(connection.root(), [this](const auto& event) { handle(event); });
 }
 
-TopWindow::~TopWindow() {
-    endSecondLook();
-    if (nextAttempt_)
-        nextAttempt_->invalidate();
-}
-
 void TopWindow::handle(const xcb_generic_event_t& event) {
     forget(event);
     const auto type = event.response_type & 0x7f;
@@ -127,16 +121,10 @@ std::vector<xcb_window_t> TopWindow::windowsOver() const {
 }
 
 void TopWindow::check() {
-    endSecondLook();
+    secondLook_.end();
     const auto over = windowsOver();
     if (!riseOver(over))
         secondLook_ = connection_.loop().schedule(untilSecondLook(over), [this] { riseOver(windowsOver()); });
-}
-
-void TopWindow::endSecondLook() {
-    if (secondLook_)
-        secondLook_->invalidate();
-    secondLook_.reset();
 }
 
 /// By then all that is known by now is to be asked anew.
@@ -210,7 +198,7 @@ bool TopWindow::riseOver(const std::vector<xcb_window_t>& over) {
 }
 
 bool TopWindow::mayRaise() {
-    if (nextAttempt_)
+    if (nextAttempt_.isValid())
         return false;
     const auto now = Clock::now();
     if (now - countBegin_ > countTime) {
@@ -221,7 +209,6 @@ bool TopWindow::mayRaise() {
         return true;
     // A flicker that goes on is worse.
     nextAttempt_ = connection_.loop().schedule(restTime, [this] {
-        nextAttempt_.reset();
         countBegin_ = Clock::now();
         raisesLeft_ = 1;
         check();

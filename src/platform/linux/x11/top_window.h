@@ -3,10 +3,9 @@
 #include "linux/event_loop/paced_work.h"
 #include "linux/x11/connection.h"
 #include "linux/x11/pixel_rect.h"
-#include "run_loop.h"
+#include "scoped_timer.h"
 
 #include <chrono>
-#include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -20,7 +19,6 @@ class TopWindow {
 public:
     /// `beneath` is a child of the root window that it lies above whether somebody manages that one or not.
     TopWindow(Connection& connection, xcb_window_t window, xcb_window_t beneath = XCB_WINDOW_NONE);
-    ~TopWindow();
     TopWindow(const TopWindow&) = delete;
     TopWindow& operator=(const TopWindow&) = delete;
 
@@ -49,7 +47,6 @@ private:
     void ask(const std::vector<xcb_window_t>& windows);
     bool isManaged(xcb_window_t window) const;
     Seconds untilSecondLook(const std::vector<xcb_window_t>& windows) const;
-    void endSecondLook();
     std::vector<xcb_window_t> windowsAbove() const;
     std::vector<xcb_window_t> windowsOver() const;
     bool mayRaise();
@@ -64,9 +61,9 @@ private:
     std::optional<PixelRect> area_;
     std::unordered_map<xcb_window_t, Verdict> verdicts_;
     PacedWork checking_;
-    std::shared_ptr<Timer> secondLook_;
+    ScopedTimer secondLook_;
     /// While it rests.
-    std::shared_ptr<Timer> nextAttempt_;
+    ScopedTimer nextAttempt_;
     Registration events_;
 };
 

@@ -88,7 +88,7 @@ void TrayIcon::embed() {
     xcb_connection_t* raw = connection_.raw();
     isClaimed_ = false;
     hasBeenEmbedded_ = true;
-    endLooks();
+    lookForOwner_.end();
     setSaved(connection_, facts_.client, true);
     const PixelRect area = clientArea();
     toldArea_ = area;
@@ -333,7 +333,7 @@ void TrayIcon::leave() {
 void TrayIcon::end() {
     if (std::exchange(ended_, true))
         return;
-    endLooks();
+    lookForOwner_.end();
     // What still comes is about a window of somebody else.
     events_ = {};
     requests_ = {};

@@ -5,12 +5,12 @@
 #include "linux/x11/menu_bar.h"
 #include "linux/x11/tray_icon_facts.h"
 #include "linux/x11/tray_slot.h"
+#include "scoped_timer.h"
 
 #include <xcb/composite.h>
 #include <xcb/damage.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -55,11 +55,12 @@ private:
     /// Of that window, which has the client, or has had it; then the client comes, stays or leaves.
     void findOwner(xcb_window_t parent);
     void lookForOwner(xcb_window_t parent, int looksLeft);
-    void endLooks();
     /// None where the client is gone.
     xcb_window_t parentOfClient() const;
     /// As far as we have been told. What lies in a window of others is theirs to place.
-    bool isHere() const { return !ended_ && !isClaimed_ && !lookForOwner_ && !following_.isPending(); }
+    bool isHere() const {
+        return !ended_ && !isClaimed_ && !lookForOwner_.isValid() && !following_.isPending();
+    }
     bool isInItsPlace() const { return parentOfClient() == window(); }
     /// Does what was left undone while it was not known whether the client is here.
     void settleOrLeave();
@@ -113,7 +114,7 @@ private:
     int claims_ = 0;
     bool hasBeenEmbedded_ = false;
     /// While it is not known yet whether a window manager has the client.
-    std::shared_ptr<Timer> lookForOwner_;
+    ScopedTimer lookForOwner_;
     /// Where the client has gone of late: into a window that is neither ours nor the root window, and then
     /// perhaps into that one.
     std::optional<xcb_window_t> holder_;

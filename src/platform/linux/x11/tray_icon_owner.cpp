@@ -34,7 +34,7 @@ void TrayIcon::followClient() {
         return;
     if (!wentToRoot_ && holder)
         findOwner(*holder);
-    else if (isClaimed_ || lookForOwner_ ||
+    else if (isClaimed_ || lookForOwner_.isValid() ||
              (holder && ManagedWindows(connection_).mayHavePutInto(*holder, facts_.client)))
         embed();
     else
@@ -45,17 +45,16 @@ void TrayIcon::findClient() {
     const auto parent = parentOfClient();
     if (parent == XCB_WINDOW_NONE)
         leave();
-    else if (parent != window() && (parent == connection_.root() || !lookForOwner_))
+    else if (parent != window() && (parent == connection_.root() || !lookForOwner_.isValid()))
         clientWentInto(parent);
 }
 
 void TrayIcon::findOwner(xcb_window_t parent) {
-    endLooks();
     lookForOwner(parent, mostLooks);
 }
 
 void TrayIcon::lookForOwner(xcb_window_t parent, int looksLeft) {
-    lookForOwner_.reset();
+    lookForOwner_.end();
     const ManagedWindows managed(connection_);
     const bool isManagers = managed.havePutInto(parent, facts_.client);
     const bool mayBeManagers = !isManagers && managed.mayHavePutInto(parent, facts_.client);
@@ -79,12 +78,6 @@ void TrayIcon::settleOrLeave() {
     placeClient();
     damaged();
     showOrHide();
-}
-
-void TrayIcon::endLooks() {
-    if (lookForOwner_)
-        lookForOwner_->invalidate();
-    lookForOwner_.reset();
 }
 
 xcb_window_t TrayIcon::parentOfClient() const {
