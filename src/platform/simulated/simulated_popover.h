@@ -37,7 +37,7 @@ public:
 private:
     SimulatedWindows& windows_;
     PopoverBehavior behavior_ = PopoverBehavior::applicationDefined;
-    bool animates_ = true;
+    bool animates_ = false;
     std::string accessibilityLabel_;
     View content_;
     bool isShown_ = false;
