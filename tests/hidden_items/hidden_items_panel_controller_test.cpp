@@ -65,6 +65,11 @@ TEST_F(PanelController, KeepsThePanelForTheNextTime) {
     EXPECT_TRUE(shows(panel().content(), "item 3"));
 }
 
+TEST_F(PanelController, ShowsThePanelOnceItIsFilledAndInItsPlace) {
+    show();
+    EXPECT_EQ(panel().calls(), (std::vector<std::string>{"setContent", "setFrame", "orderFrontRegardless"}));
+}
+
 TEST_F(PanelController, CentresThePanelSixPointsBelowItsAnchor) {
     desktop_.windows().setFittingSize({201, 36});
     show();

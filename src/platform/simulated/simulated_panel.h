@@ -3,7 +3,9 @@
 #include "panel.h"
 
 #include <functional>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace velmo {
 
@@ -16,10 +18,19 @@ public:
     SimulatedPanel(const SimulatedPanel&) = delete;
     SimulatedPanel& operator=(const SimulatedPanel&) = delete;
 
-    void setContent(const View& content) override { content_ = content; }
+    void setContent(const View& content) override {
+        content_ = content;
+        calls_.emplace_back("setContent");
+    }
     Size fittingSize() const override;
-    void setFrame(const Rect& frame) override { frame_ = frame; }
-    void orderFrontRegardless() override { isVisible_ = true; }
+    void setFrame(const Rect& frame) override {
+        frame_ = frame;
+        calls_.emplace_back("setFrame");
+    }
+    void orderFrontRegardless() override {
+        isVisible_ = true;
+        calls_.emplace_back("orderFrontRegardless");
+    }
     void orderOut() override { isVisible_ = false; }
     bool isVisible() const override { return isVisible_; }
     void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }
@@ -31,6 +42,8 @@ public:
     const PanelConfiguration& configuration() const { return configuration_; }
     const View& content() const { return content_; }
     const Rect& frame() const { return frame_; }
+    /// What filled, placed and showed the panel, in order.
+    const std::vector<std::string>& calls() const { return calls_; }
 
 private:
     SimulatedWindows& windows_;
@@ -38,6 +51,7 @@ private:
     WindowNumber number_;
     View content_;
     Rect frame_;
+    std::vector<std::string> calls_;
     std::function<void()> onClose_;
     bool isVisible_ = false;
 };
