@@ -81,6 +81,44 @@ TEST(SystemTimeZone, NothingUsableIsUtc) {
     EXPECT_EQ(offset(*makeTimeZone({.name = "Asia/Tokyo"}), 0), 9 * 3600) << "a name alone";
 }
 
+/// Any byte may be anything, and so may the highest bytes of a number.
+TEST(SystemTimeZone, DamagedFilesMakeUpNoOffsetThatNoClockHas) {
+    constexpr int day = 86400;
+    const auto whole = zoneFile("Asia/Tokyo");
+    ASSERT_TRUE(parseTzif(whole));
+    for (std::size_t place = 0; place + 1 < whole.size(); ++place) {
+        for (const char value : {'\0', '\x7f', '\x80', '\xff'}) {
+            auto damaged = whole;
+            damaged[place] = value;
+            const auto zone = makeTimeZone({.file = damaged});
+            for (const double time : {-1e14, -2e9, 0.0, 2e9, 1e14}) {
+                EXPECT_LT(offset(*zone, time), day) << place;
+                EXPECT_GT(offset(*zone, time), -day) << place;
+            }
+        }
+    }
+}
+
+TEST(SystemTimeZone, ChangesBeforeAndAfterAllTimesAreOfNoHarm) {
+    auto file = zoneFile("Europe/Berlin");
+    constexpr std::size_t header = 44;
+    const auto second = file.find("TZif", header);
+    ASSERT_NE(second, std::string::npos);
+    // The numbers are big-endian; the count of transitions is the fourth of six.
+    const auto* counts = reinterpret_cast<const unsigned char*>(file.data() + second + 20);
+    const std::size_t count = std::size_t{counts[14]} << 8 | counts[15];
+    ASSERT_GT(count, 100U);
+    file.replace(second + header, 8, "\x80" + std::string(7, '\0'));
+    file.replace(second + header + 8 * (count - 1), 8, "\x7f" + std::string(7, '\xff'));
+    const auto zone = parseTzif(file);
+    ASSERT_TRUE(zone);
+    EXPECT_LT(zone->transitions.front().time, -3'000'000'000'000);
+    EXPECT_GT(zone->transitions.back().time, 3'000'000'000'000);
+    EXPECT_EQ(offset(*makeTimeZone({.file = file}), 1735689600), 3600);
+    // The rules begin only after the last change.
+    EXPECT_EQ(offset(*makeTimeZone({.file = file}), 1e10), 7200);
+}
+
 TEST(Tzif, DamagedFilesAreRefused) {
     const auto whole = zoneFile("America/Sao_Paulo");
     ASSERT_TRUE(parseTzif(whole));
@@ -126,10 +164,28 @@ TEST(PosixTimeZone, ClocksChangeAsInTheUnitedStatesWhereNoRuleIsGiven) {
 
 TEST(PosixTimeZone, AnythingElseIsRefused) {
     EXPECT_TRUE(parsePosixTimeZone("UTC0"));
-    for (const char* text : {"", "UTC", "AB3", "CET-1CEST,", "CET-1CEST,M3.5.0", "CET-1CEST,M13.5.0,M10.5.0",
-                             "CET-1CEST,M3.6.0,M10.5.0", "CET-1CEST,M3.5.7,M10.5.0",
-                             "CET-1CEST,M3.5.0,M10.5.0/168", "CET-1CEST,M3.5.0,M10.5.0 ", "CET-168", "<UTC0",
-                             "CET-1CEST,J0,J10", "CET-1CEST,J366,J10", "Europe/Berlin", "CET--1", "CET-1:60"})
+    EXPECT_TRUE(parsePosixTimeZone("CET-23:59:59"));
+    for (const char* text : {"",
+                             "UTC",
+                             "AB3",
+                             "CET-1CEST,",
+                             "CET-1CEST,M3.5.0",
+                             "CET-1CEST,M13.5.0,M10.5.0",
+                             "CET-1CEST,M3.6.0,M10.5.0",
+                             "CET-1CEST,M3.5.7,M10.5.0",
+                             "CET-1CEST,M3.5.0,M10.5.0/168",
+                             "CET-1CEST,M3.5.0,M10.5.0 ",
+                             "CET-24",
+                             "CET24",
+                             "CET-23:30CEST",
+                             "CET-1CEST-24",
+                             "CET-168",
+                             "<UTC0",
+                             "CET-1CEST,J0,J10",
+                             "CET-1CEST,J366,J10",
+                             "Europe/Berlin",
+                             "CET--1",
+                             "CET-1:60"})
         EXPECT_FALSE(parsePosixTimeZone(text)) << text;
 }
 

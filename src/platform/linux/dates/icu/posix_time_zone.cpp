@@ -135,10 +135,12 @@ std::optional<PosixTimeZone> parsePosixTimeZone(const std::string& text) {
     if (!offset)
         return std::nullopt;
     zone.standard = {-*offset, false, *name};
+    if (!zone.standard.isPlausible())
+        return std::nullopt;
     if (reader.isAtEnd())
         return zone;
     zone.daylight = readDaylight(reader, zone.standard.offset);
-    if (!zone.daylight)
+    if (!zone.daylight || !zone.daylight->isPlausible())
         return std::nullopt;
     PosixReader rule = reader.isAtEnd() ? PosixReader(usualRule) : reader;
     const auto start = rule.take(',') ? rule.moment() : std::nullopt;

@@ -11,6 +11,8 @@ constexpr std::string_view magic = "TZif";
 constexpr std::size_t headerSize = 44;
 constexpr std::size_t firstCount = 20;
 constexpr std::size_t typeSize = 6;
+/// No calendar goes farther; files name such times where they mean that something has always been so.
+constexpr std::int64_t farthestTime = 100'000LL * 366 * 86400;
 
 /// Numbers are big-endian. The caller sees to the bounds.
 std::int64_t number(std::string_view bytes, std::size_t place, std::size_t size) {
@@ -68,12 +70,15 @@ std::optional<TzifZone> readBody(std::string_view body, const Header& header, st
         const auto type = static_cast<unsigned char>(body[indices + index]);
         if (type >= header.types)
             return std::nullopt;
-        zone.transitions.push_back({number(body, index * timeSize, timeSize), type});
+        const auto time = std::clamp(number(body, index * timeSize, timeSize), -farthestTime, farthestTime);
+        zone.transitions.push_back({time, type});
     }
     const bool isOrdered =
         std::is_sorted(zone.transitions.begin(), zone.transitions.end(),
                        [](const auto& one, const auto& other) { return one.time < other.time; });
-    if (zone.types.empty() || !isOrdered)
+    const bool isPlausible = std::all_of(zone.types.begin(), zone.types.end(),
+                                         [](const auto& type) { return type.isPlausible(); });
+    if (zone.types.empty() || !isPlausible || !isOrdered)
         return std::nullopt;
     return zone;
 }

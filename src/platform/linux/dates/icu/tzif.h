@@ -12,7 +12,7 @@ namespace velmo {
 /// A zone of the time zone database, as compiled files (TZif) hold it.
 struct TzifZone {
     struct Transition {
-        /// Seconds since 1970-01-01 00:00 UTC.
+        /// Seconds since 1970-01-01 00:00 UTC, at most a hundred thousand years.
         std::int64_t time = 0;
         /// An index of `types`, from then on.
         std::size_t type = 0;
