@@ -20,6 +20,9 @@ TEST(CommandLine, QuotesWhatWouldMeanSomethingElse) {
 TEST(CommandLine, PercentSignsAreNotInTheFirstWord) {
     EXPECT_EQ(command_line::running("/100%/velmo"), "env /100%%/velmo");
     EXPECT_EQ(command_line::running("/100% sure/velmo"), "env \"/100%% sure/velmo\"");
+    EXPECT_EQ(command_line::running("/100%/a=b/velmo"), "/100%%/a=b/velmo")
+        << "no variable of the environment";
+    EXPECT_EQ(command_line::programOf("/100%%/a=b/velmo --now"), "/100%/a=b/velmo");
 }
 
 TEST(CommandLine, ProgramFollowsItsEnvironment) {

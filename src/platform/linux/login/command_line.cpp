@@ -55,8 +55,9 @@ std::string running(std::string_view program) {
     }
     if (program.find_first_of(reserved) != std::string_view::npos)
         argument = '"' + argument + '"';
-    // Many desktops look for the first word with both percent signs.
-    if (program.find('%') != std::string_view::npos)
+    // Many desktops look for the first word with both percent signs. But what sets the environment takes a
+    // path with an equals sign for a variable.
+    if (program.find('%') != std::string_view::npos && program.find('=') == std::string_view::npos)
         argument = std::string(environmentSetter) + ' ' + argument;
     return argument;
 }

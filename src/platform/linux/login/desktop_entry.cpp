@@ -32,14 +32,15 @@ std::string escaped(std::string_view text) {
             case '\\':
                 value += "\\\\";
                 break;
-            case ' ':
-                // At the beginning a space would be taken for one around the equals sign.
-                value += value.empty() ? "\\s" : " ";
-                break;
             default:
                 value += character;
         }
     }
+    // At an end of the line a space would be taken for one that is not meant.
+    if (value.ends_with(' '))
+        value.replace(value.size() - 1, 1, "\\s");
+    if (value.starts_with(' '))
+        value.replace(0, 1, "\\s");
     return value;
 }
 
@@ -97,28 +98,31 @@ bool DesktopEntry::isFalse(std::string_view key) const {
 }
 
 void DesktopEntry::set(std::string_view key, std::string_view value) {
+    if (std::none_of(lines_.begin(), lines_.end(), isMainGroup)) {
+        // What belongs to no group then belongs to this one; nobody could read such a file otherwise.
+        *this = DesktopEntry(std::string(mainGroup) + '\n' + text());
+    }
     Line line{std::string(key) + "=" + escaped(value), std::string(key)};
     const auto last =
         std::find_if(lines_.rbegin(), lines_.rend(), [key](const Line& old) { return old.key == key; });
     if (last != lines_.rend())
         *last = std::move(line);
     else
-        lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(endOfMainGroup()), std::move(line));
+        lines_.insert(endOfMainGroup(), std::move(line));
 }
 
-/// Where a key can be added; the group is made where it is missing.
-std::size_t DesktopEntry::endOfMainGroup() {
-    const auto group = std::find_if(lines_.begin(), lines_.end(),
-                                    [](const Line& line) { return trimmed(line.text) == mainGroup; });
-    if (group == lines_.end()) {
-        lines_.insert(lines_.begin(), {std::string(mainGroup), {}});
-        return 1;
-    }
+bool DesktopEntry::isMainGroup(const Line& line) {
+    return isGroup(line.text) && trimmed(line.text) == mainGroup;
+}
+
+/// Where a key can be added.
+std::vector<DesktopEntry::Line>::const_iterator DesktopEntry::endOfMainGroup() const {
+    const auto group = std::find_if(lines_.begin(), lines_.end(), isMainGroup);
     auto end = std::find_if(group + 1, lines_.end(), [](const Line& line) { return isGroup(line.text); });
     // Before the empty lines that set the next group apart.
     while (trimmed((end - 1)->text).empty())
         --end;
-    return static_cast<std::size_t>(end - lines_.begin());
+    return end;
 }
 
 void DesktopEntry::remove(std::string_view key) {

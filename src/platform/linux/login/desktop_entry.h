@@ -33,7 +33,8 @@ private:
         std::string key;
     };
 
-    std::size_t endOfMainGroup();
+    static bool isMainGroup(const Line& line);
+    std::vector<Line>::const_iterator endOfMainGroup() const;
 
     std::vector<Line> lines_;
 };
