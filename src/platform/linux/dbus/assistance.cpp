@@ -53,17 +53,21 @@ void Assistance::ask() {
     });
 }
 
-void Assistance::take(sd_bus_message* message) {
+bool Assistance::isOnBy(sd_bus_message* answer) {
     bool isOn = false;
-    MessageReader reader(message);
+    MessageReader reader(answer);
     reader.dictionary([&](const std::string& key) {
         if (key == "IsEnabled" || key == "ScreenReaderEnabled")
             isOn = reader.boolean().value_or(false) || isOn;
     });
-    if (isOn) {
-        if (const auto onStart = std::exchange(onStart_, nullptr))
-            onStart();
-    }
+    return isOn;
+}
+
+void Assistance::take(sd_bus_message* message) {
+    if (!isOnBy(message))
+        return;
+    if (const auto onStart = std::exchange(onStart_, nullptr))
+        onStart();
 }
 
 }  // namespace velmo::dbus

@@ -15,6 +15,9 @@ public:
     /// `onStart` is called once, when the session says so first.
     Assistance(RunLoop& loop, std::shared_ptr<Bus> bus, std::function<void()> onStart);
 
+    /// True where the answer to a question for all properties says so.
+    static bool isOnBy(sd_bus_message* answer);
+
 private:
     void ownerChanged(const std::string& owner);
     void ask();

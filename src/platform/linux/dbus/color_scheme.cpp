@@ -1,5 +1,7 @@
 #include "color_scheme.h"
 
+#include "linux/dbus/message_reader.h"
+
 #include <utility>
 
 namespace velmo::dbus {
@@ -41,10 +43,8 @@ void ColorScheme::ownerChanged(const std::string& owner) {
                              .member = "Read",
                              .arguments = arguments};
     reading_ = bus_->call(call, [this](const Answer& answer) {
-        if (!answer.message)
-            return;
-        MessageReader reader(answer.message);
-        reader.variant([&] { take(reader); });
+        if (answer.message)
+            take(schemeInAnswer(answer.message));
     });
 }
 
@@ -53,15 +53,26 @@ void ColorScheme::told(sd_bus_message* message) {
     const char* sender = sd_bus_message_get_sender(message);
     if (!sender || owner_ != sender)
         return;
-    MessageReader reader(message);
-    reader.skip();
-    reader.skip();
-    take(reader);
+    take(schemeInChange(message));
 }
 
-void ColorScheme::take(MessageReader& reader) {
+std::optional<std::int64_t> ColorScheme::schemeInAnswer(sd_bus_message* answer) {
     std::optional<std::int64_t> scheme;
+    MessageReader reader(answer);
+    reader.variant([&] { reader.variant([&] { scheme = reader.integer(); }); });
+    return scheme;
+}
+
+std::optional<std::int64_t> ColorScheme::schemeInChange(sd_bus_message* signal) {
+    std::optional<std::int64_t> scheme;
+    MessageReader reader(signal);
+    reader.skip();
+    reader.skip();
     reader.variant([&] { scheme = reader.integer(); });
+    return scheme;
+}
+
+void ColorScheme::take(std::optional<std::int64_t> scheme) const {
     if (!scheme)
         return;
     std::optional<bool> dark;

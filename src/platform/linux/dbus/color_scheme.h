@@ -1,8 +1,8 @@
 #pragma once
 
 #include "linux/dbus/bus.h"
-#include "linux/dbus/message_reader.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -20,10 +20,15 @@ public:
     /// `onChange` is called with each answer, and whenever the portal tells of another preference.
     ColorScheme(std::shared_ptr<Bus> bus, Handler onChange);
 
+    /// The number that stands for a scheme, in an answer of the portal and in what it tells of a change.
+    /// Absent where there is none.
+    static std::optional<std::int64_t> schemeInAnswer(sd_bus_message* answer);
+    static std::optional<std::int64_t> schemeInChange(sd_bus_message* signal);
+
 private:
     void ownerChanged(const std::string& owner);
     void told(sd_bus_message* message);
-    void take(MessageReader& reader);
+    void take(std::optional<std::int64_t> scheme) const;
 
     std::shared_ptr<Bus> bus_;
     Handler onChange_;

@@ -6,6 +6,8 @@ namespace velmo::x11 {
 
 /// Names that the X server knows by number; asked for all at once.
 struct Atoms {
+    /// As long as no server has been asked.
+    Atoms() = default;
     Atoms(xcb_connection_t* connection, int screenNumber);
 
     xcb_atom_t gtkFrameExtents = 0;

@@ -2,6 +2,7 @@
 
 #include "linux/x11/property_question.h"
 #include "linux/x11/reply.h"
+#include "linux/x11/window_properties.h"
 #include "linux/x11/window_tree.h"
 
 #include <algorithm>
@@ -21,16 +22,8 @@ constexpr Seconds lookPause = 0.05;
 constexpr std::uint32_t atomsLimit = 128;
 constexpr std::size_t mostLikelyClients = 16;
 
-/// Of the hints about a window's frame: which of the numbers count, and where the one about the frame is.
-constexpr std::size_t hintFlags = 0;
-constexpr std::size_t hintFrame = 2;
-constexpr std::uint32_t saysFrame = 1U << 1U;
 constexpr std::uint32_t hintsLimit = 12;
 constexpr std::uint32_t marginsLimit = 16;
-
-bool isAmong(const std::vector<std::uint32_t>& atoms, xcb_atom_t atom) {
-    return std::find(atoms.begin(), atoms.end(), atom) != atoms.end();
-}
 
 bool contains(const PixelRect& window, const PixelRect& monitor) {
     return window.overlapWith(monitor) == std::int64_t{monitor.width} * monitor.height;
@@ -114,9 +107,8 @@ std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const 
     std::vector<Client> clients;
     for (const auto& [window, states, geometry] : questions) {
         const auto known = states.numbers();
-        const bool saysSo = isAmong(known, atoms.netWmStateFullscreen);
-        const bool isMaximized =
-            isAmong(known, atoms.netWmStateMaximizedHorz) && isAmong(known, atoms.netWmStateMaximizedVert);
+        const bool saysSo = window_properties::isAmong(known, atoms.netWmStateFullscreen);
+        const bool isMaximized = window_properties::isMaximized(atoms, known);
         const auto area = areaFrom(connection_, geometry);
         const bool isLarge = area && area->width >= monitor_.width && area->height >= monitor_.height;
         if ((saysSo || (isLarge && !isMaximized)) && clients.size() < mostLikelyClients)
@@ -125,8 +117,6 @@ std::vector<FullScreenWindows::Client> FullScreenWindows::likelyClients() const 
     return clients;
 }
 
-/// What shows icons behind all windows is as large, and has no frame either. A program that draws its own has
-/// a shadow in its window, without which that is smaller.
 bool FullScreenWindows::isBareProgram(xcb_window_t window) const {
     const auto& atoms = connection_.atoms();
     const PropertyQuestion hintsQuestion(connection_, window, atoms.motifWmHints, atoms.motifWmHints,
@@ -137,11 +127,7 @@ bool FullScreenWindows::isBareProgram(xcb_window_t window) const {
                                            marginsLimit);
     const auto hints = hintsQuestion.numbers();
     const auto types = typesQuestion.numbers();
-    const auto margins = marginsQuestion.numbers();
-    const bool hasShadow = std::any_of(margins.begin(), margins.end(), [](auto width) { return width > 0; });
-    return hints.size() > hintFrame && (hints[hintFlags] & saysFrame) != 0 && hints[hintFrame] == 0 &&
-           !hasShadow && !isAmong(types, atoms.netWmWindowTypeDesktop) &&
-           !isAmong(types, atoms.netWmWindowTypeDock);
+    return window_properties::wantsToBeBare(atoms, hints, types, marginsQuestion.numbers());
 }
 
 xcb_window_t FullScreenWindows::activeWindow() const {

@@ -1,8 +1,7 @@
 #include "managed_windows.h"
 
+#include "linux/x11/window_properties.h"
 #include "linux/x11/window_tree.h"
-
-#include <xcb/xcb_icccm.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -10,6 +9,8 @@
 #include <utility>
 
 namespace velmo::x11 {
+
+using window_properties::isMark;
 
 namespace {
 
@@ -42,7 +43,7 @@ std::vector<bool> ManagedWindows::contain(const std::vector<xcb_window_t>& windo
     for (const auto& member : members)
         marks.push_back(askForMark(member.window));
     for (std::size_t index = 0; index < members.size(); ++index) {
-        if (isMark(marks[index]))
+        if (isMark(marks[index].text()))
             managed[members[index].asked] = true;
     }
     return managed;
@@ -60,7 +61,7 @@ std::vector<ManagedWindows::Member> ManagedWindows::look(const std::vector<Membe
     for (std::size_t index = 0; index < members.size(); ++index) {
         const auto& [asked, window] = members[index];
         const auto children = childrenFrom(connection_, questions[index].second);
-        if (isMark(questions[index].first) ||
+        if (isMark(questions[index].first.text()) ||
             (managerMade(window) && std::any_of(children.begin(), children.end(), isAnothers)))
             managed[asked] = true;
         for (const auto child : children) {
@@ -74,7 +75,7 @@ std::vector<ManagedWindows::Member> ManagedWindows::look(const std::vector<Membe
 
 bool ManagedWindows::havePutInto(xcb_window_t parent, xcb_window_t window) const {
     // Managers that give no window of theirs away, or have frames made by a helper, mark at least the window.
-    return mayHavePutInto(parent, window) && (managerMade(parent) || isMark(askForMark(window)));
+    return mayHavePutInto(parent, window) && (managerMade(parent) || isMark(askForMark(window).text()));
 }
 
 bool ManagedWindows::managerMade(xcb_window_t window) const {
@@ -84,15 +85,6 @@ bool ManagedWindows::managerMade(xcb_window_t window) const {
 PropertyQuestion ManagedWindows::askForMark(xcb_window_t window) const {
     const auto name = connection_.atoms().wmState;
     return {connection_, window, name, name, sizeof(std::uint32_t)};
-}
-
-bool ManagedWindows::isMark(const PropertyQuestion& question) {
-    // Managers leave it on windows that they let go.
-    std::uint32_t state = XCB_ICCCM_WM_STATE_WITHDRAWN;
-    const auto value = question.text();
-    if (value.size() == sizeof state)
-        std::memcpy(&state, value.data(), sizeof state);
-    return state != XCB_ICCCM_WM_STATE_WITHDRAWN;
 }
 
 }  // namespace velmo::x11

@@ -41,7 +41,6 @@ private:
     }
     bool managerMade(xcb_window_t window) const;
     PropertyQuestion askForMark(xcb_window_t window) const;
-    static bool isMark(const PropertyQuestion& question);
 
     const Connection& connection_;
     std::uint32_t resourceMask_;

@@ -3,9 +3,9 @@
 #include "linux/x11/client_process.h"
 #include "linux/x11/property_question.h"
 #include "linux/x11/reply.h"
+#include "linux/x11/window_properties.h"
 
 #include <algorithm>
-#include <array>
 #include <span>
 #include <vector>
 
@@ -23,24 +23,12 @@ struct Candidate {
     xcb_get_geometry_cookie_t geometry;
 };
 
-bool looksLikeMenu(const Atoms& atoms, const xcb_get_window_attributes_reply_t& attributes,
-                   const std::vector<xcb_atom_t>& types) {
-    if (attributes.map_state != XCB_MAP_STATE_VIEWABLE || !attributes.override_redirect ||
-        attributes._class != XCB_WINDOW_CLASS_INPUT_OUTPUT)
-        return false;
-    if (types.empty() || types.front() == atoms.netWmWindowTypeNormal)
-        return attributes.save_under;
-    const std::array menuTypes = {atoms.netWmWindowTypeMenu, atoms.netWmWindowTypePopupMenu,
-                                  atoms.netWmWindowTypeDropdownMenu, atoms.netWmWindowTypeCombo};
-    return std::find_first_of(types.begin(), types.end(), menuTypes.begin(), menuTypes.end()) != types.end();
-}
-
 std::optional<OpenMenu> menuFrom(const Connection& connection, const Candidate& candidate) {
     xcb_connection_t* raw = connection.raw();
     const auto attributes = owned(xcb_get_window_attributes_reply(raw, candidate.attributes, nullptr));
     const auto types = candidate.types.numbers();
     const auto geometry = owned(xcb_get_geometry_reply(raw, candidate.geometry, nullptr));
-    if (!attributes || !geometry || !looksLikeMenu(connection.atoms(), *attributes, types))
+    if (!attributes || !geometry || !window_properties::looksLikeMenu(connection.atoms(), *attributes, types))
         return std::nullopt;
     return OpenMenu{candidate.window,
                     {geometry->x, geometry->y, geometry->width, geometry->height},

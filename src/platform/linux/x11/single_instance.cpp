@@ -22,12 +22,18 @@ SingleInstance::~SingleInstance() {
 void SingleInstance::receive(const xcb_client_message_event_t& message) const {
     if (message.type == connection_.atoms().velmoReopen && onReopen_) {
         onReopen_();
-    } else if (message.type == connection_.atoms().velmoCommand && message.format == 32 && onCommand_) {
-        const auto number = message.data.data32[0];
-        if (number >= static_cast<std::uint32_t>(ApplicationCommand::toggle) &&
-            number <= static_cast<std::uint32_t>(ApplicationCommand::quit))
-            onCommand_(static_cast<ApplicationCommand>(number));
+    } else if (message.type == connection_.atoms().velmoCommand && onCommand_) {
+        if (const auto command = commandIn(message))
+            onCommand_(*command);
     }
+}
+
+std::optional<ApplicationCommand> SingleInstance::commandIn(const xcb_client_message_event_t& message) {
+    const auto number = message.data.data32[0];
+    if (message.format != 32 || number < static_cast<std::uint32_t>(ApplicationCommand::toggle) ||
+        number > static_cast<std::uint32_t>(ApplicationCommand::quit))
+        return std::nullopt;
+    return static_cast<ApplicationCommand>(number);
 }
 
 SingleInstance::Place SingleInstance::acquire() {

@@ -4,6 +4,7 @@
 #include "linux/x11/connection.h"
 
 #include <functional>
+#include <optional>
 
 namespace velmo::x11 {
 
@@ -27,6 +28,9 @@ public:
     void setOnReopen(std::function<void()> handler) { onReopen_ = std::move(handler); }
     /// Called with what `tellRunningInstance` asks for in another process.
     void setOnCommand(std::function<void(ApplicationCommand)> handler) { onCommand_ = std::move(handler); }
+
+    /// What a message of the type of commands asks for. Absent where it asks for nothing that there is.
+    static std::optional<ApplicationCommand> commandIn(const xcb_client_message_event_t& message);
 
 private:
     void receive(const xcb_client_message_event_t& message) const;

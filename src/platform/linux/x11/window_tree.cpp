@@ -1,20 +1,17 @@
 #include "window_tree.h"
 
+#include "linux/x11/property_question.h"
 #include "linux/x11/reply.h"
+#include "linux/x11/window_properties.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <iterator>
 
 namespace velmo::x11 {
 
 namespace {
 
-/// More are not read, and of those that are not more are asked.
+/// More are not read.
 constexpr std::uint32_t longestList = 4096;
-constexpr std::ptrdiff_t mostManaged = 256;
 /// No window manager puts a window into more frames.
 constexpr int deepest = 8;
 
@@ -58,19 +55,11 @@ PixelRect rootArea(const Connection& connection) {
 }
 
 std::vector<xcb_window_t> managedWindowsOfOthers(const Connection& connection, xcb_window_t first) {
-    const auto value = connection.property(connection.root(), connection.atoms().netClientList,
-                                           XCB_ATOM_WINDOW, longestList * sizeof(xcb_window_t));
-    std::vector<xcb_window_t> windows(value.size() / sizeof(xcb_window_t));
-    if (!windows.empty())
-        std::memcpy(windows.data(), value.data(), windows.size() * sizeof(xcb_window_t));
-    std::erase_if(windows, [&](xcb_window_t window) {
-        return connection.isOurs(window) || window == connection.root();
+    const PropertyQuestion list(connection, connection.root(), connection.atoms().netClientList,
+                                XCB_ATOM_WINDOW, longestList * sizeof(xcb_window_t));
+    return window_properties::managedAmong(list.numbers(), first, [&](xcb_window_t window) {
+        return !connection.isOurs(window) && window != connection.root();
     });
-    if (const auto found = std::find(windows.begin(), windows.end(), first); found != windows.end())
-        std::rotate(windows.begin(), found, found + 1);
-    if (std::ssize(windows) > mostManaged)
-        windows.erase(windows.begin() + mostManaged / 2, windows.end() - mostManaged / 2);
-    return windows;
 }
 
 }  // namespace velmo::x11
