@@ -268,10 +268,10 @@ void ExportedMenuView::arrange(const ExportedMenuEntry& entry) {
     }
 }
 
-void ExportedMenuView::apply(Shown& shown, const ExportedMenuEntry& entry, qsizetype longestText) {
+void ExportedMenuView::apply(Shown& shown, const ExportedMenuEntry& entry, qsizetype longest) {
     auto& action = *shown.action;
     action.setSeparator(entry.isSeparator);
-    action.setText(textOf(entry, longestText));
+    action.setText(textOf(entry, longest));
     action.setEnabled(entry.isEnabled);
     action.setVisible(entry.isVisible);
     applyPicture(shown, entry);

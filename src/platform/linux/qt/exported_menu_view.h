@@ -43,7 +43,7 @@ private:
     void measure();
     void removeMissing(const ExportedMenuEntry& entry);
     void arrange(const ExportedMenuEntry& entry);
-    void apply(Shown& shown, const ExportedMenuEntry& entry, qsizetype longestText);
+    void apply(Shown& shown, const ExportedMenuEntry& entry, qsizetype longest);
     void applyPicture(Shown& shown, const ExportedMenuEntry& entry) const;
     void applySubmenu(Shown& shown, const ExportedMenuEntry& entry);
     void remove(const Shown& shown);
