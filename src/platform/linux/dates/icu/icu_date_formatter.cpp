@@ -26,13 +26,19 @@ void IcuDateFormatter::prepare() const {
         return;
     generation_ = settings_.generation;
     last_.reset();
-    UErrorCode status = U_ZERO_ERROR;
-    format_ = std::make_unique<icu::SimpleDateFormat>(icu::UnicodeString::fromUTF8(pattern_),
-                                                      settings_.locale, status);
-    if (U_FAILURE(status))
-        format_.reset();
-    else
-        format_->setTimeZone(*settings_.timeZone);
+    const auto pattern = icu::UnicodeString::fromUTF8(pattern_);
+    if (format_) {
+        // Names and digits stay, which take long to find.
+        format_->applyPattern(pattern);
+    } else {
+        UErrorCode status = U_ZERO_ERROR;
+        format_ = std::make_unique<icu::SimpleDateFormat>(pattern, settings_.locale, status);
+        if (U_FAILURE(status)) {
+            format_.reset();
+            return;
+        }
+    }
+    format_->setTimeZone(*settings_.timeZone);
 }
 
 std::optional<std::string> IcuDateFormatter::string(Date date) const {
