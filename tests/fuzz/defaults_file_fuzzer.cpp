@@ -2,9 +2,11 @@
 #include "linux/defaults/file_user_defaults.h"
 #include "platform/linux/temporary_folder.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -20,16 +22,36 @@ std::filesystem::path folder() {
     return folder.path();
 }
 
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+void store(const std::string& file, const std::uint8_t* data, std::size_t size) {
+    const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    require(write(descriptor, data, size) == static_cast<ssize_t>(size));
+    close(descriptor);
+}
+
+std::string load(const std::string& file) {
+    const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    const auto size = lseek(descriptor, 0, SEEK_END);
+    require(size >= 0);
+    std::string content(static_cast<std::size_t>(size), '\0');
+    require(pread(descriptor, content.data(), content.size(), 0) == size);
+    close(descriptor);
+    return content;
+}
+
 }  // namespace
 
 /// Whatever the file holds, a setting can be stored, and nothing that was a defaults file loses another.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace velmo;
-    static const auto file = folder() / "defaults.json";
-    static const auto aside = std::filesystem::path(file.string() + ".damaged-1");
-    const std::string content(reinterpret_cast<const char*>(data), size);
-    std::ofstream(file, std::ios::binary) << content;
-    const auto before = nlohmann::json::parse(content, nullptr, false);
+    static const std::string file = folder() / "defaults.json";
+    static const std::string aside = file + ".damaged-1";
+    store(file, data, size);
+    const auto before = nlohmann::json::parse(data, data + size, nullptr, false);
     {
         FileUserDefaults defaults(file);
         for (const char* key :
@@ -42,17 +64,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         defaults.setBool(true, "stored");
     }
-    std::ifstream stream(file, std::ios::binary);
-    const auto after = nlohmann::json::parse(stream, nullptr, false);
-    if (!after.is_object() || after.value("stored", false) != true)
-        std::abort();
-    if (before.is_object()) {
-        for (const auto& [key, value] : before.items()) {
-            if (key != "stored" && after.at(key) != value)
-                std::abort();
-        }
+    const auto after = nlohmann::json::parse(load(file), nullptr, false);
+    require(after.is_object() && after.value("stored", false));
+    if (access(aside.c_str(), F_OK) == 0) {
+        require(load(aside) == std::string(data, data + size));
+        unlink(aside.c_str());
+    } else {
+        require(before.is_object());
+        for (const auto& [key, value] : before.items())
+            require(key == "stored" || after.at(key) == value);
     }
-    // The file itself is written over the next time.
-    std::filesystem::remove(aside);
     return 0;
 }
