@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -29,10 +30,9 @@ public:
         return value;
     }
     std::string text(std::size_t most) {
-        std::string result;
-        while (!rest_.empty() && result.size() < most)
-            result += static_cast<char>(byte());
-        return result;
+        const auto taken = rest_.first(std::min(most, rest_.size()));
+        rest_ = rest_.subspan(taken.size());
+        return {taken.begin(), taken.end()};
     }
     /// Everything that is left.
     std::string text() { return text(rest_.size()); }

@@ -3,7 +3,6 @@
 #include <sys/socket.h>
 
 #include <cstdlib>
-#include <cstring>
 
 namespace velmo::fuzz {
 
@@ -11,18 +10,60 @@ namespace {
 
 constexpr int deepestType = 6;
 constexpr std::size_t mostElements = 40;
+constexpr std::size_t mostBytes = 20000;
 
-/// Messages belong to a connection; this one leads nowhere.
-sd_bus* connection() {
-    static sd_bus* const bus = [] {
+/// Messages come by way of a connection, of which the fuzzer has the other end.
+struct Connection {
+    Connection() {
         int ends[2];
-        sd_bus* made = nullptr;
-        if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0 || sd_bus_new(&made) < 0 ||
-            sd_bus_set_fd(made, ends[0], ends[0]) < 0 || sd_bus_start(made) < 0)
+        const std::string welcome = "DATA\r\nOK 00112233445566778899aabbccddeeff\r\n";
+        if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0 || sd_bus_new(&bus) < 0 ||
+            sd_bus_set_fd(bus, ends[0], ends[0]) < 0 || sd_bus_negotiate_fds(bus, 0) < 0 ||
+            sd_bus_start(bus) < 0 ||
+            send(ends[1], welcome.data(), welcome.size(), 0) != static_cast<ssize_t>(welcome.size()))
             std::abort();
-        return made;
-    }();
-    return bus;
+        foreignEnd = ends[1];
+        while (sd_bus_is_ready(bus) == 0) {
+            if (sd_bus_process(bus, nullptr) < 0)
+                std::abort();
+        }
+    }
+
+    Message deliver(const std::string& content) const {
+        std::size_t sent = 0;
+        sd_bus_message* message = nullptr;
+        while (!message) {
+            const auto size =
+                send(foreignEnd, content.data() + sent, content.size() - sent, MSG_DONTWAIT | MSG_NOSIGNAL);
+            sent += size > 0 ? static_cast<std::size_t>(size) : 0;
+            if (sd_bus_process(bus, &message) < 0)
+                std::abort();
+        }
+        return Message(message);
+    }
+
+    sd_bus* bus = nullptr;
+    int foreignEnd = -1;
+};
+
+std::size_t alignmentOf(char type) {
+    switch (type) {
+        case 'n':
+        case 'q':
+            return 2;
+        case 'y':
+        case 'g':
+        case 'v':
+            return 1;
+        case 'x':
+        case 't':
+        case 'd':
+        case '(':
+        case '{':
+            return 8;
+        default:
+            return 4;
+    }
 }
 
 /// Where the first complete type of a sequence ends.
@@ -42,13 +83,6 @@ std::size_t lengthOfFirst(const std::string& type) {
 }
 
 }  // namespace
-
-ForeignMessage::ForeignMessage(Bytes& bytes) : bytes_(bytes) {
-    sd_bus_message* message = nullptr;
-    if (sd_bus_message_new_signal(connection(), &message, "/", "org.example.Foreign", "Told") < 0)
-        std::abort();
-    message_.reset(message);
-}
 
 std::string ForeignMessage::anyType(int depth) {
     static constexpr char basic[] = "ybnqiuxtdsog";
@@ -72,37 +106,77 @@ std::string ForeignMessage::anyType(int depth) {
     }
 }
 
+/// Values that nothing holds make up the type of the message.
+void ForeignMessage::begin(const std::string& type) {
+    if (open_.empty())
+        types_ += type;
+}
+
 void ForeignMessage::open(char kind, const std::string& content) {
-    if (sd_bus_message_open_container(message_.get(), kind, content.c_str()) < 0)
-        std::abort();
+    begin(kind == 'a' ? "a" + content : kind == 'r' ? "(" + content + ")" : std::string(1, kind));
+    Container container;
+    if (kind == 'v') {
+        body_.signature(content);
+    } else if (kind == 'a') {
+        body_.number(0, sizeof(std::uint32_t));
+        container = {true, body_.size() - sizeof(std::uint32_t)};
+        body_.align(alignmentOf(content.front()));
+        container.begin = body_.size();
+    } else {
+        body_.align(alignmentOf('('));
+    }
+    open_.push_back(container);
 }
 
 void ForeignMessage::close() {
-    sd_bus_message_close_container(message_.get());
+    const auto container = open_.back();
+    open_.pop_back();
+    if (container.isArray)
+        body_.put(body_.size() - container.begin, container.lengthPlace, sizeof(std::uint32_t));
 }
 
 void ForeignMessage::text(const std::string& text) {
-    // What is no text for the library is refused by it.
-    if (sd_bus_message_append_basic(message_.get(), 's', text.c_str()) < 0)
-        sd_bus_message_append_basic(message_.get(), 's', "");
+    begin("s");
+    body_.text(text.c_str());
 }
 
 void ForeignMessage::integer(std::int32_t value) {
-    sd_bus_message_append_basic(message_.get(), 'i', &value);
+    begin("i");
+    body_.number(static_cast<std::uint32_t>(value), sizeof value);
+}
+
+void ForeignMessage::boolean(bool value) {
+    begin("b");
+    body_.number(value ? 1 : 0, sizeof(std::uint32_t));
 }
 
 void ForeignMessage::fillArray(const std::string& element) {
     open('a', element);
     if (element == "y") {
-        const std::string content = bytes_.text(bytes_.number(2) % 5000);
-        for (const char byte : content)
-            sd_bus_message_append_basic(message_.get(), 'y', &byte);
+        body_.bytes(bytes_.text(bytes_.number(2) % mostBytes));
     } else {
         const auto count = bytes_.below(mostElements);
         for (std::size_t index = 0; index < count && !bytes_.isEmpty(); ++index)
             fill(element);
     }
     close();
+}
+
+void ForeignMessage::fillBasic(char type) {
+    begin({type});
+    switch (type) {
+        case 'o':
+            body_.text("/" + std::string(bytes_.below(4), 'p'));
+            break;
+        case 'g':
+            body_.signature("a{sv}");
+            break;
+        case 'b':
+            body_.number(bytes_.below(2), sizeof(std::uint32_t));
+            break;
+        default:
+            body_.number(bytes_.number(8), alignmentOf(type));
+    }
 }
 
 void ForeignMessage::fill(const std::string& type) {
@@ -113,12 +187,8 @@ void ForeignMessage::fill(const std::string& type) {
             fillArray(type.substr(1, length - 1));
             break;
         case '(':
-            open('r', inside);
-            fill(inside);
-            close();
-            break;
         case '{':
-            open('e', inside);
+            open(type.front() == '(' ? 'r' : 'e', inside);
             fill(inside);
             close();
             break;
@@ -128,24 +198,8 @@ void ForeignMessage::fill(const std::string& type) {
         case 's':
             text(bytes_.text(bytes_.byte()));
             break;
-        case 'o': {
-            const std::string path = "/" + std::string(bytes_.below(4), 'p');
-            sd_bus_message_append_basic(message_.get(), 'o', path.c_str());
-            break;
-        }
-        case 'g':
-            sd_bus_message_append_basic(message_.get(), 'g', "a{sv}");
-            break;
-        case 'b': {
-            const int value = static_cast<int>(bytes_.below(2));
-            sd_bus_message_append_basic(message_.get(), 'b', &value);
-            break;
-        }
-        default: {
-            const auto value = bytes_.number(8);
-            sd_bus_message_append_basic(message_.get(), type.front(), &value);
-            break;
-        }
+        default:
+            fillBasic(type.front());
     }
     if (length < type.size())
         fill(type.substr(length));
@@ -165,9 +219,35 @@ void ForeignMessage::fillVariant(std::initializer_list<const char*> likely) {
 }
 
 Message ForeignMessage::seal() {
-    if (sd_bus_message_seal(message_.get(), 1, 0) < 0 || sd_bus_message_rewind(message_.get(), 1) < 0)
-        std::abort();
-    return std::move(message_);
+    static const Connection connection;
+    constexpr std::uint64_t signal = 4;
+    constexpr std::uint64_t wantsNoReply = 1;
+    constexpr std::uint64_t version = 1;
+    WireWriter wire(order_);
+    wire.bytes(order_ == std::endian::little ? "l" : "B");
+    for (const std::uint64_t number : {signal, wantsNoReply, version})
+        wire.number(number, 1);
+    wire.number(body_.size(), sizeof(std::uint32_t));
+    wire.number(1, sizeof(std::uint32_t));
+    wire.number(0, sizeof(std::uint32_t));
+    const auto begin = wire.size();
+    const auto field = [&](std::uint64_t code, const char* type, const std::string& value) {
+        wire.align(alignmentOf('('));
+        wire.number(code, 1);
+        wire.signature(type);
+        if (*type == 'g')
+            wire.signature(value);
+        else
+            wire.text(value);
+    };
+    field(1, "o", "/");
+    field(2, "s", "org.example.Foreign");
+    field(3, "s", "Told");
+    field(8, "g", types_);
+    wire.put(wire.size() - begin, begin - sizeof(std::uint32_t), sizeof(std::uint32_t));
+    wire.align(alignmentOf('('));
+    wire.bytes(body_.content());
+    return connection.deliver(wire.content());
 }
 
 }  // namespace velmo::fuzz

@@ -26,8 +26,9 @@ constexpr const char* names[] = {"Id",
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace velmo;
     fuzz::Bytes bytes(data, size);
+    const auto order = fuzz::ForeignMessage::anyOrder(bytes);
     const int side = static_cast<int>(1 + bytes.below(96));
-    fuzz::ForeignMessage message(bytes);
+    fuzz::ForeignMessage message(bytes, order);
     if (bytes.below(8) == 0) {
         message.fill(message.anyType());
     } else {

@@ -57,7 +57,8 @@ void writeChanges(fuzz::Bytes& bytes, fuzz::ForeignMessage& message) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Bytes bytes(data, size);
-    fuzz::ForeignMessage answer(bytes);
+    const auto order = fuzz::ForeignMessage::anyOrder(bytes);
+    fuzz::ForeignMessage answer(bytes, order);
     if (bytes.below(16) == 0) {
         answer.fill(answer.anyType());
     } else {
@@ -68,7 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto layout = status_notifier::readMenuLayout(sealed.get());
     if (!layout)
         return 0;
-    fuzz::ForeignMessage changes(bytes);
+    fuzz::ForeignMessage changes(bytes, order);
     if (bytes.below(16) == 0)
         changes.fill(changes.anyType());
     else
