@@ -1,12 +1,11 @@
-#include "bytes.h"
 #include "linux/x11/property_value.h"
+#include "linux/x11/single_instance.h"
 #include "linux/x11/tray_protocol.h"
+#include "property_answer.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <iterator>
-#include <vector>
 
 namespace {
 
@@ -16,31 +15,6 @@ constexpr std::size_t longestName = 128;
 constexpr std::size_t longestTitle = 500;
 constexpr xcb_atom_t opcode = 300;
 
-/// What the X server answers of a property that a program has written: a head, and the value behind it. The
-/// head is true, whatever the value is.
-class PropertyAnswer {
-public:
-    explicit PropertyAnswer(fuzz::Bytes& bytes) {
-        static constexpr std::uint8_t formats[] = {8, 8, 32, 16, 0};
-        xcb_get_property_reply_t head{};
-        head.format = formats[bytes.below(std::size(formats))];
-        head.type = bytes.below(4) == 0 ? XCB_ATOM_CARDINAL : XCB_ATOM_STRING;
-        const std::string value = bytes.text(head.format == 0 ? 0 : bytes.number(2) % 2000);
-        const std::size_t unit = std::max(head.format / 8, 1);
-        head.value_len = static_cast<std::uint32_t>(value.size() / unit);
-        memory_.resize(sizeof head + head.value_len * unit);
-        std::memcpy(memory_.data(), &head, sizeof head);
-        std::memcpy(memory_.data() + sizeof head, value.data(), head.value_len * unit);
-    }
-
-    const xcb_get_property_reply_t* get() const {
-        return reinterpret_cast<const xcb_get_property_reply_t*>(memory_.data());
-    }
-
-private:
-    std::vector<std::uint8_t> memory_;
-};
-
 void require(bool condition) {
     if (!condition)
         std::abort();
@@ -48,7 +22,8 @@ void require(bool condition) {
 
 }  // namespace
 
-/// Windows that are docked, and requests to dock them: names are short and can be seen, whatever they were.
+/// Windows that are docked, and messages of strangers: names are short and can be seen, whatever they were,
+/// and commands are those that there are.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace x11;
     fuzz::Bytes bytes(data, size);
@@ -57,16 +32,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::memcpy(&message, sent.data(), sent.size());
     if (const auto window = tray_protocol::windowToDock(message, opcode))
         require(*window != XCB_WINDOW_NONE && message.type == opcode);
+    if (const auto command = SingleInstance::commandIn(message)) {
+        require(message.format == 32 && static_cast<std::uint32_t>(*command) == message.data.data32[0]);
+        require(*command >= ApplicationCommand::toggle && *command <= ApplicationCommand::quit);
+    }
 
-    const auto name = tray_protocol::applicationFrom(textIn(PropertyAnswer(bytes).get(), XCB_ATOM_STRING));
+    const auto name =
+        tray_protocol::applicationFrom(textIn(fuzz::PropertyAnswer(bytes).get(), XCB_ATOM_STRING));
     require(name.size() <= longestName);
     require(std::all_of(name.begin(), name.end(),
                         [](char character) { return character >= ' ' && character <= '~'; }));
-    const auto newer = textIn(PropertyAnswer(bytes).get(), XCB_ATOM_STRING);
-    const auto older = textIn(PropertyAnswer(bytes).get(), XCB_ATOM_STRING);
+    const auto newer = textIn(fuzz::PropertyAnswer(bytes).get(), XCB_ATOM_STRING);
+    const auto older = textIn(fuzz::PropertyAnswer(bytes).get(), XCB_ATOM_STRING);
     const auto title = tray_protocol::titleFrom(newer, older);
     require(title.has_value() == (!newer.empty() || !older.empty()));
     require(!title || title->size() <= longestTitle);
-    tray_protocol::wantsToBeShown(numbersIn(PropertyAnswer(bytes).get()));
+    tray_protocol::wantsToBeShown(numbersIn(fuzz::PropertyAnswer(bytes).get()));
     return 0;
 }
