@@ -1,9 +1,12 @@
 #include "foreign_message.h"
+#include "linux/dbus/application_service.h"
 #include "linux/dbus/assistance.h"
 #include "linux/dbus/color_scheme.h"
+#include "linux/status_notifier/foreign_watcher.h"
 
 #include <cstdlib>
 #include <iterator>
+#include <string>
 
 namespace {
 
@@ -71,14 +74,63 @@ void readAssistance(fuzz::Bytes& bytes, std::endian order) {
     require(!isProper || isOnByAnswer == isOn);
 }
 
+/// The items of another watcher, one of them as it should be, and who knows what after it.
+void readItems(fuzz::Bytes& bytes, std::endian order) {
+    const bool isProper = bytes.below(4) > 0;
+    fuzz::ForeignMessage answer(bytes, order);
+    if (isProper) {
+        answer.open('v', "as");
+        answer.open('a', "s");
+        answer.text(":1.7/Item");
+        for (auto count = bytes.below(8); count > 0; --count)
+            answer.text(bytes.text(bytes.byte()));
+        answer.close();
+        answer.close();
+    } else {
+        answer.fillVariant({"as", "av", "ao"});
+    }
+    int found = 0;
+    const auto sealed = answer.seal();
+    status_notifier::ForeignWatcher::readItems(sealed.get(), ":1.3", [&](const auto& item) {
+        ++found;
+        require(sd_bus_service_name_is_valid(item.service.c_str()) > 0);
+        require(sd_bus_object_path_is_valid(item.path.c_str()) > 0);
+    });
+    require(!isProper || found > 0);
+}
+
+/// A call of an action, of the type that the library lets through.
+void readAction(fuzz::Bytes& bytes, std::endian order) {
+    static constexpr const char* names[] = {"toggle", "toggle-all", "panel", "settings", "quit"};
+    const auto choice = bytes.below(2 * std::size(names));
+    const auto name = choice < std::size(names) ? names[choice] : bytes.text(bytes.byte());
+    const auto parameters = bytes.below(3);
+    fuzz::ForeignMessage call(bytes, order);
+    call.text(name);
+    call.open('a', "v");
+    for (std::size_t count = 0; count < parameters; ++count)
+        call.fillVariant({"s"});
+    call.close();
+    call.fill("a{sv}");
+    sd_bus_error error{};
+    const auto sealed = call.seal();
+    const auto command = dbus::ApplicationService::commandIn(sealed.get(), &error);
+    require(command.has_value() != (sd_bus_error_is_set(&error) != 0));
+    require(!command || parameters == 0);
+    require(command || parameters > 0 || choice >= std::size(names));
+    sd_bus_error_free(&error);
+}
+
 }  // namespace
 
-/// Answers and signals of services on the bus that are not items: what is as it should be is understood in
-/// either byte order, whatever else comes.
+/// Answers, signals and calls on the bus that are not about items' looks: what is as it should be is
+/// understood in either byte order, whatever else comes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Bytes bytes(data, size);
     const auto order = fuzz::ForeignMessage::anyOrder(bytes);
     readAssistance(bytes, order);
     readScheme(bytes, order);
+    readItems(bytes, order);
+    readAction(bytes, order);
     return 0;
 }

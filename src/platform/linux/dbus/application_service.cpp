@@ -2,6 +2,7 @@
 
 #include "linux/application/program_arguments.h"
 
+#include <cerrno>
 #include <string_view>
 #include <utility>
 
@@ -72,19 +73,27 @@ int ApplicationService::activateAction(sd_bus_message* message, void* context, s
     if (!isSentToName(message))
         return refuse(error);
     auto& self = *static_cast<ApplicationService*>(context);
-    const char* action = nullptr;
-    if (sd_bus_message_read(message, "s", &action) < 0 ||
-        sd_bus_message_enter_container(message, 'a', "v") < 0)
-        return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "an action is wanted");
-    if (sd_bus_message_at_end(message, 0) == 0)
-        return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "no action has a parameter");
-    const auto command = ProgramArguments::command(action);
+    const auto command = commandIn(message, error);
     if (!command)
-        return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "no such action");
+        return -EINVAL;
     self.isStarting_ = false;
     const int replied = sd_bus_reply_method_return(message, "");
     self.handlers_.command(*command);
     return replied;
+}
+
+std::optional<ApplicationCommand> ApplicationService::commandIn(sd_bus_message* call, sd_bus_error* error) {
+    const auto refuse = [error](const char* why) {
+        sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, why);
+        return std::nullopt;
+    };
+    const char* action = nullptr;
+    if (sd_bus_message_read(call, "s", &action) < 0 || sd_bus_message_enter_container(call, 'a', "v") < 0)
+        return refuse("an action is wanted");
+    if (sd_bus_message_at_end(call, 0) == 0)
+        return refuse("no action has a parameter");
+    const auto command = ProgramArguments::command(action);
+    return command ? command : refuse("no such action");
 }
 
 }  // namespace velmo::dbus

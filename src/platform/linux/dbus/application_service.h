@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace velmo::dbus {
@@ -23,6 +24,9 @@ public:
     /// Where the bus has started the program, what it was started for waits; an activation among that is the
     /// start itself, of which nobody is told.
     ApplicationService(std::shared_ptr<Bus> bus, Handlers handlers, bool isStartedByBus);
+
+    /// What a call of an action asks for. Absent, with the error set, where that is nothing that there is.
+    static std::optional<ApplicationCommand> commandIn(sd_bus_message* call, sd_bus_error* error);
 
 private:
     struct Table;

@@ -1,5 +1,6 @@
 #include "icon_loader_process.h"
 
+#include "linux/icons/icon_answer.h"
 #include "linux/icons/icon_protocol.h"
 
 #include <fcntl.h>
@@ -13,7 +14,6 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <cstring>
 #include <utility>
 
 namespace velmo {
@@ -37,10 +37,6 @@ pid_t spawn(const std::string& program, int socket) {
         id = -1;
     posix_spawn_file_actions_destroy(&actions);
     return id;
-}
-
-bool isPlausible(const icon_protocol::Answer& answer) {
-    return answer.width <= icon_protocol::largestSide && answer.height <= icon_protocol::largestSide;
 }
 
 }  // namespace
@@ -133,31 +129,13 @@ void IconLoaderProcess::read() {
 }
 
 void IconLoaderProcess::takeAnswer() {
-    icon_protocol::Answer answer;
-    if (received_.size() < sizeof answer)
-        return;
-    std::memcpy(&answer, received_.data(), sizeof answer);
-    if (!isPlausible(answer)) {
+    const auto answer = readIconAnswer(received_);
+    if (answer.state == IconAnswer::State::implausible) {
         kill();
-        return;
+    } else if (answer.state == IconAnswer::State::whole) {
+        received_ = {};
+        onAnswer_(answer.icon);
     }
-    const std::size_t count = std::size_t{answer.width} * answer.height;
-    const std::size_t size = count * sizeof(std::uint32_t);
-    if (received_.size() < sizeof answer + size)
-        return;
-    std::optional<Image> icon;
-    if (count > 0) {
-        const auto begin = received_.begin() + sizeof answer;
-        const auto end = begin + static_cast<std::ptrdiff_t>(size);
-        Bitmap bitmap;
-        bitmap.width = static_cast<int>(answer.width);
-        bitmap.height = static_cast<int>(answer.height);
-        bitmap.pixels = std::make_shared<const std::vector<std::uint8_t>>(begin, end);
-        bitmap.size = {double(bitmap.width), double(bitmap.height)};
-        icon = Image{std::move(bitmap), answer.isTemplate != 0, {}};
-    }
-    received_ = {};
-    onAnswer_(icon);
 }
 
 void IconLoaderProcess::reap() {

@@ -93,12 +93,15 @@ void ForeignWatcher::listed(const dbus::Answer& answer) {
         listPause_ = std::min(2 * listPause_, longestListPause);
         return;
     }
-    dbus::MessageReader reader(answer.message);
+    readItems(answer.message, owner_, onItem_);
+}
+
+void ForeignWatcher::readItems(sd_bus_message* answer, const std::string& owner, const Handler& onItem) {
+    dbus::MessageReader reader(answer);
     reader.variant([&] {
         reader.array([&] {
-            const auto text = reader.text();
-            if (const auto item = parseItemAddress(text.value_or(""), owner_))
-                onItem_(*item);
+            if (const auto item = parseItemAddress(reader.text().value_or(""), owner))
+                onItem(*item);
             return true;
         });
     });

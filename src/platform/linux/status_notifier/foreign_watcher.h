@@ -24,6 +24,9 @@ public:
     ForeignWatcher(const ForeignWatcher&) = delete;
     ForeignWatcher& operator=(const ForeignWatcher&) = delete;
 
+    /// Tells of each item in a watcher's answer to the question for its list.
+    static void readItems(sd_bus_message* answer, const std::string& owner, const Handler& onItem);
+
 private:
     void ownerChanged(const std::string& owner);
     void attend();
