@@ -41,6 +41,20 @@ TEST(MenuBarItemInfo, HashesAllFields) {
         EXPECT_NE(hashOf(other), hashOf(sample));
 }
 
+/// One after the other into the usual mixture: 2^64 divided by the golden ratio, shifts by 6 and 2.
+template <typename... Fields>
+std::size_t mixed(const Fields&... fields) {
+    std::size_t seed = 0;
+    ((seed ^= std::hash<Fields>()(fields) + 11400714819323198485U + seed * 64 + seed / 4), ...);
+    return seed;
+}
+
+TEST(MenuBarItemInfo, HashesItsFieldsInTheirOrder) {
+    const Rect& bounds = sample.bounds;
+    EXPECT_EQ(hashOf(sample), mixed(sample.windowID, sample.ownerPID, sample.ownerName, sample.title,
+                                    bounds.x, bounds.y, bounds.width, bounds.height, sample.isOnScreen));
+}
+
 TEST(MenuBarItemInfo, HashesTheAreaAndNotHowItIsGiven) {
     MenuBarItemInfo mirrored = sample;
     mirrored.bounds = {34, 26, -24, -26};
