@@ -226,6 +226,35 @@ TEST_F(Watchers, AProgramThatFillsTheHostLeavesRoomForOthers) {
     EXPECT_EQ(items_.size(), 2U);
 }
 
+TEST_F(Watchers, ManyThatFillTheHostLeaveWhatIsThere) {
+    const auto pair = programWithItem("first");
+    pair->addItem("/Second", "second");
+    pair->registerItem("/Second");
+    ASSERT_TRUE(untilItems(2));
+    std::vector<std::unique_ptr<desktop::BusProgram>> many;
+    for (int index = 0; index < 60; ++index) {
+        many.push_back(program());
+        many.back()->keepSilentOn("GetAll");
+        for (int item = 0; item < 20; ++item) {
+            many.back()->addItem("/Item" + std::to_string(item), "one of many");
+            many.back()->registerItem("/Item" + std::to_string(item));
+        }
+    }
+    const auto asked = [&] {
+        std::size_t calls = 0;
+        for (const auto& one : many)
+            calls += one->callsOf("GetAll");
+        return calls;
+    };
+    ASSERT_TRUE(until([&] { return asked() >= 998; }, 20));
+    runFor(0.5);
+    EXPECT_EQ(asked(), 998U) << "the last ones go without";
+    EXPECT_EQ(items_.size(), 2U);
+    many.erase(many.begin());
+    const auto late = programWithItem("late");
+    EXPECT_EQ(items_.size(), 3U) << "there is room again";
+}
+
 TEST_F(Watchers, AnItemSurvivesAStallInWhichTheBusHasAnswered) {
     const auto owner = program();
     owner->addItem(usualItem, "stalled");

@@ -11,6 +11,9 @@ namespace {
 
 /// More than anybody has; a program gone wild ends here.
 constexpr std::size_t mostItems = 1000;
+/// What a program may well have, and loses to nobody. Where no program has more, whoever comes last goes
+/// without: a program that fills the host from many connections does not push out those that were there.
+constexpr std::size_t fairShare = 20;
 
 }  // namespace
 
@@ -68,13 +71,13 @@ bool Host::makeRoomFor(const std::string& service) {
     for (const auto& entry : entries_)
         ++counts[ownerOf(entry)];
     const auto most = std::max_element(counts.begin(), counts.end(), [](const auto& left, const auto& right) {
-        return left.second < right.second;
-    });
-    if (most->second <= counts[service])
+                          return left.second < right.second;
+                      })->second;
+    if (most <= std::max(counts[service], fairShare))
         return false;
     auto newest = entries_.end();
     for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
-        if (ownerOf(*entry) == most->first &&
+        if (counts[ownerOf(*entry)] == most &&
             (newest == entries_.end() || newest->second.number < entry->second.number))
             newest = entry;
     }

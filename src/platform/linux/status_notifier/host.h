@@ -49,7 +49,8 @@ private:
     using Entries = std::map<ItemAddress, Entry>;
 
     void add(const ItemAddress& address);
-    /// Ends the newest entry of whoever has the most. False where that is the one who wants another.
+    /// Ends the newest entry of those who have the most. False where the one who wants another has as many,
+    /// or nobody has more than a fair share.
     bool makeRoomFor(const std::string& service);
     void resolve(Entries::iterator entry);
     void resolved(Entries::iterator entry, const std::string& owner);
