@@ -103,33 +103,43 @@ TEST(Drop, BeyondTheEndIsTheFarLeft) {
     EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "mail", "new"}));
 }
 
-TEST(Placement, ForgetsTheLeftmostAbsentOnesFirst) {
-    StatusItemOrder order({"a", "Velmo.Toggle", "b", "c", "Velmo.Divider", "d"});
-    forgetAbsent(order, {"c"}, {6, 6});
-    EXPECT_EQ(order.rightToLeft().size(), 6U);
-    forgetAbsent(order, {"c"}, {4, 6});
-    EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"a", "Velmo.Toggle", "c", "Velmo.Divider"}));
-    forgetAbsent(order, {"c"}, {1, 6});
-    EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "c", "Velmo.Divider"}))
-        << "neither ours nor present ones";
+TEST(Placement, ForgetsAbsentOnesWhereNewOnesComeFirst) {
+    StatusItemOrder order({"a", "Velmo.Toggle", "b", "c", "d", "Velmo.Divider", "e", "f"});
+    forgetAbsent(order, {"c"}, {5, 5});
+    EXPECT_EQ(order.rightToLeft().size(), 8U) << "whoever is present does not count, nor do ours";
+    forgetAbsent(order, {"c"}, {3, 5});
+    EXPECT_EQ(order.rightToLeft(),
+              (std::vector<std::string>{"a", "Velmo.Toggle", "c", "Velmo.Divider", "e", "f"}));
+    forgetAbsent(order, {"c"}, {1, 5});
+    EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "c", "Velmo.Divider", "e"}))
+        << "those that the user has hidden come last";
+    forgetAbsent(order, {"c"}, {0, 5});
+    EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "c", "Velmo.Divider"}));
 }
 
 TEST(Placement, OneProgramDoesNotPushOutTheOthers) {
-    std::vector<std::string> known = {"Velmo.Toggle", "mail.a", "Velmo.Divider"};
-    std::vector<std::string> wild;
-    for (int count = 0; count < 20; ++count)
-        wild.push_back("wild." + std::to_string(count));
-    known.insert(known.begin() + 2, wild.begin(), wild.end());
-    known.emplace_back("chat.b");
+    StatusItemOrder order(
+        {"wild.1", "wild.2", "Velmo.Toggle", "mail.a", "Velmo.Divider", "chat.b", "wild.3"});
+    forgetAbsent(order, {}, {4, 2});
+    EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"wild.1", "Velmo.Toggle", "mail.a",
+                                                             "Velmo.Divider", "chat.b", "wild.3"}))
+        << "it gives way first";
+}
+
+TEST(Placement, WhoeverHasOneNameAfterTheOtherDoesNotPushOutTheOthers) {
+    const std::vector<std::string> known = {"Velmo.Toggle", "mail.a", "net.c", "Velmo.Divider", "chat.b"};
     StatusItemOrder order(known);
-    forgetAbsent(order, wild, {9, 5});
-    EXPECT_EQ(order.rightToLeft(), known) << "present ones stay, and those beyond its share do not count";
-    forgetAbsent(order, wild, {8, 5});
-    EXPECT_EQ(order.rightToLeft().back(), "Velmo.Divider");
-    EXPECT_EQ(order.rightToLeft().size(), known.size() - 1);
-    forgetAbsent(order, {}, {8, 5});
-    EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "mail.a", "wild.0", "wild.1",
-                                                             "wild.2", "wild.3", "wild.4", "Velmo.Divider"}));
+    std::vector<std::string> wild;
+    for (int count = 0; count < 100; ++count) {
+        wild.push_back("wild" + std::to_string(count) + ".icon");
+        placeApplication(order, wild.back());
+        forgetAbsent(order, wild, {10, 5});
+    }
+    EXPECT_EQ(order.rightToLeft().size(), known.size() + 100) << "all of them are there";
+    forgetAbsent(order, {}, {10, 5});
+    EXPECT_EQ(order.rightToLeft().size(), 2U + 10U);
+    for (const auto& identity : known)
+        EXPECT_TRUE(order.contains(identity)) << identity;
 }
 
 TEST(Placement, NewApplicationStandsDirectlyRightOfTheHiddenDivider) {

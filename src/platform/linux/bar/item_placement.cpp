@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <map>
 #include <string_view>
@@ -60,25 +61,31 @@ bool isOwnName(const std::string& identity) {
 }
 
 void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& present, Memory memory) {
-    const std::unordered_set<std::string_view> kept(present.begin(), present.end());
+    const std::unordered_set<std::string_view> isPresent(present.begin(), present.end());
     const auto& known = order.rightToLeft();
-    std::map<std::string_view, std::size_t> counts;
-    std::size_t total = 0;
-    for (const auto& identity : known)
-        total += ++counts[programOf(identity)] <= memory.mostOfOneProgram ? 1 : 0;
-    std::vector<std::string> forgotten;
-    for (std::size_t index = known.size(); index-- > 0;) {
-        const auto& identity = known[index];
-        auto& count = counts[programOf(identity)];
-        const bool hasTooMany = count > memory.mostOfOneProgram;
-        if (isOwnName(identity) || kept.contains(identity) || (!hasTooMany && total <= memory.most))
-            continue;
-        forgotten.push_back(identity);
+    std::vector<std::string> absent;
+    std::map<std::string, std::size_t, std::less<>> counts;
+    const auto addFromLeft = [&](auto right, auto left) {
+        for (auto place = left; place-- != right;) {
+            if (isOwnName(*place) || isPresent.contains(*place))
+                continue;
+            absent.push_back(*place);
+            ++counts[std::string(programOf(*place))];
+        }
+    };
+    const auto divider = std::find(known.begin(), known.end(), hiddenDivider);
+    addFromLeft(known.begin(), divider);
+    addFromLeft(divider, known.end());
+    std::erase_if(absent, [&](const auto& identity) {
+        auto& count = counts.find(programOf(identity))->second;
+        if (count <= memory.mostOfOneProgram)
+            return false;
         --count;
-        total -= hasTooMany ? 0 : 1;
-    }
-    for (const auto& identity : forgotten)
         order.remove(identity);
+        return true;
+    });
+    for (std::size_t index = 0; index + memory.most < absent.size(); ++index)
+        order.remove(absent[index]);
 }
 
 void placeApplication(StatusItemOrder& order, const std::string& identity) {

@@ -25,14 +25,15 @@ bool isHiddenDivider(const std::string& identity);
 /// True for the names of our own items.
 bool isOwnName(const std::string& identity);
 
-/// How many identities are kept.
+/// How many identities are kept of items that are away.
 struct Memory {
     std::size_t most = 0;
-    /// What a program has beyond that takes no room from others.
     std::size_t mostOfOneProgram = 0;
 };
 
-/// Forgets items that are away, the leftmost ones first, until no more identities are left than are kept.
+/// Forgets items that are away until no more of them are left than are kept: first the visible ones from the
+/// left, where new items come, so that whoever has one name after the other wears out none but those; then
+/// the hidden ones, which the user has put there.
 void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& present, Memory memory);
 
 /// An item that lies in the bar, in pixels of the bar.

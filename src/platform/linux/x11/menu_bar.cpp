@@ -23,7 +23,7 @@ constexpr double narrowingStep = 2;
 constexpr int tileWidth = 256;
 /// That we wait for others to be served. Longer, and somebody else holds the server.
 constexpr std::chrono::milliseconds longestStep(5);
-/// Items whose places are remembered.
+/// Items whose places are remembered while they are away.
 constexpr item_placement::Memory remembered = {500, 50};
 
 /// Before the number of an item where others have the same name.
