@@ -235,6 +235,17 @@ TEST_F(AutostartTest, PipeInTheEntrysPlaceBlocksNothing) {
     EXPECT_FALSE(fs::exists(entry()));
 }
 
+TEST_F(AutostartTest, WhatIsHugeIsLeftAlone) {
+    write(entry(), group + "Exec=" + (folder_ / "velmo").string() + "\n");
+    ASSERT_EQ(service_->status(), enabled);
+    constexpr std::uintmax_t huge = 2 << 20;
+    fs::resize_file(entry(), huge);
+    EXPECT_EQ(service_->status(), notRegistered);
+    EXPECT_EQ(service_->registerService(), entry().string() + ": File too large");
+    EXPECT_EQ(service_->unregisterService(), entry().string() + ": File too large");
+    EXPECT_EQ(fs::file_size(entry()), huge);
+}
+
 TEST(AutostartEnvironment, IsThatOfThisProgramAndUser) {
     setenv("XDG_CONFIG_HOME", "/configuration", 1);
     setenv("XDG_CONFIG_DIRS", "/etc/one:relative::/etc/two", 1);

@@ -25,6 +25,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* entryName = "velmo.desktop";
+/// Bytes. No entry comes near.
+constexpr std::uintmax_t largestEntry = 1 << 20;
 
 /// With which some desktops switch an entry off.
 constexpr std::array<std::string_view, 2> desktopSwitches = {"X-GNOME-Autostart-enabled",
@@ -50,6 +52,8 @@ std::error_code readEntry(const fs::path& file, DesktopEntry& entry) {
     std::error_code error;
     if (!fs::is_regular_file(file, error))
         return {};
+    if (fs::file_size(file, error) > largestEntry)
+        return std::make_error_code(std::errc::file_too_large);
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
         return {errno, std::generic_category()};
