@@ -8,6 +8,7 @@
 #include <csignal>
 #include <fstream>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -131,6 +132,33 @@ TEST_F(IconLoading, WaitsForNoPipeAndReadsNoDeviceNorHugeFile) {
                                     std::string("/proc/self/mem"), std::string("../../etc/passwd")})
         EXPECT_FALSE(load(request(path))) << path;
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+/// The toolkit opens what a drawing refers to.
+TEST_F(IconLoading, ADrawingThatRefersToAPipeCostsOnlyItself) {
+    const auto pipe = folder_ / "pipe.png";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const auto drawing = std::string(redSquare).insert(
+        std::string(redSquare).find("</svg>"),
+        "<image href='" + pipe.string() + "' xlink:href='" + pipe.string() + "' width='9' height='9'/>");
+    EXPECT_FALSE(load(request(write("waits.svg", drawing))));
+    EXPECT_TRUE(load(request(write("red.svg", redSquare))));
+}
+
+/// Whoever waits to write into one would go on, and find that nobody reads.
+TEST_F(IconLoading, OpensNoPipeToLookAtIt) {
+    const auto pipe = folder_ / "pipe.png";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const pid_t writer = fork();
+    if (writer == 0)
+        _exit(open(pipe.c_str(), O_WRONLY) < 0 ? 1 : 0);
+    ASSERT_GT(writer, 0);
+    runFor(0.2);
+    EXPECT_FALSE(load(request(pipe)));
+    runFor(0.2);
+    EXPECT_EQ(waitpid(writer, nullptr, WNOHANG), 0) << "it waits still";
+    kill(writer, SIGKILL);
+    waitpid(writer, nullptr, 0);
 }
 
 TEST_F(IconLoading, AnswersAfterItsProcessHasDied) {

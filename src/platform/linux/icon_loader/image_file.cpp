@@ -8,12 +8,29 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <string>
+
 namespace velmo {
 
 namespace {
 
 constexpr qint64 largestFile = 8 << 20;
 constexpr int longestImageSide = 4096;
+
+/// Opening a file has effects of its own where it is a pipe, whose writer goes on, or a device: it is looked
+/// at first, and it is that file which is opened. Negative where it is none of moderate size.
+int openImageFile(const QString& file) {
+    const int found = open(QFile::encodeName(file).constData(), O_PATH | O_CLOEXEC);
+    if (found < 0)
+        return -1;
+    struct stat facts {};
+    int opened = -1;
+    if (fstat(found, &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_size > 0 &&
+        facts.st_size <= largestFile)
+        opened = open(("/proc/self/fd/" + std::to_string(found)).c_str(), O_RDONLY | O_CLOEXEC);
+    close(found);
+    return opened;
+}
 
 }  // namespace
 
@@ -22,18 +39,13 @@ int shownSide(int available, int side) {
 }
 
 QByteArray readImageFile(const QString& file) {
-    const int descriptor =
-        open(QFile::encodeName(file).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    const int descriptor = openImageFile(file);
     if (descriptor < 0)
         return {};
-    QByteArray content;
-    struct stat facts {};
-    if (fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_size > 0 &&
-        facts.st_size <= largestFile) {
-        content.resize(facts.st_size);
-        const ssize_t size = read(descriptor, content.data(), static_cast<std::size_t>(content.size()));
-        content.resize(size > 0 ? size : 0);
-    }
+    // It may have become longer meanwhile.
+    QByteArray content(largestFile, Qt::Uninitialized);
+    const ssize_t size = read(descriptor, content.data(), static_cast<std::size_t>(content.size()));
+    content.truncate(size > 0 ? size : 0);
     close(descriptor);
     return content;
 }
