@@ -104,6 +104,27 @@ TEST_F(IconLoading, LooksIntoTheProgramsOwnFolderFirst) {
     EXPECT_FALSE(load(request("mine"))) << "other programs do not see it";
 }
 
+TEST_F(IconLoading, LooksForThemesInNoFolderThatDependsOnWhereItWasStarted) {
+    write("icons/hicolor/16x16/apps/mine.svg", redSquare);
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder_);
+    const auto isFound = [&](const std::string& variable, std::string folder) {
+        // Where the theme is described in which it lies.
+        if (variable == "XDG_DATA_DIRS")
+            folder += ":/usr/share";
+        setenv(variable.c_str(), folder.c_str(), 1);
+        icons_ = std::make_unique<IconLoader>(loop_, iconLoaderProgram);
+        const bool isThere = load(request("mine")).has_value();
+        unsetenv(variable.c_str());
+        return isThere;
+    };
+    for (const auto* variable : {"XDG_DATA_HOME", "XDG_DATA_DIRS"}) {
+        EXPECT_TRUE(isFound(variable, folder_)) << variable;
+        EXPECT_FALSE(isFound(variable, ".")) << variable;
+    }
+    std::filesystem::current_path(before);
+}
+
 TEST_F(IconLoading, SeesAFileThatHasChanged) {
     const auto file = write("own/icon.svg", redSquare);
     ASSERT_EQ((*bitmapOf(load(request("icon", 20, folder_ / "own"))).pixels)[2], 255);

@@ -27,18 +27,20 @@ int symbolSide(int side) {
     return std::max(side * symbolParts / iconParts, 1);
 }
 
-/// Where icon themes lie: the user's first.
+/// Where icon themes lie: the user's first. None depends on where the program was started.
 QStringList themeFolders() {
     const QString home = QDir::homePath();
     QString own = qEnvironmentVariable("XDG_DATA_HOME");
-    if (own.isEmpty())
+    if (!own.startsWith(QLatin1Char('/')))
         own = home + QLatin1String("/.local/share");
     QStringList folders = {home + QLatin1String("/.icons"), own + QLatin1String("/icons")};
     QString shared = qEnvironmentVariable("XDG_DATA_DIRS");
     if (shared.isEmpty())
         shared = QStringLiteral("/usr/local/share:/usr/share");
-    for (const auto& folder : shared.split(QLatin1Char(':'), Qt::SkipEmptyParts))
-        folders << folder + QLatin1String("/icons");
+    for (const auto& folder : shared.split(QLatin1Char(':'))) {
+        if (folder.startsWith(QLatin1Char('/')))
+            folders << folder + QLatin1String("/icons");
+    }
     return folders;
 }
 
