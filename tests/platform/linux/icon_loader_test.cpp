@@ -210,6 +210,20 @@ TEST_F(IconLoading, AsksAnotherProcessWhereOneHangs) {
     EXPECT_TRUE(until([&] { return kill(first, 0) != 0; })) << "nothing is left of it";
 }
 
+TEST_F(IconLoading, EndsAProcessThatStaysOrAnswersUnasked) {
+    const auto program = script("#!/bin/sh\nhead -c 12 /dev/zero\nexec sleep 60");
+    icons_ = std::make_unique<IconLoader>(loop_, program);
+    EXPECT_FALSE(load(request("stays")));
+    const pid_t first = icons_->processIdentifier();
+    ASSERT_GT(first, 0);
+    EXPECT_TRUE(until([&] { return kill(first, 0) != 0; }, 12)) << "nobody asks it any longer";
+
+    script("#!/bin/sh\nexec cat /dev/zero");
+    EXPECT_FALSE(load(request("floods")));
+    const pid_t second = icons_->processIdentifier();
+    EXPECT_TRUE(second == 0 || until([&] { return kill(second, 0) != 0; }, 3)) << "at once";
+}
+
 TEST_F(IconLoading, GivesUpOnAnIconThatHangsTwiceAndTriesItAnewLater) {
     const auto slow = write("slow", "");
     const auto program = script("#!/bin/sh\nif [ -e '" + slow.string() +

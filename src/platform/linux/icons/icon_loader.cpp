@@ -9,6 +9,8 @@ namespace {
 
 /// From the request to the answer, with the start of the process.
 constexpr Seconds timeLimit = 3;
+/// The process ends by itself before.
+constexpr Seconds mostIdleTime = 7;
 /// A process that ends, because it was idle, just when it gets a request is no reason to give up.
 constexpr int mostAttempts = 2;
 constexpr std::size_t mostCached = 64;
@@ -113,9 +115,13 @@ bool IconLoader::ensureProcess() {
 }
 
 void IconLoader::answered(const std::optional<Image>& icon) {
-    if (!asked_)
+    if (!asked_) {
+        // It would answer without end.
+        letGoOfProcess();
         return;
+    }
     const auto waiting = endAsking();
+    limit_ = loop_.schedule(mostIdleTime, lifetime_.guard([this] { letGoOfProcess(); }));
     const auto others = remember(waiting->request, icon);
     finish(*waiting, icon);
     for (const auto& other : others)
@@ -153,6 +159,7 @@ void IconLoader::overdue() {
 }
 
 void IconLoader::letGoOfProcess() {
+    limit_.end();
     process_->kill();
     ending_.push_back(std::move(process_));
 }

@@ -24,7 +24,8 @@
 namespace velmo {
 
 /// Finds and decodes icon files in a process of its own, which a bad file may crash or keep busy without
-/// harm. The process starts when it is needed and ends by itself when it is not.
+/// harm. The process starts when it is needed and ends by itself when it is not; one that does not, or that
+/// answers unasked, is ended.
 class IconLoader {
 public:
     using Handler = std::function<void(const std::optional<Image>&)>;
