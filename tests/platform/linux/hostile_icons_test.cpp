@@ -60,10 +60,58 @@ TEST_F(HostileIcons, AreReadByAProcessThatCanDoLittle) {
     for (const auto& file : std::filesystem::directory_iterator("/proc/" + process + "/fd"))
         EXPECT_NE(nameOf(file.path()), ours) << "files of ours are not open there";
     EXPECT_EQ(lineOf("status", "NoNewPrivs:"), "\t1");
+    EXPECT_EQ(lineOf("status", "Seccomp:"), "\t2");
     EXPECT_EQ(limitOf("Max file size"), "0 0");
     EXPECT_EQ(limitOf("Max core file size"), "0 0");
+    EXPECT_EQ(limitOf("Max cpu time"), "60 60");
+#ifndef __SANITIZE_ADDRESS__
+    EXPECT_EQ(limitOf("Max address space"), "1073741824 1073741824");
+#endif
     for (const int end : ends)
         close(end);
+}
+
+TEST_F(HostileIcons, AreReadByAProcessThatIsNotToldOfTheSession) {
+    const auto own = folder_.string();
+    for (const auto* variable :
+         {"DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "SSH_AUTH_SOCK", "SECRET"})
+        setenv(variable, "told", 0);
+    setenv("XDG_DATA_HOME", own.c_str(), 1);
+    ASSERT_TRUE(isHad(blueSquare));
+    std::ifstream stream("/proc/" + std::to_string(icons_->processIdentifier()) + "/environ");
+    bool knowsThemes = false;
+    for (std::string variable; std::getline(stream, variable, '\0');) {
+        const auto name = variable.substr(0, variable.find('='));
+        knowsThemes = knowsThemes || variable == "XDG_DATA_HOME=" + own;
+        for (const auto* ending : {"DISPLAY", "XAUTHORITY", "ADDRESS", "_DIR", "_SOCK", "SECRET"})
+            EXPECT_FALSE(name.ends_with(ending)) << variable;
+    }
+    EXPECT_TRUE(knowsThemes);
+    unsetenv("XDG_DATA_HOME");
+}
+
+/// Those are found and read by the toolkit, in a program's own folder too.
+TEST_F(HostileIcons, OfThemesThatAreHugeAreNotDecodedEither) {
+    const auto pictures = folder_ / "hicolor" / "16x16" / "apps";
+    std::filesystem::create_directories(pictures);
+    const auto isShown = [&](const std::string& name, std::uintmax_t side) {
+        const auto file = pictures / (name + ".png");
+        const auto sides = std::to_string(side);
+        std::ofstream(file) << "P6 " << sides << " " << sides << " 255\n";
+        std::filesystem::resize_file(file, std::filesystem::file_size(file) + 3 * side * side);
+        IconRequest request;
+        request.side = 20;
+        request.name = name;
+        request.folder = folder_;
+        std::optional<bool> answer;
+        const auto loading = icons_->load(request, [&](const auto& icon) { answer = icon.has_value(); });
+        EXPECT_TRUE(until([&] { return answer.has_value(); }, 20));
+        return answer.value_or(false);
+    };
+    EXPECT_TRUE(isShown("large", 4000)) << "64 MB";
+    const auto process = icons_->processIdentifier();
+    EXPECT_FALSE(isShown("too-large", 4200));
+    EXPECT_EQ(icons_->processIdentifier(), process) << "it goes on";
 }
 
 TEST_F(HostileIcons, ThatAreHugeAreNotDecoded) {

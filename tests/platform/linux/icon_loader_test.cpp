@@ -16,6 +16,8 @@ namespace velmo {
 
 namespace {
 
+using namespace std::string_literals;
+
 constexpr const char* redSquare = R"(<svg xmlns="http://www.w3.org/2000/svg" width="16" height="16">
 <rect width="16" height="16" fill="#ff0000"/></svg>)";
 
@@ -130,6 +132,35 @@ TEST_F(IconLoading, SeesAFileThatHasChanged) {
     ASSERT_EQ((*bitmapOf(load(request("icon", 20, folder_ / "own"))).pixels)[2], 255);
     write("own/icon.svg", std::string(redSquare).replace(std::string(redSquare).find("ff0000"), 6, "0000ff"));
     EXPECT_EQ((*bitmapOf(load(request("icon", 20, folder_ / "own"))).pixels)[0], 255);
+}
+
+TEST_F(IconLoading, DecodesWhatIconsComeAs) {
+    const std::string png =
+        "\x89PNG\r\n\x1a\n"s
+        "\0\0\0\rIHDR\0\0\0\1\0\0\0\1\x08\2\0\0\0\x90wS\xde"s
+        "\0\0\0\x0cIDATx\x9c"
+        "c\xf8\xcf\xc0\0\0\3\1\1\0\xc9\xfe\x92\xef"s
+        "\0\0\0\0IEND\xae"
+        "B`\x82"s;
+    const std::string ico =
+        "\0\0\1\0\1\0\1\1\0\0\1\0\x20\0"s
+        "\x30\0\0\0\x16\0\0\0"s
+        "\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x20\0\0\0\0\0\4\0\0\0"s
+        "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s
+        "\0\0\xff\xff\0\0\0\0"s;
+    const std::string xpm = "/* XPM */\nstatic char *x[] = {\n\"1 1 1 1\",\n\"a c #ff0000\",\n\"a\"};\n";
+    const std::string drawing =
+        std::string(redSquare).insert(std::string(redSquare).find("</svg>"), R"(<text x="1" y="9">a</text>)");
+    for (const auto& content : {png, ico, xpm, std::string(redSquare), drawing}) {
+        auto data = request("", 16);
+        data.data = content;
+        const auto icon = load(data);
+        ASSERT_TRUE(icon) << content;
+        const auto& pixels = *bitmapOf(icon).pixels;
+        EXPECT_EQ((std::vector<std::uint8_t>(pixels.begin(), pixels.begin() + 4)),
+                  (std::vector<std::uint8_t>{0, 0, 255, 255}))
+            << content;
+    }
 }
 
 TEST_F(IconLoading, DecodesDataAndRefusesWhatIsNoImage) {

@@ -1,3 +1,4 @@
+#include "linux/icon_loader/confinement.h"
 #include "linux/icon_loader/icon_finder.h"
 #include "linux/icons/icon_protocol.h"
 #include "linux/icons/icon_request.h"
@@ -22,6 +23,8 @@ namespace {
 constexpr int idleMilliseconds = 5000;
 constexpr int largestImageMegabytes = 64;
 constexpr rlim_t mostMemory = rlim_t{1} << 30;
+/// Of the processor. Another process takes over then.
+constexpr rlim_t mostSeconds = 60;
 
 bool readAll(void* target, std::size_t size) {
     auto* place = static_cast<char*>(target);
@@ -85,7 +88,7 @@ bool somethingIsAsked() {
 }
 
 /// Pictures come from strangers: whoever gets the better of a decoder finds neither files of ours open, nor a
-/// way to write one or to have more rights.
+/// way to write one, to have more rights or to stay for long.
 void setLimits() {
     close_range(STDERR_FILENO + 1, ~0U, 0);
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
@@ -94,6 +97,8 @@ void setLimits() {
     const rlimit memory = {mostMemory, mostMemory};
     setrlimit(RLIMIT_AS, &memory);
 #endif
+    const rlimit time = {mostSeconds, mostSeconds};
+    setrlimit(RLIMIT_CPU, &time);
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_CORE, &none);
     // The libraries' caches do without.
@@ -112,6 +117,8 @@ int main(int argc, char** argv) {
     qunsetenv("QT_QPA_PLATFORMTHEME");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QGuiApplication application(argc, argv);
+    // The toolkit has all that it needs now, and nothing that is foreign has been read.
+    velmo::confineProcess();
     velmo::IconFinder finder;
     velmo::IconRequest request;
     while (velmo::somethingIsAsked() && velmo::readRequest(request) && velmo::answer(finder.find(request)))

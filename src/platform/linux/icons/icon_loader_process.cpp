@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <string_view>
 #include <utility>
 
 namespace velmo {
@@ -22,6 +23,24 @@ namespace {
 
 /// How long a killed process is waited for.
 constexpr int endMilliseconds = 200;
+
+/// All that the loader is told of the session: the language, and where themes, fonts and its own libraries
+/// lie. Whoever gets the better of it need not know how the display and the bus are reached.
+constexpr auto passedOn = std::to_array<std::string_view>(
+    {"HOME=", "LANG=", "LANGUAGE=", "LC_", "XDG_DATA_HOME=", "XDG_DATA_DIRS=", "XDG_CONFIG_HOME=",
+     "XDG_CACHE_HOME=", "FONTCONFIG_", "LD_LIBRARY_PATH=", "LD_PRELOAD=", "QT_PLUGIN_PATH="});
+
+std::vector<char*> loadersEnvironment() {
+    std::vector<char*> variables;
+    for (char** variable = environ; *variable; ++variable) {
+        const std::string_view text = *variable;
+        if (std::any_of(passedOn.begin(), passedOn.end(),
+                        [&](const auto& beginning) { return text.starts_with(beginning); }))
+            variables.push_back(*variable);
+    }
+    variables.push_back(nullptr);
+    return variables;
+}
 
 /// The process with the socket as its standard input and output. Negative where it cannot be started.
 pid_t spawn(const std::string& program, int socket) {
@@ -33,7 +52,8 @@ pid_t spawn(const std::string& program, int socket) {
     std::string name = program;
     const std::array<char*, 2> arguments = {name.data(), nullptr};
     pid_t id = -1;
-    if (posix_spawn(&id, program.c_str(), &actions, nullptr, arguments.data(), environ) != 0)
+    if (posix_spawn(&id, program.c_str(), &actions, nullptr, arguments.data(), loadersEnvironment().data()) !=
+        0)
         id = -1;
     posix_spawn_file_actions_destroy(&actions);
     return id;
