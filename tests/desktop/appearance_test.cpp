@@ -115,6 +115,25 @@ protected:
         return std::abs(area.width - former.width * scale) <= former.width * scale * slack &&
                std::abs(area.height - former.height * scale) <= former.height * scale * slack;
     }
+    void openSettings() const {
+        outputOf({velmoProgram}, environment_);
+        ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+    }
+    void closeSettings() const {
+        closeWindow(*shown("Velmo Settings"));
+        ASSERT_TRUE(eventually([&] { return !shown("Velmo Settings"); }));
+    }
+    void moveSettings(int pixelX, int pixelY) const {
+        xdotool({"windowmove", std::to_string(*shown("Velmo Settings")), std::to_string(pixelX),
+                 std::to_string(pixelY)});
+        ASSERT_TRUE(eventually([&] { return remembersPlace(); })) << "moved by the user";
+    }
+    /// As far as a window manager's frame allows.
+    bool settingsAreAt(int pixelX, int pixelY) const {
+        const int frame = 40;
+        const auto area = areaOfWindow("Velmo Settings");
+        return std::abs(area.x - pixelX) <= frame && std::abs(area.y - pixelY) <= frame;
+    }
     bool remembersPlace() const {
         const auto defaults = readDefaults();
         return std::any_of(defaults.items().begin(), defaults.items().end(),
@@ -221,9 +240,33 @@ TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenSettings) {
         EXPECT_TRUE(stays([&] { return !remembersPlace(); }, restsAfter)) << scale;
     }
     const auto area = areaOfWindow("Velmo Settings");
-    xdotool({"windowmove", std::to_string(*shown("Velmo Settings")), std::to_string(area.x + 300),
-             std::to_string(area.y + 100)});
-    EXPECT_TRUE(eventually([&] { return remembersPlace(); })) << "moved by the user";
+    moveSettings(area.x + 300, area.y + 100);
+}
+
+TEST_F(AppearanceSession, ClosedSettingsOpenInAnotherScaleWhereTheUserHadThem) {
+    start();
+    openSettings();
+    moveSettings(1400, 700);
+    for (const double scale : scales) {
+        closeSettings();
+        set("Adwaita", scale);
+        ASSERT_TRUE(eventually([&] { return barHasScale(scale); })) << scale;
+        openSettings();
+        EXPECT_TRUE(eventually([&] { return settingsAreAt(1400, 700); }))
+            << scale << ": " << areaOfWindow("Velmo Settings").x << ", " << areaOfWindow("Velmo Settings").y;
+    }
+}
+
+TEST_F(AppearanceSession, ClosedSettingsThatHaveBecomeLargerOpenOnTheScreen) {
+    start();
+    openSettings();
+    moveSettings(1900, 1400);
+    closeSettings();
+    set("Adwaita", 2);
+    ASSERT_TRUE(eventually([&] { return barHasScale(2); }));
+    openSettings();
+    EXPECT_TRUE(eventually([&] { return settingsAreAt(2560 - 2 * 540, 2000 - 2 * 500); }))
+        << areaOfWindow("Velmo Settings").x << ", " << areaOfWindow("Velmo Settings").y;
 }
 
 /// Of the second one there is nothing, or the right half of the screen.
@@ -234,14 +277,6 @@ protected:
             addMonitor("*left", {0, 0, 1280, 2000}, "screen");
         if (GetParam() > 1)
             addMonitor("right", {1280, 0, 1280, 2000}, "none");
-    }
-    void openSettings() const {
-        outputOf({velmoProgram}, environment_);
-        ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
-    }
-    void closeSettings() const {
-        outputOf({"wmctrl", "-i", "-c", std::to_string(*shown("Velmo Settings"))}, environment_);
-        ASSERT_TRUE(eventually([&] { return !shown("Velmo Settings"); }));
     }
 };
 

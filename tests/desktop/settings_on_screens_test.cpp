@@ -30,6 +30,10 @@ protected:
         // The place is written down once they rest there.
         ASSERT_TRUE(eventually([&] { return readDefaults().contains("windowPlace.Velmo.SettingsWindow"); }));
     }
+    void closeSettings() const {
+        closeWindow(*shown("Velmo Settings"));
+        ASSERT_TRUE(eventually([&] { return !shown("Velmo Settings"); }));
+    }
     /// On the smaller screen, wherever a window manager has put them: some of the title is there to be
     /// dragged.
     bool canBeFound() const {
@@ -56,6 +60,16 @@ TEST_P(SettingsOnAScreen, AreBroughtToOneThatIsThereWhenTheyAreWantedAgain) {
     };
     EXPECT_TRUE(eventually(areBack)) << settings().x << ", " << settings().y;
     EXPECT_TRUE(stays(areBack, moment)) << settings().x << ", " << settings().y;
+}
+
+TEST_P(SettingsOnAScreen, OpenWhollyOnASmallerOne) {
+    moveSettings(1200, 300);
+    closeSettings();
+    setMode(1280, 720);
+    startAgain();
+    ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+    EXPECT_TRUE(eventually([&] { return areAt(1280 - 540, 720 - 500); }))
+        << settings().x << ", " << settings().y;
 }
 
 TEST_P(SettingsOnAScreen, StayWhereTheyCanBeSeen) {

@@ -135,7 +135,6 @@ private:
     void expectClockOfZone();
     std::optional<int> clockWidth() const;
 
-    std::optional<xcb_window_t> settings() const;
     void openSettings();
     void closeSettings();
     /// By the middle of its button, in points from the left.

@@ -27,16 +27,11 @@ constexpr milliseconds longestReveal(5000);
 
 }  // namespace
 
-std::optional<xcb_window_t> SoakSession::settings() const {
-    const auto window = x().windowTitled("Velmo Settings");
-    return window && x().isViewable(*window) ? window : std::nullopt;
-}
-
 void SoakSession::openSettings() {
     keepManager();
     outputOf({velmoProgram}, environment_);
     const auto width = [&] {
-        const auto window = settings();
+        const auto window = settingsWindow();
         return window ? x().area(*window).value_or(Area{}).width : 0;
     };
     // The toolkit may learn of another scale later than the bar.
@@ -45,17 +40,10 @@ void SoakSession::openSettings() {
 }
 
 void SoakSession::closeSettings() {
-    const auto window = settings();
+    const auto window = settingsWindow();
     ASSERT_TRUE(window.has_value());
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = *window;
-    message.type = x().atom("WM_PROTOCOLS");
-    message.data.data32[0] = x().atom("WM_DELETE_WINDOW");
-    xcb_send_event(x().raw(), 0, *window, 0, reinterpret_cast<const char*>(&message));
-    xcb_flush(x().raw());
-    EXPECT_TRUE(eventually([&] { return !settings(); })) << "the settings close";
+    closeWindow(*window);
+    EXPECT_TRUE(eventually([&] { return !settingsWindow(); })) << "the settings close";
 }
 
 bool SoakSession::lookAtSettings() {
@@ -67,7 +55,7 @@ bool SoakSession::lookAtSettings() {
 }
 
 void SoakSession::clickTab(int place) {
-    const auto window = settings();
+    const auto window = settingsWindow();
     ASSERT_TRUE(window.has_value());
     xdotool({"mousemove", "--window", std::to_string(*window),
              std::to_string(static_cast<int>(place * scale())),

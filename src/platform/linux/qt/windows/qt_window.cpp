@@ -55,8 +55,7 @@ public:
     void followScale() {
         const QSize size = fittingSize();
         const qreal factor = scale_.resize(*this, [&](int more) { setFixedSize(size + QSize(more, more)); });
-        if (factor != 1)
-            owner_.unitsChanged(factor);
+        owner_.screensChanged(factor);
     }
 
 protected:
@@ -147,17 +146,27 @@ void QtWindow::center() {
 }
 
 /// What nobody has moved is not moved by that either.
-void QtWindow::unitsChanged(double factor) {
-    if (!unmovedPlace_)
-        return;
-    if (!widget_->isVisible()) {
-        center();
-        return;
-    }
+void QtWindow::screensChanged(double factor) {
     const QPointF corner = widget_->screen()->geometry().topLeft();
-    unmovedPlace_ = (corner + (*unmovedPlace_ - corner) * factor).toPoint();
-    // To the pixel, the window manager says where that is.
-    isPlaced_ = false;
+    const auto inNewUnits = [&](const QPoint& place) {
+        return (corner + (place - corner) * factor).toPoint();
+    };
+    if (!widget_->isVisible()) {
+        if (unmovedPlace_)
+            center();
+        else
+            moveInto(widget_->screen()->availableGeometry(), inNewUnits(widget_->pos()));
+    } else if (unmovedPlace_ && factor != 1) {
+        unmovedPlace_ = inNewUnits(*unmovedPlace_);
+        // To the pixel, the window manager says where that is.
+        isPlaced_ = false;
+    }
+}
+
+void QtWindow::moveInto(const QRect& area, const QPoint& corner) {
+    const QPoint farthest = area.bottomRight() + QPoint(1, 1) - QPoint(widget_->width(), widget_->height());
+    widget_->move(std::max(std::min(corner.x(), farthest.x()), area.x()),
+                  std::max(std::min(corner.y(), farthest.y()), area.y()));
 }
 
 /// On a screen that has gone meanwhile, nobody would find it.

@@ -4,6 +4,7 @@
 #include "window.h"
 
 #include <QPoint>
+#include <QRect>
 
 #include <functional>
 #include <memory>
@@ -33,8 +34,10 @@ private:
 
     bool canBeFoundAt(const QPoint& corner) const;
     void rememberPlace();
-    /// The toolkit's units are so many times what they were.
-    void unitsChanged(double factor);
+    /// Others, or of other sizes; the toolkit's units are so many times what they were.
+    void screensChanged(double factor);
+    /// To that corner, or as near to it as it can be in the area.
+    void moveInto(const QRect& area, const QPoint& corner);
 
     ToolkitHost& host_;
     std::string autosaveName_;
