@@ -257,6 +257,20 @@ TEST_F(AppearanceSession, ClosedSettingsOpenInAnotherScaleWhereTheUserHadThem) {
     }
 }
 
+TEST_F(AppearanceSession, OpenSettingsStayInAnotherScaleWhereTheUserHasThem) {
+    start();
+    openSettings();
+    moveSettings(1400, 700);
+    const auto former = areaOfWindow("Velmo Settings");
+    for (const double scale : scales) {
+        set("Adwaita", scale);
+        EXPECT_TRUE(eventually([&] {
+            return hasSize("Velmo Settings", former, scale) && settingsAreAt(1400, 700);
+        })) << scale
+            << ": " << areaOfWindow("Velmo Settings").x << ", " << areaOfWindow("Velmo Settings").y;
+    }
+}
+
 TEST_F(AppearanceSession, ClosedSettingsThatHaveBecomeLargerOpenOnTheScreen) {
     start();
     openSettings();
