@@ -82,6 +82,14 @@ constexpr scmp_datum_t changesFile = O_ACCMODE | O_CREAT | O_TRUNC;
 /// With the others, descriptors send signals to any process.
 constexpr std::array<scmp_datum_t, 4> harmlessFileCommands = {F_GETFD, F_SETFD, F_GETFL, F_DUPFD_CLOEXEC};
 
+/// Of the argument at that place, from 0.
+constexpr scmp_arg_cmp equal(unsigned place, scmp_datum_t value) {
+    return {place, SCMP_CMP_EQ, value, 0};
+}
+constexpr scmp_arg_cmp masked(unsigned place, scmp_datum_t mask, scmp_datum_t value) {
+    return {place, SCMP_CMP_MASKED_EQ, mask, value};
+}
+
 struct ReleaseFilter {
     void operator()(void* filter) const { seccomp_release(filter); }
 };
@@ -102,13 +110,13 @@ bool confineProcess() {
         return false;
     for (const int call : allowed)
         allow(filter, call);
-    allow(filter, SCMP_SYS(open), SCMP_A1(SCMP_CMP_MASKED_EQ, changesFile, O_RDONLY));
-    allow(filter, SCMP_SYS(openat), SCMP_A2(SCMP_CMP_MASKED_EQ, changesFile, O_RDONLY));
+    allow(filter, SCMP_SYS(open), masked(1, changesFile, O_RDONLY));
+    allow(filter, SCMP_SYS(openat), masked(2, changesFile, O_RDONLY));
     for (const auto command : harmlessFileCommands)
-        allow(filter, SCMP_SYS(fcntl), SCMP_A1(SCMP_CMP_EQ, command));
-    allow(filter, SCMP_SYS(clone), SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD));
+        allow(filter, SCMP_SYS(fcntl), equal(1, command));
+    allow(filter, SCMP_SYS(clone), masked(0, CLONE_THREAD, CLONE_THREAD));
     // Limits of its own, and to look at them only.
-    allow(filter, SCMP_SYS(prlimit64), SCMP_A0(SCMP_CMP_EQ, 0), SCMP_A2(SCMP_CMP_EQ, 0));
+    allow(filter, SCMP_SYS(prlimit64), equal(0, 0), equal(2, 0));
 #ifdef __SANITIZE_ADDRESS__
     // The sanitizers write to pipes to learn where there is memory.
     allow(filter, SCMP_SYS(pipe));
