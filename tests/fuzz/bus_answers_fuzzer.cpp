@@ -4,6 +4,7 @@
 #include "linux/dbus/color_scheme.h"
 #include "linux/status_notifier/foreign_watcher.h"
 
+#include <array>
 #include <cstdlib>
 #include <iterator>
 #include <string>
@@ -128,9 +129,7 @@ void readAction(fuzz::Bytes& bytes, std::endian order) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Bytes bytes(data, size);
     const auto order = fuzz::ForeignMessage::anyOrder(bytes);
-    readAssistance(bytes, order);
-    readScheme(bytes, order);
-    readItems(bytes, order);
-    readAction(bytes, order);
+    constexpr std::array readers = {readAssistance, readScheme, readItems, readAction};
+    readers.at(bytes.below(readers.size()))(bytes, order);
     return 0;
 }
