@@ -19,7 +19,10 @@ constexpr std::uint32_t horizontal = 0;
 constexpr std::size_t mostIcons = 1000;
 /// The server is waited for once for so many of a kind, while clicks wait.
 constexpr int atOnce = 8;
+/// Between two times that we take icons; not between the first ones, as all that are in the session come
+/// together when the bar starts.
 constexpr Seconds dockingPause = 0.01;
+constexpr int dockingsAtOnce = 32;
 /// Between two times that we ask what is new of icons, however many there are: programs may say something new
 /// without end.
 constexpr Seconds readingPause = 0.025;
@@ -35,7 +38,8 @@ void append(std::vector<std::uint32_t>& values, const Color& color) {
 TrayHost::TrayHost(MenuBar& bar)
     : bar_(bar),
       connection_(bar.connection()),
-      docking_(connection_.loop(), dockingPause, [this] { dockSome(); }),
+      docking_(
+          connection_.loop(), dockingPause, [this] { dockSome(); }, dockingsAtOnce),
       reading_(connection_.loop(), readingPause, [this] { readSome(); }),
       // In a later turn, because it is the icon itself that notices its end.
       removeEnded_(connection_.loop(),
