@@ -69,6 +69,10 @@ long memoryOf(pid_t process) {
     return sum;
 }
 
+long sharedMemoryOf(pid_t process) {
+    return fieldOf(folderOf(process) / "smaps_rollup", "Pss_Shmem:");
+}
+
 double workOf(pid_t process) {
     double milliseconds = 0;
     for (const auto member : familyOf(process)) {

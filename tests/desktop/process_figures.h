@@ -10,6 +10,9 @@ namespace velmo::desktop {
 /// Proportional memory (PSS) of a process and of all that it has started, in kilobytes.
 long memoryOf(pid_t process);
 
+/// The same of what a process shares with others while it runs, e.g. with the X server: its part of it.
+long sharedMemoryOf(pid_t process);
+
 /// Milliseconds for which processors have worked for a process and all that it has started, over all of their
 /// threads.
 double workOf(pid_t process);

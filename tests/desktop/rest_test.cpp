@@ -1,5 +1,9 @@
+#include "built_files.h"
 #include "process_figures.h"
 #include "running_session.h"
+
+#include <set>
+#include <string>
 
 namespace velmo::desktop {
 
@@ -25,6 +29,45 @@ TEST_F(AtRest, ToolkitIsNotWokenByTheButtonsOfTheMouse) {
         xdotool({"click", "1"});
     EXPECT_TRUE(comesToRest());
     EXPECT_LT(sleeps.count(), 5);
+}
+
+class ClosedWindows : public DesktopSession {
+protected:
+    bool isShown(const std::string& title) const {
+        const auto window = x().windowTitled(title);
+        return window && x().isViewable(*window);
+    }
+    /// Kilobytes that the toolkit shares with the X server.
+    long pictures() { return sharedMemoryOf(velmo().id()); }
+    void expectPictureWhileOpen(const std::string& title) {
+        EXPECT_TRUE(eventually([&] { return isShown(title) && pictures() > 0; })) << title << " opens";
+        ASSERT_TRUE(comesToRest());
+        const auto place = x().area(x().windowTitled(title).value_or(x().root())).value_or(Area{});
+        const auto shown = x().pixels(place);
+        EXPECT_GT(std::set(shown.begin(), shown.end()).size(), 10U) << title << " is drawn";
+        if (const auto settings = settingsWindow())
+            closeWindow(*settings);
+        else
+            xdotool({"key", "Escape"});
+        EXPECT_TRUE(eventually([&] { return !isShown(title) && pictures() == 0; }))
+            << pictures() << " KB are held for " << title;
+    }
+};
+
+TEST_F(ClosedWindows, KeepNoPicture) {
+    startServer();
+    startWindowManager();
+    writeDefaults(clockDefaults());
+    startVelmo();
+    // The second time they are windows that have been hidden.
+    for (int count = 0; count < 2; ++count) {
+        outputOf({velmoProgram}, environment_);
+        expectPictureWhileOpen("Velmo Settings");
+        outputOf({velmoProgram, "panel"}, environment_);
+        expectPictureWhileOpen("Velmo.Panel");
+        click(*x().windowTitled("Velmo.Clock"));
+        expectPictureWhileOpen("Velmo.Popover");
+    }
 }
 
 }  // namespace

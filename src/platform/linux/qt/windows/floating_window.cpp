@@ -4,6 +4,7 @@
 #include "linux/qt/controls/painting.h"
 #include "linux/qt/pixels.h"
 #include "linux/qt/windows/await_server.h"
+#include "linux/qt/windows/release_picture.h"
 
 #include <QAccessible>
 #include <QScrollBar>
@@ -187,6 +188,7 @@ void FloatingWindow::resizeEvent(QResizeEvent* /*event*/) {
 void FloatingWindow::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     above_ = {};
+    releasePicture(*this);
 }
 
 }  // namespace velmo

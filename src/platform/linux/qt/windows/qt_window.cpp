@@ -4,6 +4,7 @@
 #include "linux/qt/style.h"
 #include "linux/qt/views/view_host.h"
 #include "linux/qt/windows/await_server.h"
+#include "linux/qt/windows/release_picture.h"
 #include "linux/qt/windows/scale_follower.h"
 #include "linux/qt/windows/screen_changes.h"
 
@@ -66,6 +67,12 @@ protected:
         takeKeyboardBack();
         if (owner_.unmovedPlace_ && !owner_.isPlaced_)
             resting_.start();
+    }
+    void hideEvent(QHideEvent* event) override {
+        QWidget::hideEvent(event);
+        // One that is only minimized may be shown without being drawn.
+        if (!event->spontaneous())
+            releasePicture(*this);
     }
     void moveEvent(QMoveEvent* event) override {
         QWidget::moveEvent(event);
