@@ -145,18 +145,19 @@ private:
     bool readString(std::string& string) {
         if (!skip('"'))
             return false;
-        while (position_ < text_.size()) {
-            const char character = text_[position_++];
-            if (character == '"')
-                return true;
+        while (true) {
+            // The end of the text counts as a character that may not stand in one.
+            const char character = peek();
             if (static_cast<unsigned char>(character) < 0x20)
                 return false;
+            ++position_;
+            if (character == '"')
+                return true;
             if (character != '\\')
                 string += character;
             else if (!readEscape(string))
                 return false;
         }
-        return false;
     }
 
     bool readEscape(std::string& string) {
@@ -164,11 +165,10 @@ private:
         constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
         if (skip('u'))
             return readCodePoint(string);
-        if (position_ == text_.size())
-            return false;
-        const auto index = letters.find(text_[position_++]);
+        const auto index = letters.find(peek());
         if (index == std::string_view::npos)
             return false;
+        ++position_;
         string += meanings[index];
         return true;
     }

@@ -72,7 +72,7 @@ View SettingsView::body() {
     Views contents;
     for (const SettingsTab tab : tabs_) {
         tabs.tabs.push_back({std::string(rawValue(tab)), std::string(displayName(tab)),
-                             Image{Symbol{std::string(symbolName(tab))}, false, {}}});
+                             Image{.content = Symbol{std::string(symbolName(tab))}}});
         contents.push_back(contentOf(tab));
     }
     // Whoever asks for a tab that is not offered sees the first one.

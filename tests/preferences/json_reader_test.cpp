@@ -80,11 +80,25 @@ TEST(JsonReader, ReadsObjectsWithinEachOtherFiveHundredAndTwelveTimes) {
     EXPECT_FALSE(isRead(nested(513)));
 }
 
+TEST(JsonReader, CountsListsAsObjects) {
+    // As many as are opened, or one fewer.
+    const auto nested = [](int opened, int closed) {
+        return R"({"a":)" + std::string(static_cast<std::size_t>(opened), '[') +
+               std::string(static_cast<std::size_t>(closed), ']') + "}";
+    };
+    EXPECT_TRUE(isRead(nested(511, 511)));
+    EXPECT_FALSE(isRead(nested(511, 510)));
+    EXPECT_FALSE(isRead(nested(512, 512)));
+    EXPECT_FALSE(isRead(nested(512, 511)));
+}
+
 TEST(JsonReader, KnowsWhatMayStandInAString) {
     EXPECT_EQ(stringIn("\" ~\x7f\""), " ~\x7f");
     EXPECT_EQ(stringIn(R"("")"), "");
-    for (char character = 0; character < ' '; ++character)
+    for (char character = 0; character < ' '; ++character) {
         EXPECT_FALSE(stringIn("\"" + std::string(1, character) + "\"")) << static_cast<int>(character);
+        EXPECT_FALSE(stringIn("\"" + std::string(1, character))) << static_cast<int>(character);
+    }
     for (const char* string :
          {"\"", "\"a", "a\"", R"("\")", R"("\a")", R"("\")", R"("\u")", R"("\u00e")", R"("\u00eg")",
           R"("\u00e`")", R"("\u00eG")", R"("\u00e@")", R"("\u00e/")", R"("\u00e:")", R"("\u-001")"})
@@ -101,10 +115,19 @@ TEST(JsonReader, PutsHalvesOfALetterTogether) {
     EXPECT_EQ(stringIn(R"("\ud800\udc00")"), "\U00010000");
     EXPECT_EQ(stringIn(R"("\ud801\udc01")"), "\U00010401");
     EXPECT_EQ(stringIn(R"("\udbff\udfff")"), "\U0010ffff");
-    for (const char* string : {R"("\ud800")", R"("\udbff")", R"("\udc00")", R"("\udfff")",
-                               R"("\udc00\ud800")", R"("\ud800\ud800")", R"("\ud800\udbff")",
-                               R"("\ud800\ue000")", R"("\ud800dc00")", R"("\ud800\\udc00")", R"("\ud800\u")"})
+    for (const char* string :
+         {R"("\ud800")", R"("\udbff")", R"("\udc00")", R"("\udfff")", R"("\udc00\ud800")",
+          R"("\udc00\udc00")", R"("\ud800\ud800")", R"("\ud800\udbff")", R"("\ud800\ue000")",
+          R"("\ud800dc00")", R"("\ud800\\udc00")", R"("\ud800\u")"})
         EXPECT_FALSE(stringIn(string)) << string;
+}
+
+TEST(JsonReader, KnowsWhatIsANumber) {
+    for (const char* number : {"0", "-0", "10", "-7", "1.5", "0.05", "1e5", "1E-5", "0.1e+07"})
+        EXPECT_TRUE(isRead(R"({"a":)" + std::string(number) + "}")) << number;
+    for (const char* number : {"-", "+1", "01", "-01", "1.", ".5", "-.5", "1.e5", "1e", "1e+", "1e-", "1e1.5",
+                               "- 1", "1 e5", "0x1", "1,5", "NaN", "Infinity", "--1"})
+        EXPECT_FALSE(isRead(R"({"a":)" + std::string(number) + "}")) << number;
 }
 
 TEST(JsonReader, KnowsNumbersUpToTheirLargest) {

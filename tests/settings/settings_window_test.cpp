@@ -1,18 +1,26 @@
 #include "settings/settings_test.h"
 #include "views/view_outline.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace velmo {
 namespace {
 
 class SettingsWindow : public SettingsTest {
 protected:
     /// How often the window was told what it shows since the last time.
-    std::size_t descriptions() {
-        return window().contentCount() - std::exchange(descriptionsSeen_, window().contentCount());
+    std::ptrdiff_t descriptions() {
+        const auto& calls = window().calls();
+        const auto count = std::count(calls.begin(), calls.end(), "setContent");
+        return count - std::exchange(descriptionsSeen_, count);
     }
 
 private:
-    std::size_t descriptionsSeen_ = 0;
+    std::ptrdiff_t descriptionsSeen_ = 0;
 };
 
 TEST_F(SettingsWindow, IsTitledAndClosableAndOfOneSize) {
@@ -23,11 +31,11 @@ TEST_F(SettingsWindow, IsTitledAndClosableAndOfOneSize) {
     EXPECT_EQ(content().modifiers, (std::vector<Modifier>{Frame{540, 500}}));
 }
 
-TEST_F(SettingsWindow, IsCentredBeforeItsRememberedPlaceIsTaken) {
+TEST_F(SettingsWindow, IsShownWithItsContentAfterItsRememberedPlaceIsTaken) {
     open();
     EXPECT_EQ(window().frameAutosaveName(), "Velmo.SettingsWindow");
-    EXPECT_EQ(window().calls(),
-              (std::vector<std::string>{"center", "setFrameAutosaveName", "makeKeyAndOrderFront"}));
+    EXPECT_EQ(window().calls(), (std::vector<std::string>{"center", "setFrameAutosaveName", "setContent",
+                                                          "makeKeyAndOrderFront"}));
 }
 
 TEST_F(SettingsWindow, HasFiveTabsInTheirOrder) {
@@ -123,12 +131,12 @@ TEST_F(SettingsWindow, IsDescribedOnceForAllChangesOfATurn) {
     preferences_->showOnScroll.set(true);
     preferences_->rehideDelay.set(9);
     preferences_->rehideDelay.set(10);
-    EXPECT_EQ(descriptions(), 0U);
+    EXPECT_EQ(descriptions(), 0);
     runPosted();
-    EXPECT_EQ(descriptions(), 1U);
+    EXPECT_EQ(descriptions(), 1);
     preferences_->rehideDelay.set(11);
     runPosted();
-    EXPECT_EQ(descriptions(), 1U);
+    EXPECT_EQ(descriptions(), 1);
 }
 
 TEST_F(SettingsWindow, IsNotDescribedWhereNothingChanges) {
@@ -136,7 +144,7 @@ TEST_F(SettingsWindow, IsNotDescribedWhereNothingChanges) {
     descriptions();
     preferences_->showOnScroll.set(false);
     desktop_.advance(10);
-    EXPECT_EQ(descriptions(), 0U);
+    EXPECT_EQ(descriptions(), 0);
 }
 
 TEST_F(SettingsWindow, IsNotDescribedWhileItIsClosed) {
@@ -145,7 +153,7 @@ TEST_F(SettingsWindow, IsNotDescribedWhileItIsClosed) {
     descriptions();
     preferences_->clockEnabled.set(true);
     desktop_.advance(10);
-    EXPECT_EQ(descriptions(), 0U);
+    EXPECT_EQ(descriptions(), 0);
     controller_->show(std::nullopt);
     EXPECT_TRUE(isOn("Show a clock and calendar in the menu bar"));
 }
@@ -154,7 +162,7 @@ TEST_F(SettingsWindow, IsDescribedEverySecondOnTheClockTab) {
     open(SettingsTab::clock);
     descriptions();
     desktop_.advance(3);
-    EXPECT_EQ(descriptions(), 3U);
+    EXPECT_EQ(descriptions(), 3);
 }
 
 TEST_F(SettingsWindow, IsMissingWhereTheSystemShowsNone) {

@@ -2,7 +2,6 @@
 
 #include "window.h"
 
-#include <cstddef>
 #include <vector>
 
 namespace velmo {
@@ -18,7 +17,7 @@ public:
 
     void setContent(const View& content) override {
         content_ = content;
-        ++contentCount_;
+        calls_.emplace_back("setContent");
     }
     void setTitle(const std::string& title) override { title_ = title; }
     void setStyleMask(std::uint64_t mask) override { styleMask_ = mask; }
@@ -36,13 +35,11 @@ public:
     void setOnClose(std::function<void()> handler) override { onClose_ = std::move(handler); }
 
     const View& content() const { return content_; }
-    /// How often the content was replaced.
-    std::size_t contentCount() const { return contentCount_; }
     const std::string& title() const { return title_; }
     std::uint64_t styleMask() const { return styleMask_; }
     bool isReleasedWhenClosed() const { return isReleasedWhenClosed_; }
     const std::string& frameAutosaveName() const { return frameAutosaveName_; }
-    /// What placed and showed the window, in order.
+    /// What placed and showed the window and replaced its content, in order.
     const std::vector<std::string>& calls() const { return calls_; }
     /// The user closes the window.
     void close();
@@ -50,7 +47,6 @@ public:
 private:
     SimulatedWindows& windows_;
     View content_;
-    std::size_t contentCount_ = 0;
     std::string title_;
     std::uint64_t styleMask_ = 0;
     bool isReleasedWhenClosed_ = true;
