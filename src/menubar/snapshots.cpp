@@ -13,13 +13,9 @@ namespace velmo {
 
 namespace {
 
-/// Pictures from which on those of items that are listed no more are forgotten: programs come and go for as
-/// long as this one runs.
-constexpr std::size_t mostPictures = 32;
-
-bool contains(const std::vector<MenuBarItemInfo>& items, std::uint32_t windowID) {
+bool contains(const std::vector<MenuBarItemInfo>& items, const MenuBarItemInfo& wanted) {
     return std::any_of(items.begin(), items.end(),
-                       [windowID](const MenuBarItemInfo& item) { return item.windowID == windowID; });
+                       [&wanted](const MenuBarItemInfo& item) { return item.windowID == wanted.windowID; });
 }
 
 }  // namespace
@@ -64,12 +60,7 @@ Task<> MenuBarManager::takeSnapshot() {
     if (!alwaysHiddenDivider) {
         // That section is off the screen: what was known of it still holds, but for what the user has moved.
         found.alwaysHidden = std::exchange(snapshot_.alwaysHidden, {});
-        std::erase_if(found.alwaysHidden, [&](const auto& item) { return contains(found.hidden, item.windowID); });
-    }
-    if (images.size() > mostPictures) {
-        std::erase_if(images, [&](const auto& picture) {
-            return !contains(found.hidden, picture.first) && !contains(found.alwaysHidden, picture.first);
-        });
+        std::erase_if(found.alwaysHidden, [&](const auto& item) { return contains(found.hidden, item); });
     }
     snapshot_ = {std::move(found.hidden), std::move(found.alwaysHidden), std::move(images),
                  platform_.runLoop.now()};

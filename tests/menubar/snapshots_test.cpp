@@ -175,26 +175,6 @@ TEST_F(Snapshots, KeepPicturesOfItemsThatAreGone) {
     EXPECT_EQ(manager_->snapshot().images.count(gone), 1U);
 }
 
-TEST_F(Snapshots, KeepNoMoreThanThirtyTwoPicturesForTheSakeOfThoseThatAreGone) {
-    takeSnapshot();
-    const auto& images = manager_->snapshot().images;
-    const auto replaceAnIcon = [&](int count) {
-        const auto gone = windowOf("h1");
-        desktop_.statusBar().removeOther("h1");
-        desktop_.statusBar().addOther({"h1", 7, "Other", "h1", 24});
-        desktop_.statusBar().moveRightOf(alwaysHiddenDivider, "h1");
-        shareAll();
-        takeSnapshot();
-        EXPECT_EQ(images.count(gone), count <= 27 ? 1U : 0U) << count;
-        for (const char* name : {"h1", "h2", "a1", "a2", "a3"})
-            EXPECT_NE(picture(name), nullptr) << name << " after " << count;
-    };
-    for (int count = 1; count <= 28; ++count) {
-        replaceAnIcon(count);
-        EXPECT_EQ(images.size(), count <= 27 ? 5U + static_cast<std::size_t>(count) : 5U) << count;
-    }
-}
-
 TEST_F(Snapshots, UpdateTheListsWhereNoPicturesCanBeHad) {
     desktop_.screenCapture().setShareableWindows(std::nullopt);
     clickToggle();
