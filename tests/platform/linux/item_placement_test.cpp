@@ -126,6 +126,18 @@ TEST(Placement, OneProgramDoesNotPushOutTheOthers) {
         << "it gives way first";
 }
 
+TEST(Placement, ForgetsWhereNothingIsKnownOrNothingIsRightOfTheDivider) {
+    StatusItemOrder none(std::vector<std::string>{});
+    forgetAbsent(none, {"a"}, {0, 5});
+    EXPECT_TRUE(none.rightToLeft().empty());
+    StatusItemOrder dividerFirst({"Velmo.Divider", "a", "b"});
+    forgetAbsent(dividerFirst, {"a"}, {0, 5});
+    EXPECT_EQ(dividerFirst.rightToLeft(), (std::vector<std::string>{"Velmo.Divider", "a"}));
+    StatusItemOrder noDivider({"a", "b"});
+    forgetAbsent(noDivider, {"a"}, {0, 5});
+    EXPECT_EQ(noDivider.rightToLeft(), std::vector<std::string>{"a"});
+}
+
 TEST(Placement, WhoeverHasOneNameAfterTheOtherDoesNotPushOutTheOthers) {
     const std::vector<std::string> known = {"Velmo.Toggle", "mail.a", "net.c", "Velmo.Divider", "chat.b"};
     StatusItemOrder order(known);

@@ -66,7 +66,8 @@ void forgetAbsent(StatusItemOrder& order, const std::vector<std::string>& presen
     std::vector<std::string> absent;
     std::map<std::string, std::size_t, std::less<>> counts;
     const auto addFromLeft = [&](auto right, auto left) {
-        for (auto place = left; place-- != right;) {
+        for (auto place = left; place != right;) {
+            --place;
             if (isOwnName(*place) || isPresent.contains(*place))
                 continue;
             absent.push_back(*place);
