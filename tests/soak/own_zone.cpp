@@ -1,3 +1,5 @@
+// A copy of the system's settings, mounted over them for this process and what it starts.
+
 #include "own_zone.h"
 
 #include "child_process.h"

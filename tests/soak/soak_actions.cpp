@@ -42,6 +42,12 @@ const std::vector<SoakSession::Action>& SoakSession::actions() {
         {"the toggle has another icon", 2, &SoakSession::changeToggleIcon},
         {"the clock is switched", 2, &SoakSession::switchClock},
         {"items hide again by themselves", 1, &SoakSession::letItemsHideAgain},
+        {"items show under the pointer", 1, &SoakSession::showByHovering},
+        {"the toggle does something else", 2, &SoakSession::changeClickAction},
+        {"the clock has another pattern", 2, &SoakSession::changePattern},
+        {"the spacing changes", 2, &SoakSession::changeSpacing},
+        {"a shortcut is recorded or removed", 2, &SoakSession::recordShortcut},
+        {"the shortcut is pressed", 4, &SoakSession::pressShortcut},
     };
     return all;
 }
@@ -76,6 +82,7 @@ void SoakSession::step() {
 
 /// Directly right of the divider, unless it has had a place before.
 void SoakSession::placeNew(const std::string& name) {
+    ++icons_;
     if (std::find(order_.begin(), order_.end(), name) == order_.end())
         order_.insert(std::find(order_.begin(), order_.end(), "Velmo.Divider"), name);
 }

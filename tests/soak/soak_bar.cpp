@@ -10,8 +10,18 @@ namespace velmo::desktop {
 
 namespace {
 
-/// Points from the panel's left edge to the middle of its first picture.
-constexpr int firstPicture = 25;
+/// Points from the panel's left edge to its first picture.
+constexpr int firstPicture = 10;
+/// Points that the panel is wide with its words for nobody, without and around pictures.
+constexpr double emptyPanel = 316;
+constexpr double panelWithoutPictures = 55;
+constexpr double pictureMargins = 4;
+constexpr double pictureGap = 2;
+constexpr double panelDivider = 11;
+/// Points around the panel where somebody composes the screen.
+constexpr int shadow = 16;
+/// Points of one that has the tightest spacing.
+constexpr double smallestIcon = 12;
 /// Younger pictures are shown again, whatever is hidden by now.
 constexpr milliseconds youngPictures(2100);
 /// Of a drag that asks for the keyboard, with what is shown then.
@@ -20,9 +30,21 @@ constexpr milliseconds keyboardTaken(500);
 }  // namespace
 
 bool SoakSession::clickToggle() {
-    click(toggle());
-    level_ = level_ == Level::none ? Level::hidden : Level::none;
+    if (clicksOpenPanel_) {
+        click(toggle());
+        leave("the panel", [&] { return panel().has_value(); });
+    } else {
+        toggleHidden();
+    }
     return true;
+}
+
+void SoakSession::toggleHidden() {
+    if (clicksOpenPanel_)
+        outputOf({velmoProgram, "toggle"}, environment_);
+    else
+        click(toggle());
+    level_ = level_ == Level::none ? Level::hidden : Level::none;
 }
 
 bool SoakSession::optionClickToggle() {
@@ -45,8 +67,47 @@ bool SoakSession::openMenuAndLeaveIt() {
     return true;
 }
 
-bool SoakSession::openPanelAndLeaveIt() {
+void SoakSession::openPanelAnew() {
+    if (!clients_.empty())
+        std::this_thread::sleep_for(youngPictures);
     outputOf({velmoProgram, "panel"}, environment_);
+    EXPECT_TRUE(eventually([&] { return panel().has_value(); })) << "the panel opens";
+    // While something is shown, or that section is switched off, what was always hidden is what was once
+    // known.
+    const int expected = expectedPanelWidth();
+    if (level_ != Level::none || !hasAlwaysHidden_ || expected > monitorWidth)
+        return;
+    const auto width = [&] { return panel().value_or(Area{}).width - 2 * panelShadow(); };
+    EXPECT_TRUE(eventually([&] { return std::abs(width() - expected) < smallestIcon * scale() / 2; }))
+        << "the panel is " << width() << " wide, and not " << expected << ", with " << differences()
+        << windows();
+}
+
+int SoakSession::panelShadow() const {
+    const bool isComposited = x().selectionOwner("_NET_WM_CM_S0") != XCB_WINDOW_NONE;
+    return isComposited ? static_cast<int>(shadow * scale()) : 0;
+}
+
+int SoakSession::expectedPanelWidth() const {
+    double pictures = 0;
+    int count = 0;
+    const auto order = expectedOrder();
+    const auto alwaysHidden = std::find(order.begin(), order.end(), "Velmo.AlwaysHiddenDivider");
+    for (auto name = std::find(order.begin(), order.end(), "Velmo.Divider"); name != order.end(); ++name) {
+        if (!clients_.contains(*name))
+            continue;
+        pictures += x().area(itemOf(*name)).value_or(Area{}).width / scale() + pictureMargins;
+        ++count;
+    }
+    if (count == 0)
+        return static_cast<int>(emptyPanel * scale());
+    const bool isDivided = alwaysHidden != order.end() && std::next(alwaysHidden) != order.end();
+    return static_cast<int>(
+        (panelWithoutPictures + pictures + count * pictureGap + (isDivided ? panelDivider : 0)) * scale());
+}
+
+bool SoakSession::openPanelAndLeaveIt() {
+    openPanelAnew();
     leave("the panel", [&] { return panel().has_value(); });
     return true;
 }
@@ -54,7 +115,7 @@ bool SoakSession::openPanelAndLeaveIt() {
 /// The first one is that of the hidden icon that lies farthest left.
 bool SoakSession::clickPicture() {
     if (level_ != Level::none) {
-        clickToggle();
+        toggleHidden();
         expectAll();
     }
     const auto hidden = [&] {
@@ -69,11 +130,11 @@ bool SoakSession::clickPicture() {
     if (found == clients_.end() || isExpectedOnScreen(found->first))
         return false;
     const int before = clicksOf(found->second);
-    std::this_thread::sleep_for(youngPictures);
-    outputOf({velmoProgram, "panel"}, environment_);
-    EXPECT_TRUE(eventually([&] { return panel().has_value(); })) << "the panel opens";
+    const int width = x().area(itemOf(found->first)).value_or(Area{}).width;
+    openPanelAnew();
     const auto place = panel().value_or(Area{});
-    xdotool({"mousemove", std::to_string(place.x + static_cast<int>(firstPicture * scale())),
+    xdotool({"mousemove",
+             std::to_string(place.x + panelShadow() + static_cast<int>(firstPicture * scale()) + width / 2),
              std::to_string(place.midY()), "click", "1"});
     level_ = Level::hidden;
     EXPECT_TRUE(eventually([&] { return !panel(); })) << "the panel closes";

@@ -1,71 +1,21 @@
+// What the model says, and whether the bar is so.
+
 #include "soak_session.h"
 
-#include "built_files.h"
-
 #include <algorithm>
-#include <fstream>
 #include <iterator>
 #include <sstream>
-#include <thread>
 #include <tuple>
 
 namespace velmo::desktop {
 
 namespace {
 
-/// Kilobytes.
-constexpr long memorySlack = 400;
-/// The four items of ours remember four drawings each.
-constexpr std::uint32_t pixmapSlack = 16;
-/// Of each other kind: there are window managers for which the toolkit makes a second window for each of its
-/// own.
-constexpr std::uint32_t resourceSlack = 4;
-constexpr long fileSlack = 2;
 constexpr milliseconds longestEffect(15000);
-/// Longer than what is written late, and than the loader of icons waits for work.
-constexpr milliseconds quiet(4000);
 /// Pixels of a divider that hides, at any scale: none of its length is seen.
 constexpr int hidingWidth = 1;
 
-/// Kilobytes that it shares with the X server.
-long sharedMemory(pid_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("Pss_Shmem:"))
-            return std::stol(line.substr(line.find(':') + 1));
-    }
-    return 0;
-}
-
 }  // namespace
-
-void SoakSession::SetUp() {
-    DesktopSession::SetUp();
-    ownZone_.emplace(home_);
-    if (ownZone_->isOwn())
-        ownZone_->set(zone_);
-    startServer("2560x1200x24");
-    writeScale();
-    settingsManager_.emplace(run({"xsettingsd", "-c", home_ / "xsettingsd.conf"}));
-    ASSERT_TRUE(eventually([&] { return x().selectionOwner("_XSETTINGS_S0") != XCB_WINDOW_NONE; }));
-    startWindowManager();
-    startSessionBus();
-    order_ = {"Velmo.Toggle", "Velmo.Clock", "Velmo.Divider", "Velmo.AlwaysHiddenDivider"};
-    writeDefaults({{"autoRehide", false},
-                   {"hideOnClickOutside", false},
-                   {"showOnHover", false},
-                   {"rehideDelay", 1},
-                   {"clockEnabled", true},
-                   {"clockFormat", "VV HH:mm"},
-                   {"statusItemOrder", order_}});
-    startWithDefaults();
-}
-
-void SoakSession::TearDown() {
-    clients_.clear();
-    settingsManager_.reset();
-    SessionBusDesktop::TearDown();
-}
 
 xcb_window_t SoakSession::itemOf(const std::string& name) const {
     const auto found = clients_.find(name);
@@ -195,13 +145,13 @@ void SoakSession::expectClockOfZone() {
     // One that has been switched on shows nothing until what it last showed is over.
     if (!ownZone_->isOwn() || !hasClock_ || isClockBlank_)
         return;
-    const auto known = clockWidths_.find({zone_, resolution_});
+    const auto known = clockWidths_.find(clockLook());
     if (known != clockWidths_.end())
         EXPECT_TRUE(eventually([&] { return clockWidth() == known->second; }))
             << "a clock in " << zone_ << " is " << known->second << " wide, and not "
             << clockWidth().value_or(0);
     else if (const auto width = clockWidth(); width && comesToRest(milliseconds(200)))
-        clockWidths_[{zone_, resolution_}] = clockWidth().value_or(*width);
+        clockWidths_[clockLook()] = clockWidth().value_or(*width);
 }
 
 void SoakSession::expectAll() {
@@ -213,82 +163,6 @@ void SoakSession::expectAll() {
 
 std::string SoakSession::windows() const {
     return outputOf({"xwininfo", "-root", "-tree"}, environment_);
-}
-
-SoakSession::Held SoakSession::held() {
-    return {resources(), openFiles(), memoryInUse()};
-}
-
-long SoakSession::memoryInUse() {
-    std::int64_t bytes = 0;
-    std::ifstream(heapFile(), std::ios::binary).read(reinterpret_cast<char*>(&bytes), sizeof bytes);
-    EXPECT_GT(bytes, 0) << "it counts its memory";
-    return static_cast<long>(bytes / 1024) + sharedMemory(velmo().id());
-}
-
-/// What counts its memory is no part of anything that it or we start.
-void SoakSession::startVelmoCounted() {
-    std::filesystem::remove(heapFile());
-    environment_["LD_PRELOAD"] = heapCounter;
-    environment_["VELMO_HEAP_FILE"] = heapFile();
-    startVelmoOnBus();
-    environment_.erase("LD_PRELOAD");
-    environment_.erase("VELMO_HEAP_FILE");
-}
-
-/// What is loaded for it stays, and closed windows keep what they last showed: more at a larger scale.
-void SoakSession::openEverything(const std::vector<int>& resolutions) {
-    for (const int resolution : resolutions) {
-        setScale(resolution);
-        openMenuAndLeaveIt();
-        openPanelAndLeaveIt();
-        openCalendarAndLeaveIt();
-        lookAtToolTip();
-        lookAtSettings();
-    }
-}
-
-std::string SoakSession::surplus() {
-    std::ostringstream text;
-    for (const auto& [kind, count] : resources()) {
-        const auto most = held_->resources[kind] + (kind == "PIXMAP" ? pixmapSlack : resourceSlack);
-        if (count > most)
-            text << count << " of " << kind << ", where " << held_->resources[kind] << " were held first\n";
-    }
-    if (openFiles() > held_->files + fileSlack)
-        text << openFiles() << " descriptors, where " << held_->files << " were held first\n";
-    return text.str();
-}
-
-void SoakSession::rest() {
-    note("everybody leaves");
-    clients_.clear();
-    setMonitors(0);
-    if (isSmallScreen_)
-        changeResolution();
-    if (level_ != Level::none)
-        clickToggle();
-    if (hasAlwaysHidden_)
-        switchAlwaysHidden();
-    if (!hasClock_)
-        switchClock();
-    openEverything(held_ ? std::vector{96} : std::vector{192, 144, 96});
-    movePointer(farLeft, 400);
-    expectAll();
-    EXPECT_TRUE(eventually([&] { return !openMenu() && !openToolTip(); }));
-    // The clock lets it never sleep for so long.
-    std::this_thread::sleep_for(quiet);
-    if (!held_) {
-        held_ = held();
-        return;
-    }
-    EXPECT_TRUE(eventually([&] { return surplus().empty(); }, longestEffect)) << surplus() << windows();
-    auto now = held();
-    const long growth = now.memory - held_->memory;
-    EXPECT_LT(growth, memorySlack) << "KB more than " << held_->memory;
-    figures_ = std::to_string(growth) + " KB more than " + std::to_string(held_->memory) + " KB, " +
-               std::to_string(now.files) + " descriptors, " + std::to_string(now.resources["WINDOW"]) +
-               " windows";
 }
 
 }  // namespace velmo::desktop

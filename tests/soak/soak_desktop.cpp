@@ -1,8 +1,9 @@
-// What happens to the desktop around the bar, and to the bar's own process.
+// What happens to the desktop around the bar.
 
 #include "soak_session.h"
 
 #include "screen_mode.h"
+#include "window_managers.h"
 
 #include <algorithm>
 #include <csignal>
@@ -13,11 +14,9 @@ namespace velmo::desktop {
 namespace {
 
 constexpr int resolutions[] = {96, 144, 192};
-constexpr const char* managers[] = {"openbox", "metacity", "icewm", "xfwm4"};
 constexpr const char* zones[] = {"UTC", "Asia/Kathmandu", "America/St_Johns", "Pacific/Apia"};
 constexpr double usualResolution = 96;
 constexpr int usualHeight = 26;
-constexpr int monitorWidth = 1280;
 constexpr int monitorHeight = 1200;
 
 }  // namespace
@@ -127,20 +126,33 @@ bool SoakSession::restartBus() {
     return true;
 }
 
+/// fluxbox knows nothing of being replaced, nor of replacing: the one before is crashed then.
+std::string SoakSession::anyManager() {
+    return windowManagerNames[static_cast<std::size_t>(below(static_cast<int>(windowManagerNames.size())))];
+}
+
 bool SoakSession::replaceManager() {
-    const std::string next = managers[below(4)];
-    keepManager();
-    replaceWindowManager(manager_, next);
-    manager_ = next;
-    keepManager();
+    const auto next = anyManager();
+    if (next == manager_)
+        return false;
+    useManager(next);
     return true;
+}
+
+void SoakSession::useManager(const std::string& name) {
+    keepManager();
+    if (name == manager_)
+        return;
+    replaceWindowManager(manager_, name);
+    manager_ = name;
+    keepManager();
 }
 
 bool SoakSession::crashManager() {
     keepManager();
     crashWindowManager();
     expectAll();
-    manager_ = managers[below(4)];
+    manager_ = anyManager();
     startWindowManagerNamed(manager_);
     keepManager();
     return true;
@@ -170,53 +182,6 @@ bool SoakSession::fillScreen() {
     }
     EXPECT_TRUE(eventually([&] { return top() == 0; })) << "the bar is back";
     return true;
-}
-
-void SoakSession::kill() {
-    note("Velmo is killed");
-    velmo().signal(SIGKILL);
-    EXPECT_EQ(velmo().wait(milliseconds(5000)), 128 + SIGKILL);
-    awaitRetreat();
-    startWithDefaults();
-    expectAll();
-}
-
-void SoakSession::startAnew() {
-    const auto areKnown = [&] {
-        auto known = savedOrder();
-        const auto expected = expectedIdentities();
-        std::erase_if(known, [&](const auto& identity) {
-            return std::find(expected.begin(), expected.end(), identity) == expected.end();
-        });
-        return known == expected;
-    };
-    lastAction_ = "places are written down";
-    EXPECT_TRUE(eventually(areKnown)) << testing::PrintToString(savedOrder()) << " is written down, expected "
-                                      << testing::PrintToString(expectedIdentities());
-    kill();
-    openSettings();
-    kill();
-    click(toggle(), rightButton);
-    EXPECT_TRUE(eventually([&] { return openMenu().has_value(); })) << "its menu opens";
-    kill();
-    note("Velmo ends and starts");
-    stopVelmo();
-    awaitRetreat();
-    startWithDefaults();
-    expectAll();
-}
-
-void SoakSession::startWithDefaults() {
-    startVelmoCounted();
-    // Programs on the bus register with each watcher.
-    for (const auto& [name, client] : clients_) {
-        if (client.busProgram)
-            client.busProgram->registerItem(itemPath);
-    }
-    level_ = Level::none;
-    isClockBlank_ = false;
-    held_.reset();
-    figures_.clear();
 }
 
 }  // namespace velmo::desktop

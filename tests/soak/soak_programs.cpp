@@ -157,9 +157,9 @@ bool SoakSession::programHangs() {
     else
         client.busProgram->pause();
     click(itemOf(found->first));
-    clickToggle();
+    toggleHidden();
     expectAll();
-    clickToggle();
+    toggleHidden();
     expectAll();
     if (client.process)
         client.process->signal(SIGCONT);

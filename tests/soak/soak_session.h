@@ -10,7 +10,7 @@
 #include <optional>
 #include <random>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 namespace velmo::desktop {
@@ -21,12 +21,15 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    void begin(unsigned seed) { random_.seed(seed); }
+    /// With a rest.
+    void begin(unsigned seed);
     /// Does one thing, waits for its effect, and looks whether everything is as it has to be.
     void step();
-    /// Everything that is open closes, all programs end, and nothing more is held than at the first time.
+    /// Everything that is open closes, all programs end, and nothing more is held than at the rests since the
+    /// last start.
     void rest();
-    /// Velmo is killed, whatever is open, and ends in order, and returns each time to what it has known.
+    /// Velmo is killed, whatever is open, and ends in order, and returns each time to what it has known. Then
+    /// it rests.
     void startAnew();
     const std::string& lastAction() const { return lastAction_; }
     /// How often each has happened so far: those that never have, too.
@@ -35,6 +38,19 @@ protected:
 
 private:
     enum class Level { none, hidden, all };
+    /// Of the settings, in points from the left to the middles of their buttons.
+    static constexpr int generalTab = 110;
+    static constexpr int hidingTab = 190;
+    static constexpr int clockTab = 270;
+    static constexpr int panelTab = 350;
+    static constexpr int spacingTab = 430;
+    /// Pixels of one of two monitors beside each other.
+    static constexpr int monitorWidth = 1280;
+    /// Points of the spacing that can be chosen.
+    static constexpr int compactSpacing = 10;
+    static constexpr int tightSpacing = 6;
+    /// What decides about its width: zone, pattern, spacing and resolution.
+    using ClockLook = std::tuple<std::string, std::string, int, int>;
     struct Client {
         bool isOnBus() const { return trayProgram == nullptr && windowClass.empty(); }
 
@@ -65,8 +81,13 @@ private:
     struct Held {
         std::map<std::string, std::uint32_t> resources;
         long files = 0;
-        /// Kilobytes that are in use.
-        long memory = 0;
+        /// Kilobytes: what is in use of its own, and what it shares with the X server.
+        long heap = 0;
+        long shared = 0;
+        /// Of icons whose pictures are kept, which come to an end with Velmo alone.
+        long pictures = 0;
+        /// All but these.
+        long memory() const { return heap + shared - pictures; }
     };
 
     static const std::vector<Action>& actions();
@@ -88,9 +109,17 @@ private:
     bool openIconsMenu();
 
     bool clickToggle();
+    /// By a click on the toggle, unless that does something else.
+    void toggleHidden();
     bool optionClickToggle();
     void leave(const std::string& what, const std::function<bool()>& isOpen);
     bool openMenuAndLeaveIt();
+    /// With what is hidden by now, a picture of each.
+    void openPanelAnew();
+    /// In pixels.
+    int expectedPanelWidth() const;
+    /// Pixels on each side.
+    int panelShadow() const;
     bool openPanelAndLeaveIt();
     bool clickPicture();
     bool openCalendarAndLeaveIt();
@@ -117,6 +146,12 @@ private:
     bool changeToggleIcon();
     bool switchClock();
     bool letItemsHideAgain();
+    bool changeClickAction();
+    bool changePattern();
+    bool changeSpacing();
+    bool showByHovering();
+    bool recordShortcut();
+    bool pressShortcut();
 
     /// What the model says: the order from right to left, with those that are away, and the level.
     void placeNew(const std::string& name);
@@ -131,9 +166,10 @@ private:
     /// Of those that are there, by what the bar calls them.
     std::vector<std::string> expectedIdentities() const;
     void expectPictures();
-    /// One zone, one width.
+    /// One look, one width.
     void expectClockOfZone();
     std::optional<int> clockWidth() const;
+    ClockLook clockLook() const { return {zone_, pattern_, clockSpacing_, resolution_}; }
 
     void openSettings();
     void closeSettings();
@@ -141,6 +177,15 @@ private:
     void clickTab(int place);
     /// The same for keys that go through what it shows, from the top.
     void chooseTab(int place);
+    /// Keys that lead from one stop of the keyboard to the next.
+    void pressStops(int count);
+    void writePattern(const std::string& pattern);
+    /// As it is written down. Null where it is not.
+    nlohmann::json written(const std::string& key) const;
+    /// Waits until it is, and remembers it.
+    void expectChosen(const std::string& key, const nlohmann::json& value);
+    /// It has outlived the process that wrote it.
+    void expectAllChosen() const;
     /// By keys, from the tab on.
     void switchBox(int stop, const std::string& key, bool isOn);
     void kill();
@@ -155,12 +200,18 @@ private:
     void setScale(int resolution);
     void writeScale() const;
     double scale() const;
+    std::string anyManager();
     void keepManager();
-    void openEverything(const std::vector<int>& resolutions);
+    void useManager(const std::string& name);
+    void openEverything(const std::vector<int>& atResolutions);
     Held held();
-    long memoryInUse();
-    /// What is held beyond that, but for a few that are made once. Empty for nothing.
+    /// What is held beyond the second rest since the start, or beyond the first, but for a few that are made
+    /// once. Empty for nothing.
     std::string surplus();
+    /// Kilobytes by which the last third of the rests since the start is above the one before. None where
+    /// they are too few to tell.
+    std::optional<long> slope() const;
+    void expectNoGrowth();
     std::string windows() const;
     int below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
     /// One of those names that no living program has. Empty for none.
@@ -180,7 +231,7 @@ private:
     std::map<std::string, Client> clients_;
     std::vector<std::string> order_;
     Level level_ = Level::none;
-    bool hasAlwaysHidden_ = false;
+    bool hasAlwaysHidden_ = true;
     bool hasClock_ = true;
     bool isClockBlank_ = false;
     std::string manager_ = "openbox";
@@ -189,13 +240,26 @@ private:
     /// Of our making: none where the screen is but one.
     int monitors_ = 0;
     bool isSmallScreen_ = false;
-    /// In pixels, by zone and resolution.
-    std::map<std::pair<std::string, int>, int> clockWidths_;
+    bool clicksOpenPanel_ = false;
+    bool hasShortcut_ = false;
+    std::string pattern_ = "VV HH:mm";
+    /// Points; 0 for the usual one.
+    int spacing_ = 0;
+    /// When the clock came.
+    int clockSpacing_ = 0;
+    /// By the last change.
+    bool isSpacingTightened_ = false;
+    /// What the user has chosen so far, as it is written down.
+    std::map<std::string, nlohmann::json> chosen_;
+    /// That have come since the last start.
+    long icons_ = 0;
+    /// In pixels.
+    std::map<ClockLook, int> clockWidths_;
     std::string lastAction_;
     std::map<std::string, int> counts_;
     std::string figures_;
-    /// What the first rest after a start has found.
-    std::optional<Held> held_;
+    /// What they have found since the last start.
+    std::vector<Held> rests_;
 };
 
 }  // namespace velmo::desktop

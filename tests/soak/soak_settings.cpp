@@ -1,4 +1,4 @@
-// The settings as a user finds and changes them.
+// The settings as a user finds them: their window and its tabs.
 
 #include "built_files.h"
 #include "soak_session.h"
@@ -9,21 +9,10 @@ namespace {
 
 /// Points of the settings, and within them.
 constexpr int usualWidth = 540;
-constexpr int generalTab = 110;
-constexpr int hidingTab = 190;
-constexpr int clockTab = 270;
-constexpr int panelTab = 350;
-constexpr int spacingTab = 430;
 constexpr int tabsTop = 35;
 /// From the middle of a tab, and from the window's left edge: neither a title nor a tab is there.
 constexpr int besideTitle = 30;
 constexpr int besideTabs = 20;
-/// Stops of the keyboard from the tab.
-constexpr int hideAgainStop = 1;
-constexpr int alwaysHiddenStop = 6;
-constexpr int clockStop = 1;
-/// Longer than the delay that `SetUp` has written.
-constexpr milliseconds longestReveal(5000);
 
 }  // namespace
 
@@ -78,68 +67,6 @@ void SoakSession::clickTab(int place) {
 void SoakSession::chooseTab(int place) {
     clickTab(place == generalTab ? hidingTab : generalTab);
     clickTab(place);
-}
-
-void SoakSession::switchBox(int stop, const std::string& key, bool isOn) {
-    for (int count = 0; count < stop; ++count)
-        xdotool({"key", "Tab"});
-    xdotool({"key", "space"});
-    EXPECT_TRUE(eventually([&] { return readDefaults().value(key, !isOn) == isOn; }))
-        << key << " is switched: " << readDefaults() << windows();
-}
-
-bool SoakSession::switchAlwaysHidden() {
-    openSettings();
-    chooseTab(hidingTab);
-    hasAlwaysHidden_ = !hasAlwaysHidden_;
-    switchBox(alwaysHiddenStop, "alwaysHiddenEnabled", hasAlwaysHidden_);
-    if (!hasAlwaysHidden_ && level_ == Level::all)
-        level_ = Level::hidden;
-    closeSettings();
-    return true;
-}
-
-/// One icon further, and from the last one back.
-bool SoakSession::changeToggleIcon() {
-    openSettings();
-    chooseTab(generalTab);
-    const auto icon = [&] { return readDefaults().value("toggleIconStyle", std::string("chevron")); };
-    const auto before = icon();
-    xdotool({"key", "Tab"});
-    xdotool({"key", before == "fridge" ? "Up" : "Down"});
-    EXPECT_TRUE(eventually([&] { return icon() != before; })) << "another icon than " << before;
-    closeSettings();
-    return true;
-}
-
-/// One that comes is shown with everything else for a while, which the user ends here.
-bool SoakSession::switchClock() {
-    openSettings();
-    chooseTab(clockTab);
-    hasClock_ = !hasClock_;
-    isClockBlank_ = hasClock_;
-    switchBox(clockStop, "clockEnabled", hasClock_);
-    closeSettings();
-    if (!hasClock_)
-        return true;
-    level_ = hasAlwaysHidden_ ? Level::all : Level::hidden;
-    expectAll();
-    clickToggle();
-    return true;
-}
-
-bool SoakSession::letItemsHideAgain() {
-    if (level_ == Level::none)
-        clickToggle();
-    expectAll();
-    openSettings();
-    chooseTab(hidingTab);
-    switchBox(hideAgainStop, "autoRehide", true);
-    level_ = Level::none;
-    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, longestReveal)) << differences();
-    switchBox(0, "autoRehide", false);
-    closeSettings();
-    return true;
 }
 
 }  // namespace velmo::desktop

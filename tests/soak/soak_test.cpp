@@ -1,3 +1,5 @@
+// Plays a life of a given seed and length, and tells how it goes.
+
 #include "soak_session.h"
 
 #include <cstdio>
@@ -9,8 +11,8 @@ namespace {
 
 /// Steps from one look at what is held to the next.
 constexpr int stepsATurn = 50;
-/// Turns from one start of Velmo to the next.
-constexpr int turnsALife = 6;
+/// From one start of Velmo to the next, in the first half of the time.
+constexpr int stepsALife = 300;
 
 unsigned numberFrom(const char* variable, unsigned fallback) {
     const char* text = std::getenv(variable);
@@ -29,36 +31,46 @@ protected:
         std::printf("seed %u, step %d: %s\n", seed, step, lastAction().c_str());
         std::fflush(stdout);
     }
+    /// Of the latest rest.
+    void tellFigures(int step) const {
+        std::printf("%d steps: %s\n", step, figures().c_str());
+        std::fflush(stdout);
+    }
+    static std::chrono::steady_clock::time_point now() { return std::chrono::steady_clock::now(); }
 };
 
 TEST_F(Soak, LosesNoItemKeepsOrderAndLevelAndHoldsNoMore) {
     const auto seed = numberFrom("VELMO_SOAK_SEED", 1);
-    const auto seconds = std::chrono::seconds(numberFrom("VELMO_SOAK_SECONDS", 12));
-    const auto end = std::chrono::steady_clock::now() + seconds;
+    const auto seconds = std::chrono::seconds(numberFrom("VELMO_SOAK_SECONDS", 6));
     tellHowToRepeat(seed, seconds);
     begin(seed);
-    int number = 1;
-    for (; std::chrono::steady_clock::now() < end; ++number) {
-        if (number % (stepsATurn * turnsALife) == 0)
+    tellFigures(0);
+    const auto start = now();
+    int number = 0;
+    while (!HasFailure() && now() < start + seconds) {
+        ++number;
+        // What comes slowly shows in a life that lasts.
+        if (number % stepsALife == 0 && now() < start + seconds / 2)
             startAnew();
         else if (number % stepsATurn == 0)
             rest();
         else
             step();
-        if (HasFailure()) {
-            tell(number, seed);
-            tellHowToRepeat(seed, seconds);
-            return;
-        }
-        if (number % stepsATurn == 0 && !figures().empty()) {
-            std::printf("%d steps: %s\n", number, figures().c_str());
-            std::fflush(stdout);
-        }
+        if (number % stepsATurn == 0)
+            tellFigures(number);
     }
+    if (!HasFailure())
+        rest();
+    if (HasFailure()) {
+        tell(number, seed);
+        tellHowToRepeat(seed, seconds);
+        return;
+    }
+    tellFigures(number);
     std::string times;
     for (const auto& [name, count] : actionCounts())
         times += (times.empty() ? "" : ", ") + name + " " + std::to_string(count);
-    std::printf("%d steps: %s\n", number - 1, times.c_str());
+    std::printf("%d steps: %s\n", number, times.c_str());
 }
 
 }  // namespace

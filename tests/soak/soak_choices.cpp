@@ -1,0 +1,221 @@
+// Settings that the user changes: they are written down, take effect, and are there after a kill.
+
+#include "soak_session.h"
+
+#include "built_files.h"
+
+#include <fstream>
+
+namespace velmo::desktop {
+
+namespace {
+
+/// Stops of the keyboard from the tab.
+constexpr int toggleIconStop = 1;
+constexpr int clickActionStop = 2;
+constexpr int hideAgainStop = 1;
+constexpr int hoverStop = 4;
+constexpr int alwaysHiddenStop = 6;
+constexpr int shortcutStop = 7;
+constexpr int clockStop = 1;
+constexpr int patternStop = 3;
+constexpr int spacingStop = 1;
+/// Longer than the delay that `SetUp` has written.
+constexpr milliseconds longestReveal(5000);
+/// All tell the zone, and each is of a width of its own.
+constexpr const char* patterns[] = {"VV HH:mm", "VV 'at' HH:mm", "VV 'it is' HH:mm"};
+constexpr const char* shortcut = "ctrl+alt+k";
+constexpr const char* spacingKey = "NSStatusItemSpacing";
+
+}  // namespace
+
+nlohmann::json SoakSession::written(const std::string& key) const {
+    if (key != spacingKey)
+        return readDefaults().value(key, nlohmann::json());
+    // Of this host, beside what is Velmo's own.
+    for (const auto& file : std::filesystem::directory_iterator(defaultsFile().parent_path())) {
+        if (!file.path().filename().string().starts_with("global-"))
+            continue;
+        std::ifstream stream(file.path());
+        const auto values = nlohmann::json::parse(stream, nullptr, false);
+        return values.is_object() ? values.value(key, nlohmann::json()) : nlohmann::json();
+    }
+    return {};
+}
+
+void SoakSession::expectChosen(const std::string& key, const nlohmann::json& value) {
+    chosen_[key] = value;
+    EXPECT_TRUE(eventually([&] { return written(key) == value; }))
+        << key << " is " << written(key) << " and not " << value << windows();
+}
+
+void SoakSession::expectAllChosen() const {
+    for (const auto& [key, value] : chosen_)
+        EXPECT_EQ(written(key), value) << key;
+}
+
+void SoakSession::pressStops(int count) {
+    for (; count > 0; --count)
+        xdotool({"key", "Tab"});
+}
+
+void SoakSession::switchBox(int stop, const std::string& key, bool isOn) {
+    pressStops(stop);
+    xdotool({"key", "space"});
+    expectChosen(key, isOn);
+}
+
+bool SoakSession::switchAlwaysHidden() {
+    openSettings();
+    chooseTab(hidingTab);
+    hasAlwaysHidden_ = !hasAlwaysHidden_;
+    switchBox(alwaysHiddenStop, "alwaysHiddenEnabled", hasAlwaysHidden_);
+    if (!hasAlwaysHidden_ && level_ == Level::all)
+        level_ = Level::hidden;
+    closeSettings();
+    return true;
+}
+
+/// One icon further, and from the last one back.
+bool SoakSession::changeToggleIcon() {
+    openSettings();
+    chooseTab(generalTab);
+    const auto icon = [&] { return readDefaults().value("toggleIconStyle", std::string("chevron")); };
+    const auto before = icon();
+    pressStops(toggleIconStop);
+    xdotool({"key", before == "fridge" ? "Up" : "Down"});
+    EXPECT_TRUE(eventually([&] { return icon() != before; })) << "another icon than " << before;
+    chosen_["toggleIconStyle"] = icon();
+    closeSettings();
+    return true;
+}
+
+bool SoakSession::changeClickAction() {
+    openSettings();
+    chooseTab(generalTab);
+    clicksOpenPanel_ = !clicksOpenPanel_;
+    pressStops(clickActionStop);
+    xdotool({"key", clicksOpenPanel_ ? "Down" : "Up"});
+    expectChosen("clickAction", clicksOpenPanel_ ? "showPanel" : "revealInMenuBar");
+    closeSettings();
+    return true;
+}
+
+/// One that comes is shown with everything else for a while, which the user ends here.
+bool SoakSession::switchClock() {
+    openSettings();
+    chooseTab(clockTab);
+    hasClock_ = !hasClock_;
+    isClockBlank_ = hasClock_;
+    switchBox(clockStop, "clockEnabled", hasClock_);
+    closeSettings();
+    if (!hasClock_)
+        return true;
+    clockSpacing_ = spacing_;
+    level_ = hasAlwaysHidden_ ? Level::all : Level::hidden;
+    expectAll();
+    toggleHidden();
+    return true;
+}
+
+bool SoakSession::changePattern() {
+    const std::string next = patterns[below(3)];
+    if (!hasClock_ || isClockBlank_ || next == pattern_)
+        return false;
+    const auto before = clockWidth();
+    writePattern(next);
+    EXPECT_TRUE(eventually([&] { return clockWidth() != before; })) << "the clock shows " << next;
+    return true;
+}
+
+void SoakSession::writePattern(const std::string& pattern) {
+    openSettings();
+    chooseTab(clockTab);
+    pressStops(patternStop);
+    xdotool({"key", "ctrl+a", "BackSpace"});
+    expectChosen("clockFormat", "");
+    xdotool({"type", pattern});
+    pattern_ = pattern;
+    expectChosen("clockFormat", pattern);
+    closeSettings();
+}
+
+/// For icons that come from now on: others stay as wide as they are.
+bool SoakSession::changeSpacing() {
+    openSettings();
+    chooseTab(spacingTab);
+    pressStops(spacingStop);
+    isSpacingTightened_ = spacing_ == 0 || (spacing_ == compactSpacing && isSpacingTightened_);
+    xdotool({"key", isSpacingTightened_ ? "Down" : "Up"});
+    if (spacing_ == compactSpacing)
+        spacing_ = isSpacingTightened_ ? tightSpacing : 0;
+    else
+        spacing_ = compactSpacing;
+    expectChosen(spacingKey, spacing_ == 0 ? nlohmann::json() : nlohmann::json(spacing_));
+    closeSettings();
+    return true;
+}
+
+bool SoakSession::letItemsHideAgain() {
+    if (level_ == Level::none)
+        toggleHidden();
+    expectAll();
+    openSettings();
+    chooseTab(hidingTab);
+    switchBox(hideAgainStop, "autoRehide", true);
+    level_ = Level::none;
+    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, longestReveal)) << differences();
+    switchBox(0, "autoRehide", false);
+    closeSettings();
+    return true;
+}
+
+/// Only for a moment: each click on the toggle would be a hover as well.
+bool SoakSession::showByHovering() {
+    if (clicksOpenPanel_)
+        return false;
+    if (level_ != Level::none)
+        toggleHidden();
+    movePointer(farLeft, 400);
+    expectAll();
+    openSettings();
+    chooseTab(hidingTab);
+    switchBox(hoverStop, "showOnHover", true);
+    // The file is written before the pointer is followed.
+    EXPECT_TRUE(comesToRest(milliseconds(100)));
+    const auto place = x().area(toggle()).value_or(Area{});
+    movePointer(place.midX(), place.midY());
+    level_ = Level::hidden;
+    EXPECT_TRUE(eventually([&] { return isAsExpected(); })) << "under the pointer " << differences();
+    movePointer(farLeft, 400);
+    chooseTab(hidingTab);
+    switchBox(hoverStop, "showOnHover", false);
+    closeSettings();
+    return true;
+}
+
+bool SoakSession::recordShortcut() {
+    openSettings();
+    chooseTab(hidingTab);
+    hasShortcut_ = !hasShortcut_;
+    // It is recorded, or removed by the button behind it.
+    pressStops(hasShortcut_ ? shortcutStop : shortcutStop + 1);
+    xdotool({"key", "space"});
+    if (hasShortcut_)
+        xdotool({"key", shortcut});
+    EXPECT_TRUE(eventually([&] { return written("hotkey").is_null() != hasShortcut_; }))
+        << written("hotkey") << windows();
+    chosen_["hotkey"] = written("hotkey");
+    closeSettings();
+    return true;
+}
+
+/// One that has been removed is none.
+bool SoakSession::pressShortcut() {
+    xdotool({"key", shortcut});
+    if (hasShortcut_)
+        level_ = level_ == Level::none ? Level::hidden : Level::none;
+    return true;
+}
+
+}  // namespace velmo::desktop
