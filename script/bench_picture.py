@@ -11,7 +11,7 @@ GROUND, INK, FAINT, LINES = "#ffffff", "#1d2330", "#5b6475", "#dfe3ea"
 MARKS = {"Velmo": ("#1d2330", "bar"), "bare program": ("#7a8496", "cross"), "xfce4-panel": ("#2a6fdb", "circle"),
          "lxqt-panel": ("#d9480f", "square"), "tint2": ("#2b8a3e", "diamond"), "trayer": ("#a333c8", "triangle")}
 # What is compared, with the title of its group in the picture and of its rows in the table.
-PARTS = {"starts": ("From the start to the first item", "start"), "memory": ("Memory at rest", "memory"),
+PARTS = {"starts": ("From the start until all items are there", "start"), "memory": ("Memory at rest", "memory"),
          "windows": ("Memory before and after all windows were opened once", "memory with windows"),
          "rest": ("Three minutes of rest, and of a clock", ""),
          "reveals": ("From the click until all are shown or hidden", "")}

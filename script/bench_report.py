@@ -14,7 +14,7 @@ import textwrap
 from bench_picture import MARKS, PARTS, picture
 
 OURS, BARE = "Velmo", "bare program"
-KINDS = {"tray": "icons of the tray", "bus": "items of the bus", "": ""}
+KINDS = {"tray": "icons of the tray", "bus": "items of the bus", "both": "items of each kind", "": ""}
 NONE = "–"
 
 
