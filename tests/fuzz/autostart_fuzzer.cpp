@@ -1,21 +1,12 @@
 #include "bytes.h"
 #include "linux/login/command_line.h"
 #include "linux/login/desktop_entry.h"
+#include "require.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <iterator>
 #include <optional>
 #include <string>
-
-namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-}  // namespace
 
 /// An entry that somebody else may have written: what is set in it is read again as what it was, and what is
 /// not set stays.
@@ -35,13 +26,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     entry.remove("Hidden");
 
     const DesktopEntry again(entry.text());
-    require(again.text() == entry.text());
-    require(command_line::programOf(again.value("Exec").value_or("")) == program);
-    require(again.value("TryExec") == program);
-    require(!again.value("Hidden"));
+    fuzz::require(again.text() == entry.text());
+    fuzz::require(command_line::programOf(again.value("Exec").value_or("")) == program);
+    fuzz::require(again.value("TryExec") == program);
+    fuzz::require(!again.value("Hidden"));
     for (std::size_t index = 0; index < std::size(others); ++index) {
         const auto value = again.value(others[index]);
-        require(value == entry.value(others[index]) && (!before[index] || value == before[index]));
+        fuzz::require(value == entry.value(others[index]) && (!before[index] || value == before[index]));
     }
     return 0;
 }

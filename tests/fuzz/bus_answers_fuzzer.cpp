@@ -3,20 +3,15 @@
 #include "linux/dbus/assistance.h"
 #include "linux/dbus/color_scheme.h"
 #include "linux/status_notifier/foreign_watcher.h"
+#include "require.h"
 
 #include <array>
-#include <cstdlib>
 #include <iterator>
 #include <string>
 
 namespace {
 
 using namespace velmo;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 /// What a desktop's portal says of dark and light windows, in as many variants as it takes.
 void readScheme(fuzz::Bytes& bytes, std::endian order) {
@@ -43,7 +38,7 @@ void readScheme(fuzz::Bytes& bytes, std::endian order) {
     const auto sealedChange = change.seal();
     const auto inAnswer = dbus::ColorScheme::schemeInAnswer(sealedAnswer.get());
     const auto inChange = dbus::ColorScheme::schemeInChange(sealedChange.get());
-    require(!isProper || (inAnswer == scheme && inChange == scheme));
+    fuzz::require(!isProper || (inAnswer == scheme && inChange == scheme));
 }
 
 /// What a session says of assistive programs.
@@ -72,7 +67,7 @@ void readAssistance(fuzz::Bytes& bytes, std::endian order) {
     answer.close();
     const auto sealed = answer.seal();
     const bool isOnByAnswer = dbus::Assistance::isOnBy(sealed.get());
-    require(!isProper || isOnByAnswer == isOn);
+    fuzz::require(!isProper || isOnByAnswer == isOn);
 }
 
 /// The items of another watcher, one of them as it should be, and who knows what after it.
@@ -94,10 +89,10 @@ void readItems(fuzz::Bytes& bytes, std::endian order) {
     const auto sealed = answer.seal();
     status_notifier::ForeignWatcher::readItems(sealed.get(), ":1.3", [&](const auto& item) {
         ++found;
-        require(sd_bus_service_name_is_valid(item.service.c_str()) > 0);
-        require(sd_bus_object_path_is_valid(item.path.c_str()) > 0);
+        fuzz::require(sd_bus_service_name_is_valid(item.service.c_str()) > 0);
+        fuzz::require(sd_bus_object_path_is_valid(item.path.c_str()) > 0);
     });
-    require(!isProper || found > 0);
+    fuzz::require(!isProper || found > 0);
 }
 
 /// A call of an action, of the type that the library lets through.
@@ -116,9 +111,9 @@ void readAction(fuzz::Bytes& bytes, std::endian order) {
     sd_bus_error error{};
     const auto sealed = call.seal();
     const auto command = dbus::ApplicationService::commandIn(sealed.get(), &error);
-    require(command.has_value() != (sd_bus_error_is_set(&error) != 0));
-    require(!command || parameters == 0);
-    require(command || parameters > 0 || choice >= std::size(names));
+    fuzz::require(command.has_value() != (sd_bus_error_is_set(&error) != 0));
+    fuzz::require(!command || parameters == 0);
+    fuzz::require(command || parameters > 0 || choice >= std::size(names));
     sd_bus_error_free(&error);
 }
 

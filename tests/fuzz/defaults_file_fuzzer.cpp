@@ -1,11 +1,11 @@
 #include "bytes.h"
 #include "linux/defaults/file_user_defaults.h"
 #include "platform/linux/temporary_folder.h"
+#include "require.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -22,23 +22,18 @@ std::filesystem::path folder() {
     return folder.path();
 }
 
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
 void store(const std::string& file, const std::uint8_t* data, std::size_t size) {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    require(write(descriptor, data, size) == static_cast<ssize_t>(size));
+    velmo::fuzz::require(write(descriptor, data, size) == static_cast<ssize_t>(size));
     close(descriptor);
 }
 
 std::string load(const std::string& file) {
     const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
     const auto size = lseek(descriptor, 0, SEEK_END);
-    require(size >= 0);
+    velmo::fuzz::require(size >= 0);
     std::string content(static_cast<std::size_t>(size), '\0');
-    require(pread(descriptor, content.data(), content.size(), 0) == size);
+    velmo::fuzz::require(pread(descriptor, content.data(), content.size(), 0) == size);
     close(descriptor);
     return content;
 }
@@ -65,14 +60,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         defaults.setBool(true, "stored");
     }
     const auto after = nlohmann::json::parse(load(file), nullptr, false);
-    require(after.is_object() && after.value("stored", false));
+    velmo::fuzz::require(after.is_object() && after.value("stored", false));
     if (access(aside.c_str(), F_OK) == 0) {
-        require(load(aside) == std::string(data, data + size));
+        velmo::fuzz::require(load(aside) == std::string(data, data + size));
         unlink(aside.c_str());
     } else {
-        require(before.is_object());
+        velmo::fuzz::require(before.is_object());
         for (const auto& [key, value] : before.items())
-            require(key == "stored" || after.at(key) == value);
+            velmo::fuzz::require(key == "stored" || after.at(key) == value);
     }
     return 0;
 }

@@ -1,8 +1,12 @@
 #include "foreign_message.h"
 #include "linux/status_notifier/item_properties.h"
 #include "linux/status_notifier/tool_tip_text.h"
+#include "require.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <iterator>
+#include <string>
 
 namespace {
 
@@ -21,8 +25,28 @@ constexpr const char* names[] = {"Id",
                                  "AttentionIconPixmap",
                                  "Category"};
 
+/// In bytes.
+constexpr std::size_t longestLine = 500;
+constexpr std::size_t longestDescription = 5000;
+constexpr std::size_t longestPath = 4096;
+constexpr std::size_t bytesAPixel = 4;
+
+void requireFit(const velmo::status_notifier::ItemPicture& picture, int side) {
+    using velmo::fuzz::require;
+    require(picture.name.size() <= longestPath);
+    if (!picture.pixmap)
+        return;
+    const auto& [width, height, pixels, size] = *picture.pixmap;
+    require(width > 0 && height > 0 && size == velmo::Size{double(width), double(height)});
+    // One that is nearly so large as the place keeps its size.
+    require(std::max(width, height) <= 2 * std::max(side, 1));
+    require(pixels && pixels->size() ==
+                          bytesAPixel * static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+}
+
 }  // namespace
 
+/// Whatever an item tells of itself: its texts are short, and its pictures as large as their place.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace velmo;
     fuzz::Bytes bytes(data, size);
@@ -43,6 +67,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const auto sealed = message.seal();
     const auto properties = status_notifier::readItemProperties(sealed.get(), side, side / 2);
-    status_notifier::toolTipMarkup(properties.toolTipTitle, properties.toolTipDescription);
+    for (const auto* line : {&properties.id, &properties.title, &properties.toolTipTitle})
+        fuzz::require(line->size() <= longestLine);
+    fuzz::require(properties.toolTipDescription.size() <= longestDescription);
+    fuzz::require(properties.iconThemePath.size() <= longestPath);
+    requireFit(properties.icon, side);
+    requireFit(properties.attentionIcon, side);
+    requireFit(properties.overlayIcon, side / 2);
+    const auto& menu = properties.menuPath;
+    fuzz::require(menu.empty() ||
+                  (menu.size() <= longestPath && sd_bus_object_path_is_valid(menu.c_str()) > 0));
+    const auto markup =
+        status_notifier::toolTipMarkup(properties.toolTipTitle, properties.toolTipDescription);
+    for (const char* tag : {"<a", "<img", "<style", "<script"})
+        fuzz::require(markup.find(tag) == std::string::npos);
     return 0;
 }

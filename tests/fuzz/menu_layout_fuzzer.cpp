@@ -1,7 +1,10 @@
 #include "foreign_message.h"
 #include "linux/status_notifier/menu_layout.h"
+#include "require.h"
 
+#include <cstdint>
 #include <iterator>
+#include <set>
 
 namespace {
 
@@ -53,8 +56,37 @@ void writeChanges(fuzz::Bytes& bytes, fuzz::ForeignMessage& message) {
     message.fill("a(ias)");
 }
 
+/// In bytes.
+constexpr std::size_t longestLabel = 500;
+constexpr std::size_t longestShortcut = 60;
+constexpr std::size_t mostIconBytes = 1 << 16;
+constexpr std::size_t mostIconBytesOfMenu = 1 << 22;
+
+void requireBounds(const ExportedMenuEntry& entry, int depth, std::set<std::int32_t>& ids) {
+    fuzz::require(depth <= status_notifier::deepestMenu && ids.insert(entry.id).second);
+    fuzz::require(entry.label.size() <= longestLabel && entry.shortcut.size() <= longestShortcut);
+    for (const auto& child : entry.children)
+        requireBounds(child, depth + 1, ids);
+}
+
+void requireBounds(status_notifier::MenuLayout& layout) {
+    std::set<std::int32_t> ids;
+    requireBounds(layout.root(), 0, ids);
+    fuzz::require(ids.size() <= status_notifier::mostMenuEntries + 1);
+    std::size_t bytes = 0;
+    for (const auto& [id, icon] : layout.icons()) {
+        fuzz::require(ids.contains(id) && !icon.isEmpty() && icon.data.size() <= mostIconBytes);
+        bytes += icon.size();
+    }
+    fuzz::require(bytes <= mostIconBytesOfMenu);
+    for (const auto id : ids)
+        fuzz::require(id == layout.root().id || (layout.find(id) && layout.find(id)->id == id));
+}
+
 }  // namespace
 
+/// Whatever a menu is said to be, and to have become: it is neither large nor deep, and no entry of it comes
+/// twice.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Bytes bytes(data, size);
     const auto order = fuzz::ForeignMessage::anyOrder(bytes);
@@ -69,12 +101,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto layout = status_notifier::readMenuLayout(sealed.get());
     if (!layout)
         return 0;
+    requireBounds(*layout);
     fuzz::ForeignMessage changes(bytes, order);
     if (bytes.below(16) == 0)
         changes.fill(changes.anyType());
     else
         writeChanges(bytes, changes);
     const auto sealedChanges = changes.seal();
-    status_notifier::applyMenuChanges(sealedChanges.get(), *layout, 30);
+    constexpr std::size_t mostChanges = 30;
+    const auto applied = status_notifier::applyMenuChanges(sealedChanges.get(), *layout, mostChanges);
+    fuzz::require(applied.count <= mostChanges && applied.entries.size() <= applied.count);
+    requireBounds(*layout);
     return 0;
 }

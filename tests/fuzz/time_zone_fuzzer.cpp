@@ -2,8 +2,8 @@
 #include "linux/dates/icu/posix_time_zone.h"
 #include "linux/dates/icu/system_time_zone.h"
 #include "linux/dates/icu/tzif.h"
+#include "require.h"
 
-#include <cstdlib>
 #include <set>
 #include <string>
 
@@ -11,17 +11,12 @@ namespace {
 
 using namespace velmo;
 
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
 std::set<int> offsetsOf(const TzifZone& zone) {
     std::set<int> offsets;
     for (const auto& type : zone.types)
         offsets.insert(type.offset);
     for (const auto& transition : zone.transitions)
-        require(transition.type < zone.types.size());
+        fuzz::require(transition.type < zone.types.size());
     return offsets;
 }
 
@@ -40,7 +35,7 @@ int offsetAt(const icu::TimeZone& zone, double seconds) {
     std::int32_t standard = 0;
     std::int32_t savings = 0;
     zone.getOffset(seconds * millisecondsPerSecond, false, standard, savings, status);
-    require(U_SUCCESS(status) && (standard + savings) % millisecondsPerSecond == 0);
+    fuzz::require(U_SUCCESS(status) && (standard + savings) % millisecondsPerSecond == 0);
     return (standard + savings) / millisecondsPerSecond;
 }
 
@@ -61,9 +56,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         offsets.merge(offsetsOf(*file));
         addRules(file->rules, offsets);
     }
-    require(*offsets.begin() > -secondsPerDay && *offsets.rbegin() < secondsPerDay);
+    fuzz::require(*offsets.begin() > -secondsPerDay && *offsets.rbegin() < secondsPerDay);
     const auto zone = makeTimeZone(setting);
     for (const double moment : {time, -1e10, 0.0, 1.7e9, 1.8e9, 1e11})
-        require(offsets.contains(offsetAt(*zone, moment)));
+        fuzz::require(offsets.contains(offsetAt(*zone, moment)));
     return 0;
 }

@@ -2,9 +2,9 @@
 #include "linux/x11/single_instance.h"
 #include "linux/x11/tray_protocol.h"
 #include "property_answer.h"
+#include "require.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -14,11 +14,6 @@ using namespace velmo;
 constexpr std::size_t longestName = 128;
 constexpr std::size_t longestTitle = 500;
 constexpr xcb_atom_t opcode = 300;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 }  // namespace
 
@@ -31,22 +26,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string sent = bytes.text(sizeof message);
     std::memcpy(&message, sent.data(), sent.size());
     if (const auto window = tray_protocol::windowToDock(message, opcode))
-        require(*window != XCB_WINDOW_NONE && message.type == opcode);
+        fuzz::require(*window != XCB_WINDOW_NONE && message.type == opcode);
     if (const auto command = SingleInstance::commandIn(message)) {
-        require(message.format == 32 && static_cast<std::uint32_t>(*command) == message.data.data32[0]);
-        require(*command >= ApplicationCommand::toggle && *command <= ApplicationCommand::quit);
+        fuzz::require(message.format == 32 && static_cast<std::uint32_t>(*command) == message.data.data32[0]);
+        fuzz::require(*command >= ApplicationCommand::toggle && *command <= ApplicationCommand::quit);
     }
 
     const auto name =
         tray_protocol::applicationFrom(textIn(fuzz::PropertyAnswer(bytes).get(), XCB_ATOM_STRING));
-    require(name.size() <= longestName);
-    require(std::all_of(name.begin(), name.end(),
-                        [](char character) { return character >= ' ' && character <= '~'; }));
+    fuzz::require(name.size() <= longestName);
+    fuzz::require(std::all_of(name.begin(), name.end(),
+                              [](char character) { return character >= ' ' && character <= '~'; }));
     const auto newer = textIn(fuzz::PropertyAnswer(bytes).get(), XCB_ATOM_STRING);
     const auto older = textIn(fuzz::PropertyAnswer(bytes).get(), XCB_ATOM_STRING);
     const auto title = tray_protocol::titleFrom(newer, older);
-    require(title.has_value() == (!newer.empty() || !older.empty()));
-    require(!title || title->size() <= longestTitle);
+    fuzz::require(title.has_value() == (!newer.empty() || !older.empty()));
+    fuzz::require(!title || title->size() <= longestTitle);
     tray_protocol::wantsToBeShown(numbersIn(fuzz::PropertyAnswer(bytes).get()));
     return 0;
 }

@@ -3,9 +3,9 @@
 #include "linux/x11/property_value.h"
 #include "linux/x11/window_properties.h"
 #include "property_answer.h"
+#include "require.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -16,11 +16,6 @@ using namespace x11;
 
 constexpr std::size_t mostManaged = 256;
 constexpr int largest = 16384;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 std::vector<std::uint32_t> numbers(fuzz::Bytes& bytes) {
     return numbersIn(fuzz::PropertyAnswer(bytes).get());
@@ -51,14 +46,14 @@ void reserve(fuzz::Bytes& bytes) {
         const auto partial = numbers(bytes);
         const auto whole = numbers(bytes);
         const auto dock = DockStrut::from(partial, whole);
-        require(dock.has_value() == (partial.size() >= 12 || whole.size() >= 4));
+        fuzz::require(dock.has_value() == (partial.size() >= 12 || whole.size() >= 4));
         if (dock)
             docks.push_back(*dock);
     }
     const auto monitor = area(bytes);
     const auto left = spaceLeftBy(docks, monitor, area(bytes));
-    require(left.width > 0 && left.height > 0 && left.y == monitor.y);
-    require(left.overlapWith(monitor) == std::int64_t{left.width} * left.height);
+    fuzz::require(left.width > 0 && left.height > 0 && left.y == monitor.y);
+    fuzz::require(left.overlapWith(monitor) == std::int64_t{left.width} * left.height);
 }
 
 /// Whoever manages windows, and wherever monitors lie: what the bar reserves begins before it ends.
@@ -74,7 +69,7 @@ void reserveBar(fuzz::Bytes& bytes) {
     const auto strut = StrutReader::named(name).strutFor(bar, monitors, 2 * largest);
     constexpr std::size_t depths = 4;
     for (std::size_t edge = 0; edge < depths; ++edge)
-        require(strut.at(depths + 2 * edge) <= strut.at(depths + 2 * edge + 1));
+        fuzz::require(strut.at(depths + 2 * edge) <= strut.at(depths + 2 * edge + 1));
 }
 
 }  // namespace
@@ -84,17 +79,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const Atoms known = atoms();
     fuzz::Bytes bytes(data, size);
     const auto states = numbers(bytes);
-    require(!window_properties::isMaximized(known, states) || states.size() >= 2);
+    fuzz::require(!window_properties::isMaximized(known, states) || states.size() >= 2);
     const auto hints = numbers(bytes);
     const auto types = numbers(bytes);
-    require(!window_properties::wantsToBeBare(known, hints, types, numbers(bytes)) || hints[2] == 0);
+    fuzz::require(!window_properties::wantsToBeBare(known, hints, types, numbers(bytes)) || hints[2] == 0);
 
     xcb_get_window_attributes_reply_t attributes{};
     attributes.map_state = bytes.byte();
     attributes.override_redirect = bytes.byte();
     attributes.save_under = bytes.byte();
     attributes._class = XCB_WINDOW_CLASS_INPUT_OUTPUT;
-    require(!window_properties::looksLikeMenu(known, attributes, types) || attributes.override_redirect != 0);
+    fuzz::require(!window_properties::looksLikeMenu(known, attributes, types) ||
+                  attributes.override_redirect != 0);
 
     window_properties::isMark(textIn(fuzz::PropertyAnswer(bytes).get(), XCB_ATOM_STRING));
     const auto windows = numbers(bytes);
@@ -102,8 +98,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto isWanted = [](xcb_window_t window) { return window % 8 != 7; };
     const auto managed = window_properties::managedAmong(windows, first, isWanted);
     const bool hasFirst = isWanted(first) && window_properties::isAmong(windows, first);
-    require(managed.size() <= mostManaged && std::all_of(managed.begin(), managed.end(), isWanted));
-    require(!hasFirst || managed.front() == first);
+    fuzz::require(managed.size() <= mostManaged && std::all_of(managed.begin(), managed.end(), isWanted));
+    fuzz::require(!hasFirst || managed.front() == first);
 
     reserve(bytes);
     reserveBar(bytes);

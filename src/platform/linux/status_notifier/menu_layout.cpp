@@ -161,17 +161,15 @@ private:
 
     void readChildren(ExportedMenuEntry& entry, int depth) {
         reader_.array([&] {
-            // What has been read so far is shown.
-            if (count_ >= mostMenuEntries) {
+            // What has been read so far is shown. The root is no entry.
+            if (seen_.size() > mostMenuEntries) {
                 reader_.abandon();
                 return false;
             }
             reader_.variant([&] {
                 ExportedMenuEntry child;
-                if (!readEntry(child, depth))
-                    return;
-                ++count_;
-                entry.children.push_back(std::move(child));
+                if (readEntry(child, depth))
+                    entry.children.push_back(std::move(child));
             });
             return true;
         });
@@ -180,7 +178,6 @@ private:
     MessageReader reader_;
     MenuLayout layout_;
     std::set<std::int32_t> seen_;
-    std::size_t count_ = 0;
 };
 
 }  // namespace
