@@ -55,8 +55,8 @@ Task<> MenuBarManager::takeSnapshot() {
     auto images =
         co_await captureImages(std::move(pictured), screen->backingScaleFactor, platform_.screenCapture);
 
-    // Pictures of windows that were not pictured this time stay: one that comes back has its own at once. A new
-    // window takes a few kilobytes more, for as long as the program runs.
+    // Pictures of windows that were not pictured this time stay: one that comes back has its own at once. A
+    // new window takes a few kilobytes more, for as long as the program runs.
     images.merge(std::exchange(snapshot_.images, {}));
     if (!alwaysHiddenDivider) {
         // That section is off the screen: what was known of it still holds, but for what the user has moved.
