@@ -37,6 +37,22 @@ TEST_F(SettingsByKeyboard, GeneralTab) {
     EXPECT_TRUE(eventually([&] { return !std::filesystem::exists(autostart); }));
 }
 
+class SettingsOfBefore : public SettingsByKeyboard {
+protected:
+    void prepareSession() override { writeDefaults({{"clickAction", "showPanel"}}); }
+};
+
+TEST_F(SettingsOfBefore, KeysBeginAtTheChosenButton) {
+    const auto window = std::to_string(*settingsWindow());
+    xdotool({"mousemove", "--window", window, "190", "35", "click", "1"});
+    xdotool({"mousemove", "--window", window, "110", "35", "click", "1"});
+    ASSERT_TRUE(comesToRest());
+    next();
+    next();
+    press("Up");
+    EXPECT_TRUE(comesToBe("clickAction", "revealInMenuBar"));
+}
+
 TEST_F(SettingsByKeyboard, HidingAgain) {
     goToTab(1);
     next();

@@ -175,6 +175,11 @@ void PickerNode::applyOptions(const ViewContext& context) {
         if (option.tag == picker.selection)
             shown.mark.setChecked(true);
     }
+    // The toolkit leads Tab to the first one until the keyboard has once been among them.
+    const bool isAnyChosen = group_->checkedButton() != nullptr;
+    for (const auto& option : options_)
+        option->mark.setFocusPolicy(!isAnyChosen || option->mark.isChecked() ? Qt::StrongFocus
+                                                                             : Qt::ClickFocus);
 }
 
 QSizeF PickerNode::controlSize(qreal width) const {
