@@ -1,11 +1,19 @@
+#include "built_files.h"
 #include "bus_session.h"
 #include "linux/icons/icon_loader.h"
+#include "linux/icons/icon_protocol.h"
 
 #include <fcntl.h>
+#include <linux/seccomp.h>
+#include <seccomp.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <fstream>
 #include <sstream>
 
@@ -69,6 +77,50 @@ TEST_F(HostileIcons, AreReadByAProcessThatCanDoLittle) {
 #endif
     for (const int end : ends)
         close(end);
+}
+
+/// Where whoever asks for a filter of system calls gets this error. True where the process has read a picture
+/// all the same.
+bool isReadWhereFiltersEndWith(int error) {
+    std::array<int, 2> requests{};
+    std::array<int, 2> answers{};
+    if (pipe2(requests.data(), O_CLOEXEC) != 0 || pipe2(answers.data(), O_CLOEXEC) != 0)
+        return false;
+    const pid_t process = fork();
+    if (process == 0) {
+        dup2(requests[0], STDIN_FILENO);
+        dup2(answers[1], STDOUT_FILENO);
+        auto* const filter = seccomp_init(SCMP_ACT_ALLOW);
+        const scmp_arg_cmp isSet = {0, SCMP_CMP_EQ, PR_SET_SECCOMP, 0};
+        // A kernel that knows filters says of one that is none what it is; one that does not says the same of
+        // all.
+        const scmp_arg_cmp isFilter = {2, error == EINVAL ? SCMP_CMP_GE : SCMP_CMP_GT, 0, 0};
+        const auto refused = SCMP_ACT_ERRNO(static_cast<unsigned>(error));
+        seccomp_rule_add(filter, refused, SCMP_SYS(seccomp), 0);
+        seccomp_rule_add(filter, refused, SCMP_SYS(prctl), 2, isSet, isFilter);
+        if (seccomp_load(filter) == 0)
+            execl(iconLoaderProgram, iconLoaderProgram, nullptr);
+        _exit(1);
+    }
+    close(answers[1]);
+    icon_protocol::Request head;
+    head.side = 20;
+    head.dataSize = static_cast<std::uint32_t>(std::strlen(blueSquare));
+    std::string request(reinterpret_cast<const char*>(&head), sizeof head);
+    request += blueSquare;
+    const bool isSent = write(requests[1], request.data(), request.size()) > 0;
+    close(requests[0]);
+    icon_protocol::Answer answer;
+    const auto size = read(answers[0], &answer, sizeof answer);
+    close(requests[1]);
+    close(answers[0]);
+    waitpid(process, nullptr, 0);
+    return isSent && size == sizeof answer && answer.width == 20;
+}
+
+TEST_F(HostileIcons, AreNotReadWhereConfinementFailsButWhereTheSystemHasNone) {
+    EXPECT_FALSE(isReadWhereFiltersEndWith(ENOMEM));
+    EXPECT_TRUE(isReadWhereFiltersEndWith(EINVAL)) << "as old kernels answer";
 }
 
 TEST_F(HostileIcons, AreReadByAProcessThatIsNotToldOfTheSession) {

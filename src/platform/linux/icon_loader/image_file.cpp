@@ -14,20 +14,23 @@ namespace velmo {
 
 namespace {
 
-constexpr qint64 largestFile = 8 << 20;
+constexpr qsizetype largestFile = 8 << 20;
 constexpr int longestImageSide = 4096;
 
 /// Opening a file has effects of its own where it is a pipe, whose writer goes on, or a device: it is looked
-/// at first, and it is that file which is opened. Negative where it is none of moderate size.
-int openImageFile(const QString& file) {
+/// at first, and it is that file which is opened. Negative where it is none of moderate size, which is told
+/// otherwise.
+int openImageFile(const QString& file, qsizetype& size) {
     const int found = open(QFile::encodeName(file).constData(), O_PATH | O_CLOEXEC);
     if (found < 0)
         return -1;
     struct stat facts {};
     int opened = -1;
     if (fstat(found, &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_size > 0 &&
-        facts.st_size <= largestFile)
+        facts.st_size <= largestFile) {
+        size = facts.st_size;
         opened = open(("/proc/self/fd/" + std::to_string(found)).c_str(), O_RDONLY | O_CLOEXEC);
+    }
     close(found);
     return opened;
 }
@@ -38,14 +41,27 @@ int shownSide(int available, int side) {
     return available > side * 11 / 10 ? side : available;
 }
 
+QByteArray readWhole(int descriptor, qsizetype size) {
+    // One byte more shows whether it has become longer meanwhile.
+    QByteArray content(size + 1, Qt::Uninitialized);
+    qsizetype length = 0;
+    while (length < content.size()) {
+        const ssize_t count =
+            read(descriptor, content.data() + length, static_cast<std::size_t>(content.size() - length));
+        if (count <= 0)
+            break;
+        length += count;
+    }
+    content.truncate(length);
+    return length > size ? QByteArray() : content;
+}
+
 QByteArray readImageFile(const QString& file) {
-    const int descriptor = openImageFile(file);
+    qsizetype size = 0;
+    const int descriptor = openImageFile(file, size);
     if (descriptor < 0)
         return {};
-    // It may have become longer meanwhile.
-    QByteArray content(largestFile, Qt::Uninitialized);
-    const ssize_t size = read(descriptor, content.data(), static_cast<std::size_t>(content.size()));
-    content.truncate(size > 0 ? size : 0);
+    QByteArray content = readWhole(descriptor, size);
     close(descriptor);
     return content;
 }

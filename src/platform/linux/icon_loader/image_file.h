@@ -10,6 +10,10 @@ namespace velmo {
 /// for.
 QByteArray readImageFile(const QString& file);
 
+/// All that can be read from there, which is `size` bytes by what has been told of it. Empty where it turns
+/// out to be more.
+QByteArray readWhole(int descriptor, qsizetype size);
+
 /// The picture in `content`, at most `side` pixels wide and high, but for those that are little larger. Null
 /// where it is none, or an absurdly large one.
 QImage decodeImage(const QByteArray& content, int side);

@@ -118,7 +118,8 @@ int main(int argc, char** argv) {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QGuiApplication application(argc, argv);
     // The toolkit has all that it needs now, and nothing that is foreign has been read.
-    velmo::confineProcess();
+    if (!velmo::confineProcess() && velmo::processCanBeConfined())
+        return 1;
     velmo::IconFinder finder;
     velmo::IconRequest request;
     while (velmo::somethingIsAsked() && velmo::readRequest(request) && velmo::answer(finder.find(request)))
