@@ -63,12 +63,15 @@ TEST_F(AutostartTest, IsOnFromRegistrationToItsEnd) {
 }
 
 TEST_F(AutostartTest, OnlyTheUserMayWriteIt) {
-    const auto former = umask(0);
-    EXPECT_EQ(service_->registerService(), std::nullopt);
-    umask(former);
-    EXPECT_EQ(fs::status(entry()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    for (const auto& folder : {entry().parent_path(), entry().parent_path().parent_path()})
-        EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << folder;
+    for (const mode_t mask : {0000, 0022, 0077}) {
+        const auto former = umask(mask);
+        EXPECT_EQ(service_->registerService(), std::nullopt);
+        umask(former);
+        EXPECT_EQ(fs::status(entry()).permissions(), fs::perms::owner_read | fs::perms::owner_write) << mask;
+        for (const auto& folder : {entry().parent_path(), entry().parent_path().parent_path()})
+            EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all) << folder << mask;
+        fs::remove_all(entry().parent_path().parent_path());
+    }
 }
 
 TEST_F(AutostartTest, ProgramMayLieAnywhere) {

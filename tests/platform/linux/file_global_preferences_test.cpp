@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <cstdlib>
 #include <fstream>
 
@@ -47,6 +49,19 @@ TEST_F(FileGlobals, AreWrittenWhenSynchronized) {
     EXPECT_EQ(preferences.value("spacing"), std::nullopt);
     preferences.synchronize();
     EXPECT_EQ(read(file_), "{}\n");
+}
+
+TEST_F(FileGlobals, OnlyTheUserMayReadThem) {
+    for (const mode_t mask : {0000, 0022, 0077}) {
+        fs::remove_all(file_.parent_path());
+        const auto former = umask(mask);
+        FileGlobalPreferences preferences(file_);
+        preferences.setValue("spacing", 10);
+        preferences.synchronize();
+        umask(former);
+        EXPECT_EQ(fs::status(file_).permissions(), fs::perms::owner_read | fs::perms::owner_write) << mask;
+        EXPECT_EQ(fs::status(file_.parent_path()).permissions(), fs::perms::owner_all) << mask;
+    }
 }
 
 TEST_F(FileGlobals, NothingChangedIsNothingWritten) {

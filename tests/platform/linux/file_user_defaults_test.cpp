@@ -204,9 +204,14 @@ TEST_F(FileDefaults, FolderInTheFilesPlaceIsLeftAlone) {
 }
 
 TEST_F(FileDefaults, OnlyTheUserMayReadThem) {
-    FileUserDefaults(file_).setBool(true, "flag");
-    EXPECT_EQ(fs::status(file_).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-    EXPECT_EQ(fs::status(file_.parent_path()).permissions(), fs::perms::owner_all);
+    for (const mode_t mask : {0000, 0022, 0077}) {
+        const auto former = umask(mask);
+        FileUserDefaults(file_).setBool(true, "flag");
+        umask(former);
+        EXPECT_EQ(fs::status(file_).permissions(), fs::perms::owner_read | fs::perms::owner_write) << mask;
+        EXPECT_EQ(fs::status(file_.parent_path()).permissions(), fs::perms::owner_all) << mask;
+        fs::remove_all(file_.parent_path());
+    }
 }
 
 /// What lies so deep could be read, and not be written again.
