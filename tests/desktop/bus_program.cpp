@@ -195,10 +195,17 @@ void BusProgram::refuse(const std::string& member, const std::string& error) {
 
 void BusProgram::emit(const std::string& path, const std::string& interface, const std::string& member,
                       const Append& append) {
+    emitTo({}, path, interface, member, append);
+}
+
+void BusProgram::emitTo(const std::string& destination, const std::string& path, const std::string& interface,
+                        const std::string& member, const Append& append) {
     const std::lock_guard lock(mutex_);
     sd_bus_message* message = nullptr;
     check(sd_bus_message_new_signal(bus_, &message, path.c_str(), interface.c_str(), member.c_str()),
           "signal");
+    if (!destination.empty())
+        check(sd_bus_message_set_destination(message, destination.c_str()), "destination");
     if (append)
         check(append(message), "arguments");
     sd_bus_send(bus_, message, nullptr);

@@ -74,6 +74,9 @@ public:
 
     void emit(const std::string& path, const std::string& interface, const std::string& member,
               const Append& append = nullptr);
+    /// To that connection alone, whatever it has asked to be told of.
+    void emitTo(const std::string& destination, const std::string& path, const std::string& interface,
+                const std::string& member, const Append& append = nullptr);
     /// The calls so far, but for those that only ask: a member and its arguments.
     std::vector<std::string> calls() const;
     bool wasCalled(const std::string& call) const;
