@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -69,6 +70,39 @@ TEST_F(TimeZoneSettings, NameIsNotReadFromAPipe) {
     ASSERT_EQ(::write(pipe, "Europe/Paris\n", 13), 13);
     EXPECT_EQ(read(), TimeZoneSetting{});
     close(pipe);
+}
+
+TEST_F(TimeZoneSettings, ZonesAreNotReadFromAPipe) {
+    const auto zone = folder_.path() / "zone";
+    ASSERT_EQ(mkfifo(zone.c_str(), 0600), 0);
+    // Held open at both ends, so that a reader finds bytes instead of waiting for ever.
+    const int pipe = open(zone.c_str(), O_RDWR | O_NONBLOCK);
+    const std::string content(65536, 'x');
+    const auto isLeftAlone = [&] {
+        int left = 0;
+        return ioctl(pipe, FIONREAD, &left) == 0 && left == 65536;
+    };
+    ASSERT_EQ(::write(pipe, content.data(), content.size()), 65536);
+    link(zone);
+    EXPECT_EQ(read(), TimeZoneSetting{});
+    ASSERT_TRUE(isLeftAlone()) << "as the system's";
+    EXPECT_EQ(read(zone.c_str()).file, "");
+    ASSERT_TRUE(isLeftAlone()) << "as a path in the environment";
+    files_.database = folder_.path();
+    EXPECT_EQ(read("zone").file, "");
+    ASSERT_TRUE(isLeftAlone()) << "as one of the database";
+    close(pipe);
+}
+
+TEST_F(TimeZoneSettings, OfAHugeFileNoMoreThanTheBeginningIsRead) {
+    const auto zone = folder_.path() / "zone";
+    write(zone, std::string(100000, 'x'));
+    link(zone);
+    files_.database = folder_.path();
+    const std::string beginning(65536, 'x');
+    EXPECT_EQ(read().file, beginning);
+    EXPECT_EQ(read(zone.c_str()).file, beginning);
+    EXPECT_EQ(read("zone").file, beginning);
 }
 
 TEST_F(TimeZoneSettings, VariableTakesTheSystemsPlace) {
