@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace velmo::desktop {
 
@@ -25,6 +26,15 @@ protected:
         xcb_create_window(client.raw(), XCB_COPY_FROM_PARENT, window, client.root(), 0, 0, 16, 16, 0,
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
         return window;
+    }
+
+    /// As if the server had told of it; to whoever made the window where the mask is empty.
+    template <typename Event>
+    void forge(xcb_window_t window, std::uint32_t mask, const Event& event) const {
+        std::array<char, 32> bytes{};
+        std::memcpy(bytes.data(), &event, sizeof event);
+        xcb_send_event(x().raw(), 0, window, mask, bytes.data());
+        xcb_flush(x().raw());
     }
 
     /// A window made by this test, docked like a program's and in the bar. `wmClass` as in the property.
@@ -174,14 +184,54 @@ TEST_F(Tray, ClientsThatDieWhileTheyDockLeaveNothing) {
 
 TEST_F(Tray, ForgedEventsTakeNoIconAway) {
     const auto window = dockWindowOfOurs();
-    xcb_destroy_notify_event_t forged{};
-    forged.response_type = XCB_DESTROY_NOTIFY;
-    forged.event = window;
-    forged.window = window;
-    xcb_send_event(x().raw(), 0, window, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&forged));
-    xcb_flush(x().raw());
-    EXPECT_TRUE(stays([&] { return isOnScreen(window); }, milliseconds(300)));
+    const auto staysThere = [&] {
+        return stays([&] { return isOnScreen(window) && x().parent(x().parent(window)) == bar(); },
+                     milliseconds(300));
+    };
+    xcb_reparent_notify_event_t moved{};
+    moved.response_type = XCB_REPARENT_NOTIFY;
+    moved.event = window;
+    moved.window = window;
+    moved.parent = x().root();
+    forge(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY, moved);
+    EXPECT_TRUE(staysThere()) << "it has gone elsewhere, they say";
+    xcb_destroy_notify_event_t gone{};
+    gone.response_type = XCB_DESTROY_NOTIFY;
+    gone.event = window;
+    gone.window = window;
+    forge(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY, gone);
+    EXPECT_TRUE(staysThere());
+    const auto tray = x().selectionOwner("_NET_SYSTEM_TRAY_S0");
+    ASSERT_NE(tray, XCB_WINDOW_NONE);
+    xcb_selection_clear_event_t lost{};
+    lost.response_type = XCB_SELECTION_CLEAR;
+    lost.owner = tray;
+    lost.selection = x().atom("_NET_SYSTEM_TRAY_S0");
+    forge(tray, XCB_EVENT_MASK_NO_EVENT, lost);
+    EXPECT_TRUE(staysThere()) << "another has become the tray, they say";
+    EXPECT_EQ(x().selectionOwner("_NET_SYSTEM_TRAY_S0"), tray);
+}
+
+TEST_F(Tray, ForgedClicksOnTheToggleDoNothing) {
+    const bool before = dividerIsExpanded();
+    const auto place = x().area(toggle()).value();
+    xcb_button_press_event_t press{};
+    press.detail = XCB_BUTTON_INDEX_1;
+    press.root = x().root();
+    press.event = toggle();
+    press.root_x = static_cast<std::int16_t>(place.midX());
+    press.root_y = static_cast<std::int16_t>(place.midY());
+    press.event_x = static_cast<std::int16_t>(place.width / 2);
+    press.event_y = static_cast<std::int16_t>(place.height / 2);
+    press.same_screen = 1;
+    for (const auto type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE}) {
+        press.response_type = static_cast<std::uint8_t>(type);
+        press.state = type == XCB_BUTTON_RELEASE ? std::uint16_t{XCB_BUTTON_MASK_1} : std::uint16_t{0};
+        forge(toggle(), XCB_EVENT_MASK_NO_EVENT, press);
+    }
+    EXPECT_TRUE(stays([&] { return dividerIsExpanded() == before; }, milliseconds(500)));
+    click(toggle());
+    EXPECT_TRUE(eventually([&] { return dividerIsExpanded() != before; })) << "real ones do";
 }
 
 TEST_F(Tray, WindowTakenBackIsFreeAgain) {
