@@ -32,6 +32,12 @@ protected:
         runFor(0.3);
     }
 
+    void sayOwnerChanged(const std::string& name, const std::string& former, const std::string& owner) {
+        say("/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged", [&](auto* message) {
+            return sd_bus_message_append(message, "sss", name.c_str(), former.c_str(), owner.c_str());
+        });
+    }
+
     std::unique_ptr<desktop::BusProgram> impostor_;
 };
 
@@ -56,6 +62,14 @@ TEST_F(Impostors, DoNotSpeakForAMenu) {
     EXPECT_EQ(menu.children[0].label, "One");
     changeProperty(1, "label", "Ours");
     EXPECT_TRUE(until([&] { return menu.children[0].label == "Ours"; }));
+}
+
+TEST_F(Impostors, DoNotSpeakForTheBus) {
+    impostor_->addObject(watchersPath);
+    sayOwnerChanged(watchersName, "", impostor_->name());
+    EXPECT_EQ(impostor_->callsOf("RegisterStatusNotifierHost"), 0) << "it is no watcher";
+    sayOwnerChanged(owner_->name(), owner_->name(), "");
+    EXPECT_EQ(items_.size(), 1U) << "its program is there";
 }
 
 TEST_F(Impostors, DoNotSpeakForAnotherWatcher) {

@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <string_view>
 #include <utility>
 
 namespace velmo::dbus {
@@ -214,6 +215,11 @@ Registration Bus::onOwnerChange(const std::string& name, std::function<void(cons
     const std::string rule = std::string("type='signal',sender='") + daemonName + "',path='" + daemonPath +
                              "',interface='" + daemonName + "',member='NameOwnerChanged',arg0='" + name + "'";
     return onSignal(rule, [handler = std::move(handler)](sd_bus_message* message) {
+        // The library holds only unique names in a rule against what is sent to us alone, which anybody can
+        // do.
+        const char* sender = sd_bus_message_get_sender(message);
+        if (!sender || std::string_view(sender) != daemonName)
+            return;
         const char* changed = nullptr;
         const char* formerOwner = nullptr;
         const char* owner = nullptr;
