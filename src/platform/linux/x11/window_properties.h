@@ -26,8 +26,8 @@ bool looksLikeMenu(const Atoms& atoms, const xcb_get_window_attributes_reply_t& 
 /// True where a window manager has marked a window as one of its own. Managers leave the mark on windows that
 /// they let go, and say so in it.
 bool isMark(const std::string& state);
-/// Of a list of windows those that are `wanted`: `first` before all others if it is there, and of hundreds
-/// only the first, among which docks are, and the last.
+/// Of a list of windows those that `isWanted` holds for: `first` before all others if it is there, and of
+/// hundreds only the first, among which docks are, and the last.
 std::vector<xcb_window_t> managedAmong(Numbers windows, xcb_window_t first,
                                        const std::function<bool(xcb_window_t)>& isWanted);
 
