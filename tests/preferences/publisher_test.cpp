@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <utility>
+#include <vector>
+
 namespace velmo {
 namespace {
 
@@ -117,6 +121,23 @@ TEST(PublisherOfOptionals, TellsNoneFromNothingYet) {
                               std::optional<int>(), std::optional(1)})
         published.set(value);
     EXPECT_EQ(received, (std::vector<std::optional<int>>{std::nullopt, 1, std::nullopt, 1}));
+}
+
+TEST_F(PublisherTest, LetsGoOfAReceiverThatIsCancelled) {
+    auto held = std::make_shared<int>();
+    const std::weak_ptr<int> weak = held;
+    auto subscription = published_.publisher().sink([held = std::move(held)](int) {});
+    EXPECT_FALSE(weak.expired());
+    subscription.cancel();
+    EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(PublisherTest, MayGoBeforeItsSubscriptions) {
+    auto shortLived = std::make_unique<Published<int>>(1);
+    auto subscription = shortLived->publisher().sink(record());
+    shortLived.reset();
+    subscription.cancel();
+    EXPECT_EQ(received_, (std::vector{1}));
 }
 
 }  // namespace
