@@ -1,5 +1,6 @@
 #include "display.h"
 
+#include "probe_window.h"
 #include "timing.h"
 
 #include <xcb/xcb_icccm.h>
@@ -59,8 +60,8 @@ Display::~Display() {
 
 void Display::startWindowManager() {
     windowManager_.emplace(run({"openbox"}));
-    waitFor([&] { return !x().cardinals(x().root(), "_NET_SUPPORTING_WM_CHECK").empty(); },
-            "the window manager");
+    const ProbeWindow probe(x());
+    waitFor([&] { return probe.isManaged(); }, "the window manager");
 }
 
 xcb_window_t Display::dock(int number) {

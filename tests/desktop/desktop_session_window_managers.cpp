@@ -1,6 +1,7 @@
 // The window managers of a session: how they start, replace each other, and end.
 
 #include "desktop_session.h"
+#include "probe_window.h"
 
 #include <fstream>
 
@@ -31,17 +32,12 @@ void DesktopSession::startWindowManager(const std::vector<std::string>& command)
 }
 
 void DesktopSession::waitUntilWindowsAreManaged() const {
-    const xcb_window_t window = xcb_generate_id(x().raw());
-    xcb_create_window(x().raw(), XCB_COPY_FROM_PARENT, window, x().root(), 300, 300, 50, 50, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-    // One that has only just begun may lose a request.
-    EXPECT_TRUE(eventually([&] {
-        xcb_map_window(x().raw(), window);
-        return !x().cardinals(window, "WM_STATE").empty();
-    }));
-    const auto frame = x().parent(window);
-    xcb_destroy_window(x().raw(), window);
-    // It goes with the window.
+    xcb_window_t frame = XCB_WINDOW_NONE;
+    {
+        const ProbeWindow probe(x());
+        EXPECT_TRUE(eventually([&] { return probe.isManaged(); }));
+        frame = probe.frame();
+    }
     EXPECT_TRUE(eventually([&] { return frame == x().root() || !x().isViewable(frame); }));
 }
 

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <linux/io_uring.h>
+#include <linux/landlock.h>
 #include <linux/perf_event.h>
 #include <sched.h>
 #include <sys/ioctl.h>
@@ -20,6 +21,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -88,13 +90,13 @@ protected:
         return word;
     }
 
-    /// The names of those that were not refused, then "end".
-    static std::string notRefused(const Attempts& attempts) {
+    /// The names of those that were not refused with that word of the system, then "end".
+    static std::string notRefused(const Attempts& attempts, int refusal = ENOSYS) {
         return confined([&] {
             std::string names;
             for (const auto& [name, attempt] : attempts) {
                 errno = 0;
-                if (attempt() != -1 || errno != ENOSYS)
+                if (attempt() != -1 || errno != refusal)
                     names += std::string(name) + " ";
             }
             return names + "end";
@@ -205,6 +207,38 @@ TEST_F(Confinement, ChangesNoFile) {
               }),
               "end");
     EXPECT_TRUE(everythingIsAsBefore());
+}
+
+TEST_F(Confinement, OpensNeitherProcessesNorTerminalsNorDevices) {
+    if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) < 0)
+        GTEST_SKIP() << "this kernel has no Landlock";
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+    const std::string itsEnd = ptsname(terminal);
+    const std::string process = "/proc/" + std::to_string(victim_);
+    const auto link = folder_ / "other";
+    std::filesystem::create_symlink(process + "/environ", link);
+    const auto opens = [](const std::string& name) {
+        return [name] { return open(name.c_str(), O_RDONLY | O_NOCTTY | O_NONBLOCK); };
+    };
+    const Attempts attempts = {
+        {"environment", opens(process + "/environ")},
+        {"memory", opens(process + "/mem")},
+        {"own memory", opens("/proc/self/mem")},
+        {"by a link", opens(link)},
+        {"by the folder above", opens("/usr/.." + process + "/environ")},
+        {"processes", opens("/proc")},
+        {"terminal", opens(itsEnd)},
+        {"device", opens("/dev/zero")},
+        {"kernel", opens("/sys/kernel")},
+    };
+    for (const auto& [name, attempt] : attempts) {
+        const auto descriptor = static_cast<int>(attempt());
+        EXPECT_GE(descriptor, 0) << name << " can be opened by others";
+        close(descriptor);
+    }
+    EXPECT_EQ(notRefused(attempts, EACCES), "end");
+    close(terminal);
 }
 
 TEST_F(Confinement, LeavesWhatDecodersNeed) {

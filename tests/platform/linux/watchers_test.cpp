@@ -226,6 +226,24 @@ TEST_F(Watchers, AProgramThatFillsTheHostLeavesRoomForOthers) {
     EXPECT_EQ(items_.size(), 2U);
 }
 
+TEST_F(Watchers, AProgramThatFillsTheHostInAnothersNameIsTheOneThatGivesWay) {
+    const auto victim = programWithItem("victim");
+    victim->keepSilentOn("GetAll");
+    const auto greedy = program();
+    for (int index = 0; index < 1100; ++index) {
+        victim->addItem("/Item" + std::to_string(index), "unwanted");
+        greedy->registerItem(victim->name() + "/Item" + std::to_string(index));
+    }
+    ASSERT_TRUE(until([&] { return victim->callsOf("GetAll") >= 1000; }, 20));
+    greedy->registerItem(victim->name() + usualItem);
+    victim->answerAgain("GetAll");
+    victim->addItem("/Second", "second");
+    victim->registerItem("/Second");
+    EXPECT_TRUE(untilItems(2)) << "the others are not the victim's";
+    const auto late = programWithItem("late");
+    EXPECT_EQ(items_.size(), 3U);
+}
+
 TEST_F(Watchers, ManyThatFillTheHostLeaveWhatIsThere) {
     const auto pair = programWithItem("first");
     pair->addItem("/Second", "second");

@@ -1,13 +1,19 @@
 #include "confinement.h"
 
 #include <fcntl.h>
+#include <linux/landlock.h>
 #include <linux/seccomp.h>
 #include <sched.h>
 #include <seccomp.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
+#include <filesystem>
 #include <memory>
 
 namespace velmo {
@@ -103,9 +109,54 @@ void allow(const Filter& filter, int call, const Conditions&... conditions) {
     seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, sizeof...(conditions), conditions...);
 }
 
+/// In the root: other processes and their memory, terminals and devices. No picture lies there.
+constexpr std::array kernelFolders = {"dev", "proc", "sys"};
+/// What Landlock rules over: to open files and folders for reading, as all else is refused anyway.
+constexpr std::uint64_t reading = LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_READ_DIR;
+
+bool isKernelFolder(const std::filesystem::path& folder) {
+    return std::find(kernelFolders.begin(), kernelFolders.end(), folder.filename()) != kernelFolders.end();
+}
+
+/// What lies below it, wherever that is mounted from, may be read.
+bool allowReading(int rules, const std::filesystem::path& folder) {
+    const int descriptor = open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    const landlock_path_beneath_attr rule = {reading, descriptor};
+    const bool isAllowed =
+        descriptor >= 0 && syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0) == 0;
+    close(descriptor);
+    return isAllowed;
+}
+
+/// Rules can allow what lies below a folder, not refuse it: each other folder of the root is allowed. One that
+/// cannot be is refused.
+bool allowAllButKernelFolders(int rules) {
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator("/", error)) {
+        // Where a link leads to lies in another folder of the root.
+        if (!entry.is_symlink(error) && entry.is_directory(error) && !isKernelFolder(entry.path()))
+            allowReading(rules, entry.path());
+    }
+    return !error && syscall(SYS_landlock_restrict_self, rules, 0) == 0;
+}
+
+/// For this thread, and those that it starts. True where the kernel knows no such rules, too.
+bool closeKernelFolders() {
+    const landlock_ruleset_attr ruled = {.handled_access_fs = reading};
+    const auto rules = static_cast<int>(syscall(SYS_landlock_create_ruleset, &ruled, sizeof ruled, 0));
+    if (rules < 0)
+        return true;
+    const bool areClosed = allowAllButKernelFolders(rules);
+    close(rules);
+    return areClosed;
+}
+
 }  // namespace
 
 bool confineProcess() {
+    // The kernel takes rules and filters from nobody who could start a program that may do more.
+    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0 || !closeKernelFolders())
+        return false;
     // As an older kernel would answer, which is what libraries are prepared for.
     const Filter filter(seccomp_init(SCMP_ACT_ERRNO(ENOSYS)));
     if (!filter || seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_TSYNC, 1) != 0)

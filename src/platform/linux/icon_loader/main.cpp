@@ -7,7 +7,6 @@
 #include <QImageReader>
 
 #include <poll.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -20,7 +19,6 @@ namespace velmo {
 
 namespace {
 
-constexpr int idleMilliseconds = 5000;
 constexpr int largestImageMegabytes = 64;
 constexpr rlim_t mostMemory = rlim_t{1} << 30;
 /// Of the processor. Another process takes over then.
@@ -84,14 +82,13 @@ bool answer(const FoundIcon& icon) {
 
 bool somethingIsAsked() {
     pollfd input = {STDIN_FILENO, POLLIN, 0};
-    return poll(&input, 1, idleMilliseconds) > 0;
+    return poll(&input, 1, icon_protocol::idleMilliseconds) > 0;
 }
 
 /// Pictures come from strangers: whoever gets the better of a decoder finds neither files of ours open, nor a
-/// way to write one, to have more rights or to stay for long.
+/// way to write one or to stay for long.
 void setLimits() {
     close_range(STDERR_FILENO + 1, ~0U, 0);
-    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     // The sanitizer's shadow alone takes more.
 #ifndef __SANITIZE_ADDRESS__
     const rlimit memory = {mostMemory, mostMemory};

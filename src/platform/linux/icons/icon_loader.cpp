@@ -1,5 +1,7 @@
 #include "icon_loader.h"
 
+#include "linux/icons/icon_protocol.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -9,8 +11,8 @@ namespace {
 
 /// From the request to the answer, with the start of the process.
 constexpr Seconds timeLimit = 3;
-/// The process ends by itself before.
-constexpr Seconds mostIdleTime = 7;
+/// The process ends by itself two seconds before.
+constexpr Seconds mostIdleTime = icon_protocol::idleMilliseconds / 1000.0 + 2;
 /// A process that ends, because it was idle, just when it gets a request is no reason to give up.
 constexpr int mostAttempts = 2;
 constexpr std::size_t mostCached = 64;

@@ -6,6 +6,8 @@
 /// so numbers are as they lie in memory.
 namespace velmo::icon_protocol {
 
+/// After which the loader ends when nothing is asked.
+inline constexpr int idleMilliseconds = 5000;
 /// Sides of icons that can be asked for, in pixels.
 inline constexpr std::uint32_t largestSide = 512;
 /// Bytes of a name or a path.

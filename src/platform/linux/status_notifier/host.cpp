@@ -24,11 +24,15 @@ Host::Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, I
       bus_(std::move(bus)),
       look_(std::move(look)),
       handlers_(std::move(handlers)) {
-    const auto add = [this](const ItemAddress& address) { this->add(address); };
+    const auto add = [this](const ItemAddress& address, const std::string& registrant) {
+        this->add(address, registrant);
+    };
+    // Another watcher does not tell who has registered what.
+    const auto addNamed = [this](const ItemAddress& address) { this->add(address, address.service); };
     const auto removeNamed = [this](const ItemAddress& address) { this->removeNamed(address); };
     for (const auto& family : families) {
         watchers_.push_back(std::make_unique<Watcher>(bus_, family, add));
-        foreignWatchers_.push_back(std::make_unique<ForeignWatcher>(loop, bus_, family, add, removeNamed));
+        foreignWatchers_.push_back(std::make_unique<ForeignWatcher>(loop, bus_, family, addNamed, removeNamed));
     }
 }
 
@@ -45,39 +49,40 @@ void Host::setLook(const IconLook& look) {
     }
 }
 
-void Host::add(const ItemAddress& address) {
+void Host::add(const ItemAddress& address, const std::string& registrant) {
     if (const auto known = entries_.find(address); known != entries_.end()) {
-        if (known->second.item)
-            known->second.item->requestRefresh();
+        auto& state = known->second;
+        if (state.owner == registrant)
+            state.registrant = registrant;
+        if (state.item)
+            state.item->requestRefresh();
         return;
     }
-    if (entries_.size() >= mostItems && !makeRoomFor(address.service)) {
+    if (entries_.size() >= mostItems && !makeRoomFor(registrant)) {
         withdraw(address);
         return;
     }
     const auto entry = entries_.try_emplace(address).first;
     entry->second.number = ++numbers_;
+    entry->second.registrant = registrant;
     if (address.service.starts_with(':'))
         resolved(entry, address.service);
     else
         resolve(entry);
 }
 
-bool Host::makeRoomFor(const std::string& service) {
-    const auto ownerOf = [](const auto& entry) {
-        return entry.second.owner.empty() ? entry.first.service : entry.second.owner;
-    };
+bool Host::makeRoomFor(const std::string& registrant) {
     std::map<std::string, std::size_t> counts;
-    for (const auto& entry : entries_)
-        ++counts[ownerOf(entry)];
+    for (const auto& [address, entry] : entries_)
+        ++counts[entry.registrant];
     const auto most = std::max_element(counts.begin(), counts.end(), [](const auto& left, const auto& right) {
                           return left.second < right.second;
                       })->second;
-    if (most <= std::max(counts[service], fairShare))
+    if (most <= std::max(counts[registrant], fairShare))
         return false;
     auto newest = entries_.end();
     for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
-        if (counts[ownerOf(*entry)] == most &&
+        if (counts[entry->second.registrant] == most &&
             (newest == entries_.end() || newest->second.number < entry->second.number))
             newest = entry;
     }

@@ -39,6 +39,8 @@ private:
     struct Entry {
         /// Those that came later have greater ones.
         std::uint64_t number = 0;
+        /// Counts as who has the entry: anybody can name another's service.
+        std::string registrant;
         std::string owner;
         std::unique_ptr<Item> item;
         bool isShown = false;
@@ -48,10 +50,10 @@ private:
     /// By the address that was registered, under whatever name.
     using Entries = std::map<ItemAddress, Entry>;
 
-    void add(const ItemAddress& address);
-    /// Ends the newest entry of those who have the most. False where the one who wants another has as many,
-    /// or nobody has more than a fair share.
-    bool makeRoomFor(const std::string& service);
+    void add(const ItemAddress& address, const std::string& registrant);
+    /// Ends the newest entry of those who have registered the most. False where the one who wants another has
+    /// as many, or nobody has more than a fair share.
+    bool makeRoomFor(const std::string& registrant);
     void resolve(Entries::iterator entry);
     void resolved(Entries::iterator entry, const std::string& owner);
     void changed(Entries::iterator entry);

@@ -31,8 +31,7 @@ struct Watcher::Table {
     };
 };
 
-Watcher::Watcher(std::shared_ptr<dbus::Bus> bus, const std::string& family,
-                 std::function<void(const ItemAddress&)> onRegistered)
+Watcher::Watcher(std::shared_ptr<dbus::Bus> bus, const std::string& family, Handler onRegistered)
     : bus_(std::move(bus)), name_(watcherName(family)), onRegistered_(std::move(onRegistered)) {
     object_ = bus_->addObject(watcherPath, name_, Table::entries, this);
     const auto appendName = [this](sd_bus_message* message) {
@@ -73,7 +72,7 @@ int Watcher::registerItem(sd_bus_message* message, void* context, sd_bus_error* 
     // Other hosts learn of it, too.
     if (self.items_.insert(*address).second)
         self.emit("StatusNotifierItemRegistered", address->text());
-    self.onRegistered_(*address);
+    self.onRegistered_(*address, sender);
     return replied;
 }
 

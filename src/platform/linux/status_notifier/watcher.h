@@ -15,9 +15,11 @@ namespace velmo::status_notifier {
 /// name on the bus and gets it as soon as nobody else has it.
 class Watcher {
 public:
+    /// Of an item, and of the unique name of who registers it, which need not be the item's own program.
+    using Handler = std::function<void(const ItemAddress& item, const std::string& registrant)>;
+
     /// `onRegistered` is told of an item that registers here.
-    Watcher(std::shared_ptr<dbus::Bus> bus, const std::string& family,
-            std::function<void(const ItemAddress&)> onRegistered);
+    Watcher(std::shared_ptr<dbus::Bus> bus, const std::string& family, Handler onRegistered);
     ~Watcher();
     Watcher(const Watcher&) = delete;
     Watcher& operator=(const Watcher&) = delete;
@@ -41,7 +43,7 @@ private:
 
     std::shared_ptr<dbus::Bus> bus_;
     std::string name_;
-    std::function<void(const ItemAddress&)> onRegistered_;
+    Handler onRegistered_;
     std::set<ItemAddress> items_;
     Registration object_;
     Registration claim_;

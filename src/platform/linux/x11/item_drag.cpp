@@ -13,7 +13,7 @@ namespace {
 /// A hand is not perfectly still while it clicks. Points.
 constexpr double dragThreshold = 3;
 
-/// So often a drag asks for the keyboard that somebody else keeps.
+/// So often a drag at rest asks for the keyboard that somebody else keeps.
 constexpr int mostQuestions = 100;
 constexpr Seconds questionPause = 0.05;
 
@@ -111,8 +111,10 @@ void ItemDrag::move(const xcb_motion_notify_event_t& event) {
         return;
     if (!std::exchange(moving_, true))
         useSuper();
-    if (!hasKeyboard_)
+    if (!hasKeyboard_) {
+        questionsLeft_ = mostQuestions;
         asking_.request();
+    }
     bar_.dragTo(event.event_x - offsetInItem_);
 }
 
@@ -120,7 +122,6 @@ void ItemDrag::move(const xcb_motion_notify_event_t& event) {
 /// keyboard to himself, that may be a window manager that opens a menu for a Super key without another: it
 /// gets another, and may then let go.
 void ItemDrag::useSuper() {
-    questionsLeft_ = mostQuestions;
     takeKeyboard();
     const auto key = keyboard_.meaninglessKey();
     if (hasKeyboard_ || !key || !canFakeInput(connection_))
