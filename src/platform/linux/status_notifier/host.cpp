@@ -32,7 +32,8 @@ Host::Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, I
     const auto removeNamed = [this](const ItemAddress& address) { this->removeNamed(address); };
     for (const auto& family : families) {
         watchers_.push_back(std::make_unique<Watcher>(bus_, family, add));
-        foreignWatchers_.push_back(std::make_unique<ForeignWatcher>(loop, bus_, family, addNamed, removeNamed));
+        foreignWatchers_.push_back(
+            std::make_unique<ForeignWatcher>(loop, bus_, family, addNamed, removeNamed));
     }
 }
 
