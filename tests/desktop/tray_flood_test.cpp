@@ -176,6 +176,26 @@ TEST_F(HostileCrowd, ThatAsksForSizesCostsLittle) {
     expectGoodIconAlone();
 }
 
+/// As many programs of a session do when the bar starts.
+TEST_F(HostileCrowd, ThatComesOneByOneIsTakenWithoutPauses) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::size_t paced = 50;
+    program_ = std::make_unique<TrayClient>(display());
+    std::vector<double> milliseconds;
+    while (windows_.size() < 150) {
+        windows_.push_back(program_->makeIcon("flood"));
+        const auto start = Clock::now();
+        program_->dock(windows_.back());
+        while (x().parent(windows_.back()) == x().root() && Clock::now() < start + std::chrono::seconds(5))
+            continue;
+        milliseconds.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+    }
+    const auto later = milliseconds.begin() + paced;
+    std::nth_element(later, later + 50, milliseconds.end());
+    std::printf("an icon among many is taken after %.1f ms\n", later[50]);
+    EXPECT_LT(later[50], 10);
+}
+
 TEST_F(HostileCrowd, ThatRenamesItselfDelaysNobodysWishToBeShown) {
     dock(many);
     for (const bool isShown : {false, true}) {

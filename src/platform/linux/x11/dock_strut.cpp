@@ -41,13 +41,13 @@ std::optional<DockStrut> DockStrut::from(const std::vector<std::uint32_t>& parti
         {left, leftBegin, leftEnd}, {right, rightBegin, rightEnd}, {bottom, bottomBegin, bottomEnd}};
 }
 
-/// What ends on another monitor is reserved there, and merely reaches across this one.
 PixelRect spaceLeftBy(const std::vector<DockStrut>& docks, const PixelRect& monitor, const PixelRect& root) {
     const auto& [x, y, width, height] = monitor;
     std::int64_t leftEnd = x;
     std::int64_t rightEnd = std::int64_t{x} + width;
     std::int64_t bottomEnd = std::int64_t{y} + height;
     for (const auto& [left, right, bottom] : docks) {
+        // What ends on another monitor is reserved there, and merely reaches across this one.
         if (left.meets(y, height) && isInside(left.depth, x, width))
             leftEnd = std::max(leftEnd, left.depth);
         if (right.meets(y, height) && isInside(root.width - right.depth, x, width))

@@ -20,9 +20,9 @@ constexpr std::size_t mostIcons = 1000;
 /// The server is waited for once for so many of a kind, while clicks wait.
 constexpr int atOnce = 8;
 /// Between two times that we take icons; not between the first ones, as all that are in the session come
-/// together when the bar starts.
+/// together when the bar starts. Whoever has nothing else to do takes each by itself.
 constexpr Seconds dockingPause = 0.01;
-constexpr int dockingsAtOnce = 32;
+constexpr int dockingsAtOnce = 256;
 /// Between two times that we ask what is new of icons, however many there are: programs may say something new
 /// without end.
 constexpr Seconds readingPause = 0.025;

@@ -152,7 +152,8 @@ void QtWindow::center() {
     }
 }
 
-/// What nobody has moved is not moved by that either.
+/// What nobody has moved is not moved by that either, and what the user has moved only with the units: a
+/// monitor may be away for a moment.
 void QtWindow::screensChanged(double factor) {
     const QPointF corner = widget_->screen()->geometry().topLeft();
     const auto inNewUnits = [&](const QPoint& place) {
@@ -161,7 +162,7 @@ void QtWindow::screensChanged(double factor) {
     if (!widget_->isVisible()) {
         if (unmovedPlace_)
             center();
-        else
+        else if (factor != 1)
             moveInto(widget_->screen()->availableGeometry(), inNewUnits(widget_->pos()));
     } else if (unmovedPlace_ && factor != 1) {
         unmovedPlace_ = inNewUnits(*unmovedPlace_);
@@ -171,7 +172,8 @@ void QtWindow::screensChanged(double factor) {
 }
 
 void QtWindow::moveInto(const QRect& area, const QPoint& corner) {
-    const QPoint farthest = area.bottomRight() + QPoint(1, 1) - QPoint(widget_->width(), widget_->height());
+    const QSize size = widget_->frameGeometry().size();
+    const QPoint farthest = area.bottomRight() + QPoint(1, 1) - QPoint(size.width(), size.height());
     widget_->move(std::max(std::min(corner.x(), farthest.x()), area.x()),
                   std::max(std::min(corner.y(), farthest.y()), area.y()));
 }
