@@ -155,8 +155,9 @@ void WindowMover::awaitChange(bool revealed) {
         if (!event) {
             pollfd descriptor = {xcb_get_file_descriptor(raw), POLLIN, 0};
             if (poll(&descriptor, 1, longestWait) <= 0)
-                throw std::runtime_error(name() + ": a click has left " + std::to_string(shown_.size()) + " of " +
-                                         std::to_string(count_) + " " + nameOf(kind()) + " items on the bar");
+                throw std::runtime_error(name() + ": a click has left " + std::to_string(shown_.size()) +
+                                         " of " + std::to_string(count_) + " " + nameOf(kind()) +
+                                         " items on the bar");
             continue;
         }
         if ((event->response_type & 0x7f) != XCB_CONFIGURE_NOTIFY)

@@ -128,8 +128,8 @@ bool allowReading(int rules, const std::filesystem::path& folder) {
     return isAllowed;
 }
 
-/// Rules can allow what lies below a folder, not refuse it: each other folder of the root is allowed. One that
-/// cannot be is refused.
+/// Rules can allow what lies below a folder, not refuse it: each other folder of the root is allowed. One
+/// that cannot be is refused.
 bool allowAllButKernelFolders(int rules) {
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator("/", error)) {
