@@ -118,18 +118,17 @@ bool isKernelFolder(const std::filesystem::path& folder) {
     return std::find(kernelFolders.begin(), kernelFolders.end(), folder.filename()) != kernelFolders.end();
 }
 
-/// What lies below it, wherever that is mounted from, may be read.
-bool allowReading(int rules, const std::filesystem::path& folder) {
+/// What lies below it, wherever that is mounted from. Where that cannot be allowed it stays refused.
+void allowReading(int rules, const std::filesystem::path& folder) {
     const int descriptor = open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
     const landlock_path_beneath_attr rule = {reading, descriptor};
-    const bool isAllowed =
-        descriptor >= 0 && syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0) == 0;
+    if (descriptor < 0)
+        return;
+    syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
     close(descriptor);
-    return isAllowed;
 }
 
-/// Rules can allow what lies below a folder, not refuse it: each other folder of the root is allowed. One
-/// that cannot be is refused.
+/// Rules can allow what lies below a folder, not refuse it: each other folder of the root is allowed.
 bool allowAllButKernelFolders(int rules) {
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator("/", error)) {
