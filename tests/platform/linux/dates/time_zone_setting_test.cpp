@@ -17,6 +17,31 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// A pipe as full as it can be, and held open at both ends, so that a reader finds bytes instead of waiting
+/// for ever.
+class FullPipe {
+public:
+    explicit FullPipe(const fs::path& path) {
+        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+        pipe_ = open(path.c_str(), O_RDWR | O_NONBLOCK);
+        const std::string content(size, 'x');
+        EXPECT_EQ(::write(pipe_, content.data(), content.size()), size);
+    }
+    ~FullPipe() { close(pipe_); }
+    FullPipe(const FullPipe&) = delete;
+    FullPipe& operator=(const FullPipe&) = delete;
+
+    bool isLeftAlone() const {
+        int left = 0;
+        return ioctl(pipe_, FIONREAD, &left) == 0 && left == size;
+    }
+
+private:
+    static constexpr int size = 65536;
+
+    int pipe_ = -1;
+};
+
 class TimeZoneSettings : public testing::Test {
 protected:
     void write(const fs::path& file, const std::string& content) const { std::ofstream(file) << content; }
@@ -64,34 +89,22 @@ TEST_F(TimeZoneSettings, NameAloneIsEnough) {
 }
 
 TEST_F(TimeZoneSettings, NameIsNotReadFromAPipe) {
-    ASSERT_EQ(mkfifo(files_.zoneName.c_str(), 0600), 0);
-    // Held open at both ends, so that a reader finds a name instead of waiting for ever.
-    const int pipe = open(files_.zoneName.c_str(), O_RDWR);
-    ASSERT_EQ(::write(pipe, "Europe/Paris\n", 13), 13);
+    const FullPipe pipe(files_.zoneName);
     EXPECT_EQ(read(), TimeZoneSetting{});
-    close(pipe);
+    EXPECT_TRUE(pipe.isLeftAlone());
 }
 
 TEST_F(TimeZoneSettings, ZonesAreNotReadFromAPipe) {
     const auto zone = folder_.path() / "zone";
-    ASSERT_EQ(mkfifo(zone.c_str(), 0600), 0);
-    // Held open at both ends, so that a reader finds bytes instead of waiting for ever.
-    const int pipe = open(zone.c_str(), O_RDWR | O_NONBLOCK);
-    const std::string content(65536, 'x');
-    const auto isLeftAlone = [&] {
-        int left = 0;
-        return ioctl(pipe, FIONREAD, &left) == 0 && left == 65536;
-    };
-    ASSERT_EQ(::write(pipe, content.data(), content.size()), 65536);
+    const FullPipe pipe(zone);
     link(zone);
     EXPECT_EQ(read(), TimeZoneSetting{});
-    ASSERT_TRUE(isLeftAlone()) << "as the system's";
+    ASSERT_TRUE(pipe.isLeftAlone()) << "as the system's";
     EXPECT_EQ(read(zone.c_str()).file, "");
-    ASSERT_TRUE(isLeftAlone()) << "as a path in the environment";
+    ASSERT_TRUE(pipe.isLeftAlone()) << "as a path in the environment";
     files_.database = folder_.path();
     EXPECT_EQ(read("zone").file, "");
-    ASSERT_TRUE(isLeftAlone()) << "as one of the database";
-    close(pipe);
+    ASSERT_TRUE(pipe.isLeftAlone()) << "as one of the database";
 }
 
 TEST_F(TimeZoneSettings, OfAHugeFileNoMoreThanTheBeginningIsRead) {
