@@ -171,8 +171,8 @@ void SoakSession::keepManager() {
 /// The bar leaves the screen to it, and is back with all that is in it.
 bool SoakSession::fillScreen() {
     keepManager();
-    // It knows monitors that are made by hand as they were when it began, and fills one that has gone.
-    if (manager_ == "xfwm4")
+    // They know monitors that are made by hand as they were when they began, and fill one that has gone.
+    if (manager_ == "xfwm4" || manager_ == "fluxbox")
         replaceWindowManager(manager_, manager_);
     const auto top = [&] { return x().area(bar()).value_or(Area{}).y; };
     {
