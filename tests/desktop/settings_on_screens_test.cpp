@@ -72,6 +72,21 @@ TEST_P(SettingsOnAScreen, OpenWhollyOnASmallerOne) {
         << settings().x << ", " << settings().y;
 }
 
+TEST_P(SettingsOnAScreen, OpenWhereTheUserHasPutThemOnceThatIsThereAgain) {
+    moveSettings(1200, 300);
+    closeSettings();
+    setMode(1280, 720);
+    startAgain();
+    ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+    EXPECT_TRUE(eventually([&] { return areAt(1280 - 540, 720 - 500); }))
+        << settings().x << ", " << settings().y;
+    closeSettings();
+    setMode(2560, 1440);
+    startAgain();
+    ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+    EXPECT_TRUE(eventually([&] { return areAt(1200, 300); })) << settings().x << ", " << settings().y;
+}
+
 TEST_P(SettingsOnAScreen, StayWhereTheyCanBeSeen) {
     moveSettings(1200, 300);
     setMode(1280, 720);

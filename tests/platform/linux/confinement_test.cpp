@@ -238,6 +238,7 @@ TEST_F(Confinement, OpensNeitherProcessesNorTerminalsNorDevices) {
         close(descriptor);
     }
     EXPECT_EQ(notRefused(attempts, EACCES), "end");
+    EXPECT_EQ(notRefused({{"files", opens("/dev/shm")}}, EACCES), "files end");
     close(terminal);
 }
 

@@ -101,6 +101,18 @@ TEST_F(EndlessMenus, AreCutWhereTheyHaveTooManyEntries) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
 }
 
+TEST_F(EndlessMenus, AreCutWhereTheyHaveTooManyEntriesBelowEachOther) {
+    std::int32_t id = 1;
+    Entry inner = entry(id, "Leaf");
+    for (int depth = 1; depth < status_notifier::deepestMenu; ++depth) {
+        std::vector<Entry> children = {inner};
+        for (int sibling = 0; sibling < 100; ++sibling)
+            children.push_back(entry(++id, "Leaf"));
+        inner = entry(++id, "Level", children);
+    }
+    EXPECT_EQ(count(shown({0, {}, {inner}})), status_notifier::mostMenuEntries);
+}
+
 TEST_F(EndlessMenus, ThatContainThemselvesAreCut) {
     Entry inner = entry(1, "Again", {entry(2, "Leaf"), entry(0, "Root")});
     for (int depth = 0; depth < 5; ++depth)

@@ -4,9 +4,11 @@
 #include "linux/icons/icon_protocol.h"
 
 #include <fcntl.h>
+#include <linux/landlock.h>
 #include <linux/seccomp.h>
 #include <seccomp.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,6 +17,7 @@
 #include <chrono>
 #include <cstring>
 #include <fstream>
+#include <functional>
 #include <sstream>
 
 namespace velmo {
@@ -79,9 +82,9 @@ TEST_F(HostileIcons, AreReadByAProcessThatCanDoLittle) {
         close(end);
 }
 
-/// Where whoever asks for a filter of system calls gets this error. True where the process has read a picture
-/// all the same.
-bool isReadWhereFiltersEndWith(int error) {
+/// Where the system refuses what this adds to a filter that allows all. True where the process has read a
+/// picture all the same.
+bool isReadWhere(const std::function<void(void* filter)>& refuse) {
     std::array<int, 2> requests{};
     std::array<int, 2> answers{};
     if (pipe2(requests.data(), O_CLOEXEC) != 0 || pipe2(answers.data(), O_CLOEXEC) != 0)
@@ -91,13 +94,7 @@ bool isReadWhereFiltersEndWith(int error) {
         dup2(requests[0], STDIN_FILENO);
         dup2(answers[1], STDOUT_FILENO);
         auto* const filter = seccomp_init(SCMP_ACT_ALLOW);
-        const scmp_arg_cmp isSet = {0, SCMP_CMP_EQ, PR_SET_SECCOMP, 0};
-        // A kernel that knows filters says of one that is none what it is; one that does not says the same of
-        // all.
-        const scmp_arg_cmp isFilter = {2, error == EINVAL ? SCMP_CMP_GE : SCMP_CMP_GT, 0, 0};
-        const auto refused = SCMP_ACT_ERRNO(static_cast<unsigned>(error));
-        seccomp_rule_add(filter, refused, SCMP_SYS(seccomp), 0);
-        seccomp_rule_add(filter, refused, SCMP_SYS(prctl), 2, isSet, isFilter);
+        refuse(filter);
         if (seccomp_load(filter) == 0)
             execl(iconLoaderProgram, iconLoaderProgram, nullptr);
         _exit(1);
@@ -118,9 +115,36 @@ bool isReadWhereFiltersEndWith(int error) {
     return isSent && size == sizeof answer && answer.width == 20;
 }
 
+bool isReadWhereFiltersEndWith(int error) {
+    return isReadWhere([error](void* filter) {
+        const scmp_arg_cmp isSet = {0, SCMP_CMP_EQ, PR_SET_SECCOMP, 0};
+        // A kernel that knows filters says of one that is none what it is; one that does not says the same of
+        // all.
+        const scmp_arg_cmp isFilter = {2, error == EINVAL ? SCMP_CMP_GE : SCMP_CMP_GT, 0, 0};
+        const auto refused = SCMP_ACT_ERRNO(static_cast<unsigned>(error));
+        seccomp_rule_add(filter, refused, SCMP_SYS(seccomp), 0);
+        seccomp_rule_add(filter, refused, SCMP_SYS(prctl), 2, isSet, isFilter);
+    });
+}
+
+bool isReadWhereCallEndsWith(int call, int error) {
+    return isReadWhere([call, error](void* filter) {
+        seccomp_rule_add(filter, SCMP_ACT_ERRNO(static_cast<unsigned>(error)), call, 0);
+    });
+}
+
 TEST_F(HostileIcons, AreNotReadWhereConfinementFailsButWhereTheSystemHasNone) {
     EXPECT_FALSE(isReadWhereFiltersEndWith(ENOMEM));
     EXPECT_TRUE(isReadWhereFiltersEndWith(EINVAL)) << "as old kernels answer";
+}
+
+TEST_F(HostileIcons, AreNotReadWhereFoldersCannotBeClosedButWhereTheSystemHasNoRules) {
+    const int make = SCMP_SYS(landlock_create_ruleset);
+    EXPECT_FALSE(isReadWhereCallEndsWith(make, ENOMEM));
+    EXPECT_TRUE(isReadWhereCallEndsWith(make, ENOSYS)) << "as old kernels answer";
+    EXPECT_TRUE(isReadWhereCallEndsWith(make, EOPNOTSUPP)) << "as those answer where it is switched off";
+    if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) > 0)
+        EXPECT_FALSE(isReadWhereCallEndsWith(SCMP_SYS(landlock_restrict_self), ENOMEM));
 }
 
 TEST_F(HostileIcons, AreReadByAProcessThatIsNotToldOfTheSession) {

@@ -37,6 +37,25 @@ protected:
         watcher->requestName(name);
         return watcher;
     }
+    /// So many items that the owner has besides.
+    void registerInTheNameOf(BusProgram& owner, int count, BusProgram& registrant) {
+        for (int index = 0; index < count; ++index) {
+            const auto path = "/Item" + std::to_string(registered_++);
+            owner.addItem(path, "one of many");
+            registrant.registerItem(owner.name() + path);
+        }
+    }
+    /// A program that leaves room for one item, and never says what its own are.
+    std::unique_ptr<BusProgram> almostFull() {
+        auto greedy = program();
+        greedy->keepSilentOn("GetAll");
+        registerInTheNameOf(*greedy, 999, *greedy);
+        EXPECT_TRUE(until([&] { return greedy->callsOf("GetAll") >= 999; }, 20));
+        return greedy;
+    }
+
+private:
+    int registered_ = 0;
 };
 
 /// The parameter is the name of the watcher in one family of names.
@@ -230,18 +249,57 @@ TEST_F(Watchers, AProgramThatFillsTheHostInAnothersNameIsTheOneThatGivesWay) {
     const auto victim = programWithItem("victim");
     victim->keepSilentOn("GetAll");
     const auto greedy = program();
-    for (int index = 0; index < 1100; ++index) {
-        victim->addItem("/Item" + std::to_string(index), "unwanted");
-        greedy->registerItem(victim->name() + "/Item" + std::to_string(index));
-    }
+    registerInTheNameOf(*victim, 1100, *greedy);
     ASSERT_TRUE(until([&] { return victim->callsOf("GetAll") >= 1000; }, 20));
-    greedy->registerItem(victim->name() + usualItem);
     victim->answerAgain("GetAll");
     victim->addItem("/Second", "second");
     victim->registerItem("/Second");
     EXPECT_TRUE(untilItems(2)) << "the others are not the victim's";
     const auto late = programWithItem("late");
     EXPECT_EQ(items_.size(), 3U);
+}
+
+TEST_F(Watchers, AnItemIsItsProgramsThoughAnotherHasRegisteredItBefore) {
+    const auto greedy = almostFull();
+    const auto victim = program();
+    victim->addItem(usualItem, "victim");
+    victim->requestName("org.example.Victim");
+    greedy->registerItem(victim->name() + usualItem);
+    ASSERT_TRUE(untilItems(1));
+    // As most programs do, by a name of theirs.
+    victim->registerItem("org.example.Victim");
+    runFor(0.2);
+    const auto late = programWithItem("late");
+    EXPECT_EQ(items_.size(), 2U);
+    EXPECT_NE(item("victim"), nullptr);
+}
+
+TEST_F(Watchers, AnItemIsItsProgramsThoughItRegistersBeforeItIsKnownWhoItIs) {
+    const auto greedy = almostFull();
+    const auto victim = program();
+    victim->addItem(usualItem, "victim");
+    victim->requestName("org.example.Victim");
+    // Both arrive before the bus says whose name that is.
+    greedy->registerItem("org.example.Victim");
+    victim->registerItem("org.example.Victim");
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    ASSERT_TRUE(untilItems(1));
+    const auto late = programWithItem("late");
+    EXPECT_EQ(items_.size(), 2U);
+    EXPECT_NE(item("victim"), nullptr);
+}
+
+TEST_F(Watchers, WhatOnesThatHaveGoneHaveRegisteredCountsForWhoeverHasIt) {
+    const auto silent = program();
+    silent->keepSilentOn("GetAll");
+    for (int count = 0; count < 60; ++count) {
+        const auto other = program();
+        registerInTheNameOf(*silent, 20, *other);
+    }
+    ASSERT_TRUE(until([&] { return silent->callsOf("GetAll") >= 1000; }, 20));
+    runFor(0.2);
+    const auto late = programWithItem("late");
+    EXPECT_EQ(items_.size(), 1U);
 }
 
 TEST_F(Watchers, ManyThatFillTheHostLeaveWhatIsThere) {

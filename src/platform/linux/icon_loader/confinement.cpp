@@ -109,7 +109,8 @@ void allow(const Filter& filter, int call, const Conditions&... conditions) {
     seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, sizeof...(conditions), conditions...);
 }
 
-/// In the root: other processes and their memory, terminals and devices. No picture lies there.
+/// In the root: other processes and their memory, terminals and devices. No picture lies there but in
+/// /dev/shm.
 constexpr std::array kernelFolders = {"dev", "proc", "sys"};
 /// What Landlock rules over: to open files and folders for reading, as all else is refused anyway.
 constexpr std::uint64_t reading = LANDLOCK_ACCESS_FS_READ_FILE | LANDLOCK_ACCESS_FS_READ_DIR;
@@ -118,25 +119,34 @@ bool isKernelFolder(const std::filesystem::path& folder) {
     return std::find(kernelFolders.begin(), kernelFolders.end(), folder.filename()) != kernelFolders.end();
 }
 
-/// What lies below it, wherever that is mounted from. Where that cannot be allowed it stays refused.
-void allowReading(int rules, const std::filesystem::path& folder) {
-    const int descriptor = open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-    const landlock_path_beneath_attr rule = {reading, descriptor};
+/// A file, or what lies below a folder, wherever that is mounted from. Where that cannot be allowed it stays
+/// refused. To open a path like that mounts nothing that mounts itself.
+void allowReading(int rules, const std::filesystem::path& path, std::uint64_t access) {
+    const int descriptor = open(path.c_str(), O_PATH | O_CLOEXEC);
     if (descriptor < 0)
         return;
+    const landlock_path_beneath_attr rule = {access, descriptor};
     syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
     close(descriptor);
 }
 
-/// Rules can allow what lies below a folder, not refuse it: each other folder of the root is allowed.
+/// Rules can allow what lies below a folder, not refuse it: all else in the root is allowed.
 bool allowAllButKernelFolders(int rules) {
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator("/", error)) {
-        // Where a link leads to lies in another folder of the root.
-        if (!entry.is_symlink(error) && entry.is_directory(error) && !isKernelFolder(entry.path()))
-            allowReading(rules, entry.path());
+    std::error_code end;
+    std::filesystem::directory_iterator entry("/", end);
+    for (; !end && entry != std::filesystem::directory_iterator(); entry.increment(end)) {
+        std::error_code unknown;
+        // What a link leads to lies elsewhere in the root.
+        if (entry->is_symlink(unknown) || isKernelFolder(entry->path()))
+            continue;
+        if (entry->is_directory(unknown))
+            allowReading(rules, entry->path(), reading);
+        else if (entry->is_regular_file(unknown))
+            allowReading(rules, entry->path(), LANDLOCK_ACCESS_FS_READ_FILE);
     }
-    return !error && syscall(SYS_landlock_restrict_self, rules, 0) == 0;
+    // Memory, where programs may keep files.
+    allowReading(rules, "/dev/shm", reading);
+    return !end && syscall(SYS_landlock_restrict_self, rules, 0) == 0;
 }
 
 /// For this thread, and those that it starts. True where the kernel knows no such rules, too.
@@ -144,7 +154,7 @@ bool closeKernelFolders() {
     const landlock_ruleset_attr ruled = {.handled_access_fs = reading};
     const auto rules = static_cast<int>(syscall(SYS_landlock_create_ruleset, &ruled, sizeof ruled, 0));
     if (rules < 0)
-        return true;
+        return errno == ENOSYS || errno == EOPNOTSUPP;
     const bool areClosed = allowAllButKernelFolders(rules);
     close(rules);
     return areClosed;

@@ -28,7 +28,7 @@ Host::Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, I
         this->add(address, registrant);
     };
     // Another watcher does not tell who has registered what.
-    const auto addNamed = [this](const ItemAddress& address) { this->add(address, address.service); };
+    const auto addNamed = [this](const ItemAddress& address) { this->add(address, {}); };
     const auto removeNamed = [this](const ItemAddress& address) { this->removeNamed(address); };
     for (const auto& family : families) {
         watchers_.push_back(std::make_unique<Watcher>(bus_, family, add));
@@ -52,30 +52,65 @@ void Host::setLook(const IconLook& look) {
 
 void Host::add(const ItemAddress& address, const std::string& registrant) {
     if (const auto known = entries_.find(address); known != entries_.end()) {
-        auto& state = known->second;
-        if (state.owner == registrant)
-            state.registrant = registrant;
-        if (state.item)
-            state.item->requestRefresh();
+        addAgain(known, registrant);
         return;
     }
-    if (entries_.size() >= mostItems && !makeRoomFor(registrant)) {
+    if (entries_.size() >= mostItems && !makeRoomFor(registrant.empty() ? address.service : registrant)) {
         withdraw(address);
         return;
     }
     const auto entry = entries_.try_emplace(address).first;
     entry->second.number = ++numbers_;
-    entry->second.registrant = registrant;
+    if (registrant != address.service)
+        entry->second.registrant = registrant;
     if (address.service.starts_with(':'))
         resolved(entry, address.service);
     else
         resolve(entry);
 }
 
+void Host::addAgain(Entries::iterator entry, const std::string& registrant) {
+    auto& state = entry->second;
+    if (state.owner.empty() && !registrant.empty())
+        state.otherRegistrants.push_back(registrant);
+    else if (state.owner == registrant)
+        state.registrant.clear();
+    if (state.item)
+        state.item->requestRefresh();
+}
+
+void Host::follow(const std::string& registrant) {
+    if (registrants_.contains(registrant))
+        return;
+    auto& presence = registrants_[registrant];
+    presence.changes =
+        bus_->onOwnerChange(registrant, [this, registrant](const auto&) { forget(registrant); });
+    // It may have gone before anybody listened.
+    presence.asking = bus_->askForOwner(registrant, [this, registrant](const auto& owner) {
+        if (owner.empty())
+            forget(registrant);
+    });
+}
+
+void Host::forget(const std::string& registrant) {
+    for (auto& [address, entry] : entries_) {
+        if (entry.registrant == registrant)
+            entry.registrant.clear();
+    }
+    registrants_.erase(registrant);
+}
+
+const std::string& Host::countsFor(const Entries::value_type& entry) {
+    const auto& [address, state] = entry;
+    if (!state.registrant.empty())
+        return state.registrant;
+    return state.owner.empty() ? address.service : state.owner;
+}
+
 bool Host::makeRoomFor(const std::string& registrant) {
     std::map<std::string, std::size_t> counts;
-    for (const auto& [address, entry] : entries_)
-        ++counts[entry.registrant];
+    for (const auto& entry : entries_)
+        ++counts[countsFor(entry)];
     const auto most = std::max_element(counts.begin(), counts.end(), [](const auto& left, const auto& right) {
                           return left.second < right.second;
                       })->second;
@@ -83,7 +118,7 @@ bool Host::makeRoomFor(const std::string& registrant) {
         return false;
     auto newest = entries_.end();
     for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
-        if (counts[entry->second.registrant] == most &&
+        if (counts[countsFor(*entry)] == most &&
             (newest == entries_.end() || newest->second.number < entry->second.number))
             newest = entry;
     }
@@ -109,13 +144,25 @@ void Host::resolve(Entries::iterator entry) {
 void Host::resolved(Entries::iterator entry, const std::string& owner) {
     auto& [address, state] = *entry;
     const ItemAddress location{owner, address.path};
-    // One item under two names is one item.
-    if (owner.empty() || !located_.try_emplace(location, entry).second) {
+    auto& others = state.otherRegistrants;
+    if (state.registrant == owner || std::find(others.begin(), others.end(), owner) != others.end())
+        state.registrant.clear();
+    others.clear();
+    if (owner.empty()) {
+        remove(entry);
+        return;
+    }
+    if (const auto [place, isNew] = located_.try_emplace(location, entry); !isNew) {
+        // One item under two names is one item, and the owner's where one of them is.
+        if (state.registrant.empty())
+            place->second->second.registrant.clear();
         remove(entry);
         return;
     }
     state.asking = {};
     state.owner = owner;
+    if (!state.registrant.empty())
+        follow(state.registrant);
     if (!ownerChanges_.contains(owner))
         ownerChanges_[owner] = bus_->onOwnerChange(owner, [this, owner](const auto&) { removeAllOf(owner); });
     state.item = std::make_unique<Item>(Item::Environment{loop_, icons_, bus_}, location, look_);

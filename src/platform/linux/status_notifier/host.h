@@ -39,8 +39,11 @@ private:
     struct Entry {
         /// Those that came later have greater ones.
         std::uint64_t number = 0;
-        /// Counts as who has the entry: anybody can name another's service.
+        /// Unique name of who has registered it, as long as that one is there and the item's own program has
+        /// not: anybody can name another's service. Empty where it counts for its owner.
         std::string registrant;
+        /// Who else has, while the owner is not known.
+        std::vector<std::string> otherRegistrants;
         std::string owner;
         std::unique_ptr<Item> item;
         bool isShown = false;
@@ -50,7 +53,13 @@ private:
     /// By the address that was registered, under whatever name.
     using Entries = std::map<ItemAddress, Entry>;
 
+    /// An empty registrant is the item's own program, or nobody knows who.
     void add(const ItemAddress& address, const std::string& registrant);
+    void addAgain(Entries::iterator entry, const std::string& registrant);
+    /// Once the registrant has gone, what it has registered counts for the owners.
+    void follow(const std::string& registrant);
+    void forget(const std::string& registrant);
+    static const std::string& countsFor(const Entries::value_type& entry);
     /// Ends the newest entry of those who have registered the most. False where the one who wants another has
     /// as many, or nobody has more than a fair share.
     bool makeRoomFor(const std::string& registrant);
@@ -74,6 +83,12 @@ private:
     std::map<ItemAddress, Entries::iterator> located_;
     /// One for all items of an owner.
     std::map<std::string, Registration> ownerChanges_;
+    struct Presence {
+        Registration asking;
+        Registration changes;
+    };
+    /// Of those that have registered other programs' items.
+    std::map<std::string, Presence> registrants_;
     std::uint64_t numbers_ = 0;
     std::vector<std::unique_ptr<Watcher>> watchers_;
     std::vector<std::unique_ptr<ForeignWatcher>> foreignWatchers_;

@@ -152,18 +152,19 @@ void QtWindow::center() {
     }
 }
 
-/// What nobody has moved is not moved by that either, and what the user has moved only with the units: a
+/// What nobody has moved is not moved by that either. What the user has moved waits for when it is opened: a
 /// monitor may be away for a moment.
 void QtWindow::screensChanged(double factor) {
     const QPointF corner = widget_->screen()->geometry().topLeft();
     const auto inNewUnits = [&](const QPoint& place) {
         return (corner + (place - corner) * factor).toPoint();
     };
+    if (chosenPlace_)
+        chosenPlace_ = inNewUnits(*chosenPlace_);
     if (!widget_->isVisible()) {
+        haveScreensChanged_ = true;
         if (unmovedPlace_)
             center();
-        else if (factor != 1)
-            moveInto(widget_->screen()->availableGeometry(), inNewUnits(widget_->pos()));
     } else if (unmovedPlace_ && factor != 1) {
         unmovedPlace_ = inNewUnits(*unmovedPlace_);
         // To the pixel, the window manager says where that is.
@@ -171,20 +172,37 @@ void QtWindow::screensChanged(double factor) {
     }
 }
 
-void QtWindow::moveInto(const QRect& area, const QPoint& corner) {
+QPoint QtWindow::nearestIn(const QRect& area, const QPoint& corner) const {
     const QSize size = widget_->frameGeometry().size();
     const QPoint farthest = area.bottomRight() + QPoint(1, 1) - QPoint(size.width(), size.height());
-    widget_->move(std::max(std::min(corner.x(), farthest.x()), area.x()),
-                  std::max(std::min(corner.y(), farthest.y()), area.y()));
+    return {std::max(std::min(corner.x(), farthest.x()), area.x()),
+            std::max(std::min(corner.y(), farthest.y()), area.y())};
 }
 
-/// On a screen that has gone meanwhile, nobody would find it.
-bool QtWindow::canBeFoundAt(const QPoint& corner) const {
+const QScreen* QtWindow::screenAt(const QPoint& corner) const {
     const QRect topEdge(corner, QSize(widget_->width(), 1));
     const auto screens = QGuiApplication::screens();
-    return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
+    const auto found = std::find_if(screens.begin(), screens.end(), [&](const QScreen* screen) {
         return screen->geometry().intersected(topEdge).width() >= leastTitle;
     });
+    return found == screens.end() ? nullptr : *found;
+}
+
+/// The place that the user has chosen stays so where the screens do not allow it now.
+void QtWindow::fitOntoScreens() {
+    if (!chosenPlace_ || !haveScreensChanged_) {
+        if (!screenAt(widget_->pos()))
+            center();
+        return;
+    }
+    const auto* screen = screenAt(*chosenPlace_);
+    const QPoint place = nearestIn((screen ? screen : widget_->screen())->availableGeometry(), *chosenPlace_);
+    widget_->move(place);
+    unmovedPlace_.reset();
+    if (place != *chosenPlace_) {
+        unmovedPlace_ = place;
+        isPlaced_ = false;
+    }
 }
 
 void QtWindow::setFrameAutosaveName(const std::string& name) {
@@ -193,9 +211,10 @@ void QtWindow::setFrameAutosaveName(const std::string& name) {
     if (!place)
         return;
     const QPoint corner = fromPixels({place->x, place->y}).toPoint();
-    if (!canBeFoundAt(corner))
+    if (!screenAt(corner))
         return;
     widget_->move(corner);
+    chosenPlace_ = corner;
     unmovedPlace_.reset();
 }
 
@@ -210,17 +229,22 @@ void QtWindow::rememberPlace() {
     if (place == unmovedPlace_)
         return;
     unmovedPlace_.reset();
+    chosenPlace_ = place;
+    haveScreensChanged_ = false;
     const QPointF pixel = toPixels(place);
     host_.rememberPlace(autosaveName_, {std::round(pixel.x()), std::round(pixel.y())});
 }
 
 void QtWindow::makeKeyAndOrderFront() {
     // Asked to show what lies on another workspace, a window manager may take the user there.
-    if (widget_->isVisible())
+    if (widget_->isVisible()) {
         host_.bringToWorkspace(static_cast<WindowNumber>(widget_->winId()));
+        if (!screenAt(widget_->pos()))
+            center();
+    } else {
+        fitOntoScreens();
+    }
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
-    if (!canBeFoundAt(widget_->pos()))
-        center();
     widget_->show();
     widget_->raise();
     // The window manager has to know the window before it is asked to bring it to the front.

@@ -32,17 +32,24 @@ public:
 private:
     class Widget;
 
-    bool canBeFoundAt(const QPoint& corner) const;
+    /// On which enough of a window with that corner is seen to drag it. None where nobody would find it.
+    const QScreen* screenAt(const QPoint& corner) const;
+    /// Before it is shown.
+    void fitOntoScreens();
     void rememberPlace();
     /// Others, or of other sizes; the toolkit's units are so many times what they were.
     void screensChanged(double factor);
-    /// To that corner, or as near to it as it can be in the area.
-    void moveInto(const QRect& area, const QPoint& corner);
+    /// That corner, or the nearest one for all of the window to be in the area.
+    QPoint nearestIn(const QRect& area, const QPoint& corner) const;
 
     ToolkitHost& host_;
     std::string autosaveName_;
     /// Where the window is as long as nobody has moved it. Absent once somebody has.
     std::optional<QPoint> unmovedPlace_;
+    /// Where the user has put it. Absent as long as nobody has.
+    std::optional<QPoint> chosenPlace_;
+    /// Since then, while it was closed.
+    bool haveScreensChanged_ = false;
     /// The window manager has had its say.
     bool isPlaced_ = false;
     std::function<void()> onClose_;
