@@ -143,8 +143,9 @@ TEST_F(HostileIcons, AreNotReadWhereFoldersCannotBeClosedButWhereTheSystemHasNoR
     EXPECT_FALSE(isReadWhereCallEndsWith(make, ENOMEM));
     EXPECT_TRUE(isReadWhereCallEndsWith(make, ENOSYS)) << "as old kernels answer";
     EXPECT_TRUE(isReadWhereCallEndsWith(make, EOPNOTSUPP)) << "as those answer where it is switched off";
-    if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) > 0)
+    if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) > 0) {
         EXPECT_FALSE(isReadWhereCallEndsWith(SCMP_SYS(landlock_restrict_self), ENOMEM));
+    }
 }
 
 TEST_F(HostileIcons, AreReadByAProcessThatIsNotToldOfTheSession) {
