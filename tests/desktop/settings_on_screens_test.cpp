@@ -34,6 +34,12 @@ protected:
         closeWindow(*shown("Velmo Settings"));
         ASSERT_TRUE(eventually([&] { return !shown("Velmo Settings"); }));
     }
+    /// Returns once Velmo knows.
+    void changeScreen(int width, int height) const {
+        setMode(width, height);
+        ASSERT_TRUE(eventually([&] { return x().area(bar())->width == width; }));
+        ASSERT_TRUE(comesToRest());
+    }
     /// On the smaller screen, wherever a window manager has put them: some of the title is there to be
     /// dragged.
     bool canBeFound() const {
@@ -65,7 +71,7 @@ TEST_P(SettingsOnAScreen, AreBroughtToOneThatIsThereWhenTheyAreWantedAgain) {
 TEST_P(SettingsOnAScreen, OpenWhollyOnASmallerOne) {
     moveSettings(1200, 300);
     closeSettings();
-    setMode(1280, 720);
+    changeScreen(1280, 720);
     startAgain();
     ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
     EXPECT_TRUE(eventually([&] { return areAt(1280 - 540, 720 - 500); }))
@@ -75,13 +81,13 @@ TEST_P(SettingsOnAScreen, OpenWhollyOnASmallerOne) {
 TEST_P(SettingsOnAScreen, OpenWhereTheUserHasPutThemOnceThatIsThereAgain) {
     moveSettings(1200, 300);
     closeSettings();
-    setMode(1280, 720);
+    changeScreen(1280, 720);
     startAgain();
     ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
     EXPECT_TRUE(eventually([&] { return areAt(1280 - 540, 720 - 500); }))
         << settings().x << ", " << settings().y;
     closeSettings();
-    setMode(2560, 1440);
+    changeScreen(2560, 1440);
     startAgain();
     ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
     EXPECT_TRUE(eventually([&] { return areAt(1200, 300); })) << settings().x << ", " << settings().y;
