@@ -35,7 +35,7 @@ protected:
         ASSERT_TRUE(eventually([&] { return !shown("Velmo Settings"); }));
     }
     /// Returns once Velmo knows.
-    void changeScreen(int width, int height) const {
+    void changeScreen(int width, int height) {
         setMode(width, height);
         ASSERT_TRUE(eventually([&] { return x().area(bar())->width == width; }));
         ASSERT_TRUE(comesToRest());
