@@ -146,6 +146,26 @@ TEST_P(SettingsUnder, ComesToTheWorkspaceThatTheUserLooksAt) {
     EXPECT_TRUE(GetParam() == "i3" || workspace() == 1U);
 }
 
+TEST_P(SettingsUnder, HasTheKeyboardThatTheCalendarHadBefore) {
+    startWindowManagerNamed(GetParam());
+    writeDefaults(clockDefaults());
+    startVelmo();
+    openSettings();
+    const auto calendar = [&] { return x().windowTitled("Velmo.Popover").value_or(XCB_WINDOW_NONE); };
+    // Which of two times is the later one is a matter of a millisecond.
+    for (int round = 0; round < 5; ++round) {
+        ASSERT_NO_FATAL_FAILURE(closeSettings());
+        click(*x().windowTitled("Velmo.Clock"));
+        ASSERT_TRUE(
+            eventually([&] { return x().isViewable(calendar()) && x().keyboardOwner() == calendar(); }));
+        ASSERT_TRUE(comesToRest());
+        xdotool({"key", "Escape"});
+        ASSERT_TRUE(eventually([&] { return !x().isViewable(calendar()); }));
+        openSettings();
+        EXPECT_TRUE(eventually([&] { return x().keyboardOwner() == *settingsWindow(); })) << round;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(WindowManagers, SettingsUnder, windowManagers,
                          [](const auto& test) { return test.param; });
 

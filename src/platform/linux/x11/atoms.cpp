@@ -51,6 +51,7 @@ Atoms::Atoms(xcb_connection_t* connection, int screenNumber) {
         {&velmoInstance, "_VELMO_INSTANCE" + screen},
         {&velmoItem, "_VELMO_ITEM"},
         {&velmoReopen, "_VELMO_REOPEN"},
+        {&velmoTime, "_VELMO_TIME"},
         {&windowShadow, "_COMPTON_SHADOW"},
         {&wmState, "WM_STATE"},
         {&xembed, "_XEMBED"},

@@ -50,6 +50,7 @@ struct Atoms {
     xcb_atom_t velmoInstance = 0;
     xcb_atom_t velmoItem = 0;
     xcb_atom_t velmoReopen = 0;
+    xcb_atom_t velmoTime = 0;
     xcb_atom_t wmState = 0;
     xcb_atom_t windowShadow = 0;
     xcb_atom_t xembed = 0;

@@ -67,6 +67,8 @@ public:
     const Painting& painting() const { return painting_; }
     std::int32_t processIdentifier() const { return environment_.processIdentifier; }
     xcb_window_t window() const { return window_; }
+    /// After the keyboard has been given to somebody, see `ReservedStrip`.
+    void tellTime() const { strip_.tellTime(); }
     /// What an item that is being made takes; it keeps it.
     ItemSpacing itemSpacing() const { return ItemSpacing(environment_.globalPreferences); }
     /// A name for an item that has none of its own.

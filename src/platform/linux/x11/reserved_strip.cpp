@@ -66,6 +66,10 @@ void ReservedStrip::reserve(const PixelRect& area, const std::vector<PixelRect>&
     declineShadow(connection_, window_, area);
 }
 
+void ReservedStrip::tellTime() const {
+    connection_.setCardinals(window_, connection_.atoms().velmoTime, {});
+}
+
 void ReservedStrip::setStrut(const std::string& manager) {
     const auto& reader = StrutReader::named(manager);
     const auto strut = reader.strutFor(area_, monitors_, rootArea(connection_).width);

@@ -30,6 +30,11 @@ public:
     /// that is just starting loses requests, or takes away what it has shown. Taken away later, it stays
     /// away.
     void show();
+    /// Lets a window manager know the server's time, by a change of a property, after the keyboard has been
+    /// given to somebody. It gives the keyboard away as of the latest time that it knows, which the server
+    /// takes for nothing where that is older than ours, and never again to a window that it believes to have
+    /// it.
+    void tellTime() const;
     /// The dock window.
     xcb_window_t window() const { return window_; }
 

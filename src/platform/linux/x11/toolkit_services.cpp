@@ -142,13 +142,18 @@ bool ToolkitServices::isLeftToUs(xcb_window_t owner) const {
     return owner == keyboardTaker_ || owner == XCB_INPUT_FOCUS_POINTER_ROOT || owner == XCB_INPUT_FOCUS_NONE;
 }
 
+void ToolkitServices::giveKeyboardTo(xcb_window_t window, xcb_timestamp_t time) const {
+    xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, window, time);
+    bar_.tellTime();
+}
+
 void ToolkitServices::takeKeyboard(WindowNumber window) {
     const auto owner = keyboardOwner();
     if (keyboardTaker_ == XCB_WINDOW_NONE || !isLeftToUs(owner))
         formerOwner_ = owner;
     keyboardTaker_ = static_cast<xcb_window_t>(window);
     pressBeforeTaking_ = bar_.localEvents().lastPressAnywhere();
-    xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, keyboardTaker_, XCB_CURRENT_TIME);
+    giveKeyboardTo(keyboardTaker_, XCB_CURRENT_TIME);
 }
 
 bool ToolkitServices::hasKeyboard(WindowNumber window) const {
@@ -163,7 +168,7 @@ void ToolkitServices::giveKeyboardBack() {
     const auto press = bar_.localEvents().lastPressAnywhere();
     const auto time = press && press != pressBeforeTaking_ ? *press - 1 : std::uint32_t{XCB_CURRENT_TIME};
     if (isLeftToUs(keyboardOwner()) && formerOwner_ != XCB_WINDOW_NONE)
-        xcb_set_input_focus(connection_.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, formerOwner_, time);
+        giveKeyboardTo(formerOwner_, time);
     keyboardTaker_ = XCB_WINDOW_NONE;
     formerOwner_ = XCB_WINDOW_NONE;
 }

@@ -45,6 +45,7 @@ public:
 
 private:
     xcb_window_t keyboardOwner() const;
+    void giveKeyboardTo(xcb_window_t window, xcb_timestamp_t time) const;
     bool isLeftToUs(xcb_window_t owner) const;
 
     MenuBar& bar_;
