@@ -5,7 +5,7 @@ from html import escape
 
 WIDTH, LABELS, RIGHT = 960, 330, 40
 ROW, GROUP, TOP, BOTTOM = 20, 34, 76, 40
-LEAST, MOST = 1 / 32, 256
+LEAST, MOST = 1 / 32, 512
 GROUND, INK, FAINT, LINES = "#ffffff", "#1d2330", "#5b6475", "#dfe3ea"
 # A colour and a shape each, in the order in which they are named.
 MARKS = {"Velmo": ("#1d2330", "bar"), "bare program": ("#7a8496", "cross"), "xfce4-panel": ("#2a6fdb", "circle"),
@@ -67,7 +67,7 @@ def axis(top, bottom):
     ratio = LEAST
     while ratio <= MOST:
         drawn.append(line(place(ratio), top, place(ratio), bottom, INK if ratio == 1 else LINES))
-        drawn.append(text(place(ratio), bottom + 16, f"× {ratio:g}" if ratio >= 1 else f"× 1/{1 / ratio:g}", FAINT, "middle"))
+        drawn.append(text(place(ratio), bottom + 16, f"× {ratio:g}" if ratio >= 1 else f"× 1/{1 / ratio:g}", FAINT, "middle", size=10))
         ratio *= 2
     return drawn
 
