@@ -15,7 +15,7 @@ namespace {
 /// For which the toolkit has the windows that it has for itself beside each of ours.
 constexpr const char* managerOfRests = "openbox";
 /// Longer than what is written late, and than the loader of icons waits for work.
-constexpr milliseconds lateWork(4000);
+constexpr milliseconds lateWork(6000);
 
 }  // namespace
 
