@@ -45,12 +45,12 @@ protected:
             registrant.registerItem(owner.name() + path);
         }
     }
-    /// A program that leaves room for one item, and never says what its own are.
-    std::unique_ptr<BusProgram> almostFull() {
+    /// A program that leaves room for so many items, and never says what its own are.
+    std::unique_ptr<BusProgram> fillBut(int room) {
         auto greedy = program();
         greedy->keepSilentOn("GetAll");
-        registerInTheNameOf(*greedy, 999, *greedy);
-        EXPECT_TRUE(until([&] { return greedy->callsOf("GetAll") >= 999; }, 20));
+        registerInTheNameOf(*greedy, 1000 - room, *greedy);
+        EXPECT_TRUE(until([&] { return greedy->callsOf("GetAll") >= 1000 - room; }, 20));
         return greedy;
     }
 
@@ -260,7 +260,7 @@ TEST_F(Watchers, AProgramThatFillsTheHostInAnothersNameIsTheOneThatGivesWay) {
 }
 
 TEST_F(Watchers, AnItemIsItsProgramsThoughAnotherHasRegisteredItBefore) {
-    const auto greedy = almostFull();
+    const auto greedy = fillBut(2);
     const auto victim = program();
     victim->addItem(usualItem, "victim");
     victim->requestName("org.example.Victim");
@@ -270,12 +270,13 @@ TEST_F(Watchers, AnItemIsItsProgramsThoughAnotherHasRegisteredItBefore) {
     victim->registerItem("org.example.Victim");
     runFor(0.2);
     const auto late = programWithItem("late");
-    EXPECT_EQ(items_.size(), 2U);
+    const auto last = programWithItem("last");
+    EXPECT_EQ(items_.size(), 3U);
     EXPECT_NE(item("victim"), nullptr);
 }
 
 TEST_F(Watchers, AnItemIsItsProgramsThoughItRegistersBeforeItIsKnownWhoItIs) {
-    const auto greedy = almostFull();
+    const auto greedy = fillBut(1);
     const auto victim = program();
     victim->addItem(usualItem, "victim");
     victim->requestName("org.example.Victim");
