@@ -34,6 +34,12 @@ protected:
         closeWindow(*shown("Velmo Settings"));
         ASSERT_TRUE(eventually([&] { return !shown("Velmo Settings"); }));
     }
+    void expectToOpenAt(int pixelX, int pixelY) const {
+        startAgain();
+        ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+        EXPECT_TRUE(eventually([&] { return areAt(pixelX, pixelY); }))
+            << settings().x << ", " << settings().y;
+    }
     /// Returns once Velmo knows.
     void changeScreen(int width, int height) {
         setMode(width, height);
@@ -68,29 +74,14 @@ TEST_P(SettingsOnAScreen, AreBroughtToOneThatIsThereWhenTheyAreWantedAgain) {
     EXPECT_TRUE(stays(areBack, moment)) << settings().x << ", " << settings().y;
 }
 
-TEST_P(SettingsOnAScreen, OpenWhollyOnASmallerOne) {
+TEST_P(SettingsOnAScreen, OpenWhollyOnASmallerOneAndWhereTheyWereOnceThatIsThereAgain) {
     moveSettings(1200, 300);
     closeSettings();
     changeScreen(1280, 720);
-    startAgain();
-    ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
-    EXPECT_TRUE(eventually([&] { return areAt(1280 - 540, 720 - 500); }))
-        << settings().x << ", " << settings().y;
-}
-
-TEST_P(SettingsOnAScreen, OpenWhereTheUserHasPutThemOnceThatIsThereAgain) {
-    moveSettings(1200, 300);
-    closeSettings();
-    changeScreen(1280, 720);
-    startAgain();
-    ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
-    EXPECT_TRUE(eventually([&] { return areAt(1280 - 540, 720 - 500); }))
-        << settings().x << ", " << settings().y;
+    expectToOpenAt(1280 - 540, 720 - 500);
     closeSettings();
     changeScreen(2560, 1440);
-    startAgain();
-    ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
-    EXPECT_TRUE(eventually([&] { return areAt(1200, 300); })) << settings().x << ", " << settings().y;
+    expectToOpenAt(1200, 300);
 }
 
 TEST_P(SettingsOnAScreen, StayWhereTheyCanBeSeen) {
