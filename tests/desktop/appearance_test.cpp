@@ -262,6 +262,31 @@ TEST_F(AppearanceSession, ClosedSettingsOpenInAnotherScaleWhereTheUserHadThem) {
     }
 }
 
+TEST_F(AppearanceSession, ClosedSettingsOpenInAnotherScaleOnTheUsersMonitorOnceThatIsThereAgain) {
+    const Area right{1280, 0, 1280, 2000};
+    addMonitor("*left", {0, 0, 1280, 2000}, "screen");
+    addMonitor("right", right, "none");
+    start();
+    openSettings();
+    const auto former = areaOfWindow("Velmo Settings");
+    moveSettings(1400, 700);
+    closeSettings();
+    removeMonitor("right");
+    set("Adwaita", 2);
+    ASSERT_TRUE(comesToRest());
+    openSettings();
+    EXPECT_TRUE(eventually([&] {
+        const auto area = areaOfWindow("Velmo Settings");
+        return hasSize("Velmo Settings", former, 2) && area.x >= 0 && area.x + area.width <= right.x;
+    })) << areaOfWindow("Velmo Settings").x;
+    closeSettings();
+    addMonitor("right", right, "none");
+    ASSERT_TRUE(comesToRest());
+    openSettings();
+    EXPECT_TRUE(eventually([&] { return settingsAreAt(1400, 700); }))
+        << areaOfWindow("Velmo Settings").x << ", " << areaOfWindow("Velmo Settings").y;
+}
+
 TEST_F(AppearanceSession, OpenSettingsStayInAnotherScaleWhereTheUserHasThem) {
     start();
     openSettings();

@@ -8,8 +8,7 @@ namespace velmo::desktop {
 
 namespace {
 
-/// Without a window manager, nobody else brings them back; one may do so, or put them elsewhere.
-class SettingsOnAScreen : public ScreensSession, public testing::WithParamInterface<std::string> {
+class SettingsOnScreens : public ScreensSession, public testing::WithParamInterface<std::string> {
 protected:
     void SetUp() override {
         IconsSession::SetUp();
@@ -59,9 +58,14 @@ protected:
     }
 };
 
+const auto nameOfManager = [](const auto& suite) { return suite.param; };
+
+/// Without a window manager, nobody else brings them back; one may do so, or put them elsewhere. i3 has its
+/// own idea of where they were, under the bar.
+class SettingsOnAScreen : public SettingsOnScreens {};
+
 INSTANTIATE_TEST_SUITE_P(ManagedBy, SettingsOnAScreen,
-                         testing::Values("nobody", "openbox", "metacity", "xfwm4"),
-                         [](const auto& suite) { return suite.param; });
+                         testing::Values("nobody", "openbox", "metacity", "xfwm4"), nameOfManager);
 
 TEST_P(SettingsOnAScreen, AreBroughtToOneThatIsThereWhenTheyAreWantedAgain) {
     moveSettings(1300, 300);
@@ -74,22 +78,59 @@ TEST_P(SettingsOnAScreen, AreBroughtToOneThatIsThereWhenTheyAreWantedAgain) {
     EXPECT_TRUE(stays(areBack, moment)) << settings().x << ", " << settings().y;
 }
 
-TEST_P(SettingsOnAScreen, OpenWhollyOnASmallerOneAndWhereTheyWereOnceThatIsThereAgain) {
-    moveSettings(1200, 300);
-    closeSettings();
-    changeScreen(1280, 720);
-    expectToOpenAt(1280 - 540, 720 - 500);
-    closeSettings();
-    changeScreen(2560, 1440);
-    expectToOpenAt(1200, 300);
-}
-
 TEST_P(SettingsOnAScreen, StayWhereTheyCanBeSeen) {
     moveSettings(1200, 300);
     setMode(1280, 720);
     startAgain();
     EXPECT_TRUE(stays([&] { return isManaged() ? canBeFound() : areAt(1200, 300); }, moment))
         << settings().x << ", " << settings().y;
+}
+
+/// Once they are opened again.
+class ClosedSettingsOnAScreen : public SettingsOnScreens {};
+
+INSTANTIATE_TEST_SUITE_P(ManagedBy, ClosedSettingsOnAScreen,
+                         testing::Values("nobody", "openbox", "i3", "xfwm4", "metacity", "fluxbox", "icewm"),
+                         nameOfManager);
+
+TEST_P(ClosedSettingsOnAScreen, OpenWhollyOnASmallerOneAndWhereTheyWereOnceThatIsThereAgain) {
+    moveSettings(1200, 300);
+    closeSettings();
+    changeScreen(1280, 720);
+    const auto chosen = readDefaults()["windowPlace.Velmo.SettingsWindow"];
+    expectToOpenAt(1280 - 540, 720 - 500);
+    closeSettings();
+    EXPECT_EQ(readDefaults()["windowPlace.Velmo.SettingsWindow"], chosen);
+    changeScreen(2560, 1440);
+    expectToOpenAt(1200, 300);
+}
+
+TEST_P(ClosedSettingsOnAScreen, OpenWhollyOnOneThatHasBecomeSmallerWhileTheyWereOpen) {
+    moveSettings(1200, 300);
+    changeScreen(1280, 720);
+    closeSettings();
+    startAgain();
+    ASSERT_TRUE(eventually([&] { return shown("Velmo Settings").has_value(); }));
+    EXPECT_TRUE(eventually([&] {
+        return isInside(settings(), {0, barThickness, 1280, 720 - barThickness});
+    })) << settings().x
+        << ", " << settings().y;
+}
+
+/// Others let nobody put them there, or bring them in.
+class SettingsBeyondTheEdge : public SettingsOnScreens {};
+
+INSTANTIATE_TEST_SUITE_P(ManagedBy, SettingsBeyondTheEdge, testing::Values("nobody", "openbox", "i3"),
+                         nameOfManager);
+
+TEST_P(SettingsBeyondTheEdge, OpenWhereTheUserHadThemOnceTheScreensAreThoseAgain) {
+    moveSettings(-200, 300);
+    closeSettings();
+    changeScreen(1280, 720);
+    expectToOpenAt(0, 720 - 500);
+    closeSettings();
+    changeScreen(2560, 1440);
+    expectToOpenAt(-200, 300);
 }
 
 }  // namespace

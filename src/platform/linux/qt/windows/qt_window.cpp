@@ -30,6 +30,14 @@ constexpr int leastTitle = 50;
 /// Points by which a window manager may put a window elsewhere, for its frame or for a strip at an edge.
 constexpr int usualShift = 64;
 
+/// In the toolkit's units, so that another scale makes them others.
+QList<QRect> screenGeometries() {
+    QList<QRect> geometries;
+    for (const auto* screen : QGuiApplication::screens())
+        geometries.append(screen->geometry());
+    return geometries;
+}
+
 }  // namespace
 
 class QtWindow::Widget : public QWidget {
@@ -155,18 +163,13 @@ void QtWindow::center() {
 /// What nobody has moved is not moved by that either. What the user has moved waits for when it is opened: a
 /// monitor may be away for a moment.
 void QtWindow::screensChanged(double factor) {
-    const QPointF corner = widget_->screen()->geometry().topLeft();
-    const auto inNewUnits = [&](const QPoint& place) {
-        return (corner + (place - corner) * factor).toPoint();
-    };
-    if (chosenPlace_)
-        chosenPlace_ = inNewUnits(*chosenPlace_);
+    if (!unmovedPlace_)
+        return;
     if (!widget_->isVisible()) {
-        haveScreensChanged_ = true;
-        if (unmovedPlace_)
-            center();
-    } else if (unmovedPlace_ && factor != 1) {
-        unmovedPlace_ = inNewUnits(*unmovedPlace_);
+        center();
+    } else if (factor != 1) {
+        const QPointF corner = widget_->screen()->geometry().topLeft();
+        unmovedPlace_ = (corner + (*unmovedPlace_ - corner) * factor).toPoint();
         // To the pixel, the window manager says where that is.
         isPlaced_ = false;
     }
@@ -188,18 +191,23 @@ const QScreen* QtWindow::screenAt(const QPoint& corner) const {
     return found == screens.end() ? nullptr : *found;
 }
 
-/// The place that the user has chosen stays so where the screens do not allow it now.
-void QtWindow::fitOntoScreens() {
-    if (!chosenPlace_ || !haveScreensChanged_) {
-        if (!screenAt(widget_->pos()))
-            center();
+/// Where the user has put it, partly beyond an edge, too, as long as the screens are those of then. On others
+/// it is wholly seen, and the user's place stays what it was.
+void QtWindow::restorePlace() {
+    const QPoint chosen = chosenPlace_ ? fromPixels(*chosenPlace_).toPoint() : widget_->pos();
+    const bool areScreensOthers = chosenPlace_ && screenGeometries() != chosenScreens_;
+    const auto* screen = screenAt(chosen);
+    if (!screen && !areScreensOthers) {
+        center();
         return;
     }
-    const auto* screen = screenAt(*chosenPlace_);
-    const QPoint place = nearestIn((screen ? screen : widget_->screen())->availableGeometry(), *chosenPlace_);
+    if (!chosenPlace_)
+        return;
+    const QRect area = (screen ? screen : widget_->screen())->availableGeometry();
+    const QPoint place = areScreensOthers ? nearestIn(area, chosen) : chosen;
     widget_->move(place);
     unmovedPlace_.reset();
-    if (place != *chosenPlace_) {
+    if (place != chosen) {
         unmovedPlace_ = place;
         isPlaced_ = false;
     }
@@ -207,15 +215,10 @@ void QtWindow::fitOntoScreens() {
 
 void QtWindow::setFrameAutosaveName(const std::string& name) {
     autosaveName_ = name;
-    const auto place = host_.rememberedPlace(name);
-    if (!place)
-        return;
-    const QPoint corner = fromPixels({place->x, place->y}).toPoint();
-    if (!screenAt(corner))
-        return;
-    widget_->move(corner);
-    chosenPlace_ = corner;
-    unmovedPlace_.reset();
+    if (const auto place = host_.rememberedPlace(name)) {
+        chosenPlace_ = QPointF(place->x, place->y);
+        chosenScreens_ = screenGeometries();
+    }
 }
 
 /// Only the user's choice is worth remembering: the middle is elsewhere on another screen.
@@ -229,21 +232,17 @@ void QtWindow::rememberPlace() {
     if (place == unmovedPlace_)
         return;
     unmovedPlace_.reset();
-    chosenPlace_ = place;
-    haveScreensChanged_ = false;
-    const QPointF pixel = toPixels(place);
-    host_.rememberPlace(autosaveName_, {std::round(pixel.x()), std::round(pixel.y())});
+    chosenPlace_ = toPixels(place).toPoint();
+    chosenScreens_ = screenGeometries();
+    host_.rememberPlace(autosaveName_, {chosenPlace_->x(), chosenPlace_->y()});
 }
 
 void QtWindow::makeKeyAndOrderFront() {
     // Asked to show what lies on another workspace, a window manager may take the user there.
-    if (widget_->isVisible()) {
+    if (widget_->isVisible())
         host_.bringToWorkspace(static_cast<WindowNumber>(widget_->winId()));
-        if (!screenAt(widget_->pos()))
-            center();
-    } else {
-        fitOntoScreens();
-    }
+    if (!widget_->isVisible() || !screenAt(widget_->pos()))
+        restorePlace();
     widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
     widget_->show();
     widget_->raise();

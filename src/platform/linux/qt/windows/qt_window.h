@@ -3,7 +3,9 @@
 #include "linux/toolkit/toolkit_host.h"
 #include "window.h"
 
+#include <QList>
 #include <QPoint>
+#include <QPointF>
 #include <QRect>
 
 #include <functional>
@@ -34,8 +36,8 @@ private:
 
     /// On which enough of a window with that corner is seen to drag it. None where nobody would find it.
     const QScreen* screenAt(const QPoint& corner) const;
-    /// Before it is shown.
-    void fitOntoScreens();
+    /// Where it is to be seen from now on.
+    void restorePlace();
     void rememberPlace();
     /// Others, or of other sizes; the toolkit's units are so many times what they were.
     void screensChanged(double factor);
@@ -46,10 +48,11 @@ private:
     std::string autosaveName_;
     /// Where the window is as long as nobody has moved it. Absent once somebody has.
     std::optional<QPoint> unmovedPlace_;
-    /// Where the user has put it. Absent as long as nobody has.
-    std::optional<QPoint> chosenPlace_;
-    /// Since then, while it was closed.
-    bool haveScreensChanged_ = false;
+    /// Where the user has put it, in pixels: the scale may change while it waits. Absent as long as nobody
+    /// has.
+    std::optional<QPointF> chosenPlace_;
+    /// All that there were then, or when it was read.
+    QList<QRect> chosenScreens_;
     /// The window manager has had its say.
     bool isPlaced_ = false;
     std::function<void()> onClose_;
