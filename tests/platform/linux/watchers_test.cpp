@@ -53,6 +53,21 @@ protected:
         EXPECT_TRUE(until([&] { return greedy->callsOf("GetAll") >= 1000 - room; }, 20));
         return greedy;
     }
+    /// The host fills with what is said to be another program's items, which that one has not registered.
+    void fillInTheNameOf(BusProgram& victim, BusProgram& registrant) {
+        victim.keepSilentOn("GetAll");
+        registerInTheNameOf(victim, 1100, registrant);
+        ASSERT_TRUE(until([&] { return victim.callsOf("GetAll") >= 1000; }, 20));
+        victim.answerAgain("GetAll");
+    }
+    void expectRoomForTheNext(BusProgram& victim) {
+        const auto before = items_.size();
+        victim.addItem("/Next", "next");
+        victim.registerItem("/Next");
+        EXPECT_TRUE(untilItems(before + 1));
+        const auto late = programWithItem("late");
+        EXPECT_EQ(items_.size(), before + 2);
+    }
 
 private:
     int registered_ = 0;
@@ -247,27 +262,57 @@ TEST_F(Watchers, AProgramThatFillsTheHostLeavesRoomForOthers) {
 
 TEST_F(Watchers, AProgramThatFillsTheHostInAnothersNameIsTheOneThatGivesWay) {
     const auto victim = programWithItem("victim");
-    victim->keepSilentOn("GetAll");
     const auto greedy = program();
-    registerInTheNameOf(*victim, 1100, *greedy);
-    ASSERT_TRUE(until([&] { return victim->callsOf("GetAll") >= 1000; }, 20));
-    victim->answerAgain("GetAll");
-    victim->addItem("/Second", "second");
-    victim->registerItem("/Second");
-    EXPECT_TRUE(untilItems(2)) << "the others are not the victim's";
-    const auto late = programWithItem("late");
-    EXPECT_EQ(items_.size(), 3U);
+    fillInTheNameOf(*victim, *greedy);
+    expectRoomForTheNext(*victim);
 }
 
-TEST_F(Watchers, AnItemIsItsProgramsThoughAnotherHasRegisteredItBefore) {
+TEST_F(Watchers, WhatAProgramRegistersInAnothersNameIsNotThatOnesOnceItHasGone) {
+    const auto victim = programWithItem("victim");
+    auto greedy = program();
+    fillInTheNameOf(*victim, *greedy);
+    greedy.reset();
+    runFor(0.2);
+    expectRoomForTheNext(*victim);
+}
+
+TEST_F(Watchers, AProgramThatFillsTheHostByWayOfAnotherWatcherLeavesRoomForOthers) {
+    const auto watcher = otherWatcher();
+    ASSERT_TRUE(until([&] { return watcher->callsOf("RegisterStatusNotifierHost") == 1; }));
+    const auto greedy = program();
+    greedy->keepSilentOn("GetAll");
+    const auto tell = [&](const BusProgram& owner, const std::string& path) {
+        watcher->emit(watcherObject, kdeWatcher, "StatusNotifierItemRegistered", [&](auto* message) {
+            return sd_bus_message_append(message, "s", (owner.name() + path).c_str());
+        });
+    };
+    for (int index = 0; index < 1100; ++index) {
+        const auto path = "/Item" + std::to_string(index);
+        greedy->addItem(path, "one of many");
+        tell(*greedy, path);
+    }
+    ASSERT_TRUE(until([&] { return greedy->callsOf("GetAll") >= 1000; }, 20));
+    const auto modest = program();
+    modest->addItem(usualItem, "modest");
+    tell(*modest, usualItem);
+    EXPECT_TRUE(untilItems(1));
+}
+
+/// The parameter is what the item's own program registers.
+class WatchersOfItemsTwiceRegistered : public Watchers, public testing::WithParamInterface<const char*> {};
+
+// A name of theirs is what most programs register.
+INSTANTIATE_TEST_SUITE_P(By, WatchersOfItemsTwiceRegistered, testing::Values(usualItem, "org.example.Victim"),
+                         [](const auto& by) { return by.index == 0 ? "Path" : "Name"; });
+
+TEST_P(WatchersOfItemsTwiceRegistered, AnItemIsItsProgramsThoughAnotherHasRegisteredItBefore) {
     const auto greedy = fillBut(2);
     const auto victim = program();
     victim->addItem(usualItem, "victim");
     victim->requestName("org.example.Victim");
     greedy->registerItem(victim->name() + usualItem);
     ASSERT_TRUE(untilItems(1));
-    // As most programs do, by a name of theirs.
-    victim->registerItem("org.example.Victim");
+    victim->registerItem(GetParam());
     runFor(0.2);
     const auto late = programWithItem("late");
     const auto last = programWithItem("last");
@@ -280,17 +325,35 @@ TEST_F(Watchers, AnItemIsItsProgramsThoughItRegistersBeforeItIsKnownWhoItIs) {
     const auto victim = program();
     victim->addItem(usualItem, "victim");
     victim->requestName("org.example.Victim");
-    // Both arrive before the bus says whose name that is.
+    const auto another = program();
+    another->addItem(usualItem, "another");
+    // All arrive before the bus says whose name that is, and the last one finds the host full.
     greedy->registerItem("org.example.Victim");
     victim->registerItem("org.example.Victim");
+    another->registerItem(usualItem);
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    ASSERT_TRUE(untilItems(1));
+    ASSERT_TRUE(untilItems(2));
     const auto late = programWithItem("late");
-    EXPECT_EQ(items_.size(), 2U);
+    EXPECT_EQ(items_.size(), 3U);
     EXPECT_NE(item("victim"), nullptr);
 }
 
-TEST_F(Watchers, WhatOnesThatHaveGoneHaveRegisteredCountsForWhoeverHasIt) {
+TEST_F(Watchers, AnItemDoesNotGoWithANameByWhichAnotherHasRegisteredIt) {
+    const auto victim = program();
+    victim->addItem(usualItem, "victim");
+    victim->requestName("org.example.Victim");
+    const auto stranger = program();
+    stranger->registerItem("org.example.Victim");
+    ASSERT_TRUE(untilItems(1));
+    victim->registerItem(usualItem);
+    runFor(0.2);
+    EXPECT_EQ(items_.size(), 1U) << "under two names it is one";
+    victim->releaseName("org.example.Victim");
+    runFor(0.2);
+    EXPECT_NE(item("victim"), nullptr);
+}
+
+TEST_F(Watchers, WhatOnesThatHaveGoneHaveRegisteredGivesWayFirst) {
     const auto silent = program();
     silent->keepSilentOn("GetAll");
     for (int count = 0; count < 60; ++count) {

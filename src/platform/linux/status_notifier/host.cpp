@@ -15,6 +15,15 @@ constexpr std::size_t mostItems = 1000;
 /// without: a program that fills the host from many connections does not push out those that were there.
 constexpr std::size_t fairShare = 20;
 
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// Empty for nobody.
+std::string whoAnswers(const std::vector<std::string>& registrants) {
+    return registrants.empty() ? std::string() : registrants.front();
+}
+
 }  // namespace
 
 Host::Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, IconLook look,
@@ -27,8 +36,7 @@ Host::Host(EventLoop& loop, IconLoader& icons, std::shared_ptr<dbus::Bus> bus, I
     const auto add = [this](const ItemAddress& address, const std::string& registrant) {
         this->add(address, registrant);
     };
-    // Another watcher does not tell who has registered what.
-    const auto addNamed = [this](const ItemAddress& address) { this->add(address, {}); };
+    const auto addNamed = [this](const ItemAddress& address) { this->add(address, address.service); };
     const auto removeNamed = [this](const ItemAddress& address) { this->removeNamed(address); };
     for (const auto& family : families) {
         watchers_.push_back(std::make_unique<Watcher>(bus_, family, add));
@@ -55,14 +63,13 @@ void Host::add(const ItemAddress& address, const std::string& registrant) {
         addAgain(known, registrant);
         return;
     }
-    if (entries_.size() >= mostItems && !makeRoomFor(registrant.empty() ? address.service : registrant)) {
+    if (entries_.size() >= mostItems && !makeRoomFor(registrant)) {
         withdraw(address);
         return;
     }
     const auto entry = entries_.try_emplace(address).first;
     entry->second.number = ++numbers_;
-    if (registrant != address.service)
-        entry->second.registrant = registrant;
+    entry->second.registrants = {registrant};
     if (address.service.starts_with(':'))
         resolved(entry, address.service);
     else
@@ -70,13 +77,20 @@ void Host::add(const ItemAddress& address, const std::string& registrant) {
 }
 
 void Host::addAgain(Entries::iterator entry, const std::string& registrant) {
-    auto& state = entry->second;
-    if (state.owner.empty() && !registrant.empty())
-        state.otherRegistrants.push_back(registrant);
-    else if (state.owner == registrant)
-        state.registrant.clear();
+    auto& [address, state] = *entry;
+    if (state.owner.empty()) {
+        if (!contains(state.registrants, registrant))
+            state.registrants.push_back(registrant);
+    } else if (registrant == state.owner || registrant == address.service) {
+        state.registrants = {state.owner};
+    }
     if (state.item)
         state.item->requestRefresh();
+}
+
+bool Host::isOwn(const Entries::value_type& entry, const std::string& owner) {
+    const auto& [address, state] = entry;
+    return contains(state.registrants, owner) || contains(state.registrants, address.service);
 }
 
 void Host::follow(const std::string& registrant) {
@@ -93,37 +107,37 @@ void Host::follow(const std::string& registrant) {
 }
 
 void Host::forget(const std::string& registrant) {
-    for (auto& [address, entry] : entries_) {
-        if (entry.registrant == registrant)
-            entry.registrant.clear();
-    }
+    for (auto& [address, entry] : entries_)
+        std::erase(entry.registrants, registrant);
     registrants_.erase(registrant);
-}
-
-const std::string& Host::countsFor(const Entries::value_type& entry) {
-    const auto& [address, state] = entry;
-    if (!state.registrant.empty())
-        return state.registrant;
-    return state.owner.empty() ? address.service : state.owner;
 }
 
 bool Host::makeRoomFor(const std::string& registrant) {
     std::map<std::string, std::size_t> counts;
-    for (const auto& entry : entries_)
-        ++counts[countsFor(entry)];
-    const auto most = std::max_element(counts.begin(), counts.end(), [](const auto& left, const auto& right) {
-                          return left.second < right.second;
-                      })->second;
-    if (most <= std::max(counts[registrant], fairShare))
-        return false;
-    auto newest = entries_.end();
-    for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
-        if (counts[countsFor(*entry)] == most &&
-            (newest == entries_.end() || newest->second.number < entry->second.number))
-            newest = entry;
+    for (const auto& [address, state] : entries_)
+        ++counts[whoAnswers(state.registrants)];
+    for (;;) {
+        const auto greatest =
+            std::max_element(counts.begin(), counts.end(),
+                             [](const auto& left, const auto& right) { return left.second < right.second; });
+        if (greatest->second <= std::max(counts[registrant], fairShare))
+            return false;
+        auto newest = entries_.end();
+        for (auto entry = entries_.begin(); entry != entries_.end(); ++entry) {
+            if (whoAnswers(entry->second.registrants) == greatest->first &&
+                (newest == entries_.end() || newest->second.number < entry->second.number))
+                newest = entry;
+        }
+        auto& registrants = newest->second.registrants;
+        if (registrants.size() < 2) {
+            remove(newest);
+            return true;
+        }
+        // Another one has registered it, too, who may be its own program.
+        registrants.erase(registrants.begin());
+        --greatest->second;
+        ++counts[registrants.front()];
     }
-    remove(newest);
-    return true;
 }
 
 void Host::resolve(Entries::iterator entry) {
@@ -144,25 +158,29 @@ void Host::resolve(Entries::iterator entry) {
 void Host::resolved(Entries::iterator entry, const std::string& owner) {
     auto& [address, state] = *entry;
     const ItemAddress location{owner, address.path};
-    auto& others = state.otherRegistrants;
-    if (state.registrant == owner || std::find(others.begin(), others.end(), owner) != others.end())
-        state.registrant.clear();
-    others.clear();
     if (owner.empty()) {
         remove(entry);
         return;
     }
-    if (const auto [place, isNew] = located_.try_emplace(location, entry); !isNew) {
-        // One item under two names is one item, and the owner's where one of them is.
-        if (state.registrant.empty())
-            place->second->second.registrant.clear();
-        remove(entry);
-        return;
+    const bool isItsOwn = isOwn(*entry, owner);
+    if (const auto known = located_.find(location); known != located_.end()) {
+        // One item under two names is one item. It goes with its name: with one that its own program gave it,
+        // where there is one.
+        if (!isItsOwn || isOwn(*known->second, owner)) {
+            remove(entry);
+            return;
+        }
+        remove(known->second);
     }
+    located_.emplace(location, entry);
     state.asking = {};
     state.owner = owner;
-    if (!state.registrant.empty())
-        follow(state.registrant);
+    if (isItsOwn) {
+        state.registrants = {owner};
+    } else if (!state.registrants.empty()) {
+        state.registrants.resize(1);
+        follow(state.registrants.front());
+    }
     if (!ownerChanges_.contains(owner))
         ownerChanges_[owner] = bus_->onOwnerChange(owner, [this, owner](const auto&) { removeAllOf(owner); });
     state.item = std::make_unique<Item>(Item::Environment{loop_, icons_, bus_}, location, look_);

@@ -39,11 +39,10 @@ private:
     struct Entry {
         /// Those that came later have greater ones.
         std::uint64_t number = 0;
-        /// Unique name of who has registered it, as long as that one is there and the item's own program has
-        /// not: anybody can name another's service. Empty where it counts for its owner.
-        std::string registrant;
-        /// Who else has, while the owner is not known.
-        std::vector<std::string> otherRegistrants;
+        /// Who has registered it, by unique names, as anybody can name another's service: the first answers for
+        /// it. It is the owner once that one has; more than one only while the owner is not known; none once
+        /// that one has gone.
+        std::vector<std::string> registrants;
         std::string owner;
         std::unique_ptr<Item> item;
         bool isShown = false;
@@ -53,15 +52,20 @@ private:
     /// By the address that was registered, under whatever name.
     using Entries = std::map<ItemAddress, Entry>;
 
-    /// An empty registrant is the item's own program, or nobody knows who.
+    struct Presence {
+        Registration asking;
+        Registration changes;
+    };
+
     void add(const ItemAddress& address, const std::string& registrant);
     void addAgain(Entries::iterator entry, const std::string& registrant);
-    /// Once the registrant has gone, what it has registered counts for the owners.
+    /// Whether its own program has registered it, or another watcher told of it, which does not tell who has.
+    static bool isOwn(const Entries::value_type& entry, const std::string& owner);
+    /// Once a registrant has gone, nobody answers for what it has registered of others.
     void follow(const std::string& registrant);
     void forget(const std::string& registrant);
-    static const std::string& countsFor(const Entries::value_type& entry);
-    /// Ends the newest entry of those who have registered the most. False where the one who wants another has
-    /// as many, or nobody has more than a fair share.
+    /// Ends the newest entry of those who answer for the most, and of nobody's where these are the most. False
+    /// where the one who wants another has as many, or nobody has more than a fair share.
     bool makeRoomFor(const std::string& registrant);
     void resolve(Entries::iterator entry);
     void resolved(Entries::iterator entry, const std::string& owner);
@@ -83,10 +87,6 @@ private:
     std::map<ItemAddress, Entries::iterator> located_;
     /// One for all items of an owner.
     std::map<std::string, Registration> ownerChanges_;
-    struct Presence {
-        Registration asking;
-        Registration changes;
-    };
     /// Of those that have registered other programs' items.
     std::map<std::string, Presence> registrants_;
     std::uint64_t numbers_ = 0;
