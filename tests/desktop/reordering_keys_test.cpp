@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <thread>
 
 namespace velmo::desktop {
 
@@ -46,6 +47,12 @@ protected:
     void giveKeyboardBack() const {
         xcb_ungrab_keyboard(x().raw(), XCB_CURRENT_TIME);
         ASSERT_TRUE(x().exists(bar()));
+    }
+    bool keyboardIsFree() const {
+        const bool isFree = takesKeyboard();
+        if (isFree)
+            giveKeyboardBack();
+        return isFree;
     }
     /// All that it types, in any layout and with any modifier.
     std::vector<xcb_keysym_t> symbolsOf(int key) const {
@@ -174,12 +181,21 @@ TEST_F(ReorderingKeys, EscapePutsTheItemBackOnceWhoeverKeptTheKeyboardHasLetGo) 
     ASSERT_TRUE(takesKeyboard());
     drag("three", 45);
     giveKeyboardBack();
-    EXPECT_TRUE(eventually([&] {
-        const bool isFree = takesKeyboard();
-        if (isFree)
-            giveKeyboardBack();
-        return !isFree;
-    })) << "it is taken for the drag";
+    EXPECT_TRUE(eventually([&] { return !keyboardIsFree(); })) << "it is taken for the drag";
+    xdotool({"key", "Escape"});
+    expectStaysAsBefore();
+    release();
+}
+
+TEST_F(ReorderingKeys, EscapePutsTheItemBackOnceTheDragGoesOnThoughTheKeyboardWasKeptForLong) {
+    startRevealed();
+    ASSERT_TRUE(takesKeyboard());
+    drag("three", 45);
+    std::this_thread::sleep_for(std::chrono::seconds(6));
+    giveKeyboardBack();
+    EXPECT_TRUE(stays([&] { return keyboardIsFree(); }, moment)) << "it is no longer asked for";
+    moveTo(areaOf("three").midX() + 3);
+    EXPECT_TRUE(eventually([&] { return !keyboardIsFree(); })) << "it is taken for the drag";
     xdotool({"key", "Escape"});
     expectStaysAsBefore();
     release();

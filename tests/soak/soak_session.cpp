@@ -3,6 +3,7 @@
 #include "soak_session.h"
 
 #include "built_files.h"
+#include "linux/icons/icon_protocol.h"
 
 #include <algorithm>
 #include <csignal>
@@ -15,7 +16,7 @@ namespace {
 /// For which the toolkit has the windows that it has for itself beside each of ours.
 constexpr const char* managerOfRests = "openbox";
 /// Longer than what is written late, and than the loader of icons waits for work.
-constexpr milliseconds lateWork(6000);
+constexpr milliseconds lateWork(icon_protocol::idleMilliseconds + 1000);
 
 }  // namespace
 

@@ -70,8 +70,11 @@ TEST_F(HostileIcons, AreReadByAProcessThatCanDoLittle) {
     const auto process = std::to_string(icons_->processIdentifier());
     for (const auto& file : std::filesystem::directory_iterator("/proc/" + process + "/fd"))
         EXPECT_NE(nameOf(file.path()), ours) << "files of ours are not open there";
-    EXPECT_EQ(lineOf("status", "NoNewPrivs:"), "\t1");
-    EXPECT_EQ(lineOf("status", "Seccomp:"), "\t2");
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/" + process + "/task")) {
+        const auto status = "task/" + thread.path().filename().string() + "/status";
+        EXPECT_EQ(lineOf(status, "NoNewPrivs:"), "\t1");
+        EXPECT_EQ(lineOf(status, "Seccomp:"), "\t2");
+    }
     EXPECT_EQ(limitOf("Max file size"), "0 0");
     EXPECT_EQ(limitOf("Max core file size"), "0 0");
     EXPECT_EQ(limitOf("Max cpu time"), "60 60");
