@@ -39,9 +39,9 @@ private:
     struct Entry {
         /// Those that came later have greater ones.
         std::uint64_t number = 0;
-        /// Who has registered it, by unique names, as anybody can name another's service: the first answers for
-        /// it. It is the owner once that one has; more than one only while the owner is not known; none once
-        /// that one has gone.
+        /// Who has registered it, by unique names, as anybody can name another's service: the first answers
+        /// for it. It is the owner once that one has; more than one only while the owner is not known; none
+        /// once that one has gone.
         std::vector<std::string> registrants;
         std::string owner;
         std::unique_ptr<Item> item;
@@ -64,8 +64,8 @@ private:
     /// Once a registrant has gone, nobody answers for what it has registered of others.
     void follow(const std::string& registrant);
     void forget(const std::string& registrant);
-    /// Ends the newest entry of those who answer for the most, and of nobody's where these are the most. False
-    /// where the one who wants another has as many, or nobody has more than a fair share.
+    /// Ends the newest entry of those who answer for the most, and of nobody's where these are the most.
+    /// False where the one who wants another has as many, or nobody has more than a fair share.
     bool makeRoomFor(const std::string& registrant);
     void resolve(Entries::iterator entry);
     void resolved(Entries::iterator entry, const std::string& owner);
