@@ -68,8 +68,8 @@ bool SoakSession::openMenuAndLeaveIt() {
 }
 
 void SoakSession::openPanelAnew() {
-    if (!clients_.empty())
-        std::this_thread::sleep_for(youngPictures);
+    // What has gone since then would be seen as well.
+    std::this_thread::sleep_for(youngPictures);
     outputOf({velmoProgram, "panel"}, environment_);
     EXPECT_TRUE(eventually([&] { return panel().has_value(); })) << "the panel opens";
     // While something is shown, or that section is switched off, what was always hidden is what was once

@@ -329,7 +329,9 @@ TEST_F(Watchers, AnItemIsItsProgramsThoughItRegistersBeforeItIsKnownWhoItIs) {
     another->addItem(usualItem, "another");
     // All arrive before the bus says whose name that is, and the last one finds the host full.
     greedy->registerItem("org.example.Victim");
+    ASSERT_TRUE(greedy->isTaken("org.example.Victim")) << "the bus has what was sent before";
     victim->registerItem("org.example.Victim");
+    ASSERT_TRUE(victim->isTaken("org.example.Victim"));
     another->registerItem(usualItem);
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     ASSERT_TRUE(untilItems(2));
