@@ -67,7 +67,7 @@ std::size_t alignmentOf(char type) {
 }
 
 /// Where the first complete type of a sequence ends.
-std::size_t lengthOfFirst(const std::string& type) {
+std::size_t lengthOfFirst(std::string_view type) {
     std::size_t length = 0;
     while (type[length] == 'a')
         ++length;
@@ -107,13 +107,17 @@ std::string ForeignMessage::anyType(int depth) {
 }
 
 /// Values that nothing holds make up the type of the message.
-void ForeignMessage::begin(const std::string& type) {
+void ForeignMessage::begin(std::string_view type) {
     if (open_.empty())
         types_ += type;
 }
 
-void ForeignMessage::open(char kind, const std::string& content) {
-    begin(kind == 'a' ? "a" + content : kind == 'r' ? "(" + content + ")" : std::string(1, kind));
+void ForeignMessage::open(char kind, std::string_view content) {
+    begin(kind == 'r' ? "(" : std::string_view(&kind, 1));
+    if (kind == 'a' || kind == 'r')
+        begin(content);
+    if (kind == 'r')
+        begin(")");
     Container container;
     if (kind == 'v') {
         body_.signature(content);
@@ -150,7 +154,7 @@ void ForeignMessage::boolean(bool value) {
     body_.number(value ? 1 : 0, sizeof(std::uint32_t));
 }
 
-void ForeignMessage::fillArray(const std::string& element) {
+void ForeignMessage::fillArray(std::string_view element) {
     open('a', element);
     if (element == "y") {
         body_.bytes(bytes_.text(bytes_.number(2) % mostBytes));
@@ -163,7 +167,7 @@ void ForeignMessage::fillArray(const std::string& element) {
 }
 
 void ForeignMessage::fillBasic(char type) {
-    begin({type});
+    begin({&type, 1});
     switch (type) {
         case 'o':
             body_.text("/" + std::string(bytes_.below(4), 'p'));
@@ -179,9 +183,9 @@ void ForeignMessage::fillBasic(char type) {
     }
 }
 
-void ForeignMessage::fill(const std::string& type) {
+void ForeignMessage::fill(std::string_view type) {
     const auto length = lengthOfFirst(type);
-    const std::string inside = length > 2 ? type.substr(1, length - 2) : "";
+    const auto inside = length > 2 ? type.substr(1, length - 2) : std::string_view();
     switch (type.front()) {
         case 'a':
             fillArray(type.substr(1, length - 1));

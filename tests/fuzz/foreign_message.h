@@ -8,6 +8,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmo::fuzz {
@@ -29,11 +30,11 @@ public:
     /// A type, in the notation of the bus, that is of no use to anybody in particular.
     std::string anyType(int depth = 0);
     /// A value of the type, which may be a sequence of types.
-    void fill(const std::string& type);
+    void fill(std::string_view type);
     /// A variant of one of the types, or of any.
     void fillVariant(std::initializer_list<const char*> likely);
 
-    void open(char kind, const std::string& content);
+    void open(char kind, std::string_view content);
     void close();
     void text(const std::string& text);
     void integer(std::int32_t value);
@@ -50,8 +51,8 @@ private:
         std::size_t begin = 0;
     };
 
-    void begin(const std::string& type);
-    void fillArray(const std::string& element);
+    void begin(std::string_view type);
+    void fillArray(std::string_view element);
     void fillBasic(char type);
 
     Bytes& bytes_;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace velmo::fuzz {
 
@@ -26,21 +27,24 @@ public:
             content_[place + byte] = static_cast<char>(value >> 8 * index & 0xff);
         }
     }
-    void text(const std::string& text) {
+    void text(std::string_view text) {
         number(text.size(), sizeof(std::uint32_t));
         append(text);
     }
-    void signature(const std::string& type) {
+    void signature(std::string_view type) {
         number(type.size(), 1);
         append(type);
     }
-    void bytes(const std::string& bytes) { content_ += bytes; }
+    void bytes(std::string_view bytes) { content_ += bytes; }
 
     std::size_t size() const { return content_.size(); }
     const std::string& content() const { return content_; }
 
 private:
-    void append(const std::string& text) { content_.append(text.c_str(), text.size() + 1); }
+    void append(std::string_view text) {
+        content_ += text;
+        content_ += '\0';
+    }
 
     std::endian order_;
     std::string content_;
