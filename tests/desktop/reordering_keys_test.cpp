@@ -48,6 +48,12 @@ protected:
         xcb_ungrab_keyboard(x().raw(), XCB_CURRENT_TIME);
         ASSERT_TRUE(x().exists(bar()));
     }
+    void expectEscapeToEndTheDrag() {
+        EXPECT_TRUE(eventually([&] { return !keyboardIsFree(); })) << "it is taken for the drag";
+        xdotool({"key", "Escape"});
+        expectStaysAsBefore();
+        release();
+    }
     bool keyboardIsFree() const {
         const bool isFree = takesKeyboard();
         if (isFree)
@@ -181,10 +187,7 @@ TEST_F(ReorderingKeys, EscapePutsTheItemBackOnceWhoeverKeptTheKeyboardHasLetGo) 
     ASSERT_TRUE(takesKeyboard());
     drag("three", 45);
     giveKeyboardBack();
-    EXPECT_TRUE(eventually([&] { return !keyboardIsFree(); })) << "it is taken for the drag";
-    xdotool({"key", "Escape"});
-    expectStaysAsBefore();
-    release();
+    expectEscapeToEndTheDrag();
 }
 
 TEST_F(ReorderingKeys, EscapePutsTheItemBackOnceTheDragGoesOnThoughTheKeyboardWasKeptForLong) {
@@ -195,10 +198,7 @@ TEST_F(ReorderingKeys, EscapePutsTheItemBackOnceTheDragGoesOnThoughTheKeyboardWa
     giveKeyboardBack();
     EXPECT_TRUE(stays([&] { return keyboardIsFree(); }, moment)) << "it is no longer asked for";
     moveTo(areaOf("three").midX() + 3);
-    EXPECT_TRUE(eventually([&] { return !keyboardIsFree(); })) << "it is taken for the drag";
-    xdotool({"key", "Escape"});
-    expectStaysAsBefore();
-    release();
+    expectEscapeToEndTheDrag();
 }
 
 TEST_F(ReorderingKeys, NobodyElseGetsAKeyOnTopOfSuper) {
