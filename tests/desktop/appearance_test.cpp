@@ -245,6 +245,8 @@ TEST_F(AppearanceSession, ScaleIsFollowedByTheOpenSettings) {
         EXPECT_TRUE(stays([&] { return !remembersPlace(); }, restsAfter)) << scale;
     }
     const auto area = areaOfWindow("Velmo Settings");
+    // Whoever moves them within a second after the scale has changed is not the user.
+    std::this_thread::sleep_for(std::chrono::seconds(1));
     moveSettings(area.x + 300, area.y + 100);
 }
 
@@ -262,28 +264,25 @@ TEST_F(AppearanceSession, ClosedSettingsOpenInAnotherScaleWhereTheUserHadThem) {
     }
 }
 
-TEST_F(AppearanceSession, ClosedSettingsOpenInAnotherScaleOnTheUsersMonitorOnceThatIsThereAgain) {
-    const Area right{1280, 0, 1280, 2000};
+TEST_F(AppearanceSession, SettingsAcrossTwoMonitorsOpenWhereTheUserHadThem) {
     addMonitor("*left", {0, 0, 1280, 2000}, "screen");
-    addMonitor("right", right, "none");
+    addMonitor("right", {1280, 0, 1280, 2000}, "none");
     start();
-    openSettings();
-    const auto former = areaOfWindow("Velmo Settings");
-    moveSettings(1400, 700);
-    closeSettings();
-    removeMonitor("right");
     set("Adwaita", 2);
     ASSERT_TRUE(comesToRest());
     openSettings();
-    EXPECT_TRUE(eventually([&] {
-        const auto area = areaOfWindow("Velmo Settings");
-        return hasSize("Velmo Settings", former, 2) && area.x >= 0 && area.x + area.width <= right.x;
-    })) << areaOfWindow("Velmo Settings").x;
-    closeSettings();
-    addMonitor("right", right, "none");
-    ASSERT_TRUE(comesToRest());
+    for (const int left : {1000, 1200, 900}) {
+        moveSettings(left, 700);
+        ASSERT_TRUE(comesToRest());
+        closeSettings();
+        openSettings();
+        EXPECT_TRUE(stays([&] { return settingsAreAt(left, 700); }, moment))
+            << left << ": " << areaOfWindow("Velmo Settings").x << ", " << areaOfWindow("Velmo Settings").y;
+    }
+    stopVelmo();
+    startVelmo();
     openSettings();
-    EXPECT_TRUE(eventually([&] { return settingsAreAt(1400, 700); }))
+    EXPECT_TRUE(eventually([&] { return settingsAreAt(900, 700); }))
         << areaOfWindow("Velmo Settings").x << ", " << areaOfWindow("Velmo Settings").y;
 }
 

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <thread>
 
 namespace velmo::desktop {
 
@@ -194,7 +193,7 @@ TEST_F(ReorderingKeys, EscapePutsTheItemBackOnceTheDragGoesOnThoughTheKeyboardWa
     startRevealed();
     ASSERT_TRUE(takesKeyboard());
     drag("three", 45);
-    std::this_thread::sleep_for(std::chrono::seconds(6));
+    ASSERT_TRUE(comesToRest()) << "it asks for some seconds";
     giveKeyboardBack();
     EXPECT_TRUE(stays([&] { return keyboardIsFree(); }, moment)) << "it is no longer asked for";
     moveTo(areaOf("three").midX() + 3);

@@ -3,6 +3,7 @@
 #include "linux/status_notifier/names.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace velmo::status_notifier {
@@ -14,14 +15,16 @@ constexpr std::size_t mostItems = 1000;
 /// What a program may well have, and loses to nobody. Where no program has more, whoever comes last goes
 /// without: a program that fills the host from many connections does not push out those that were there.
 constexpr std::size_t fairShare = 20;
+/// Each looks at all items.
+constexpr int mostAttempts = 100;
 
 bool contains(const std::vector<std::string>& names, const std::string& name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 /// Empty for nobody.
-std::string whoAnswers(const std::vector<std::string>& registrants) {
-    return registrants.empty() ? std::string() : registrants.front();
+std::string_view whoAnswers(const std::vector<std::string>& registrants) {
+    return registrants.empty() ? std::string_view() : registrants.front();
 }
 
 }  // namespace
@@ -113,10 +116,11 @@ void Host::forget(const std::string& registrant) {
 }
 
 bool Host::makeRoomFor(const std::string& registrant) {
-    std::map<std::string, std::size_t> counts;
+    std::map<std::string, std::size_t, std::less<>> counts;
     for (const auto& [address, state] : entries_)
-        ++counts[whoAnswers(state.registrants)];
-    for (;;) {
+        ++counts[std::string(whoAnswers(state.registrants))];
+    // What has been passed on by then stays so: many that have registered the same do not hold up the bar.
+    for (auto attempts = mostAttempts; attempts > 0; --attempts) {
         const auto greatest =
             std::max_element(counts.begin(), counts.end(),
                              [](const auto& left, const auto& right) { return left.second < right.second; });
@@ -138,6 +142,7 @@ bool Host::makeRoomFor(const std::string& registrant) {
         --greatest->second;
         ++counts[registrants.front()];
     }
+    return false;
 }
 
 void Host::resolve(Entries::iterator entry) {

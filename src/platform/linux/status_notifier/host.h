@@ -39,9 +39,9 @@ private:
     struct Entry {
         /// Those that came later have greater ones.
         std::uint64_t number = 0;
-        /// Who has registered it, by unique names, as anybody can name another's service: the first answers
-        /// for it. It is the owner once that one has; more than one only while the owner is not known; none
-        /// once that one has gone.
+        /// Who has registered it, by unique names (another watcher's by what it told), as anybody can name
+        /// another's service: the first answers for it. It is the owner once that one has; more than one only
+        /// while the owner is not known; none once that one has gone.
         std::vector<std::string> registrants;
         std::string owner;
         std::unique_ptr<Item> item;

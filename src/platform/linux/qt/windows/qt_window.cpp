@@ -29,6 +29,8 @@ constexpr int restingMilliseconds = 300;
 constexpr int leastTitle = 50;
 /// Points by which a window manager may put a window elsewhere, for its frame or for a strip at an edge.
 constexpr int usualShift = 64;
+/// After others have come or gone; who moves it then is not the user.
+constexpr int settlingMilliseconds = 1000;
 
 /// In the toolkit's units, so that another scale makes them others.
 QList<QRect> screenGeometries() {
@@ -36,6 +38,11 @@ QList<QRect> screenGeometries() {
     for (const auto* screen : QGuiApplication::screens())
         geometries.append(screen->geometry());
     return geometries;
+}
+
+/// One that goes and comes again is listed elsewhere.
+bool areSame(const QList<QRect>& screens, const QList<QRect>& others) {
+    return std::is_permutation(screens.begin(), screens.end(), others.begin(), others.end());
 }
 
 }  // namespace
@@ -161,12 +168,15 @@ void QtWindow::center() {
 }
 
 /// What nobody has moved is not moved by that either. What the user has moved waits for when it is opened: a
-/// monitor may be away for a moment.
+/// monitor may be away for a moment. If it is open elsewhere meanwhile, it follows.
 void QtWindow::screensChanged(double factor) {
+    sinceScreensChanged_.start();
     if (!unmovedPlace_)
         return;
     if (!widget_->isVisible()) {
         center();
+    } else if (chosenPlace_) {
+        restorePlace();
     } else if (factor != 1) {
         const QPointF corner = widget_->screen()->geometry().topLeft();
         unmovedPlace_ = (corner + (*unmovedPlace_ - corner) * factor).toPoint();
@@ -194,29 +204,42 @@ const QScreen* QtWindow::screenAt(const QPoint& corner) const {
 /// Where the user has put it, partly beyond an edge, too, as long as the screens are those of then. On others
 /// it is wholly seen, and the user's place stays what it was.
 void QtWindow::restorePlace() {
-    const QPoint chosen = chosenPlace_ ? fromPixels(*chosenPlace_).toPoint() : widget_->pos();
-    const bool areScreensOthers = chosenPlace_ && screenGeometries() != chosenScreens_;
+    const bool areScreensOthers = chosenPlace_ && !areSame(screenGeometries(), chosenScreens_);
+    const bool isThere = !chosenPlace_ || (!areScreensOthers && pixel(widget_->pos()) == *chosenPlace_);
+    const QPoint chosen = isThere ? widget_->pos() : placeOf(*chosenPlace_);
     const auto* screen = screenAt(chosen);
     if (!screen && !areScreensOthers) {
         center();
         return;
     }
-    if (!chosenPlace_)
+    if (isThere)
         return;
     const QRect area = (screen ? screen : widget_->screen())->availableGeometry();
     const QPoint place = areScreensOthers ? nearestIn(area, chosen) : chosen;
     widget_->move(place);
     unmovedPlace_.reset();
-    if (place != chosen) {
+    if (areScreensOthers) {
         unmovedPlace_ = place;
         isPlaced_ = false;
     }
 }
 
+/// The toolkit reckons from the corner of the screen that has the window's middle, though the window's own
+/// corner may lie on another one.
+QPoint QtWindow::pixel(const QPoint& corner) const {
+    return toPixels(corner, *widget_->screen()).toPoint();
+}
+
+QPoint QtWindow::placeOf(const QPoint& pixel) const {
+    const auto* screen =
+        screenWithPixel(pixel + QPointF(widget_->width() * widget_->devicePixelRatioF() / 2, 0));
+    return (screen ? fromPixels(pixel, *screen) : fromPixels(pixel)).toPoint();
+}
+
 void QtWindow::setFrameAutosaveName(const std::string& name) {
     autosaveName_ = name;
     if (const auto place = host_.rememberedPlace(name)) {
-        chosenPlace_ = QPointF(place->x, place->y);
+        chosenPlace_ = QPointF(place->x, place->y).toPoint();
         chosenScreens_ = screenGeometries();
     }
 }
@@ -227,14 +250,20 @@ void QtWindow::rememberPlace() {
         return;
     const QPoint place = widget_->pos();
     const bool wasPlaced = std::exchange(isPlaced_, true);
-    if (!wasPlaced && unmovedPlace_ && (place - *unmovedPlace_).manhattanLength() <= usualShift)
+    const bool isShifted =
+        !wasPlaced && unmovedPlace_ && (place - *unmovedPlace_).manhattanLength() <= usualShift;
+    // A window manager brings it to a screen that is there.
+    const bool isBrought =
+        sinceScreensChanged_.isValid() && !sinceScreensChanged_.hasExpired(settlingMilliseconds);
+    if (isShifted || isBrought)
         unmovedPlace_ = place;
     if (place == unmovedPlace_)
         return;
     unmovedPlace_.reset();
-    chosenPlace_ = toPixels(place).toPoint();
+    chosenPlace_ = pixel(place);
     chosenScreens_ = screenGeometries();
-    host_.rememberPlace(autosaveName_, {chosenPlace_->x(), chosenPlace_->y()});
+    const QPointF remembered = *chosenPlace_;
+    host_.rememberPlace(autosaveName_, {remembered.x(), remembered.y()});
 }
 
 void QtWindow::makeKeyAndOrderFront() {

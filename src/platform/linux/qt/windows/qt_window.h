@@ -3,9 +3,9 @@
 #include "linux/toolkit/toolkit_host.h"
 #include "window.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QPoint>
-#include <QPointF>
 #include <QRect>
 
 #include <functional>
@@ -41,6 +41,9 @@ private:
     void rememberPlace();
     /// Others, or of other sizes; the toolkit's units are so many times what they were.
     void screensChanged(double factor);
+    /// In pixels of the root window, where a corner is in the toolkit's units; and the other way round.
+    QPoint pixel(const QPoint& corner) const;
+    QPoint placeOf(const QPoint& pixel) const;
     /// That corner, or the nearest one for all of the window to be in the area.
     QPoint nearestIn(const QRect& area, const QPoint& corner) const;
 
@@ -50,9 +53,10 @@ private:
     std::optional<QPoint> unmovedPlace_;
     /// Where the user has put it, in pixels: the scale may change while it waits. Absent as long as nobody
     /// has.
-    std::optional<QPointF> chosenPlace_;
+    std::optional<QPoint> chosenPlace_;
     /// All that there were then, or when it was read.
     QList<QRect> chosenScreens_;
+    QElapsedTimer sinceScreensChanged_;
     /// The window manager has had its say.
     bool isPlaced_ = false;
     std::function<void()> onClose_;
