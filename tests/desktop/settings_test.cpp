@@ -103,6 +103,8 @@ TEST_F(SettingsWindow, PlaceWhereItsTitleCouldNotBeDraggedIsForgotten) {
     EXPECT_NEAR(leftEdgeFor("1240 200"), (1280 - 540) / 2, 8) << "too little of it could be seen";
     EXPECT_NEAR(leftEdgeFor("-480 200"), -480, 8);
     EXPECT_NEAR(leftEdgeFor("-500 200"), (1280 - 540) / 2, 8);
+    EXPECT_NEAR(leftEdgeFor("2147483647 200"), (1280 - 540) / 2, 8) << "no window can be there";
+    EXPECT_NEAR(leftEdgeFor("1220"), (1280 - 540) / 2, 8);
 }
 
 class SettingsUnder : public SettingsWindow, public testing::WithParamInterface<std::string> {};

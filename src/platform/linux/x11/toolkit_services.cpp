@@ -24,7 +24,8 @@ std::string keyOf(const std::string& name) {
 }
 
 std::optional<double> number(std::string_view text) {
-    int value = 0;
+    // The root window's pixels have no others.
+    std::int16_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size())
         return std::nullopt;
