@@ -215,9 +215,12 @@ TEST_F(TrayPrograms, AnIconChangesWithoutFlicker) {
 }
 
 TEST_F(TrayPrograms, ClicksTellTheirPlaceAndATokenComesFirst) {
+    const auto other = programWithItem("Other");
     const auto program = programWithItem("Clicked");
+    untilShown("Other");
     const auto icon = untilShown("Clicked");
     const auto place = *x().area(icon);
+    ASSERT_EQ(program->callsOf("ProvideXdgActivationToken"), 0) << "nobody has clicked";
     const std::string where = std::to_string(place.midX()) + " " + std::to_string(place.midY());
     click(icon);
     ASSERT_TRUE(eventually([&] { return program->wasCalled("Activate " + where); }));
@@ -237,6 +240,7 @@ TEST_F(TrayPrograms, ClicksTellTheirPlaceAndATokenComesFirst) {
             << scroll;
     }
     EXPECT_EQ(program->callsOf("Activate"), 1);
+    EXPECT_EQ(other->callsOf("ProvideXdgActivationToken"), 0);
 }
 
 TEST_F(TrayPrograms, ATooltipFollowsItsItemAndOutlivesOthers) {

@@ -241,7 +241,9 @@ TEST_F(AutostartTest, PipeInTheEntrysPlaceBlocksNothing) {
 TEST_F(AutostartTest, WhatIsHugeIsLeftAlone) {
     write(entry(), group + "Exec=" + (folder_ / "velmo").string() + "\n");
     ASSERT_EQ(service_->status(), enabled);
-    constexpr std::uintmax_t huge = 2 << 20;
+    constexpr std::uintmax_t huge = (1 << 20) + 1;
+    fs::resize_file(entry(), huge - 1);
+    ASSERT_EQ(service_->status(), enabled);
     fs::resize_file(entry(), huge);
     EXPECT_EQ(service_->status(), notRegistered);
     EXPECT_EQ(service_->registerService(), entry().string() + ": File too large");

@@ -203,6 +203,16 @@ TEST_F(FileDefaults, FolderInTheFilesPlaceIsLeftAlone) {
     EXPECT_TRUE(fs::exists(file_ / "kept"));
 }
 
+TEST_F(FileDefaults, PipeInTheFilesPlaceIsLeftAlone) {
+    fs::create_directories(file_.parent_path());
+    ASSERT_EQ(mkfifo(file_.c_str(), S_IRWXU), 0);
+    FileUserDefaults defaults(file_);
+    EXPECT_FALSE(defaults.boolForKey("flag"));
+    defaults.setBool(true, "flag");
+    EXPECT_TRUE(defaults.boolForKey("flag")) << "as long as the program runs";
+    EXPECT_TRUE(fs::is_fifo(file_));
+}
+
 TEST_F(FileDefaults, OnlyTheUserMayReadThem) {
     for (const mode_t mask : {0000, 0022, 0077}) {
         const auto former = umask(mask);
