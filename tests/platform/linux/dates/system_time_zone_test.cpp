@@ -99,6 +99,12 @@ TEST(SystemTimeZone, DamagedFilesMakeUpNoOffsetThatNoClockHas) {
     }
 }
 
+TEST(SystemTimeZone, NamesOfOffsetsThatNoClockHasAreNone) {
+    EXPECT_EQ(offset(*makeTimeZone({.name = "GMT-11:30"}), 0), -41400);
+    EXPECT_EQ(offset(*makeTimeZone({.name = "GMT-25E61"}), 0), 0);
+    EXPECT_EQ(offset(*makeTimeZone({.name = "GMT+9E9"}), 0), 0);
+}
+
 TEST(SystemTimeZone, ChangesBeforeAndAfterAllTimesAreOfNoHarm) {
     auto file = zoneFile("Europe/Berlin");
     constexpr std::size_t header = 44;

@@ -19,6 +19,7 @@ namespace velmo {
 namespace {
 
 constexpr int millisecondsPerSecond = 1000;
+constexpr int millisecondsPerDay = 86'400'000;
 constexpr int usualSavings = 3600;
 constexpr int mostSavings = 2 * 3600;
 /// Before that, and after what calendars are asked for, zones may differ in what nobody remembers.
@@ -163,9 +164,11 @@ bool agreesAtChangesOf(const icu::BasicTimeZone& zone, const icu::TimeZone& othe
 }
 
 /// Null where ICU knows no zone of that name.
+/// The library reads GMT-25E61 as an offset, too.
 std::unique_ptr<icu::TimeZone> knownZone(const std::string& name) {
     std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(text(name)));
-    if (name.empty() || !zone || *zone == icu::TimeZone::getUnknown())
+    if (name.empty() || !zone || *zone == icu::TimeZone::getUnknown() ||
+        std::abs(static_cast<double>(zone->getRawOffset())) >= millisecondsPerDay)
         return nullptr;
     return zone;
 }
