@@ -4,6 +4,7 @@
 // measured; the file has what was measured until then.
 
 #include "benchmarks.h"
+#include "hosts.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -48,6 +49,8 @@ int main(int count, char** arguments) {
             return misuse("there is no measurement " + name);
     }
     Report report;
+    for (const auto& name : missingHosts())
+        report.note(name + " is not on this machine, and left out");
     try {
         for (const auto& [name, measure] : measurements) {
             if (!named.empty() && std::find(named.begin(), named.end(), name) == named.end())

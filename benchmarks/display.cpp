@@ -144,9 +144,8 @@ void Display::xdotool(const std::vector<std::string>& arguments) const {
 }
 
 int Display::squares() const {
-    constexpr int middle = 13;
     constexpr std::uint32_t red = 0xff0000;
-    const auto row = x().pixels({0, middle, x().area(x().root())->width, 1});
+    const auto row = x().pixels({0, middleOfBar, x().area(x().root())->width, 1});
     int count = 0;
     std::uint32_t last = 0;
     for (const auto pixel : row)

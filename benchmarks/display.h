@@ -18,6 +18,8 @@ constexpr const char* wideScreen = "7680x1080x24";
 constexpr int wideScreenWidth = 7680;
 /// Room for as many of both kinds.
 constexpr const char* twiceAsWideScreen = "15360x1080x24";
+/// Of all hosts that are measured, in pixels from the top of the screen.
+constexpr int middleOfBar = 13;
 
 /// How an item comes: as a window, or on the session's bus.
 enum class Kind { tray, bus };

@@ -102,20 +102,18 @@ private:
     xcb_window_t holder_ = XCB_WINDOW_NONE;
 };
 
-/// It paints items of the bus, which are no windows.
-class XfceBus : public HidingHost {
+/// One that paints items of the bus, which are no windows.
+class BusPainter : public HidingHost {
 public:
-    XfceBus(const Host& host, int items, const char* screen)
+    BusPainter(const Host& host, int items, const char* screen)
         : items_(items), host_(host, {.hiddenItems = items, .kind = Kind::bus}, screen) {
         host_.fillBus(items + 1, items);
         host_.letBusItemsRest();
-        const auto& x = host_.display().x();
-        holder_ = x.windowOfClass(x.topAt(1, 1), "Wrapper-2.0").value();
     }
     Display& display() override { return host_.display(); }
+    const Display& display() const { return host_.display(); }
     std::string name() const override { return host_.host().name; }
     Kind kind() const override { return Kind::bus; }
-    Place button() const override { return arrowOf(host_.display(), holder_); }
     void beginToWatch() override {}
     void awaitChange(bool revealed) override {
         const auto begin = Clock::now();
@@ -130,7 +128,32 @@ public:
 private:
     int items_;
     RunningHost host_;
+};
+
+class XfceBus : public BusPainter {
+public:
+    XfceBus(const Host& host, int items, const char* screen) : BusPainter(host, items, screen) {
+        const auto& x = display().x();
+        holder_ = x.windowOfClass(x.topAt(1, 1), "Wrapper-2.0").value();
+    }
+    Place button() const override { return arrowOf(display(), holder_); }
+
+private:
     xcb_window_t holder_ = XCB_WINDOW_NONE;
+};
+
+/// Its button stands where the first item is once they are shown. They are hidden some time after the pointer
+/// has left them.
+class LxqtBus : public BusPainter {
+public:
+    using BusPainter::BusPainter;
+    Place button() const override { return {middleOfBar, middleOfBar}; }
+    bool hidesOnClick() const override { return false; }
+    void letHide() override {
+        display().xdotool({"mousemove", "300", "500"});
+        waitFor([&] { return display().squares() == 1; }, name() + " to hide items",
+                std::chrono::milliseconds(10));
+    }
 };
 
 }  // namespace
@@ -182,6 +205,10 @@ std::unique_ptr<HidingHost> makeXfce(const Host& host, Kind kind, int items, con
     if (kind == Kind::tray)
         return std::make_unique<XfceTray>(host, items, screen);
     return std::make_unique<XfceBus>(host, items, screen);
+}
+
+std::unique_ptr<HidingHost> makeLxqt(const Host& host, int items, const char* screen) {
+    return std::make_unique<LxqtBus>(host, items, screen);
 }
 
 }  // namespace velmo::desktop

@@ -32,6 +32,10 @@ public:
     virtual void beginToWatch() = 0;
     /// Returns once the last item is where it belongs.
     virtual void awaitChange(bool revealed) = 0;
+    /// False where no click does.
+    virtual bool hidesOnClick() const { return true; }
+    /// Where no click does: returns once it has hidden the items again, which takes it seconds.
+    virtual void letHide() {}
 };
 
 /// One whose items are windows, which it moves.
@@ -54,5 +58,7 @@ std::unique_ptr<HidingHost> makeBareMover(int items, const char* screen);
 std::unique_ptr<HidingHost> makeVelmo(Kind kind, int items, const char* screen);
 /// The same.
 std::unique_ptr<HidingHost> makeXfce(const Host& host, Kind kind, int items, const char* screen);
+/// The same, with items of the bus: it hides no others.
+std::unique_ptr<HidingHost> makeLxqt(const Host& host, int items, const char* screen);
 
 }  // namespace velmo::desktop

@@ -75,10 +75,18 @@ void configureXfce(const Display& display, const Setup& setup) {
 }
 
 void configureLxqt(const Display& display, const Setup& setup) {
-    settingsFile(display.home() / "lxqt", "panel.conf")
-        << "panels=panel1\n[panel1]\nplugins=statusnotifier,tray" << (setup.clock ? ",worldclock" : "")
-        << "\nposition=Top\ndesktop=0\n[statusnotifier]\ntype=statusnotifier\n[tray]\ntype=tray\n"
-        << "[worldclock]\ntype=worldclock\nuseAdvancedManualFormat=true\ncustomFormat=HH:mm\n";
+    auto file = settingsFile(display.home() / "lxqt", "panel.conf");
+    file << "panels=panel1\n[panel1]\nplugins=statusnotifier,tray" << (setup.clock ? ",worldclock" : "")
+         << "\nposition=Top\ndesktop=0\n[tray]\ntype=tray\n"
+         << "[worldclock]\ntype=worldclock\nuseAdvancedManualFormat=true\ncustomFormat=HH:mm\n"
+         << "[statusnotifier]\ntype=statusnotifier\n";
+    // It hides none of the tray.
+    if (setup.kind == Kind::bus && setup.hiddenItems > 0) {
+        file << "hideList=" << itemName(0);
+        for (int number = 1; number < setup.hiddenItems; ++number)
+            file << ", " << itemName(number);
+        file << '\n';
+    }
 }
 
 bool isInstalled(const std::string& program) {
@@ -90,28 +98,45 @@ bool isInstalled(const std::string& program) {
     return false;
 }
 
+struct Hosts {
+    std::vector<Host> installed = {
+        {"Velmo", {velmoProgram}, true, true, false, configureVelmo},
+        {"xfce4-panel", {"xfce4-panel", "--disable-wm-check"}, true, true, true, configureXfce},
+        {"lxqt-panel", {"lxqt-panel"}, true, true, true, configureLxqt},
+        {"tint2", {"tint2"}, false, true, false, configureTint2},
+        {"trayer", {"trayer"}, false, false, false, configureNothing}};
+    std::vector<std::string> missing = {};
+
+    Hosts() {
+        std::erase_if(installed, [&](const Host& host) {
+            const bool isMissing = !host.isVelmo() && !isInstalled(host.command.front());
+            if (isMissing)
+                missing.push_back(host.name);
+            return isMissing;
+        });
+    }
+};
+
+const Hosts& hosts() {
+    static const Hosts known;
+    return known;
+}
+
 }  // namespace
 
 const std::vector<Host>& installedHosts() {
-    static const auto installed = [] {
-        std::vector<Host> hosts = {
-            {"Velmo", {velmoProgram}, true, true, false, configureVelmo},
-            {"xfce4-panel", {"xfce4-panel", "--disable-wm-check"}, true, true, true, configureXfce},
-            {"lxqt-panel", {"lxqt-panel"}, true, true, true, configureLxqt},
-            {"tint2", {"tint2"}, false, true, false, configureTint2},
-            {"trayer", {"trayer"}, false, false, false, configureNothing}};
-        std::erase_if(hosts,
-                      [](const Host& host) { return !host.isVelmo() && !isInstalled(host.command.front()); });
-        return hosts;
-    }();
-    return installed;
+    return hosts().installed;
+}
+
+const std::vector<std::string>& missingHosts() {
+    return hosts().missing;
 }
 
 const Host* hostNamed(const std::string& name) {
-    const auto& hosts = installedHosts();
+    const auto& installed = installedHosts();
     const auto found =
-        std::find_if(hosts.begin(), hosts.end(), [&](const Host& host) { return host.name == name; });
-    return found == hosts.end() ? nullptr : &*found;
+        std::find_if(installed.begin(), installed.end(), [&](const Host& host) { return host.name == name; });
+    return found == installed.end() ? nullptr : &*found;
 }
 
 }  // namespace velmo::desktop

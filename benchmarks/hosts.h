@@ -35,6 +35,8 @@ struct Host {
 
 /// Velmo, and those of its peers that are on this machine.
 const std::vector<Host>& installedHosts();
+/// The names of the others.
+const std::vector<std::string>& missingHosts();
 /// Null where it is not on this machine.
 const Host* hostNamed(const std::string& name);
 

@@ -16,7 +16,6 @@ namespace velmo::desktop {
 namespace {
 
 constexpr int windowRounds = 3;
-constexpr int middleOfBar = 13;
 constexpr int rightButton = 3;
 /// Where something at the right edge of the screen is seen.
 constexpr int rightmost = wideScreenWidth - 15;
@@ -77,6 +76,8 @@ void openThoseOfVelmo(RunningHost& host) {
     closeWindow(host);
     openBelow(host, middleOf("Velmo.Toggle"), rightButton);
     press(host, "Escape");
+    openBelow(host, middleOf("Velmo.Clock"), rightButton);
+    press(host, "Escape");
     openBelow(host, middleOf("Velmo.Clock"), 1);
     press(host, "Escape");
     openBelow(host, middleOf("Velmo.Toggle"), 1);
@@ -118,7 +119,7 @@ struct Windows {
 };
 
 constexpr Windows all[] = {
-    {"Velmo", openThoseOfVelmo, "settings with all tabs, the toggle's menu, calendar, panel"},
+    {"Velmo", openThoseOfVelmo, "settings with all tabs, the toggle's and the clock's menu, calendar, panel"},
     {"xfce4-panel", openThoseOfXfce, "menu, calendar, preferences, new items"},
     {"lxqt-panel", openThoseOfLxqt, "calendar, menu, configuration with all pages"}};
 
