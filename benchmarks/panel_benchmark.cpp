@@ -18,8 +18,10 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr int firstRounds = 7;
-constexpr int laterRounds = 20;
+constexpr int firstRounds = 5;
+/// Of a panel that takes its pictures anew, and after each so many whose pictures are still young.
+constexpr int laterRounds = 5;
+constexpr int quickOpenings = 4;
 /// Keys of the virtual server's keyboard.
 constexpr std::uint8_t superKey = 133;
 constexpr std::uint8_t shiftKey = 50;
@@ -27,6 +29,18 @@ constexpr std::uint8_t revealKey = 45;
 constexpr std::uint8_t escapeKey = 9;
 /// From a reveal until the icons have been pictured.
 constexpr std::chrono::milliseconds pictureTime(900);
+/// Of pictures that are taken anew, and somewhat more.
+constexpr std::chrono::milliseconds pictureAge(2100);
+/// After which nothing has anything to do any more.
+constexpr std::chrono::milliseconds settlingTime(300);
+
+struct Opening {
+    /// Milliseconds from the press to the panel's being on the screen, and to its having been painted.
+    double time = 0;
+    double painted = 0;
+    /// How many of the latter Velmo has had a processor for.
+    double work = 0;
+};
 
 class PanelDisplay {
 public:
@@ -38,28 +52,26 @@ public:
         }
         toggle_ = display().x().area(windowTitled(display(), "Velmo.Toggle")).value();
         movePointer(300, 500);
-        pressShortcut(revealKey);
-        std::this_thread::sleep_for(pictureTime);
-        pressShortcut(revealKey);
-        std::this_thread::sleep_for(pictureTime);
+        std::this_thread::sleep_for(settlingTime);
         const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
         xcb_change_window_attributes(raw(), display().x().root(), XCB_CW_EVENT_MASK, &mask);
         xcb_flush(raw());
     }
 
-    struct Opening {
-        /// Milliseconds from the press to the panel's being on the screen, and to its having been painted.
-        double time = 0;
-        double painted = 0;
-        /// How many of the latter Velmo has had a processor for.
-        double work = 0;
-    };
+    /// Shows the icons and hides them. What the panel needs has been loaded then.
+    void takePictures() {
+        pressShortcut(revealKey);
+        std::this_thread::sleep_for(pictureTime);
+        pressShortcut(revealKey);
+        std::this_thread::sleep_for(settlingTime);
+    }
+
     Opening open() {
         while (const XEvent event{xcb_poll_for_event(raw())})
             continue;
         const double workBefore = workOf(host_.process());
         const auto begin = Clock::now();
-        // The pointer comes and presses in one go: nothing can be prepared meanwhile.
+        // The pointer comes and presses in one go: it does not rest, which would have the module loaded.
         movePointer(toggle_.midX(), toggle_.midY());
         fake(XCB_BUTTON_PRESS, 1);
         fake(XCB_BUTTON_RELEASE, 1);
@@ -84,9 +96,7 @@ private:
         const nlohmann::json reveal = {{"keyCode", 40}, {"modifiers", 1179648}, {"display", "reveal"}};
         return {.hiddenItems = items,
                 .kind = kind,
-                .defaults = {{"clickAction", "showPanel"},
-                             {"refreshPanelOnOpen", false},
-                             {"hotkey", {{"data", reveal.dump()}}}}};
+                .defaults = {{"clickAction", "showPanel"}, {"hotkey", {{"data", reveal.dump()}}}}};
     }
 
     Display& display() { return host_.display(); }
@@ -147,7 +157,7 @@ struct Openings {
     std::vector<double> painted = {};
     std::vector<double> work = {};
 
-    void add(const PanelDisplay::Opening& opening) {
+    void add(const Opening& opening) {
         mapped.push_back(opening.time);
         painted.push_back(opening.painted);
         work.push_back(opening.work);
@@ -167,28 +177,51 @@ struct Openings {
     }
 };
 
-void measureOpenings(Report& report, Kind kind, int items) {
-    Openings first;
-    Openings later;
-    for (int round = 0; round < firstRounds; ++round) {
-        PanelDisplay display(kind, items);
-        first.add(display.open());
-        display.close();
-        if (round > 0)
-            continue;
-        for (int time = 0; time < laterRounds; ++time) {
-            later.add(display.open());
-            display.close();
-        }
+struct Panels {
+    /// Less than two seconds after the icons were shown.
+    Openings first = {};
+    Openings later = {};
+    /// Where there is no picture, or an older one: the icons are shown for a moment and pictured.
+    Openings firstAnew = {};
+    Openings laterAnew = {};
+};
+
+Opening openOnce(PanelDisplay& display) {
+    const auto opening = display.open();
+    display.close();
+    return opening;
+}
+
+void openLater(PanelDisplay& display, Panels& panels) {
+    for (int round = 0; round < laterRounds; ++round) {
+        std::this_thread::sleep_for(pictureAge);
+        panels.laterAnew.add(openOnce(display));
+        for (int time = 0; time < quickOpenings; ++time)
+            panels.later.add(openOnce(display));
     }
-    first.report(report, "first", kind, items);
-    later.report(report, "later", kind, items);
+}
+
+void measureOpenings(Report& report, Kind kind, int items) {
+    Panels panels;
+    for (int round = 0; round < firstRounds; ++round) {
+        PanelDisplay pictured(kind, items);
+        pictured.takePictures();
+        panels.first.add(openOnce(pictured));
+        PanelDisplay fresh(kind, items);
+        panels.firstAnew.add(openOnce(fresh));
+        if (round == 0)
+            openLater(fresh, panels);
+    }
+    panels.first.report(report, "first", kind, items);
+    panels.later.report(report, "later", kind, items);
+    panels.firstAnew.report(report, "anew, first", kind, items);
+    panels.laterAnew.report(report, "anew, later", kind, items);
 }
 
 }  // namespace
 
 void measurePanels(Report& report) {
-    for (const int items : {10, 50, 200}) {
+    for (const int items : itemCounts) {
         for (const auto kind : {Kind::tray, Kind::bus})
             measureOpenings(report, kind, items);
     }
