@@ -175,6 +175,8 @@ bool SoakSession::fillScreen() {
     if (manager_ == "xfwm4" || manager_ == "fluxbox")
         replaceWindowManager(manager_, manager_);
     const auto top = [&] { return x().area(bar()).value_or(Area{}).y; };
+    // fluxbox has it fill the monitor with the pointer.
+    movePointer(x().area(bar())->midX(), top() + 300);
     {
         const auto film = run({"xterm", "-geometry", "60x12+200+300", "-fullscreen"});
         EXPECT_TRUE(eventually([&] { return top() < 0; }))
