@@ -103,6 +103,20 @@ TEST(Drop, BeyondTheEndIsTheFarLeft) {
     EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "mail", "new"}));
 }
 
+TEST(Drop, DividerThatIsAwayGoesAlong) {
+    const std::string outer = "Velmo.AlwaysHiddenDivider";
+    StatusItemOrder order({"Velmo.Toggle", "Velmo.Divider", "mail", outer, "chat", "sound"});
+    const std::vector<PlacedItem> others = {
+        {"Velmo.Toggle", 970, 30}, {"mail", 940, 30}, {"chat", 910, 30}, {"sound", 880, 30}};
+    drop(order, others, "Velmo.Divider", 2);
+    EXPECT_EQ(order.rightToLeft(),
+              (std::vector<std::string>{"Velmo.Toggle", "mail", "Velmo.Divider", outer, "chat", "sound"}))
+        << "it is not passed yet";
+    drop(order, others, "Velmo.Divider", 3);
+    EXPECT_EQ(order.rightToLeft(),
+              (std::vector<std::string>{"Velmo.Toggle", "mail", "chat", "Velmo.Divider", outer, "sound"}));
+}
+
 TEST(Placement, ForgetsAbsentOnesWhereNewOnesComeFirst) {
     StatusItemOrder order({"a", "Velmo.Toggle", "b", "c", "d", "Velmo.Divider", "e", "f"});
     forgetAbsent(order, {"c"}, {5, 5});
@@ -171,6 +185,14 @@ TEST(Placement, OurNewItemStandsAtTheFarLeft) {
     StatusItemOrder order({"Velmo.Toggle", "Velmo.Divider", "chat"});
     placeOwnItem(order, "Velmo.AlwaysHiddenDivider");
     EXPECT_EQ(order.rightToLeft().back(), "Velmo.AlwaysHiddenDivider");
+}
+
+TEST(Placement, StoredOrderThatKeepsTheToggleOutOfReachIsPutRight) {
+    const std::string outer = "Velmo.AlwaysHiddenDivider";
+    StatusItemOrder order({outer, "mail", "Velmo.Divider", "chat"});
+    placeOwnItem(order, "Velmo.Toggle");
+    EXPECT_EQ(order.rightToLeft(),
+              (std::vector<std::string>{"mail", "chat", "Velmo.Toggle", "Velmo.Divider", outer}));
 }
 
 }  // namespace

@@ -41,6 +41,17 @@ std::pair<std::size_t, std::size_t> allowedSlots(const std::vector<PlacedItem>& 
     return {first, std::max(first, last)};
 }
 
+/// Also of those that are away: one that comes back left or right of what it may not pass would keep that out
+/// of reach.
+void keepFixedOrder(StatusItemOrder& order) {
+    for (std::size_t index = 1; index < fixedOrder.size(); ++index) {
+        const auto& right = fixedOrder[index - 1];
+        const auto& left = fixedOrder[index];
+        if (order.contains(left) && order.rank(left) < order.rank(right))
+            order.moveLeftOf(right, left);
+    }
+}
+
 /// What the identities of one program begin with.
 std::string_view programOf(std::string_view identity) {
     return identity.substr(0, identity.find('.'));
@@ -95,6 +106,7 @@ void placeApplication(StatusItemOrder& order, const std::string& identity) {
 
 void placeOwnItem(StatusItemOrder& order, const std::string& identity) {
     order.addAtFarLeft(identity);
+    keepFixedOrder(order);
 }
 
 std::size_t dropIndex(const std::vector<PlacedItem>& others, const PlacedItem& dragged, int rightEdge,
@@ -126,6 +138,7 @@ void drop(StatusItemOrder& order, const std::vector<PlacedItem>& others, const s
         order.moveRightOf(others.front().identity, dragged);
     else
         order.moveLeftOf(others[std::min(index, others.size()) - 1].identity, dragged);
+    keepFixedOrder(order);
 }
 
 }  // namespace velmo::item_placement
