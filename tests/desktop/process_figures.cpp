@@ -73,6 +73,14 @@ long sharedMemoryOf(pid_t process) {
     return fieldOf(folderOf(process) / "smaps_rollup", "Pss_Shmem:");
 }
 
+long threadsOf(pid_t process) {
+    return fieldOf(folderOf(process) / "status", "Threads:");
+}
+
+long childrenOf(pid_t process) {
+    return static_cast<long>(familyOf(process).size()) - 1;
+}
+
 double workOf(pid_t process) {
     double milliseconds = 0;
     for (const auto member : familyOf(process)) {

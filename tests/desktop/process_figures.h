@@ -13,6 +13,12 @@ long memoryOf(pid_t process);
 /// The same of what a process shares with others while it runs, e.g. with the X server: its part of it.
 long sharedMemoryOf(pid_t process);
 
+/// The process's own.
+long threadsOf(pid_t process);
+
+/// How many processes it has started, and these have, that are still there.
+long childrenOf(pid_t process);
+
 /// Milliseconds for which processors have worked for a process and all that it has started, over all of their
 /// threads.
 double workOf(pid_t process);

@@ -26,6 +26,7 @@ const std::vector<SoakSession::Action>& SoakSession::actions() {
         {"the pointer rests on the toggle", 1, &SoakSession::lookAtToolTip},
         {"an icon is dragged", 10, &SoakSession::dragIcon},
         {"an icon is dragged far to the left", 5, &SoakSession::hideIcon},
+        {"something of ours is dragged", 6, &SoakSession::dragOurs},
         {"a drag is given up", 2, &SoakSession::giveUpDrag},
         {"a second monitor comes", 3, &SoakSession::addSecondMonitor},
         {"the second monitor goes", 3, &SoakSession::removeMonitors},
@@ -48,6 +49,14 @@ const std::vector<SoakSession::Action>& SoakSession::actions() {
         {"the spacing changes", 2, &SoakSession::changeSpacing},
         {"a shortcut is recorded or removed", 2, &SoakSession::recordShortcut},
         {"the shortcut is pressed", 4, &SoakSession::pressShortcut},
+        {"the panel's shortcut is recorded or removed", 2, &SoakSession::recordPanelShortcut},
+        {"the panel's shortcut is pressed", 3, &SoakSession::pressPanelShortcut},
+        {"items hide later or sooner", 1, &SoakSession::changeDelay},
+        {"items hide at a click outside", 1, &SoakSession::hideByClickOutside},
+        {"the user clicks outside", 2, &SoakSession::clickOutside},
+        {"scrolling is switched", 2, &SoakSession::switchScrolling},
+        {"the user scrolls on the bar", 4, &SoakSession::scroll},
+        {"the panel shows old pictures or takes new ones", 2, &SoakSession::switchRefreshing},
     };
     return all;
 }

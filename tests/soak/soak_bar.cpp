@@ -22,10 +22,10 @@ constexpr double panelDivider = 11;
 constexpr int shadow = 16;
 /// Points of one that has the tightest spacing.
 constexpr double smallestIcon = 12;
+constexpr milliseconds clickedOutside(400);
+constexpr milliseconds gesture(700);
 /// Younger pictures are shown again, whatever is hidden by now.
 constexpr milliseconds youngPictures(2100);
-/// Of a drag that asks for the keyboard, with what is shown then.
-constexpr milliseconds keyboardTaken(500);
 
 }  // namespace
 
@@ -75,7 +75,7 @@ void SoakSession::openPanelAnew() {
     // While something is shown, or that section is switched off, what was always hidden is what was once
     // known.
     const int expected = expectedPanelWidth();
-    if (level_ != Level::none || !hasAlwaysHidden_ || expected > monitorWidth)
+    if (level_ != Level::none || !hasAlwaysHidden_ || !isPanelRefreshed_ || expected > monitorWidth)
         return;
     const auto width = [&] { return panel().value_or(Area{}).width - 2 * panelShadow(); };
     EXPECT_TRUE(eventually([&] { return std::abs(width() - expected) < smallestIcon * scale() / 2; }))
@@ -101,7 +101,8 @@ int SoakSession::expectedPanelWidth() const {
     }
     if (count == 0)
         return static_cast<int>(emptyPanel * scale());
-    const bool isDivided = alwaysHidden != order.end() && std::next(alwaysHidden) != order.end();
+    const bool isDivided =
+        std::any_of(alwaysHidden, order.end(), [&](const auto& name) { return clients_.contains(name); });
     return static_cast<int>(
         (panelWithoutPictures + pictures + count * pictureGap + (isDivided ? panelDivider : 0)) * scale());
 }
@@ -114,14 +115,19 @@ bool SoakSession::openPanelAndLeaveIt() {
 
 /// The first one is that of the hidden icon that lies farthest left.
 bool SoakSession::clickPicture() {
+    if (!isPanelRefreshed_)
+        return false;
     if (level_ != Level::none) {
         toggleHidden();
         expectAll();
     }
     const auto hidden = [&] {
-        const auto order = expectedOrder();
-        const auto end = std::find(order.begin(), order.end(), "Velmo.AlwaysHiddenDivider");
-        return clients_.find(*std::prev(end));
+        auto order = expectedOrder();
+        order.erase(std::find(order.begin(), order.end(), "Velmo.AlwaysHiddenDivider"), order.end());
+        // The clock has no picture.
+        if (order.back() == "Velmo.Clock")
+            order.pop_back();
+        return clients_.find(order.back());
     };
     // Between the dividers there may be nothing but the first of them.
     if (hidden() == clients_.end() && !hideIcon())
@@ -146,7 +152,7 @@ bool SoakSession::clickPicture() {
 }
 
 bool SoakSession::openCalendarAndLeaveIt() {
-    if (!hasClock_)
+    if (!hasClock_ || !isExpectedOnScreen("Velmo.Clock"))
         return false;
     const auto isOpen = [&] {
         const auto window = x().windowTitled("Velmo.Popover");
@@ -167,62 +173,19 @@ bool SoakSession::lookAtToolTip() {
     return true;
 }
 
-bool SoakSession::dragIcon() {
-    const auto dragged = anyOnScreen();
-    const auto target = anyOnScreen();
-    if (dragged.empty() || dragged == target)
-        return false;
-    const auto place = x().area(itemOf(target)).value_or(Area{});
-    dragTo(dragged, place.midX() - 2 + below(5));
+/// Where nothing is, until it has had its effect.
+bool SoakSession::clickOutside() {
+    xdotool({"mousemove", std::to_string(farLeft), "400", "click", "1"});
+    std::this_thread::sleep_for(clickedOutside);
     return true;
 }
 
-bool SoakSession::hideIcon() {
-    const auto dragged = anyOnScreen();
-    if (dragged.empty())
-        return false;
-    dragTo(dragged, farLeft);
-    return true;
-}
-
-void SoakSession::dragTo(const std::string& name, int pixelX) {
-    const auto others = [&] {
-        auto names = seenOrder();
-        std::erase(names, name);
-        return names;
-    };
-    const auto before = others();
-    superDrag(itemOf(name), pixelX);
-    EXPECT_TRUE(eventually([&] { return others() == before; })) << "others keep their order";
-    // It lies where it was let go.
-    EXPECT_TRUE(comesToRest(milliseconds(100)));
-    const auto seen = seenOrder();
-    const auto at = std::find(seen.begin(), seen.end(), name);
-    ASSERT_TRUE(at != seen.end()) << name << " is lost";
-    std::erase(order_, name);
-    if (at == seen.begin())
-        order_.insert(std::find(order_.begin(), order_.end(), seen[1]), name);
-    else
-        order_.insert(std::next(std::find(order_.begin(), order_.end(), *std::prev(at))), name);
-}
-
-bool SoakSession::giveUpDrag() {
-    const auto dragged = anyOnScreen();
-    const auto target = anyOnScreen();
-    if (dragged.empty() || dragged == target)
-        return false;
-    const auto item = itemOf(dragged);
-    const auto before = x().area(item);
-    superPressAndMove(item, x().area(itemOf(target)).value_or(Area{}).midX());
-    EXPECT_TRUE(eventually([&] { return x().area(item) != before; })) << dragged << " follows the pointer";
-    // A window manager that has a shortcut with Super may still have the keyboard at first.
-    const auto isBack = [&] { return x().area(item) == before; };
-    EXPECT_TRUE(eventually([&] {
-        xdotool({"key", "Escape"});
-        return eventually(isBack, keyboardTaken);
-    })) << dragged
-        << " is back under " << manager_ << windows();
-    releaseSuper();
+/// For long enough that the next time is another gesture.
+bool SoakSession::scroll() {
+    xdotool({"mousemove", std::to_string(farLeft), "13", "click", below(2) == 0 ? "4" : "5"});
+    if (hasScrolling_)
+        level_ = level_ == Level::none ? Level::hidden : Level::none;
+    std::this_thread::sleep_for(gesture);
     return true;
 }
 

@@ -14,17 +14,28 @@ namespace {
 constexpr int toggleIconStop = 1;
 constexpr int clickActionStop = 2;
 constexpr int hideAgainStop = 1;
+constexpr int delayStop = 2;
+constexpr int clickOutsideStop = 3;
 constexpr int hoverStop = 4;
+constexpr int scrollingStop = 5;
 constexpr int alwaysHiddenStop = 6;
 constexpr int shortcutStop = 7;
+constexpr int panelShortcutStop = 8;
 constexpr int clockStop = 1;
 constexpr int patternStop = 3;
 constexpr int spacingStop = 1;
-/// Longer than the delay that `SetUp` has written.
-constexpr milliseconds longestReveal(5000);
+constexpr int refreshingStop = 2;
+/// Of the slider: at its beginning, where `SetUp` has it, and one step further.
+constexpr int soonHiding = 1000;
+constexpr int lateHiding = 2000;
+/// Beyond these.
+constexpr milliseconds longestDelay(4000);
 /// All tell the zone, and each is of a width of its own.
 constexpr const char* patterns[] = {"VV HH:mm", "VV 'at' HH:mm", "VV 'it is' HH:mm"};
 constexpr const char* shortcut = "ctrl+alt+k";
+constexpr const char* panelShortcut = "ctrl+alt+p";
+/// For which nothing opens that nobody has asked for.
+constexpr milliseconds nothingOpens(500);
 constexpr const char* spacingKey = "NSStatusItemSpacing";
 
 }  // namespace
@@ -162,10 +173,61 @@ bool SoakSession::letItemsHideAgain() {
     expectAll();
     openSettings();
     chooseTab(hidingTab);
+    const auto start = std::chrono::steady_clock::now();
     switchBox(hideAgainStop, "autoRehide", true);
     level_ = Level::none;
-    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, longestReveal)) << differences();
+    const milliseconds delay(hidesLate_ ? lateHiding : soonHiding);
+    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, delay + longestDelay)) << differences();
+    EXPECT_GE(std::chrono::steady_clock::now() - start, delay) << "they hide too soon";
     switchBox(0, "autoRehide", false);
+    closeSettings();
+    return true;
+}
+
+bool SoakSession::changeDelay() {
+    openSettings();
+    chooseTab(hidingTab);
+    hidesLate_ = !hidesLate_;
+    pressStops(delayStop);
+    xdotool({"key", hidesLate_ ? "Right" : "Home"});
+    expectChosen("rehideDelay", (hidesLate_ ? lateHiding : soonHiding) / 1000);
+    closeSettings();
+    return true;
+}
+
+/// Only for a moment: the user clicks elsewhere all the time.
+bool SoakSession::hideByClickOutside() {
+    const auto switchIt = [&](bool isOn) {
+        openSettings();
+        chooseTab(hidingTab);
+        switchBox(clickOutsideStop, "hideOnClickOutside", isOn);
+        closeSettings();
+    };
+    if (level_ == Level::none)
+        toggleHidden();
+    switchIt(true);
+    expectAll();
+    clickOutside();
+    level_ = Level::none;
+    expectAll();
+    switchIt(false);
+    return true;
+}
+
+bool SoakSession::switchScrolling() {
+    openSettings();
+    chooseTab(hidingTab);
+    hasScrolling_ = !hasScrolling_;
+    switchBox(scrollingStop, "showOnScroll", hasScrolling_);
+    closeSettings();
+    return true;
+}
+
+bool SoakSession::switchRefreshing() {
+    openSettings();
+    chooseTab(panelTab);
+    isPanelRefreshed_ = !isPanelRefreshed_;
+    switchBox(refreshingStop, "refreshPanelOnOpen", isPanelRefreshed_);
     closeSettings();
     return true;
 }
@@ -195,19 +257,21 @@ bool SoakSession::showByHovering() {
 }
 
 bool SoakSession::recordShortcut() {
+    hasShortcut_ = !hasShortcut_;
+    recordOrRemove(shortcutStop, "hotkey", shortcut, hasShortcut_);
+    return true;
+}
+
+void SoakSession::recordOrRemove(int stop, const std::string& key, const char* keys, bool isThere) {
     openSettings();
     chooseTab(hidingTab);
-    hasShortcut_ = !hasShortcut_;
-    // It is recorded, or removed by the button behind it.
-    pressStops(hasShortcut_ ? shortcutStop : shortcutStop + 1);
+    pressStops(isThere ? stop : stop + 1);
     xdotool({"key", "space"});
-    if (hasShortcut_)
-        xdotool({"key", shortcut});
-    EXPECT_TRUE(eventually([&] { return written("hotkey").is_null() != hasShortcut_; }))
-        << written("hotkey") << windows();
-    chosen_["hotkey"] = written("hotkey");
+    if (isThere)
+        xdotool({"key", keys});
+    EXPECT_TRUE(eventually([&] { return written(key).is_null() != isThere; })) << written(key) << windows();
+    chosen_[key] = written(key);
     closeSettings();
-    return true;
 }
 
 /// One that has been removed is none.
@@ -215,6 +279,24 @@ bool SoakSession::pressShortcut() {
     xdotool({"key", shortcut});
     if (hasShortcut_)
         level_ = level_ == Level::none ? Level::hidden : Level::none;
+    return true;
+}
+
+/// The field lies behind the other one, which has another stop while it has a shortcut.
+bool SoakSession::recordPanelShortcut() {
+    hasPanelShortcut_ = !hasPanelShortcut_;
+    recordOrRemove(panelShortcutStop + (hasShortcut_ ? 1 : 0), "panelHotkey", panelShortcut,
+                   hasPanelShortcut_);
+    return true;
+}
+
+bool SoakSession::pressPanelShortcut() {
+    const auto isOpen = [&] { return panel().has_value(); };
+    xdotool({"key", panelShortcut});
+    if (hasPanelShortcut_)
+        leave("the panel", isOpen);
+    else
+        EXPECT_TRUE(stays([&] { return !isOpen(); }, nothingOpens)) << "it has no shortcut";
     return true;
 }
 

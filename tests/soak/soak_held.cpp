@@ -46,8 +46,13 @@ SoakSession::Held SoakSession::held() {
     std::int64_t bytes = 0;
     std::ifstream(heapFile(), std::ios::binary).read(reinterpret_cast<char*>(&bytes), sizeof bytes);
     EXPECT_GT(bytes, 0) << "it counts its memory";
-    return {resources(), openFiles(), static_cast<long>(bytes / 1024), sharedMemoryOf(velmo().id()),
-            std::lround(static_cast<double>(icons_) * pictureMemory)};
+    return {.resources = resources(),
+            .files = openFiles(),
+            .threads = threadsOf(velmo().id()),
+            .children = childrenOf(velmo().id()),
+            .heap = static_cast<long>(bytes / 1024),
+            .shared = sharedMemoryOf(velmo().id()),
+            .pictures = std::lround(static_cast<double>(icons_) * pictureMemory)};
 }
 
 std::string SoakSession::surplus() {
@@ -59,8 +64,13 @@ std::string SoakSession::surplus() {
         if (count > most.resources[kind] + (slack == resourceSlack.end() ? 0 : slack->second))
             text << count << " of " << kind << ", where " << most.resources[kind] << " were held\n";
     }
-    if (openFiles() > most.files + (isWarm ? 0 : fileSlack))
-        text << openFiles() << " descriptors, where " << most.files << " were held\n";
+    const auto expectAtMost = [&](long count, long held, const char* things) {
+        if (count > held)
+            text << count << ' ' << things << ", where " << held << " were held\n";
+    };
+    expectAtMost(openFiles(), most.files + (isWarm ? 0 : fileSlack), "descriptors");
+    expectAtMost(threadsOf(velmo().id()), most.threads, "threads");
+    expectAtMost(childrenOf(velmo().id()), most.children, "children");
     return text.str();
 }
 
@@ -95,8 +105,8 @@ void SoakSession::expectNoGrowth() {
         EXPECT_LT(*rise, slopeSlack) << "KB more in the last third of the rests than in the one before";
         text << ", rising by " << *rise << " KB";
     }
-    text << "; " << now.files << " descriptors, " << now.resources["WINDOW"] << " windows, "
-         << now.resources["PIXMAP"] << " pixmaps";
+    text << "; " << now.files << " descriptors, " << now.threads << " threads, " << now.children
+         << " children, " << now.resources["WINDOW"] << " windows, " << now.resources["PIXMAP"] << " pixmaps";
     figures_ = text.str();
 }
 

@@ -129,8 +129,14 @@ void SoakSession::rest() {
         switchAlwaysHidden();
     if (hasShortcut_)
         recordShortcut();
+    if (hasPanelShortcut_)
+        recordPanelShortcut();
+    if (!isPanelRefreshed_)
+        switchRefreshing();
     if (!hasClock_)
         switchClock();
+    if (!isExpectedOnScreen("Velmo.Clock"))
+        bringClockBack();
     // What is loaded for keys that are written stays, as does what is loaded for a scale.
     if (rests_.empty())
         writePattern(pattern_);

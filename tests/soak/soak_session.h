@@ -81,6 +81,10 @@ private:
     struct Held {
         std::map<std::string, std::uint32_t> resources;
         long files = 0;
+        /// With the first one.
+        long threads = 0;
+        /// And theirs.
+        long children = 0;
         /// Kilobytes: what is in use of its own, and what it shares with the X server.
         long heap = 0;
         long shared = 0;
@@ -126,9 +130,14 @@ private:
     bool lookAtToolTip();
     bool dragIcon();
     bool hideIcon();
-    /// The model learns where it lies then.
-    void dragTo(const std::string& name, int pixelX);
+    bool dragOurs();
+    bool dragAnywhere(const std::string& name);
+    void dragBeyond(const std::string& name, const std::string& target);
+    bool dragFarLeft(const std::string& name);
+    void dragTo(const std::string& name, int pixelX, std::ptrdiff_t index);
     bool giveUpDrag();
+    /// A clock that is hidden.
+    void bringClockBack();
 
     bool addSecondMonitor();
     bool removeMonitors();
@@ -152,12 +161,29 @@ private:
     bool showByHovering();
     bool recordShortcut();
     bool pressShortcut();
+    bool recordPanelShortcut();
+    bool pressPanelShortcut();
+    /// By the stop of the field, which has a button to remove it while it is there.
+    void recordOrRemove(int stop, const std::string& key, const char* keys, bool isThere);
+    bool changeDelay();
+    bool hideByClickOutside();
+    bool clickOutside();
+    bool switchScrolling();
+    bool scroll();
+    bool switchRefreshing();
 
     /// What the model says: the order from right to left, with those that are away, and the level.
     void placeNew(const std::string& name);
     std::vector<std::string> expectedOrder() const;
     std::vector<std::string> seenOrder() const;
     bool isExpectedOnScreen(const std::string& name) const;
+    std::string hidingDivider() const;
+    /// From right to left, what the user can take.
+    std::vector<std::string> expectedInReach() const;
+    /// One of these. Empty for none.
+    std::string anyInReach(const std::function<bool(const std::string&)>& condition = [](const auto&) {
+        return true;
+    });
     xcb_window_t itemOf(const std::string& name) const;
     Level seenLevel() const;
     bool isAsExpected() const;
@@ -242,6 +268,10 @@ private:
     bool isSmallScreen_ = false;
     bool clicksOpenPanel_ = false;
     bool hasShortcut_ = false;
+    bool hasPanelShortcut_ = false;
+    bool hasScrolling_ = false;
+    bool isPanelRefreshed_ = true;
+    bool hidesLate_ = false;
     std::string pattern_ = "VV HH:mm";
     /// Points; 0 for the usual one.
     int spacing_ = 0;
