@@ -58,7 +58,9 @@ bool SoakSession::busProgramComes() {
     placeNew(name);
     Client client;
     client.identity = "soak_test." + name;
-    client.busProgram = programWithItem(name);
+    client.busProgram = std::make_unique<BusProgram>(busAddress());
+    client.busProgram->addItem(itemPath, name);
+    client.busProgram->setText(itemPath, "Title", name);
     client.color = 0xff0000;
     client.countsClicks = true;
     client.hasMenu = below(2) == 0;
@@ -66,8 +68,8 @@ bool SoakSession::busProgramComes() {
         client.busProgram->setMenu("/Menu",
                                    {0, {}, {{1, {{"label", "Open"}}, {}}, {2, {{"label", "Quit"}}, {}}}});
         client.busProgram->setMenuPath(itemPath);
-        client.busProgram->emit(itemPath, itemInterface, "NewMenu");
     }
+    client.busProgram->registerItem(itemPath);
     clients_[name] = std::move(client);
     return true;
 }
