@@ -76,6 +76,13 @@ void SoakSession::switchBox(int stop, const std::string& key, bool isOn) {
     expectChosen(key, isOn);
 }
 
+void SoakSession::switchInSettings(int tab, int stop, const std::string& key, bool isOn) {
+    openSettings();
+    chooseTab(tab);
+    switchBox(stop, key, isOn);
+    closeSettings();
+}
+
 bool SoakSession::switchAlwaysHidden() {
     openSettings();
     chooseTab(hidingTab);
@@ -114,12 +121,9 @@ bool SoakSession::changeClickAction() {
 
 /// One that comes is shown with everything else for a while, which the user ends here.
 bool SoakSession::switchClock() {
-    openSettings();
-    chooseTab(clockTab);
     hasClock_ = !hasClock_;
     isClockBlank_ = hasClock_;
-    switchBox(clockStop, "clockEnabled", hasClock_);
-    closeSettings();
+    switchInSettings(clockTab, clockStop, "clockEnabled", hasClock_);
     if (!hasClock_)
         return true;
     clockSpacing_ = spacing_;
@@ -197,38 +201,26 @@ bool SoakSession::changeDelay() {
 
 /// Only for a moment: the user clicks elsewhere all the time.
 bool SoakSession::hideByClickOutside() {
-    const auto switchIt = [&](bool isOn) {
-        openSettings();
-        chooseTab(hidingTab);
-        switchBox(clickOutsideStop, "hideOnClickOutside", isOn);
-        closeSettings();
-    };
     if (level_ == Level::none)
         toggleHidden();
-    switchIt(true);
+    switchInSettings(hidingTab, clickOutsideStop, "hideOnClickOutside", true);
     expectAll();
     clickOutside();
     level_ = Level::none;
     expectAll();
-    switchIt(false);
+    switchInSettings(hidingTab, clickOutsideStop, "hideOnClickOutside", false);
     return true;
 }
 
 bool SoakSession::switchScrolling() {
-    openSettings();
-    chooseTab(hidingTab);
     hasScrolling_ = !hasScrolling_;
-    switchBox(scrollingStop, "showOnScroll", hasScrolling_);
-    closeSettings();
+    switchInSettings(hidingTab, scrollingStop, "showOnScroll", hasScrolling_);
     return true;
 }
 
 bool SoakSession::switchRefreshing() {
-    openSettings();
-    chooseTab(panelTab);
     isPanelRefreshed_ = !isPanelRefreshed_;
-    switchBox(refreshingStop, "refreshPanelOnOpen", isPanelRefreshed_);
-    closeSettings();
+    switchInSettings(panelTab, refreshingStop, "refreshPanelOnOpen", isPanelRefreshed_);
     return true;
 }
 

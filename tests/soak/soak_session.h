@@ -214,6 +214,8 @@ private:
     void expectAllChosen() const;
     /// By keys, from the tab on.
     void switchBox(int stop, const std::string& key, bool isOn);
+    /// The same from the opening of the settings to their end.
+    void switchInSettings(int tab, int stop, const std::string& key, bool isOn);
     void kill();
     void startWithDefaults();
     void startVelmoCounted();
