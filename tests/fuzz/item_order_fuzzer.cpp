@@ -4,20 +4,51 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
 
+namespace {
+
+using namespace velmo;
+
+const std::string ownNames[] = {"Velmo.Toggle", "Velmo.Divider", "Velmo.AlwaysHiddenDivider"};
+
+/// As the user drags one: the others lie side by side from the right.
+void drag(StatusItemOrder& order, const std::string& name, int x) {
+    constexpr int width = 30;
+    constexpr int rightEdge = 1000;
+    std::vector<item_placement::PlacedItem> others;
+    for (const auto& other : order.rightToLeft()) {
+        if (other != name)
+            others.push_back({other, rightEdge - width * static_cast<int>(others.size() + 1), width});
+    }
+    if (order.contains(name) && !others.empty())
+        item_placement::drop(order, others, name,
+                             item_placement::dropIndex(others, {name, x, width}, rightEdge, rightEdge));
+}
+
+void requireFixedOrder(StatusItemOrder& order) {
+    for (const auto& name : ownNames)
+        item_placement::placeOwnItem(order, name);
+    for (std::size_t index = 1; index < std::size(ownNames); ++index)
+        fuzz::require(order.rank(ownNames[index - 1]) < order.rank(ownNames[index]));
+}
+
+}  // namespace
+
 /// The order of items as the defaults file has it, and items that come, are dragged and leave: nobody has two
-/// places, and of those that are away no more are kept than are wanted.
+/// places, ours keep their order, and of those that are away no more are kept than are wanted.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace velmo;
     constexpr item_placement::Memory memory = {12, 4};
     fuzz::Bytes bytes(data, size);
     const auto identity = [&]() -> std::string {
-        static constexpr const char* names[] = {"Velmo.Divider", "Velmo.Toggle", "one", "one-2", "two"};
-        const auto choice = bytes.below(2 * std::size(names));
-        return choice < std::size(names) ? names[choice] : bytes.text(bytes.below(12));
+        static constexpr const char* names[] = {"one", "one.2", "one.3", "two", "two.2"};
+        const auto choice = bytes.below(4 * std::size(names));
+        if (choice < std::size(ownNames))
+            return ownNames[choice];
+        return choice < 2 * std::size(names) ? names[choice % std::size(names)] : bytes.text(bytes.below(12));
     };
     std::vector<std::string> stored;
     for (auto count = bytes.below(64); count > 0; --count)
@@ -26,37 +57,36 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<std::string> present;
     while (!bytes.isEmpty()) {
         const auto name = identity();
-        switch (bytes.below(4)) {
-            case 0:
-                if (!name.empty()) {
-                    item_placement::placeApplication(order, name);
-                    present.push_back(name);
-                }
-                break;
-            case 1:
-                order.moveLeftOf(identity(), name);
-                break;
-            case 2:
-                order.moveRightOf(identity(), name);
-                break;
-            default:
-                std::erase(present, name);
+        const auto action = bytes.below(4);
+        if (action == 0 && item_placement::isOwnName(name)) {
+            item_placement::placeOwnItem(order, name);
+        } else if (action == 0 && !name.empty()) {
+            item_placement::placeApplication(order, name);
+            present.push_back(name);
+        } else if (action == 1) {
+            std::erase(present, name);
+        } else {
+            drag(order, name, static_cast<int>(bytes.number(2)));
         }
     }
+    requireFixedOrder(order);
     const auto before = order.rightToLeft();
     item_placement::forgetAbsent(order, present, memory);
     const auto& after = order.rightToLeft();
     const std::set<std::string> once(after.begin(), after.end());
     fuzz::require(once.size() == after.size() && !once.contains(""));
-    std::size_t away = 0;
+    std::map<std::string, std::size_t> away;
+    std::size_t allAway = 0;
     auto place = before.begin();
     for (const auto& kept : after) {
         place = std::find(place, before.end(), kept);
         fuzz::require(place != before.end());
-        const bool isAway = std::find(present.begin(), present.end(), kept) == present.end();
-        away += isAway && !item_placement::isOwnName(kept) ? 1 : 0;
+        if (item_placement::isOwnName(kept) ||
+            std::find(present.begin(), present.end(), kept) != present.end())
+            continue;
+        fuzz::require(++away[kept.substr(0, kept.find('.'))] <= memory.mostOfOneProgram);
+        fuzz::require(++allAway <= memory.most);
     }
-    fuzz::require(away <= memory.most);
     for (const auto& name : present)
         fuzz::require(order.contains(name));
     return 0;

@@ -1,9 +1,9 @@
 // Settings that the user changes: they are written down, take effect, and are there after a kill.
 
+#include "built_files.h"
 #include "soak_session.h"
 
-#include "built_files.h"
-
+#include <algorithm>
 #include <fstream>
 
 namespace velmo::desktop {
@@ -84,13 +84,16 @@ void SoakSession::switchInSettings(int tab, int stop, const std::string& key, bo
 }
 
 bool SoakSession::switchAlwaysHidden() {
-    openSettings();
-    chooseTab(hidingTab);
     hasAlwaysHidden_ = !hasAlwaysHidden_;
-    switchBox(alwaysHiddenStop, "alwaysHiddenEnabled", hasAlwaysHidden_);
+    const auto placeOf = [&](const char* name) { return std::find(order_.begin(), order_.end(), name); };
+    // It comes back left of the other, which may have passed it meanwhile.
+    if (hasAlwaysHidden_ && placeOf("Velmo.AlwaysHiddenDivider") < placeOf("Velmo.Divider")) {
+        order_.erase(placeOf("Velmo.AlwaysHiddenDivider"));
+        order_.insert(placeOf("Velmo.Divider") + 1, "Velmo.AlwaysHiddenDivider");
+    }
+    switchInSettings(hidingTab, alwaysHiddenStop, "alwaysHiddenEnabled", hasAlwaysHidden_);
     if (!hasAlwaysHidden_ && level_ == Level::all)
         level_ = Level::hidden;
-    closeSettings();
     return true;
 }
 

@@ -103,18 +103,23 @@ TEST(Drop, BeyondTheEndIsTheFarLeft) {
     EXPECT_EQ(order.rightToLeft(), (std::vector<std::string>{"Velmo.Toggle", "mail", "new"}));
 }
 
-TEST(Drop, DividerThatIsAwayGoesAlong) {
+/// So that the user finds the section as it was where the other divider has only been there and back.
+TEST(Drop, DividerThatIsAwayStaysAndGoesToItsSideOnceItComesBack) {
     const std::string outer = "Velmo.AlwaysHiddenDivider";
-    StatusItemOrder order({"Velmo.Toggle", "Velmo.Divider", "mail", outer, "chat", "sound"});
-    const std::vector<PlacedItem> others = {
-        {"Velmo.Toggle", 970, 30}, {"mail", 940, 30}, {"chat", 910, 30}, {"sound", 880, 30}};
-    drop(order, others, "Velmo.Divider", 2);
-    EXPECT_EQ(order.rightToLeft(),
-              (std::vector<std::string>{"Velmo.Toggle", "mail", "Velmo.Divider", outer, "chat", "sound"}))
-        << "it is not passed yet";
+    const std::vector<std::string> before = {"Velmo.Toggle", "Velmo.Divider", "mail", outer, "chat"};
+    StatusItemOrder order(before);
+    const std::vector<PlacedItem> others = {{"Velmo.Toggle", 970, 30}, {"mail", 940, 30}, {"chat", 910, 30}};
     drop(order, others, "Velmo.Divider", 3);
     EXPECT_EQ(order.rightToLeft(),
-              (std::vector<std::string>{"Velmo.Toggle", "mail", "chat", "Velmo.Divider", outer, "sound"}));
+              (std::vector<std::string>{"Velmo.Toggle", "mail", outer, "chat", "Velmo.Divider"}));
+    auto back = order;
+    drop(back, others, "Velmo.Divider", 1);
+    EXPECT_EQ(back.rightToLeft(), before);
+    placeOwnItem(order, "Velmo.Divider");
+    EXPECT_EQ(order.rightToLeft().back(), "Velmo.Divider") << "the other is still away";
+    placeOwnItem(order, outer);
+    EXPECT_EQ(order.rightToLeft(),
+              (std::vector<std::string>{"Velmo.Toggle", "mail", "chat", "Velmo.Divider", outer}));
 }
 
 TEST(Placement, ForgetsAbsentOnesWhereNewOnesComeFirst) {
@@ -190,9 +195,15 @@ TEST(Placement, OurNewItemStandsAtTheFarLeft) {
 TEST(Placement, StoredOrderThatKeepsTheToggleOutOfReachIsPutRight) {
     const std::string outer = "Velmo.AlwaysHiddenDivider";
     StatusItemOrder order({outer, "mail", "Velmo.Divider", "chat"});
-    placeOwnItem(order, "Velmo.Toggle");
+    for (const auto& name : {std::string("Velmo.Toggle"), std::string("Velmo.Divider"), outer})
+        placeOwnItem(order, name);
     EXPECT_EQ(order.rightToLeft(),
-              (std::vector<std::string>{"mail", "chat", "Velmo.Toggle", "Velmo.Divider", outer}));
+              (std::vector<std::string>{"Velmo.Toggle", "mail", "Velmo.Divider", outer, "chat"}))
+        << "who was hidden still is";
+    StatusItemOrder another({outer, "mail", "Velmo.Toggle", "chat"});
+    placeOwnItem(another, "Velmo.Divider");
+    EXPECT_EQ(another.rightToLeft(),
+              (std::vector<std::string>{outer, "mail", "Velmo.Toggle", "Velmo.Divider", "chat"}));
 }
 
 }  // namespace

@@ -81,14 +81,13 @@ TEST_F(MessageReading, EndsBehindMoreValuesThanAnybodyNeeds) {
     }
 }
 
+/// The array, and the text behind it, are one each.
 TEST_F(MessageReading, SkipsNoMoreValuesThanAnybodyNeeds) {
-    auto few = readingTexts(50'000);
-    few.skip();
-    EXPECT_EQ(few.text(), "behind");
-    auto many = readingTexts(250'000);
-    many.skip();
-    EXPECT_TRUE(many.hasFailed());
-    EXPECT_FALSE(many.text());
+    for (const int count : {199'998, 199'999}) {
+        auto reader = readingTexts(count);
+        reader.skip();
+        EXPECT_EQ(reader.text(), count > 199'998 ? std::nullopt : std::optional<std::string>("behind"));
+    }
 }
 
 TEST_F(MessageReading, EndsWhereValuesLieTooDeepInEachOther) {

@@ -41,17 +41,6 @@ std::pair<std::size_t, std::size_t> allowedSlots(const std::vector<PlacedItem>& 
     return {first, std::max(first, last)};
 }
 
-/// Also of those that are away: one that comes back left or right of what it may not pass would keep that out
-/// of reach.
-void keepFixedOrder(StatusItemOrder& order) {
-    for (std::size_t index = 1; index < fixedOrder.size(); ++index) {
-        const auto& right = fixedOrder[index - 1];
-        const auto& left = fixedOrder[index];
-        if (order.contains(left) && order.rank(left) < order.rank(right))
-            order.moveLeftOf(right, left);
-    }
-}
-
 /// What the identities of one program begin with.
 std::string_view programOf(std::string_view identity) {
     return identity.substr(0, identity.find('.'));
@@ -105,8 +94,20 @@ void placeApplication(StatusItemOrder& order, const std::string& identity) {
 }
 
 void placeOwnItem(StatusItemOrder& order, const std::string& identity) {
+    const bool isNew = !order.contains(identity);
     order.addAtFarLeft(identity);
-    keepFixedOrder(order);
+    const auto rank = fixedRank(identity);
+    for (std::ptrdiff_t other = std::ssize(fixedOrder) - 1; rank >= 0 && other >= 0; --other) {
+        const auto& name = fixedOrder[static_cast<std::size_t>(other)];
+        if (!order.contains(name))
+            continue;
+        // What comes back may have been passed meanwhile, and goes to its side of the other. The other stays:
+        // with it would go who is hidden.
+        if (other < rank && order.rank(identity) < order.rank(name))
+            order.moveLeftOf(name, identity);
+        else if (isNew && other > rank && order.rank(identity) > order.rank(name))
+            order.moveRightOf(name, identity);
+    }
 }
 
 std::size_t dropIndex(const std::vector<PlacedItem>& others, const PlacedItem& dragged, int rightEdge,
@@ -138,7 +139,6 @@ void drop(StatusItemOrder& order, const std::vector<PlacedItem>& others, const s
         order.moveRightOf(others.front().identity, dragged);
     else
         order.moveLeftOf(others[std::min(index, others.size()) - 1].identity, dragged);
-    keepFixedOrder(order);
 }
 
 }  // namespace velmo::item_placement

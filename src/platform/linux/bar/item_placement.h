@@ -13,8 +13,8 @@ namespace velmo::item_placement {
 /// nothing vanishes unasked.
 void placeApplication(StatusItemOrder& order, const std::string& identity);
 
-/// Puts a new item of our own at the far left; a divider that lies right of what it may not pass is put left
-/// of that.
+/// Puts a new item of our own at the far left, but a toggle right of dividers that are known; a divider that
+/// lies right of what it may not pass is put left of that.
 void placeOwnItem(StatusItemOrder& order, const std::string& identity);
 
 /// True for the name of the item that reveals and hides others.
@@ -53,8 +53,7 @@ struct PlacedItem {
 std::size_t dropIndex(const std::vector<PlacedItem>& others, const PlacedItem& dragged, int rightEdge,
                       int longItem);
 
-/// Moves the dragged item in the order to the place that `dropIndex` has named; a divider that is away goes
-/// along where it would be passed.
+/// Moves the dragged item in the order to the place that `dropIndex` has named.
 void drop(StatusItemOrder& order, const std::vector<PlacedItem>& others, const std::string& dragged,
           std::size_t index);
 

@@ -163,8 +163,7 @@ bool agreesAtChangesOf(const icu::BasicTimeZone& zone, const icu::TimeZone& othe
     return true;
 }
 
-/// Null where ICU knows no zone of that name.
-/// The library reads GMT-25E61 as an offset, too.
+/// Null where ICU knows no zone of that name, or takes it for an offset of a day or more, as GMT-25E61.
 std::unique_ptr<icu::TimeZone> knownZone(const std::string& name) {
     std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(text(name)));
     if (name.empty() || !zone || *zone == icu::TimeZone::getUnknown() ||
