@@ -53,10 +53,8 @@ public:
                             (*held)(value);
                     });
                 }));
-            return Subscription([living = std::move(living), source = std::move(source)]() mutable {
-                source->cancel();
-                living.reset();
-            });
+            // Both end with whoever holds them.
+            return Subscription([living = std::move(living), source = std::move(source)] {});
         });
     }
 

@@ -112,6 +112,18 @@ TEST_F(PublisherTest, MovesASubscriptionWithoutEndingIt) {
     EXPECT_EQ(received_, (std::vector{2}));
 }
 
+/// One that sets again what it was told, as a view does that shows a value, is not told for ever.
+TEST_F(PublisherTest, LeavesOutWhatAReceiverSetsAgain) {
+    constexpr int enough = 5;
+    const auto subscription = published_.publisher().removeDuplicates().sink([&](int value) {
+        received_.push_back(value);
+        if (received_.size() < enough)
+            published_.set(value);
+    });
+    published_.set(7);
+    EXPECT_EQ(received_, (std::vector{1, 7}));
+}
+
 TEST(PublisherOfOptionals, TellsNoneFromNothingYet) {
     Published<std::optional<int>> published;
     std::vector<std::optional<int>> received;
