@@ -31,15 +31,15 @@ Standing standingOf(const std::filesystem::path& process) {
 
 /// A process and its descendants.
 std::vector<pid_t> familyOf(pid_t process) {
-    std::multimap<pid_t, pid_t> childrenOf;
+    std::multimap<pid_t, pid_t> byParent;
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
         const auto name = entry.path().filename().string();
         if (name.find_first_not_of("0123456789") == std::string::npos)
-            childrenOf.emplace(standingOf(entry.path()).parent, std::stoi(name));
+            byParent.emplace(standingOf(entry.path()).parent, std::stoi(name));
     }
     std::vector<pid_t> family = {process};
     for (std::size_t index = 0; index < family.size(); ++index) {
-        const auto [begin, end] = childrenOf.equal_range(family[index]);
+        const auto [begin, end] = byParent.equal_range(family[index]);
         for (auto child = begin; child != end; ++child)
             family.push_back(child->second);
     }
