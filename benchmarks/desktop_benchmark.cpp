@@ -1,7 +1,7 @@
 // Velmo beside other tray hosts of this machine, in one run: desktop_benchmark FILE [NAME...], where the file
 // is for what was measured, and the names are of measurements, none for all. Exits with status 3 where all
 // was measured but a promise is not kept, 2 where a name is none, and 1 where something could not be
-// measured; the file has what was measured until then.
+// measured, or was left out; the file has what was measured.
 
 #include "benchmarks.h"
 #include "hosts.h"
@@ -50,7 +50,7 @@ int main(int count, char** arguments) {
     }
     Report report;
     for (const auto& name : missingHosts())
-        report.note(name + " is not on this machine, and left out");
+        report.leaveOut(name + " is not on this machine, and left out");
     try {
         for (const auto& [name, measure] : measurements) {
             if (!named.empty() && std::find(named.begin(), named.end(), name) == named.end())
@@ -62,5 +62,7 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "%s\n", error.what());
         return notMeasured;
     }
+    if (!report.isWhole())
+        return notMeasured;
     return report.allPromisesAreKept() ? kept : notKept;
 }

@@ -68,6 +68,11 @@ void Report::note(const std::string& text) {
     std::fflush(stdout);
 }
 
+void Report::leaveOut(const std::string& text) {
+    note(text);
+    whole_ = false;
+}
+
 void Report::write(const std::string& file) const {
     std::ofstream stream(file);
     stream << nlohmann::json{{"date", today()},

@@ -25,7 +25,10 @@ public:
     void promise(const std::string& what, double value, double bound);
     /// What a reader of the figures has to know.
     void note(const std::string& text);
+    /// The same of something that is not measured, or no longer.
+    void leaveOut(const std::string& text);
 
+    bool isWhole() const { return whole_; }
     bool allPromisesAreKept() const { return kept_; }
     void write(const std::string& file) const;
 
@@ -34,6 +37,7 @@ private:
     nlohmann::json promises_ = nlohmann::json::array();
     nlohmann::json notes_ = nlohmann::json::array();
     bool kept_ = true;
+    bool whole_ = true;
 };
 
 }  // namespace velmo::desktop

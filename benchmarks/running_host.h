@@ -61,7 +61,7 @@ auto withPatience(Report& report, const Host& host, const Action& action)
             if (host.isVelmo())
                 throw;
             if (attempt == 3) {
-                report.note(host.name + " failed three times and is left out: " + error.what());
+                report.leaveOut(host.name + " failed three times and is left out: " + error.what());
                 return std::nullopt;
             }
             report.note(host.name + " failed and was tried again: " + error.what());
