@@ -112,6 +112,13 @@ TEST_F(PublisherTest, MovesASubscriptionWithoutEndingIt) {
     EXPECT_EQ(received_, (std::vector{2}));
 }
 
+TEST_F(PublisherTest, TellsNobodyWhoseSubscriptionAnotherHasReplaced) {
+    auto subscription = published_.publisher().dropFirst().sink(record());
+    subscription = published_.publisher().dropFirst().sink([](int) {});
+    published_.set(2);
+    EXPECT_TRUE(received_.empty());
+}
+
 /// One that sets again what it was told, as a view does that shows a value, is not told for ever.
 TEST_F(PublisherTest, LeavesOutWhatAReceiverSetsAgain) {
     constexpr int enough = 5;
