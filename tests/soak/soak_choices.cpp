@@ -76,11 +76,18 @@ void SoakSession::switchBox(int stop, const std::string& key, bool isOn) {
     expectChosen(key, isOn);
 }
 
-void SoakSession::switchInSettings(int tab, int stop, const std::string& key, bool isOn) {
+void SoakSession::chooseInSettings(int tab, int stop, const std::string& press, const std::string& key,
+                                   const nlohmann::json& value) {
     openSettings();
     chooseTab(tab);
-    switchBox(stop, key, isOn);
+    pressStops(stop);
+    xdotool({"key", press});
+    expectChosen(key, value);
     closeSettings();
+}
+
+void SoakSession::switchInSettings(int tab, int stop, const std::string& key, bool isOn) {
+    chooseInSettings(tab, stop, "space", key, isOn);
 }
 
 bool SoakSession::switchAlwaysHidden() {
@@ -112,13 +119,9 @@ bool SoakSession::changeToggleIcon() {
 }
 
 bool SoakSession::changeClickAction() {
-    openSettings();
-    chooseTab(generalTab);
     clicksOpenPanel_ = !clicksOpenPanel_;
-    pressStops(clickActionStop);
-    xdotool({"key", clicksOpenPanel_ ? "Down" : "Up"});
-    expectChosen("clickAction", clicksOpenPanel_ ? "showPanel" : "revealInMenuBar");
-    closeSettings();
+    chooseInSettings(generalTab, clickActionStop, clicksOpenPanel_ ? "Down" : "Up", "clickAction",
+                     clicksOpenPanel_ ? "showPanel" : "revealInMenuBar");
     return true;
 }
 
@@ -192,13 +195,9 @@ bool SoakSession::letItemsHideAgain() {
 }
 
 bool SoakSession::changeDelay() {
-    openSettings();
-    chooseTab(hidingTab);
     hidesLate_ = !hidesLate_;
-    pressStops(delayStop);
-    xdotool({"key", hidesLate_ ? "Right" : "Home"});
-    expectChosen("rehideDelay", (hidesLate_ ? lateHiding : soonHiding) / 1000);
-    closeSettings();
+    chooseInSettings(hidingTab, delayStop, hidesLate_ ? "Right" : "Home", "rehideDelay",
+                     (hidesLate_ ? lateHiding : soonHiding) / 1000);
     return true;
 }
 

@@ -214,7 +214,10 @@ private:
     void expectAllChosen() const;
     /// By keys, from the tab on.
     void switchBox(int stop, const std::string& key, bool isOn);
-    /// The same from the opening of the settings to their end.
+    /// From the opening of the settings to their end: a key at a stop of the tab, for that to be written
+    /// down.
+    void chooseInSettings(int tab, int stop, const std::string& press, const std::string& key,
+                          const nlohmann::json& value);
     void switchInSettings(int tab, int stop, const std::string& key, bool isOn);
     void kill();
     void startWithDefaults();
