@@ -25,7 +25,6 @@ public:
     virtual Display& display() = 0;
     virtual std::string name() const = 0;
     virtual Kind kind() const { return Kind::tray; }
-    bool isVelmo() const { return name() == "Velmo"; }
     /// The middle of its button, in pixels of the root window.
     virtual Place button() const = 0;
     /// From now on: all that has happened so far is none of the next change.

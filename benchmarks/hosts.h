@@ -18,6 +18,10 @@ struct Setup {
     nlohmann::json defaults = nlohmann::json::object();
 };
 
+inline bool isVelmo(const std::string& name) {
+    return name == "Velmo";
+}
+
 /// A program that hosts items, set up so that it shows as little else as it can.
 struct Host {
     std::string name;
@@ -29,7 +33,7 @@ struct Host {
     /// Writes its settings into the display's home.
     void (*configure)(const Display& display, const Setup& setup);
 
-    bool isVelmo() const { return name == "Velmo"; }
+    bool isVelmo() const { return desktop::isVelmo(name); }
     bool takes(Kind kind) const { return kind == Kind::tray || takesBusItems; }
 };
 

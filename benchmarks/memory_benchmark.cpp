@@ -26,7 +26,7 @@ void measureRound(Report& report, Kind kind, Memories& memories) {
     for (const auto& host : installedHosts()) {
         if (!host.takes(kind))
             continue;
-        auto started = withPatience(report, host, [&] {
+        auto started = withPatience(report, host.name, [&] {
             auto begun = std::make_unique<RunningHost>(host, Setup{}, wideScreen);
             begun->fill(kind, itemCounts[0]);
             return begun;
@@ -36,7 +36,7 @@ void measureRound(Report& report, Kind kind, Memories& memories) {
     }
     for (const int count : itemCounts) {
         std::erase_if(running, [&](const auto& host) {
-            const auto filled = withPatience(report, host->host(), [&] {
+            const auto filled = withPatience(report, host->host().name, [&] {
                 host->fill(kind, count);
                 return true;
             });

@@ -63,7 +63,7 @@ void measureRest(Report& report) {
             for (const auto& host : installedHosts()) {
                 if (clock && !host.hasClock)
                     continue;
-                if (auto begun = withPatience(report, host, [&] { return begin(host, clock, items); }))
+                if (auto begun = withPatience(report, host.name, [&] { return begin(host, clock, items); }))
                     hosts.push_back(std::move(*begun));
             }
         }

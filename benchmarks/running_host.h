@@ -49,22 +49,22 @@ private:
 /// Waits until there is one.
 xcb_window_t windowTitled(const Display& display, const std::string& title);
 
-/// What the action returns. A peer of which it fails is tried again, twice at most, which the report tells;
-/// absent where that was in vain. What is ours has to succeed at once.
+/// What the action of that host returns. A peer of which it fails is tried again, twice at most, which the
+/// report tells; absent where that was in vain. What is ours has to succeed at once.
 template <typename Action>
-auto withPatience(Report& report, const Host& host, const Action& action)
+auto withPatience(Report& report, const std::string& name, const Action& action)
     -> std::optional<decltype(action())> {
     for (int attempt = 1;; ++attempt) {
         try {
             return action();
         } catch (const std::exception& error) {
-            if (host.isVelmo())
+            if (isVelmo(name))
                 throw;
             if (attempt == 3) {
-                report.leaveOut(host.name + " failed three times and is left out: " + error.what());
+                report.leaveOut(name + " failed three times and is left out: " + error.what());
                 return std::nullopt;
             }
-            report.note(host.name + " failed and was tried again: " + error.what());
+            report.note(name + " failed and was tried again: " + error.what());
         }
     }
 }

@@ -48,7 +48,7 @@ struct Starter {
     }
 
     void measure(Report& report) {
-        const auto time = withPatience(report, *host, [&] {
+        const auto time = withPatience(report, host->name, [&] {
             try {
                 return timeToItems();
             } catch (...) {

@@ -147,7 +147,7 @@ void measureWindows(Report& report, const Host& host, const Windows& windows, Ki
     std::vector<double> after;
     for (int round = 0; round < windowRounds; ++round) {
         const auto memory =
-            withPatience(report, host, [&] { return measureOpened(host, windows, kind, items); });
+            withPatience(report, host.name, [&] { return measureOpened(host, windows, kind, items); });
         if (!memory)
             return;
         before.push_back(memory->before);

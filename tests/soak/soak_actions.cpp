@@ -96,10 +96,14 @@ void SoakSession::placeNew(const std::string& name) {
         order_.insert(std::find(order_.begin(), order_.end(), "Velmo.Divider"), name);
 }
 
-std::string SoakSession::anyOf(std::vector<std::string> names) {
-    std::erase_if(names, [&](const auto& name) { return clients_.contains(name); });
+std::string SoakSession::oneOf(const std::vector<std::string>& names) {
     return names.empty() ? std::string()
                          : names[static_cast<std::size_t>(below(static_cast<int>(names.size())))];
+}
+
+std::string SoakSession::anyOf(std::vector<std::string> names) {
+    std::erase_if(names, [&](const auto& name) { return clients_.contains(name); });
+    return oneOf(names);
 }
 
 std::string SoakSession::anyProgram() {
@@ -114,8 +118,7 @@ std::string SoakSession::anyOnScreen(const std::function<bool(const Client&)>& c
         if (isExpectedOnScreen(name) && condition(client))
             found.push_back(name);
     }
-    return found.empty() ? std::string()
-                         : found[static_cast<std::size_t>(below(static_cast<int>(found.size())))];
+    return oneOf(found);
 }
 
 }  // namespace velmo::desktop

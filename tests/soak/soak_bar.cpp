@@ -182,6 +182,10 @@ bool SoakSession::clickOutside() {
 
 /// For long enough that the next time is another gesture.
 bool SoakSession::scroll() {
+    // What is scrolled on an item of ours is for that.
+    const auto leftmost = expectedInReach().back();
+    if (x().area(itemOf(leftmost)).value_or(Area{}).x <= farLeft)
+        return false;
     xdotool({"mousemove", std::to_string(farLeft), "13", "click", below(2) == 0 ? "4" : "5"});
     if (hasScrolling_)
         level_ = level_ == Level::none ? Level::hidden : Level::none;

@@ -26,10 +26,10 @@ constexpr int patternStop = 3;
 constexpr int spacingStop = 1;
 constexpr int refreshingStop = 2;
 /// Of the slider: at its beginning, where `SetUp` has it, and one step further.
-constexpr int soonHiding = 1000;
-constexpr int lateHiding = 2000;
-/// Beyond these.
-constexpr milliseconds longestDelay(4000);
+constexpr std::chrono::seconds soonHiding(1);
+constexpr std::chrono::seconds lateHiding(2);
+/// For which a delay that is over is waited for.
+constexpr milliseconds delayPatience(4000);
 /// All tell the zone, and each is of a width of its own.
 constexpr const char* patterns[] = {"VV HH:mm", "VV 'at' HH:mm", "VV 'it is' HH:mm"};
 constexpr const char* shortcut = "ctrl+alt+k";
@@ -186,8 +186,8 @@ bool SoakSession::letItemsHideAgain() {
     const auto start = std::chrono::steady_clock::now();
     switchBox(hideAgainStop, "autoRehide", true);
     level_ = Level::none;
-    const milliseconds delay(hidesLate_ ? lateHiding : soonHiding);
-    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, delay + longestDelay)) << differences();
+    const auto delay = hidesLate_ ? lateHiding : soonHiding;
+    EXPECT_TRUE(eventually([&] { return isAsExpected(); }, delay + delayPatience)) << differences();
     EXPECT_GE(std::chrono::steady_clock::now() - start, delay) << "they hide too soon";
     switchBox(0, "autoRehide", false);
     closeSettings();
@@ -197,7 +197,7 @@ bool SoakSession::letItemsHideAgain() {
 bool SoakSession::changeDelay() {
     hidesLate_ = !hidesLate_;
     chooseInSettings(hidingTab, delayStop, hidesLate_ ? "Right" : "Home", "rehideDelay",
-                     (hidesLate_ ? lateHiding : soonHiding) / 1000);
+                     (hidesLate_ ? lateHiding : soonHiding).count());
     return true;
 }
 

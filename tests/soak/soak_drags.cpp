@@ -45,8 +45,7 @@ std::vector<std::string> SoakSession::expectedInReach() const {
 std::string SoakSession::anyInReach(const std::function<bool(const std::string&)>& condition) {
     auto names = expectedInReach();
     std::erase_if(names, [&](const auto& name) { return !condition(name); });
-    return names.empty() ? std::string()
-                         : names[static_cast<std::size_t>(below(static_cast<int>(names.size())))];
+    return oneOf(names);
 }
 
 bool SoakSession::dragIcon() {

@@ -81,9 +81,9 @@ private:
     struct Held {
         std::map<std::string, std::uint32_t> resources;
         long files = 0;
-        /// With the first one.
+        /// Of Velmo.
         long threads = 0;
-        /// And theirs.
+        /// Processes that it has started, or one of these.
         long children = 0;
         /// Kilobytes: what is in use of its own, and what it shares with the X server.
         long heap = 0;
@@ -245,6 +245,8 @@ private:
     void expectNoGrowth();
     std::string windows() const;
     int below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
+    /// One of these. Empty for none.
+    std::string oneOf(const std::vector<std::string>& names);
     /// One of those names that no living program has. Empty for none.
     std::string anyOf(std::vector<std::string> names);
     /// A living program whose icon is on the screen, of those that the condition holds for. Empty where there
