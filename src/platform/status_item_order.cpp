@@ -26,8 +26,10 @@ std::size_t StatusItemOrder::rank(const std::string& identity) const {
 }
 
 void StatusItemOrder::addAtFarLeft(const std::string& identity) {
-    if (ranks_.try_emplace(identity, identities_.size()).second)
-        identities_.push_back(identity);
+    if (!ranks_.try_emplace(identity, identities_.size()).second)
+        return;
+    identities_.push_back(identity);
+    ++revision_;
 }
 
 void StatusItemOrder::addRightOf(const std::string& neighbour, const std::string& identity) {
@@ -56,6 +58,7 @@ void StatusItemOrder::remove(const std::string& identity) {
     ranks_.erase(identity);
     identities_.erase(place);
     ranksAreCounted_ = false;
+    ++revision_;
 }
 
 StatusItemOrder::Place StatusItemOrder::find(const std::string& identity) {
@@ -66,6 +69,7 @@ void StatusItemOrder::insert(Place place, const std::string& identity) {
     ranks_.emplace(identity, 0);
     identities_.insert(place, identity);
     ranksAreCounted_ = false;
+    ++revision_;
 }
 
 std::vector<double> layOutStatusItems(double rightEdge, const std::vector<double>& lengths) {

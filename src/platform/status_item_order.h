@@ -19,6 +19,8 @@ public:
     bool contains(const std::string& identity) const;
     /// The place counted from the right, or the number of known identities where it is unknown.
     std::size_t rank(const std::string& identity) const;
+    /// Another number after each change.
+    std::size_t revision() const { return revision_; }
 
     /// Left of everything else; an identity that is known already stays where it is.
     void addAtFarLeft(const std::string& identity);
@@ -40,6 +42,7 @@ private:
     /// Of all that are known; counted anew when somebody asks after the order has changed.
     mutable std::unordered_map<std::string, std::size_t> ranks_;
     mutable bool ranksAreCounted_ = true;
+    std::size_t revision_ = 0;
 };
 
 /// Left edges of items that lie side by side from `rightEdge` leftwards. Lengths come from right to

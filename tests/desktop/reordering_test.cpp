@@ -87,6 +87,18 @@ TEST_F(Reordering, DividerThatIsDraggedDividesAnew) {
     EXPECT_TRUE(isOnScreen(icon("three")));
 }
 
+TEST_F(Reordering, DividerThatIsPutBackOnItsSideAsItComesIsWrittenDown) {
+    startWindowManager();
+    writeDefaults({{"autoRehide", false},
+                   {"alwaysHiddenEnabled", true},
+                   {"statusItemOrder", {"Velmo.Toggle", "Velmo.AlwaysHiddenDivider", "Velmo.Divider"}}});
+    startVelmo();
+    EXPECT_TRUE(eventually([&] {
+        return savedOrder() ==
+               std::vector<std::string>{"Velmo.Toggle", "Velmo.Divider", "Velmo.AlwaysHiddenDivider"};
+    })) << testing::PrintToString(savedOrder());
+}
+
 /// Above the others while it moves, below ours afterwards, where it costs clicks on those no time.
 TEST_F(Reordering, IconIsAboveOthersOnlyWhileItIsDragged) {
     startRevealed();

@@ -15,25 +15,43 @@ using namespace velmo;
 
 const std::string ownNames[] = {"Velmo.Toggle", "Velmo.Divider", "Velmo.AlwaysHiddenDivider"};
 
-/// As the user drags one: the others lie side by side from the right.
-void drag(StatusItemOrder& order, const std::string& name, int x) {
+/// Those of ours that are known.
+bool areInFixedOrder(const StatusItemOrder& order) {
+    std::vector<std::size_t> ranks;
+    for (const auto& name : ownNames) {
+        if (order.contains(name))
+            ranks.push_back(order.rank(name));
+    }
+    return std::is_sorted(ranks.begin(), ranks.end());
+}
+
+/// As the user drags one: the others lie side by side from the right, and a long one hides those left of it.
+void drag(StatusItemOrder& order, const std::string& name, int x, const std::string& longOne) {
     constexpr int width = 30;
     constexpr int rightEdge = 1000;
     std::vector<item_placement::PlacedItem> others;
+    int left = rightEdge;
     for (const auto& other : order.rightToLeft()) {
-        if (other != name)
-            others.push_back({other, rightEdge - width * static_cast<int>(others.size() + 1), width});
+        if (other == name)
+            continue;
+        const int taken = other == longOne ? rightEdge : width;
+        left -= taken;
+        others.push_back({other, left, taken});
     }
-    if (order.contains(name) && !others.empty())
-        item_placement::drop(order, others, name,
-                             item_placement::dropIndex(others, {name, x, width}, rightEdge, rightEdge));
+    if (!order.contains(name) || others.empty())
+        return;
+    const auto known = order.rightToLeft().size();
+    const bool wereInOrder = areInFixedOrder(order);
+    item_placement::drop(order, others, name,
+                         item_placement::dropIndex(others, {name, x, width}, rightEdge, rightEdge));
+    fuzz::require(order.rightToLeft().size() == known);
+    fuzz::require(!wereInOrder || areInFixedOrder(order));
 }
 
 void requireFixedOrder(StatusItemOrder& order) {
     for (const auto& name : ownNames)
         item_placement::placeOwnItem(order, name);
-    for (std::size_t index = 1; index < std::size(ownNames); ++index)
-        fuzz::require(order.rank(ownNames[index - 1]) < order.rank(ownNames[index]));
+    fuzz::require(areInFixedOrder(order));
 }
 
 }  // namespace
@@ -66,7 +84,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         } else if (action == 1) {
             std::erase(present, name);
         } else {
-            drag(order, name, static_cast<int>(bytes.number(2)));
+            const int x = 4 * static_cast<int>(bytes.below(256));
+            drag(order, name, x, ownNames[bytes.below(std::size(ownNames))]);
         }
     }
     requireFixedOrder(order);

@@ -1,6 +1,7 @@
 #include "platform/status_item_order.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace velmo {
 namespace {
@@ -89,6 +90,27 @@ TEST(StatusItemOrder, ForgetsWhatIsRemoved) {
     order.remove("a");
     order.remove("unknown");
     EXPECT_EQ(order.rightToLeft(), (Names{"b"}));
+}
+
+TEST(StatusItemOrder, HasAnotherRevisionAfterEachChangeAlone) {
+    StatusItemOrder order({"a", "b"});
+    auto before = order.revision();
+    const auto hasChanged = [&] { return std::exchange(before, order.revision()) != before; };
+    order.addAtFarLeft("a");
+    order.addRightOf("a", "b");
+    order.moveLeftOf("a", "a");
+    order.remove("c");
+    EXPECT_FALSE(hasChanged());
+    order.addAtFarLeft("c");
+    EXPECT_TRUE(hasChanged());
+    order.addRightOf("b", "d");
+    EXPECT_TRUE(hasChanged());
+    order.moveLeftOf("c", "a");
+    EXPECT_TRUE(hasChanged());
+    order.moveRightOf("c", "a");
+    EXPECT_TRUE(hasChanged());
+    order.remove("a");
+    EXPECT_TRUE(hasChanged());
 }
 
 TEST(StatusItemLayout, PutsItemsSideBySideFromTheRightEdge) {

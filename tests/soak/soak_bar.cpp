@@ -182,7 +182,7 @@ bool SoakSession::clickOutside() {
 
 /// For long enough that the next time is another gesture.
 bool SoakSession::scroll() {
-    // What is scrolled on an item of ours is for that.
+    // What is scrolled on an item is for that.
     const auto leftmost = expectedInReach().back();
     if (x().area(itemOf(leftmost)).value_or(Area{}).x <= farLeft)
         return false;

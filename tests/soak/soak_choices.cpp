@@ -1,6 +1,5 @@
 // Settings that the user changes: they are written down, take effect, and are there after a kill.
 
-#include "built_files.h"
 #include "soak_session.h"
 
 #include <algorithm>

@@ -14,6 +14,8 @@ constexpr const char* outerDivider = "Velmo.AlwaysHiddenDivider";
 constexpr int dragsFarLeft = 4;
 /// Points of a clock without a text, and its room at both sides.
 constexpr int blankClock = 16;
+/// With what it takes to show it.
+constexpr milliseconds longestMinute(62'000);
 /// From an Escape until the item is back, where that was heard.
 constexpr milliseconds keyboardTaken(500);
 
@@ -61,10 +63,17 @@ bool SoakSession::dragOurs() {
     return below(dragsFarLeft) == 0 ? dragFarLeft(dragged) : dragAnywhere(dragged);
 }
 
+/// One that shows nothing yet is too narrow to be aimed at, and of another width once the minute is over:
+/// what is dragged meanwhile would come to lie elsewhere.
+void SoakSession::awaitClock() {
+    EXPECT_TRUE(!hasClock_ ||
+                eventually([&] { return clockWidth().value_or(0) > blankClock * scale(); }, longestMinute))
+        << "the clock shows nothing";
+    isClockBlank_ = false;
+}
+
 bool SoakSession::dragAnywhere(const std::string& name) {
-    // One that shows nothing yet is of another width before the drag ends, and too narrow to be aimed at.
-    if (hasClock_ && clockWidth().value_or(0) <= blankClock * scale())
-        return false;
+    awaitClock();
     const auto target = anyInReach([&](const auto& other) { return other != name; });
     if (name.empty() || target.empty())
         return false;
@@ -128,6 +137,7 @@ void SoakSession::bringClockBack() {
 }
 
 bool SoakSession::giveUpDrag() {
+    awaitClock();
     const auto dragged = anyInReach();
     const auto target = anyInReach();
     if (dragged == target)

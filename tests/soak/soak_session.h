@@ -136,6 +136,7 @@ private:
     bool dragFarLeft(const std::string& name);
     void dragTo(const std::string& name, int pixelX, std::ptrdiff_t index);
     bool giveUpDrag();
+    void awaitClock();
     /// A clock that is hidden.
     void bringClockBack();
 

@@ -13,8 +13,8 @@ namespace velmo::item_placement {
 /// nothing vanishes unasked.
 void placeApplication(StatusItemOrder& order, const std::string& identity);
 
-/// Puts a new item of our own at the far left, but a toggle right of dividers that are known; a divider that
-/// lies right of what it may not pass is put left of that.
+/// Puts a new item of our own at the far left, but right of those that have to lie left of it; one that is
+/// known and lies right of what it may not pass is put left of that.
 void placeOwnItem(StatusItemOrder& order, const std::string& identity);
 
 /// True for the name of the item that reveals and hides others.

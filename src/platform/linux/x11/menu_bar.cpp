@@ -244,9 +244,10 @@ std::vector<int> MenuBar::widthsOf(const std::vector<BarItem*>& items) const {
     return fittingWidths(wanted, {rightEdge(), scaled.pixels(longItem), scaled.pixels(narrowingStep)});
 }
 
-/// Gives items that the order does not know a place in it.
+/// Gives items that the order does not know a place in it, and ours that have come back their side of each
+/// other.
 void MenuBar::placeNewItems() {
-    const auto known = order_.rightToLeft().size();
+    const auto revision = order_.revision();
     for (const auto* item : items_) {
         if (!item->isShown())
             continue;
@@ -255,7 +256,7 @@ void MenuBar::placeNewItems() {
         else
             item_placement::placeApplication(order_, item->identity());
     }
-    if (order_.rightToLeft().size() == known)
+    if (order_.revision() == revision)
         return;
     std::vector<std::string> present;
     for (const auto* item : items_)
