@@ -171,6 +171,7 @@ TEST_F(SettingsWindow, IsMissingWhereTheSystemShowsNone) {
     preferences_->clockEnabled.set(true);
     desktop_.advance(3);
     EXPECT_TRUE(desktop_.windows().windows().empty());
+    EXPECT_EQ(desktop_.runLoop().timerCount(), 0U) << "nothing counts seconds that nobody sees";
 }
 
 TEST_F(SettingsWindow, LeavesNothingBehind) {
