@@ -1,7 +1,7 @@
 // Velmo beside other tray hosts of this machine, in one run: desktop_benchmark FILE [NAME...], where the file
 // is for what was measured, and the names are of measurements, none for all. Exits with status 3 where all
 // was measured but a promise is not kept, 2 where a name is none, and 1 where something could not be
-// measured, or was left out; the file has what was measured.
+// measured, or a peer was left out or is missing; the file has what was measured.
 
 #include "benchmarks.h"
 #include "hosts.h"

@@ -119,7 +119,7 @@ public:
         const auto begin = Clock::now();
         while (host_.display().squares() != (revealed ? items_ + 1 : 1)) {
             if (millisecondsSince(begin) > longestWait)
-                throw std::runtime_error(name() + ": a click did not show or hide all items");
+                throw std::runtime_error("a click did not show or hide all items");
             // To look takes the server's time.
             std::this_thread::sleep_for(std::chrono::microseconds(500));
         }
@@ -178,9 +178,8 @@ void WindowMover::awaitChange(bool revealed) {
         if (!event) {
             pollfd descriptor = {xcb_get_file_descriptor(raw), POLLIN, 0};
             if (poll(&descriptor, 1, longestWait) <= 0)
-                throw std::runtime_error(name() + ": a click has left " + std::to_string(shown_.size()) +
-                                         " of " + std::to_string(count_) + " " + nameOf(kind()) +
-                                         " items on the bar");
+                throw std::runtime_error("a click has left " + std::to_string(shown_.size()) + " of " +
+                                         std::to_string(count_) + " " + nameOf(kind()) + " items on the bar");
             continue;
         }
         if ((event->response_type & 0x7f) != XCB_CONFIGURE_NOTIFY)
