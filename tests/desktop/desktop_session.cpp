@@ -61,6 +61,7 @@ void DesktopSession::TearDown() {
     observer_.reset();
     while (!programs_.empty())
         programs_.pop_back();
+    windowManager_.reset();
     bus_.reset();
     server_.reset();
     std::error_code error;

@@ -147,6 +147,7 @@ private:
 
     std::optional<ChildProcess> server_;
     std::optional<PrivateBus> bus_;
+    std::optional<ChildProcess> windowManager_;
     std::vector<ChildProcess> programs_;
     std::unique_ptr<XObserver> observer_;
     std::optional<ChildProcess> velmo_;

@@ -4,6 +4,7 @@
 #include "probe_window.h"
 
 #include <fstream>
+#include <utility>
 
 namespace velmo::desktop {
 
@@ -21,7 +22,8 @@ xcb_window_t DesktopSession::windowManagersWindow() const {
 
 void DesktopSession::startWindowManager(const std::vector<std::string>& command) {
     const auto former = windowManagersWindow();
-    programs_.push_back(run(command));
+    // It ends with this function: one that was cut off the display may live on, and never sleep.
+    const auto replaced = std::exchange(windowManager_, run(command));
     ASSERT_TRUE(eventually(
         [&] {
             const auto latter = windowManagersWindow();
