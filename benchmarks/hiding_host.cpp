@@ -119,7 +119,8 @@ public:
         const auto begin = Clock::now();
         while (host_.display().squares() != (revealed ? items_ + 1 : 1)) {
             if (millisecondsSince(begin) > longestWait)
-                throw std::runtime_error("a click did not show or hide all items");
+                throw std::runtime_error("a click did not show or hide all of " + std::to_string(items_) +
+                                         " items of the bus");
             // To look takes the server's time.
             std::this_thread::sleep_for(std::chrono::microseconds(500));
         }
@@ -168,7 +169,17 @@ void WindowMover::watch(const std::vector<xcb_window_t>& windows) {
 
 void WindowMover::beginToWatch() {
     while (const XEvent event{xcb_poll_for_event(display().x().raw())})
-        continue;
+        note(*event);
+}
+
+void WindowMover::note(const xcb_generic_event_t& event) {
+    if ((event.response_type & 0x7f) != XCB_CONFIGURE_NOTIFY)
+        return;
+    const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+    if (change.x >= 0)
+        shown_.insert(change.window);
+    else
+        shown_.erase(change.window);
 }
 
 void WindowMover::awaitChange(bool revealed) {
@@ -182,13 +193,7 @@ void WindowMover::awaitChange(bool revealed) {
                                          std::to_string(count_) + " " + nameOf(kind()) + " items on the bar");
             continue;
         }
-        if ((event->response_type & 0x7f) != XCB_CONFIGURE_NOTIFY)
-            continue;
-        const auto& change = reinterpret_cast<const xcb_configure_notify_event_t&>(*event);
-        if (change.x >= 0)
-            shown_.insert(change.window);
-        else
-            shown_.erase(change.window);
+        note(*event);
     }
 }
 

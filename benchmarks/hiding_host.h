@@ -48,6 +48,8 @@ protected:
     void watch(const std::vector<xcb_window_t>& windows);
 
 private:
+    void note(const xcb_generic_event_t& event);
+
     std::size_t count_ = 0;
     std::set<xcb_window_t> shown_;
 };

@@ -96,19 +96,27 @@ bool takesPart(const HidingHost& host, int round) {
 /// False where it failed for good. A panel that is busy may not heed a click, and is then clicked again.
 bool takeTurn(Report& report, Racer& racer) {
     auto& host = *racer.host;
-    const auto reveal = withPatience(report, host.name(), [&] { return click(host, true); });
-    if (!reveal)
-        return false;
-    racer.reveals.push_back(*reveal);
-    const auto hide = withPatience(report, host.name(), [&]() -> std::optional<double> {
-        if (host.hidesOnClick())
-            return click(host, false);
-        host.letHide();
-        return std::nullopt;
-    });
-    if (hide && *hide)
-        racer.hides.push_back(**hide);
-    return hide.has_value();
+    const auto succeeds = [&](const auto& action) {
+        return withPatience(report, host.name(), action).has_value();
+    };
+    const auto clicks = [&](bool reveals, std::vector<double>& times) {
+        bool isFirst = true;
+        return succeeds([&] {
+            // One that is made again may find done what the one before it was made for.
+            const bool counts = std::exchange(isFirst, false);
+            const double time = click(host, reveals);
+            if (counts)
+                times.push_back(time);
+            return true;
+        });
+    };
+    const auto lets = [&] {
+        return succeeds([&] {
+            host.letHide();
+            return true;
+        });
+    };
+    return clicks(true, racer.reveals) && (host.hidesOnClick() ? clicks(false, racer.hides) : lets());
 }
 
 /// A round of one after a round of the other, each time in another order: what else the machine does falls on

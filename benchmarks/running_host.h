@@ -61,7 +61,7 @@ auto withPatience(Report& report, const std::string& name, const Action& action)
             if (isVelmo(name))
                 throw;
             if (attempt == 3) {
-                report.leaveOut(name + " failed three times and is left out: " + error.what());
+                report.leaveOut(name + " failed three times and is left out from then on: " + error.what());
                 return std::nullopt;
             }
             report.note(name + " failed and was tried again: " + error.what());

@@ -49,8 +49,10 @@ void drag(StatusItemOrder& order, const std::string& name, int x, const std::str
 }
 
 void requireFixedOrder(StatusItemOrder& order) {
-    for (const auto& name : ownNames)
+    for (const auto& name : ownNames) {
         item_placement::placeOwnItem(order, name);
+        fuzz::require(order.contains(name));
+    }
     fuzz::require(areInFixedOrder(order));
 }
 

@@ -92,10 +92,13 @@ TEST(StatusItemOrder, ForgetsWhatIsRemoved) {
     EXPECT_EQ(order.rightToLeft(), (Names{"b"}));
 }
 
-TEST(StatusItemOrder, HasAnotherRevisionAfterEachChangeAlone) {
+TEST(StatusItemOrder, HasAnotherRevisionAfterAChange) {
     StatusItemOrder order({"a", "b"});
     auto before = order.revision();
-    const auto hasChanged = [&] { return std::exchange(before, order.revision()) != before; };
+    const auto hasChanged = [&] {
+        const auto former = std::exchange(before, order.revision());
+        return former != before;
+    };
     order.addAtFarLeft("a");
     order.addRightOf("a", "b");
     order.moveLeftOf("a", "a");

@@ -73,10 +73,10 @@ void SoakSession::awaitClock() {
 }
 
 bool SoakSession::dragAnywhere(const std::string& name) {
-    awaitClock();
     const auto target = anyInReach([&](const auto& other) { return other != name; });
     if (name.empty() || target.empty())
         return false;
+    awaitClock();
     dragBeyond(name, target);
     return true;
 }
@@ -96,6 +96,7 @@ void SoakSession::dragBeyond(const std::string& name, const std::string& target)
 bool SoakSession::dragFarLeft(const std::string& name) {
     if (name.empty())
         return false;
+    awaitClock();
     const auto leftmost = x().area(itemOf(expectedInReach().back())).value_or(Area{});
     const int width = x().area(itemOf(name)).value_or(Area{}).width;
     const int middle = std::min(farLeft, leftmost.x - width / 2);
@@ -131,6 +132,7 @@ void SoakSession::dragTo(const std::string& name, int pixelX, std::ptrdiff_t ind
 void SoakSession::bringClockBack() {
     optionClickToggle();
     expectAll();
+    awaitClock();
     dragBeyond("Velmo.Clock", "Velmo.Toggle");
     optionClickToggle();
     expectAll();

@@ -246,7 +246,7 @@ std::vector<int> MenuBar::widthsOf(const std::vector<BarItem*>& items) const {
 
 /// Gives items that the order does not know a place in it, and ours that have come back their side of each
 /// other.
-void MenuBar::placeNewItems() {
+void MenuBar::placeItems() {
     const auto revision = order_.revision();
     for (const auto* item : items_) {
         if (!item->isShown())
@@ -281,7 +281,7 @@ std::vector<BarItem*> MenuBar::shownItems() const {
 }
 
 void MenuBar::layOut() {
-    placeNewItems();
+    placeItems();
     auto shown = shownItems();
     const BarItem* dragged = isDragging_ && taken_->isShown() ? taken_ : nullptr;
     if (dragged) {

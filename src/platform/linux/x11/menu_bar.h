@@ -137,7 +137,7 @@ private:
     void moveInOneStep(const std::vector<BarItem*>& shown, const std::vector<PixelRect>& places);
     void displayItems() const;
     void stackAtRest(const BarItem& item) const;
-    void placeNewItems();
+    void placeItems();
     void letGo();
     int widthOf(const BarItem& item) const;
     ItemWidth wantedWidth(const BarItem& item, bool yields) const;
