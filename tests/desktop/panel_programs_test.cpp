@@ -93,17 +93,6 @@ protected:
         movePointer(300, 400);
     }
 
-    /// A menu that a program has open by itself.
-    bool hasMenu(const std::string& windowClass) const {
-        const auto toolTip = x().atom("_NET_WM_WINDOW_TYPE_TOOLTIP");
-        const auto windows = x().children(x().root());
-        return std::any_of(windows.begin(), windows.end(), [&](auto window) {
-            const auto types = x().cardinals(window, "_NET_WM_WINDOW_TYPE");
-            return x().isViewable(window) && std::find(types.begin(), types.end(), toolTip) == types.end() &&
-                   x().property(window, "WM_CLASS").find(windowClass) != std::string::npos;
-        });
-    }
-
     /// Points: of the picture of an icon, and of what is around it in the panel.
     static constexpr int pictureWidth = 30;
     static constexpr int pictureHeight = 22;

@@ -83,6 +83,14 @@ void SessionBusDesktop::openMenuOf(xcb_window_t item, int button) {
     ASSERT_TRUE(eventually([&] { return openMenu().has_value(); }));
 }
 
+bool SessionBusDesktop::hasMenu(const std::string& windowClass) const {
+    const auto windows = x().children(x().root());
+    return std::any_of(windows.begin(), windows.end(), [&](auto window) {
+        return x().isViewable(window) && !isToolTip(window) &&
+               x().property(window, "WM_CLASS").find(windowClass) != std::string::npos;
+    });
+}
+
 void SessionBusDesktop::chooseByKeys(const std::vector<std::string>& keys) const {
     std::vector<std::string> command = {"key", "--delay", std::to_string(keyPause)};
     command.insert(command.end(), keys.begin(), keys.end());

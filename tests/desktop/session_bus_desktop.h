@@ -36,6 +36,8 @@ protected:
     std::optional<Area> openMenu() const;
     /// Clicks the item and waits for its menu.
     void openMenuOf(xcb_window_t item, int button);
+    /// True where a program with that class of windows has a menu open by itself.
+    bool hasMenu(const std::string& windowClass) const;
     void chooseByKeys(const std::vector<std::string>& keys) const;
     /// What a program has noted in its file, a line each.
     std::vector<std::string> notes() const;
