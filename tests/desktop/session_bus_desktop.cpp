@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <thread>
 
@@ -174,8 +173,21 @@ double SessionBusDesktop::processorTime() {
 }
 
 long SessionBusDesktop::openFiles() {
-    const std::filesystem::directory_iterator files("/proc/" + std::to_string(velmo().id()) + "/fd");
-    return std::distance(begin(files), end(files));
+    const std::filesystem::path descriptors = "/proc/" + std::to_string(velmo().id()) + "/fd";
+    const auto settings = defaultsFile().parent_path().string();
+    long count = 0;
+    EXPECT_TRUE(eventually([&] {
+        count = 0;
+        bool writesSettings = false;
+        for (const auto& descriptor : std::filesystem::directory_iterator(descriptors)) {
+            std::error_code error;
+            const auto file = std::filesystem::read_symlink(descriptor, error).string();
+            writesSettings = writesSettings || file.starts_with(settings);
+            ++count;
+        }
+        return !writesSettings;
+    }));
+    return count;
 }
 
 }  // namespace velmo::desktop

@@ -53,6 +53,8 @@ protected:
     std::optional<Area> openToolTip() const;
     /// Kilobytes of memory of Velmo's own.
     long memory();
+    /// Descriptors, while no settings are being written: the order of items is, some time after they have
+    /// come.
     long openFiles();
     /// What the X server holds for Velmo: how many of each kind.
     std::map<std::string, std::uint32_t> resources() { return x().resources(velmo().id()); }
