@@ -17,6 +17,8 @@ void measureMemory(Report& report);
 void measureWindows(Report& report);
 /// Wakeups while nothing happens, and what a clock that shows minutes costs.
 void measureRest(Report& report);
+/// The clock alone, and each minute of an hour.
+void measureHour(Report& report);
 /// From the release of the button until all items are shown, or hidden.
 void measureReveals(Report& report);
 /// The pictures of many icons, asked for at once.

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <memory>
+#include <numeric>
 #include <string>
 #include <thread>
 #include <utility>
@@ -13,7 +14,8 @@ namespace velmo::desktop {
 
 namespace {
 
-constexpr int minutes = 3;
+constexpr int fewMinutes = 3;
+constexpr int minutesOfAnHour = 60;
 constexpr auto restSettlingTime = std::chrono::seconds(5);
 
 /// With items of all kinds that it takes, and with a clock or without.
@@ -25,6 +27,15 @@ struct RestingHost {
     /// Of each minute.
     std::vector<double> wakeups = {};
     std::vector<double> milliseconds = {};
+
+    Report::Subject subject(const char* part, const char* figure, const char* unit) const {
+        return {.part = part,
+                .what = std::string(clock ? "clock, " : "rest, ") + figure,
+                .host = running->host().name,
+                .kind = "both",
+                .items = items,
+                .unit = unit};
+    }
 };
 
 RestingHost begin(const Host& host, bool clock, int items) {
@@ -36,6 +47,18 @@ RestingHost begin(const Host& host, bool clock, int items) {
         resting.running->letBusItemsRest();
     }
     return resting;
+}
+
+/// Each host with each number of items.
+void beginAll(std::vector<RestingHost>& hosts, bool clock, Report& report) {
+    for (const int items : itemCounts) {
+        for (const auto& host : installedHosts()) {
+            if (clock && !host.hasClock)
+                continue;
+            if (auto begun = withPatience(report, host.name, [&] { return begin(host, clock, items); }))
+                hosts.push_back(std::move(*begun));
+        }
+    }
 }
 
 /// All at once: one minute for all of them, and the same one.
@@ -54,42 +77,38 @@ void passAMinute(std::vector<RestingHost>& hosts) {
     }
 }
 
+void passMinutes(std::vector<RestingHost>& hosts, int count) {
+    std::this_thread::sleep_for(restSettlingTime);
+    for (int minute = 0; minute < count; ++minute)
+        passAMinute(hosts);
+}
+
 }  // namespace
 
 void measureRest(Report& report) {
     std::vector<RestingHost> hosts;
-    for (const bool clock : {false, true}) {
-        for (const int items : itemCounts) {
-            for (const auto& host : installedHosts()) {
-                if (clock && !host.hasClock)
-                    continue;
-                if (auto begun = withPatience(report, host.name, [&] { return begin(host, clock, items); }))
-                    hosts.push_back(std::move(*begun));
-            }
-        }
-    }
-    std::this_thread::sleep_for(restSettlingTime);
-    for (int minute = 0; minute < minutes; ++minute)
-        passAMinute(hosts);
+    beginAll(hosts, false, report);
+    beginAll(hosts, true, report);
+    passMinutes(hosts, fewMinutes);
     for (auto& host : hosts) {
-        const std::string what = host.clock ? "clock" : "rest";
-        const auto& name = host.running->host().name;
-        const auto add = [&](const char* figure, const char* unit, const std::vector<double>& values) {
-            report.add({.part = "rest",
-                        .what = what + ", " + figure,
-                        .host = name,
-                        .kind = "both",
-                        .items = host.items,
-                        .unit = unit},
-                       values);
-        };
-        add("wakeups", "a minute", host.wakeups);
+        report.add(host.subject("rest", "wakeups", "a minute"), host.wakeups);
         for (auto& time : host.milliseconds)
-            time *= 60;
-        add("processor", "ms an hour", host.milliseconds);
+            time *= minutesOfAnHour;
+        report.add(host.subject("rest", "processor", "ms an hour"), host.milliseconds);
         if (!host.clock && host.running->host().isVelmo())
             report.promise("our wakeups a minute with " + std::to_string(host.items) + " items of each kind",
                            spreadOf(host.wakeups).highest, 0);
+    }
+}
+
+void measureHour(Report& report) {
+    std::vector<RestingHost> hosts;
+    beginAll(hosts, true, report);
+    passMinutes(hosts, minutesOfAnHour);
+    for (const auto& host : hosts) {
+        report.add(host.subject("hour", "wakeups", "a minute"), host.wakeups);
+        report.add(host.subject("hour", "processor", "ms in all"),
+                   {std::accumulate(host.milliseconds.begin(), host.milliseconds.end(), 0.0)});
     }
 }
 
