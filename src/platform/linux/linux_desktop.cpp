@@ -83,6 +83,7 @@ struct LinuxDesktop::Services {
     Registration settingsChanges;
     Registration screenChanges;
     Registration barLeaves;
+    Registration barEnd;
     bool displayLost = false;
 
     bool build();
@@ -90,10 +91,11 @@ struct LinuxDesktop::Services {
 
 /// False where another program is the tray.
 bool LinuxDesktop::Services::build() {
-    connection->setOnLost([this] {
+    const auto end = [this] {
         displayLost = true;
         loop.stop();
-    });
+    };
+    connection->setOnLost(end);
     instance->setOnReopen([this] { application.reopen(); });
     instance->setOnCommand([this](auto command) { application.perform(command); });
     userDefaults = std::make_unique<FileUserDefaults>(userDefaultsFile());
@@ -105,6 +107,12 @@ bool LinuxDesktop::Services::build() {
                                   toolkit, text, processInfo.processIdentifier(), globalPreferences},
         userDefaults->stringListForKey(orderKey),
         [this](const auto& order) { userDefaults->setStringList(order, orderKey); });
+    // Any program can destroy it. Without it, this one would only keep another from being started.
+    barEnd = connection->onWindow(bar->window(), [this, end](const xcb_generic_event_t& event) {
+        const auto& destroyed = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        if (destroyed.response_type == XCB_DESTROY_NOTIFY && destroyed.window == bar->window())
+            end();
+    });
     keyboard = std::make_unique<x11::Keyboard>(*connection);
     drag = std::make_unique<x11::ItemDrag>(*bar, *modifiers, *keyboard);
     events = std::make_unique<x11::GlobalEvents>(*bar);

@@ -23,7 +23,7 @@ public:
     Start start(std::string& problem);
     /// Valid after a successful start.
     Platform platform() const;
-    /// True once the display has gone.
+    /// True once the display has gone, or the bar from it.
     bool displayLost() const;
 
 private:

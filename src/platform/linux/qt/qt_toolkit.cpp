@@ -11,6 +11,7 @@
 #include "linux/qt/style.h"
 #include "linux/qt/toolkit_application.h"
 #include "linux/qt/windows/confirmation_dialog.h"
+#include "linux/qt/windows/destroyed_windows.h"
 #include "linux/qt/windows/qt_panel.h"
 #include "linux/qt/windows/qt_popover.h"
 #include "linux/qt/windows/qt_window.h"
@@ -54,6 +55,7 @@ public:
           confirmation_([&host](WindowNumber window) { host.activate(window); }) {
         style::setPlatformPalette(QApplication::palette(), QApplication::style()->standardPalette());
         application_.installEventFilter(&localEvents_);
+        application_.installNativeEventFilter(&destroyedWindows_);
         if (const auto* server = application_.nativeInterface<QNativeInterface::QX11Application>())
             host_.spareButtonStates(server->connection());
         QAccessible::installFactory(makeAccessible);
@@ -121,6 +123,7 @@ private:
     ToolkitHost& host_;
     QtLoop loop_;
     LocalEventFilter localEvents_;
+    DestroyedWindows destroyedWindows_;
     ConfirmationDialog confirmation_;
     std::unique_ptr<BarWindow> bar_;
 };

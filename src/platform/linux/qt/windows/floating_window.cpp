@@ -44,15 +44,17 @@ FloatingWindow::FloatingWindow(ToolkitHost& host, const Traits& traits)
             showAt(corner_);
     });
     barChanges_ = host.onBarChange([this] { followBar(); });
-    barLeaves_ = host.onBarLeave([this] {
-        if (isVisible() && onBarLeave_)
-            onBarLeave_();
-    });
+    barLeaves_ = host.onBarLeave([this] { leave(); });
 }
 
 void FloatingWindow::followBar() {
     if (isVisible() && onBarChange_)
         onBarChange_();
+}
+
+void FloatingWindow::leave() const {
+    if (isVisible() && onLeave_)
+        onLeave_();
 }
 
 QSize FloatingWindow::contentSize() const {
@@ -189,6 +191,10 @@ void FloatingWindow::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     above_ = {};
     releasePicture(*this);
+}
+
+void FloatingWindow::closeEvent(QCloseEvent* /*event*/) {
+    leave();
 }
 
 }  // namespace velmo

@@ -42,13 +42,15 @@ public:
     /// For a window that hangs below the bar: called while it is shown, when the bar has another place or
     /// scale.
     void setOnBarChange(std::function<void()> handler) { onBarChange_ = std::move(handler); }
-    /// Called while it is shown, when the bar makes way for a window that fills the screen.
-    void setOnBarLeave(std::function<void()> handler) { onBarLeave_ = std::move(handler); }
+    /// Called while it is shown, when it has to go: the bar makes way for a window that fills the screen, or
+    /// another program closes this one. The handler may end it.
+    void setOnLeave(std::function<void()> handler) { onLeave_ = std::move(handler); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     qreal pointsPerUnit() const;
@@ -59,6 +61,7 @@ private:
     /// True where the window was made anew, which hides it.
     bool matchScreen();
     void followBar();
+    void leave() const;
     void declareShadow();
     int shadowMargin() const;
     QRect body() const;
@@ -73,7 +76,7 @@ private:
     ScaleFollower scale_;
     bool isTranslucent_ = false;
     std::function<void()> onBarChange_;
-    std::function<void()> onBarLeave_;
+    std::function<void()> onLeave_;
     ScreenChanges screenChanges_;
     Registration barChanges_;
     Registration barLeaves_;

@@ -15,7 +15,7 @@ QtPanel::QtPanel(ToolkitHost& host, const PanelConfiguration& configuration)
         QString::fromUtf8(configuration.accessibilityLabel.data(),
                           static_cast<qsizetype>(configuration.accessibilityLabel.size())));
     window_.setOnBarChange([this] { followBar(); });
-    window_.setOnBarLeave([this] { leave(); });
+    window_.setOnLeave([this] { leave(); });
 }
 
 void QtPanel::setFrame(const Rect& frame) {

@@ -42,7 +42,7 @@ QtPopover::QtPopover(ToolkitHost& host)
     window_.setWindowTitle(QStringLiteral("Velmo.Popover"));
     window_.installEventFilter(keys_.get());
     window_.setOnBarChange([this] { followBar(); });
-    window_.setOnBarLeave([this] { performClose(); });
+    window_.setOnLeave([this] { performClose(); });
 }
 
 QtPopover::~QtPopover() {
