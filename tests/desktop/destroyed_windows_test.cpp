@@ -56,7 +56,13 @@ TEST_F(DestroyedWindows, SettingsOpenAgainAsTheyWere) {
         EXPECT_TRUE(eventually([&] { return activeWindow() == again && hasKeyboard(again); }));
         EXPECT_TRUE(eventually([&] { return x().area(again) == place; }));
         EXPECT_EQ(pictureOf(again), picture);
-        closeSettings();
+        const auto other = startOrdinaryWindow();
+        ASSERT_TRUE(eventually([&] { return activeWindow() == other; }));
+        startAgain();
+        EXPECT_TRUE(eventually([&] { return activeWindow() == again; })) << "brought to the front";
+        closeWindow(other);
+        ASSERT_TRUE(eventually([&] { return !x().exists(other); }));
+        ASSERT_NO_FATAL_FAILURE(closeSettings());
     }
 }
 
