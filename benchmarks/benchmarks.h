@@ -17,7 +17,7 @@ void measureMemory(Report& report);
 void measureWindows(Report& report);
 /// Wakeups while nothing happens, and what a clock that shows minutes costs.
 void measureRest(Report& report);
-/// The clock alone, and each minute of an hour.
+/// The clock alone, for sixty minutes.
 void measureHour(Report& report);
 /// From the release of the button until all items are shown, or hidden.
 void measureReveals(Report& report);

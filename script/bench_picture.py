@@ -13,7 +13,7 @@ MARKS = {"Velmo": ("#1d2330", "bar"), "bare program": ("#7a8496", "cross"), "xfc
 # What is compared, with the title of its group in the picture and of its rows in the table.
 PARTS = {"starts": ("From the start until all items are there", "start"), "memory": ("Memory at rest", "memory"),
          "windows": ("Memory before and after all windows were opened once", "memory with windows"),
-         "rest": ("Three minutes of rest, and of a clock", ""),
+         "rest": ("Three minutes of rest, and of a clock", ""), "hour": ("An hour of a clock", ""),
          "reveals": ("From the click until all are shown or hidden", "")}
 
 

@@ -38,7 +38,7 @@ int start() {
             break;
     }
     velmo::runApplication(desktop.platform());
-    return desktop.displayLost() ? EXIT_FAILURE : EXIT_SUCCESS;
+    return desktop.isCutOff() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
 
 struct Answer {

@@ -96,6 +96,23 @@ TEST_F(CompositedPanel, LeavesPressesInItsShadowToWhatLiesBeneath) {
     EXPECT_EQ(eventsGot(XCB_BUTTON_PRESS), 1);
 }
 
+TEST_F(CompositedPanel, HasTheSameShadowAfterAnotherProgramHasDestroyedIt) {
+    startCompositingManager();
+    startVelmoForPanels();
+    const auto place = openCompositedPanel();
+    const Area around = {place.x - 2 * shadowMargin, place.y, place.width + 2 * shadowMargin,
+                         place.height + 2 * shadowMargin};
+    const auto picture = x().pixels(around);
+    xcb_destroy_window(x().raw(), *panelWindow());
+    EXPECT_TRUE(eventually([&] { return !panelWindow() && blue(place.midX(), place.midY()) == 255; }));
+    EXPECT_EQ(openCompositedPanel(), place);
+    EXPECT_TRUE(eventually([&] { return x().pixels(around) == picture; }));
+    movePointer(place.x, place.midY());
+    EXPECT_EQ(x().windowUnderPointer(), panelWindow());
+    movePointer(place.x - 1, place.midY());
+    EXPECT_EQ(x().windowUnderPointer(), backdrop_);
+}
+
 TEST_F(CompositedPanel, IsSquareAndOpaqueWithoutACompositingManager) {
     startVelmoForPanels();
     openPanelWindow();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <thread>
 
@@ -178,14 +179,14 @@ long SessionBusDesktop::openFiles() {
     long count = 0;
     EXPECT_TRUE(eventually([&] {
         count = 0;
-        bool writesSettings = false;
+        bool isSettled = true;
         for (const auto& descriptor : std::filesystem::directory_iterator(descriptors)) {
             std::error_code error;
             const auto file = std::filesystem::read_symlink(descriptor, error).string();
-            writesSettings = writesSettings || file.starts_with(settings);
+            isSettled = isSettled && !error && !file.starts_with(settings);
             ++count;
         }
-        return !writesSettings;
+        return isSettled;
     }));
     return count;
 }

@@ -84,7 +84,7 @@ struct LinuxDesktop::Services {
     Registration screenChanges;
     Registration barLeaves;
     Registration barEnd;
-    bool displayLost = false;
+    bool isCutOff = false;
 
     bool build();
 };
@@ -92,7 +92,7 @@ struct LinuxDesktop::Services {
 /// False where another program is the tray.
 bool LinuxDesktop::Services::build() {
     const auto end = [this] {
-        displayLost = true;
+        isCutOff = true;
         loop.stop();
     };
     connection->setOnLost(end);
@@ -108,9 +108,8 @@ bool LinuxDesktop::Services::build() {
         userDefaults->stringListForKey(orderKey),
         [this](const auto& order) { userDefaults->setStringList(order, orderKey); });
     // Any program can destroy it. Without it, this one would only keep another from being started.
-    barEnd = connection->onWindow(bar->window(), [this, end](const xcb_generic_event_t& event) {
-        const auto& destroyed = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
-        if (destroyed.response_type == XCB_DESTROY_NOTIFY && destroyed.window == bar->window())
+    barEnd = connection->onWindow(bar->window(), [end](const xcb_generic_event_t& event) {
+        if (event.response_type == XCB_DESTROY_NOTIFY)
             end();
     });
     keyboard = std::make_unique<x11::Keyboard>(*connection);
@@ -202,8 +201,8 @@ Platform LinuxDesktop::platform() const {
             services.session};
 }
 
-bool LinuxDesktop::displayLost() const {
-    return services_->displayLost;
+bool LinuxDesktop::isCutOff() const {
+    return services_->isCutOff;
 }
 
 }  // namespace velmo

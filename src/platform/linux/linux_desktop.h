@@ -24,7 +24,7 @@ public:
     /// Valid after a successful start.
     Platform platform() const;
     /// True once the display has gone, or the bar from it.
-    bool displayLost() const;
+    bool isCutOff() const;
 
 private:
     struct Services;

@@ -16,11 +16,20 @@ bool hasNumber(const QWidget& widget, xcb_window_t number) {
     return window && window->handle() && window->winId() == number;
 }
 
-/// Who has it may end it, once it is closed.
-void closeAndForget(const QPointer<QWidget>& widget) {
+/// What a widget leaves to itself.
+class Remade : public QWidget {
+public:
+    using QWidget::create;
+    using QWidget::destroy;
+};
+
+/// Who has it may end it, once it is closed. Made by the widget, the window is of the same type as before.
+void closeAndRemake(const QPointer<QWidget>& widget) {
     widget->close();
-    if (widget && widget->windowHandle())
-        widget->windowHandle()->destroy();
+    if (!widget)
+        return;
+    (widget->*&Remade::destroy)(true, true);
+    (widget->*&Remade::create)(0, true, true);
 }
 
 }  // namespace
@@ -38,7 +47,7 @@ bool DestroyedWindows::nativeEventFilter(const QByteArray& /*type*/, void* messa
             widget,
             [widget, number = event.window] {
                 if (hasNumber(*widget, number))
-                    closeAndForget(widget);
+                    closeAndRemake(widget);
             },
             Qt::QueuedConnection);
     }

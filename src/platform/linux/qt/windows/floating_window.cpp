@@ -53,8 +53,11 @@ void FloatingWindow::followBar() {
 }
 
 void FloatingWindow::leave() const {
-    if (isVisible() && onLeave_)
-        onLeave_();
+    if (!isVisible())
+        return;
+    // A copy: the owner may end the window.
+    if (const auto handler = onLeave_)
+        handler();
 }
 
 QSize FloatingWindow::contentSize() const {
