@@ -296,6 +296,11 @@ xcb_window_t DesktopSession::itemTitled(const std::string& title) const {
     return XCB_WINDOW_NONE;
 }
 
+std::optional<xcb_window_t> DesktopSession::shown(const std::string& title) const {
+    const auto window = x().windowTitled(title);
+    return window && x().isViewable(*window) ? window : std::nullopt;
+}
+
 bool DesktopSession::isOnScreen(xcb_window_t window) const {
     const auto place = x().area(window);
     const auto screen = x().area(x().root());
@@ -314,10 +319,8 @@ bool DesktopSession::dividerIsExpanded() const {
 }
 
 std::optional<Area> DesktopSession::panel() const {
-    const auto window = x().windowTitled("Velmo.Panel");
-    if (!window || !x().isViewable(*window))
-        return std::nullopt;
-    return x().area(*window);
+    const auto window = shown("Velmo.Panel");
+    return window ? x().area(*window) : std::nullopt;
 }
 
 void DesktopSession::openPanel() const {
@@ -326,8 +329,7 @@ void DesktopSession::openPanel() const {
 }
 
 std::optional<xcb_window_t> DesktopSession::settingsWindow() const {
-    const auto window = x().windowTitled("Velmo Settings");
-    return window && x().isViewable(*window) ? window : std::nullopt;
+    return shown("Velmo Settings");
 }
 
 void DesktopSession::closeWindow(xcb_window_t window) const {

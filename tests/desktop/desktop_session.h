@@ -121,6 +121,8 @@ protected:
     xcb_window_t alwaysHiddenDivider() const;
     /// The window in the bar with this title. None where there is none.
     xcb_window_t itemTitled(const std::string& title) const;
+    /// The window with this title, while it is shown.
+    std::optional<xcb_window_t> shown(const std::string& title) const;
     bool isOnScreen(xcb_window_t window) const;
     /// There, and pushed off the left edge of the screen.
     bool isHidden(xcb_window_t window) const;

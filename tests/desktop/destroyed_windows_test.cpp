@@ -23,10 +23,6 @@ protected:
         xcb_destroy_window(x().raw(), window);
         ASSERT_FALSE(x().exists(window));
     }
-    std::optional<xcb_window_t> shown(const std::string& title) const {
-        const auto window = x().windowTitled(title);
-        return window && x().isViewable(*window) ? window : std::nullopt;
-    }
     /// Without so many rows at the top.
     std::vector<std::uint32_t> pictureOf(xcb_window_t window, int without = 0) {
         movePointer(900, 650);

@@ -33,11 +33,6 @@ void PanelWindowSession::startVelmoForPanels(nlohmann::json defaults) {
     startVelmo();
 }
 
-std::optional<xcb_window_t> PanelWindowSession::shown(const std::string& title) const {
-    const auto window = x().windowTitled(title);
-    return window && x().isViewable(*window) ? window : std::nullopt;
-}
-
 Area PanelWindowSession::strip(int margin) const {
     const auto window = panelWindow();
     const auto area = window ? x().area(*window).value_or(Area{}) : Area{};

@@ -25,7 +25,6 @@ protected:
     void startVelmoForPanels(nlohmann::json defaults = nlohmann::json::object());
     /// The number of the panel's window while it is on the screen.
     std::optional<xcb_window_t> panelWindow() const { return shown("Velmo.Panel"); }
-    std::optional<xcb_window_t> shown(const std::string& title) const;
     /// The panel less its shadow, where it has one of that many points.
     Area strip(int margin = 0) const;
     void openPanelWindow();

@@ -35,10 +35,6 @@ protected:
         xdotool({"mousemove", std::to_string(area.x + 20), std::to_string(area.y + area.height - 20), "click",
                  "1"});
     }
-    std::optional<xcb_window_t> shown(const std::string& title) const {
-        const auto window = x().windowTitled(title);
-        return window && x().isViewable(*window) ? window : std::nullopt;
-    }
     void startAgain() const { outputOf({velmoProgram}, environment_); }
     /// Of a program that knows of no bus, where it would have an item of another kind.
     xcb_window_t startProgramWithIcon() {
